@@ -1,0 +1,34 @@
+#pragma once
+
+#include <cmath>
+#include <numbers>
+
+namespace keelview {
+
+/// Radians per degree.
+inline constexpr double DegToRad = std::numbers::pi / 180.0;
+
+/// An angle difference brought into -180 to 180 degrees by one test each way.
+constexpr double WrapDifference(double degrees) {
+    if (degrees < -180.0) degrees += 360.0;
+    if (degrees > 180.0) degrees -= 360.0;
+    return degrees;
+}
+
+/// A direction brought into 0 up to below 360 degrees by one test each way.
+constexpr double WrapDirection(double degrees) {
+    if (degrees < 0.0) degrees += 360.0;
+    if (degrees >= 360.0) degrees -= 360.0;
+    return degrees;
+}
+
+/// The bearing of the vector (east, north) in degrees, 0 up to below 360. A vector without a north part
+/// points to 90 when east is 0 or more, else to 270, so a vector of no length has the bearing 90.
+inline double BearingOf(double east, double north) {
+    if (north == 0.0) return east >= 0.0 ? 90.0 : 270.0;
+    double bearing = std::atan(east / north) / DegToRad;
+    if (north < 0.0) bearing += 180.0;
+    return WrapDirection(bearing);
+}
+
+}  // namespace keelview

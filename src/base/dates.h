@@ -1,0 +1,41 @@
+#pragma once
+
+#include <cstdint>
+#include <optional>
+#include <string>
+#include <string_view>
+
+namespace keelview {
+
+/// A date and time of day on a clock without zone: seconds since 1970/01/01 00:00:00 of that clock.
+using CivilTime = std::int64_t;
+
+/// Seconds of the given date (proleptic Gregorian); nothing if there is no such day or time of day.
+std::optional<CivilTime> MakeCivilTime(int year, int month, int day, int hour, int minute, int second);
+
+/// Reads a date with or without a time of day: year first ("2004/8/5 12:30:00", "2004-08-05 12:30"), with
+/// two or three time parts, with AM or PM behind the time (in either case) or 午前 or 午後 before it; a
+/// date that ends in a four-digit year is read month first ("8/5/2004"), or day first where the first part
+/// is above 12. Blanks around it are ignored. Nothing for any other text.
+std::optional<CivilTime> ParseDateTime(std::string_view text);
+
+/// "2004/08/05 12:30:00".
+std::string DateTimeText(CivilTime time);
+
+/// The date part alone, "2004/08/05".
+std::string DateText(CivilTime time);
+
+/// The time of day alone, "12:30:00".
+std::string TimeOfDayText(CivilTime time);
+
+/// The number of minute boundaries crossed on the way from one moment to another; negative backward. Two
+/// moments in the same clock minute are 0 apart, whatever their seconds.
+std::int64_t MinuteBoundaries(CivilTime from, CivilTime to);
+
+/// A duration as hours, minutes and seconds, two digits each: 245 is "00:04:05". The sign is dropped.
+std::string DurationText(std::int64_t seconds);
+
+/// Minutes, ":" and two digits of seconds from 60 on, the bare seconds below: "59", "2:05".
+std::string ShortDurationText(std::int64_t seconds);
+
+}  // namespace keelview

@@ -1,0 +1,38 @@
+#pragma once
+
+#include <cstdint>
+#include <filesystem>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <system_error>
+#include <vector>
+
+namespace keelview {
+
+/// All bytes of a regular file; nothing if it cannot be opened, is no regular file, or holds more than
+/// `limit` bytes.
+std::optional<std::string> ReadWholeFile(const std::filesystem::path& path,
+                                         std::uintmax_t limit = std::uintmax_t{1} << 31);
+
+/// Replaces a file as a whole: writes aside in the same folder, flushes to the disc, renames. On failure
+/// the old file stands untouched, nothing is left beside it, and the error says why. Permissions of an old
+/// file are kept, and a file that may not be written is not replaced.
+std::error_code WriteFileAtomically(const std::filesystem::path& path, std::string_view bytes);
+
+/// The path of `relative` (its parts separated by '/' or '\\') below `base`, where each part is found
+/// without regard to the case of letters; an exact match goes first. A part that is not there is taken as
+/// written. Parts that would lead out of `base` ("..") are taken as plain names that do not exist.
+std::filesystem::path FindBelow(const std::filesystem::path& base, std::string_view relative);
+
+/// True if the path is a regular file that can be seen.
+bool IsFile(const std::filesystem::path& path);
+
+/// The size of a regular file in bytes; nothing if there is none.
+std::optional<std::uintmax_t> FileSize(const std::filesystem::path& path);
+
+/// The names of the regular files of a folder that match a pattern with `*` and `?`, without regard to
+/// case, in ascending order of their names. Empty if the folder cannot be read. Names are UTF-8.
+std::vector<std::string> ListFiles(const std::filesystem::path& folder, std::string_view pattern);
+
+}  // namespace keelview

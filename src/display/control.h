@@ -1,0 +1,314 @@
+#pragma once
+
+#include <deque>
+#include <functional>
+#include <memory>
+#include <string>
+#include <string_view>
+
+#include "display/canvas.h"
+#include "display/colour.h"
+
+namespace keelview {
+
+enum class MouseButton { None = 0, Left = 1, Right = 2, Middle = 4 };
+
+/// A mouse event in the scale of the control it belongs to.
+struct MouseEvent {
+    MouseButton Button = MouseButton::None;
+    bool Shift = false;
+    double X = 0.0;
+    double Y = 0.0;
+};
+
+/// The toolkit's side of a control; only the implementation knows what stands in it.
+struct NativeControl;
+
+/// What every control of a form has. Places are pixels of the parent's drawing area. A control is made with
+/// its parent and lives no longer than it; it starts visible and enabled.
+class Control {
+  public:
+    Control(const Control&) = delete;
+    Control& operator=(const Control&) = delete;
+    virtual ~Control();
+
+    double Left() const;
+    double Top() const;
+    double Width() const;
+    double Height() const;
+    void Move(double left, double top);
+    virtual void Move(double left, double top, double width, double height);
+    void SetLeft(double left) { Move(left, Top()); }
+    void SetTop(double top) { Move(Left(), top); }
+    void SetWidth(double width) { Move(Left(), Top(), width, Height()); }
+    void SetHeight(double height) { Move(Left(), Top(), Width(), height); }
+
+    bool Visible() const;  ///< its own setting, also while its parent is hidden
+    void SetVisible(bool visible);
+    void Show() { SetVisible(true); }
+    void Hide() { SetVisible(false); }
+    bool Enabled() const;
+    void SetEnabled(bool enabled);  ///< a disabled control takes no mouse events and no keys
+
+    virtual void SetBackColor(Colour colour);
+    virtual void SetForeColor(Colour colour);
+    virtual Colour GetBackColor() const;
+    virtual Colour GetForeColor() const;
+    void SetFont(const std::string& fontName, double points, bool bold = false);
+    void SetFocus();
+    /// Brings the control above its siblings.
+    void Raise();
+    /// Width of a text in the control's font, pixels.
+    double TextWidth(std::string_view text) const;
+
+    std::function<void()> OnClick;
+    std::function<void(const MouseEvent&)> OnMouseDown;
+    std::function<void(const MouseEvent&)> OnMouseUp;
+    std::function<void(const MouseEvent&)> OnMouseMove;  ///< with or without a button held
+
+    NativeControl& Native() const { return *native_; }
+
+  protected:
+    explicit Control(std::unique_ptr<NativeControl> native);
+
+  private:
+    std::unique_ptr<NativeControl> native_;
+};
+
+/// A control that can hold others.
+class Container : public Control {
+  protected:
+    using Control::Control;
+};
+
+/// How a panel or surface is framed; the border lies inside its rect, so the drawing area is smaller by it.
+enum class BorderStyle { None, Flat, Sunken };
+
+/// A container without an image of its own.
+class Panel : public Container {
+  public:
+    Panel(Container& parent, std::string_view name, BorderStyle border = BorderStyle::Sunken);
+};
+
+/// A box with a caption in its top edge; its options exclude each other.
+class Frame : public Container {
+  public:
+    Frame(Container& parent, std::string_view name, std::string_view caption = {});
+    void SetCaption(std::string_view caption);
+};
+
+class Sprite;
+class LineObject;
+
+/// A container with a retained image, on which Sprite and LineObject children float under the other
+/// children.
+class Surface : public Container, public Canvas {
+  public:
+    Surface(Container& parent, std::string_view name, BorderStyle border = BorderStyle::Sunken);
+    ~Surface() override;
+    using Container::Move;
+    void Move(double left, double top, double width, double height) override;
+    /// Takes the colour and clears the image to it.
+    void SetBackColor(Colour colour) override;
+    void SetForeColor(Colour colour) override { ForeColor = colour; }
+    Colour GetBackColor() const override { return BackColor; }
+    Colour GetForeColor() const override { return ForeColor; }
+    using Canvas::TextWidth;
+    /// Takes the size of a picture (and the border) and shows it as its image.
+    void ShowPicture(const Picture& picture);
+    /// Brings the image to the screen at once.
+    void Refresh();
+
+  protected:
+    void Changed() override;
+
+  private:
+    friend class Sprite;
+    friend class LineObject;
+};
+
+/// A small image that floats over a surface's image, above its lines: a boat, a marker. It is composited by
+/// the surface, so that many of them may move in each frame.
+class Sprite : public Canvas {
+  public:
+    Sprite(Surface& parent, std::string_view name, double width, double height);
+    ~Sprite() override;
+    void Move(double left, double top);         ///< pixels of the surface's drawing area
+    void SetSize(double width, double height);  ///< clears the image to BackColor
+    double Left() const;
+    double Top() const;
+    double Width() const;
+    double Height() const;
+    bool Visible() const;
+    void SetVisible(bool visible);
+    /// The pointer moves over the sprite while it is visible; the surface then hears nothing of it. Other
+    /// mouse events go to the surface.
+    std::function<void(const MouseEvent&)> OnMouseMove;
+
+  protected:
+    void Changed() override;
+
+  private:
+    struct Place;
+    std::unique_ptr<Place> place_;
+};
+
+/// A line that floats over a surface's image; it takes no mouse events.
+class LineObject {
+  public:
+    LineObject(Surface& parent, std::string_view name, Colour colour);
+    ~LineObject();
+    LineObject(const LineObject&) = delete;
+    LineObject& operator=(const LineObject&) = delete;
+    void Place(double x1, double y1, double x2, double y2);  ///< pixels of the surface's drawing area
+    double X1() const;
+    double Y1() const;
+    double X2() const;
+    double Y2() const;
+    bool Visible() const;
+    void SetVisible(bool visible);
+    void SetBorderColor(Colour colour);
+    Colour BorderColor() const;
+
+  private:
+    struct Impl;
+    std::unique_ptr<Impl> impl_;
+};
+
+enum class Align { Left, Centre, Right };
+
+/// A text that the person reads; transparent unless it gets a BackColor.
+class Label : public Control {
+  public:
+    Label(Container& parent, std::string_view name, std::string_view caption = {});
+    void SetCaption(std::string_view caption);
+    std::string Caption() const;
+};
+
+/// A text box of one line, or of several when multiLine.
+class TextBox : public Control {
+  public:
+    struct Kind {
+        Align Alignment = Align::Left;
+        bool Border = true;
+        bool MultiLine = false;
+        bool ReadOnly = false;  ///< shows a text, takes no typing and no tab stop
+    };
+    TextBox(Container& parent, std::string_view name, Kind kind);
+    /// Fires OnChange where the text differs from what stood there.
+    void SetText(std::string_view text);
+    std::string Text() const;
+    std::function<void()> OnChange;
+};
+
+class Button : public Control {
+  public:
+    Button(Container& parent, std::string_view name, std::string_view caption = {});
+    void SetCaption(std::string_view caption);
+    std::string Caption() const;
+};
+
+class CheckBox : public Control {
+  public:
+    CheckBox(Container& parent, std::string_view name, std::string_view caption = {}, bool value = false);
+    void SetCaption(std::string_view caption);
+    std::string Caption() const;
+    bool Value() const;
+    /// Fires OnClick where the value changes.
+    void SetValue(bool value);
+};
+
+/// One of several exclusive choices of its frame (or other container).
+class OptionButton : public Control {
+  public:
+    OptionButton(Container& parent, std::string_view name, std::string_view caption = {},
+                 bool value = false);
+    void SetCaption(std::string_view caption);
+    std::string Caption() const;
+    bool Value() const;
+    /// True selects it, clears the others of its container, and fires OnClick where it was not selected.
+    void SetValue(bool value);
+};
+
+class ComboBox : public Control {
+  public:
+    ComboBox(Container& parent, std::string_view name);
+    void Clear();
+    void AddItem(std::string_view item);
+    int ListCount() const;
+    int ListIndex() const;  ///< -1 when none is chosen
+    void SetListIndex(int index);
+    std::string Text() const;
+    /// Chooses the item with this text; shows the text as it stands where there is none.
+    void SetText(std::string_view text);
+};
+
+class ListBox : public Control {
+  public:
+    ListBox(Container& parent, std::string_view name, bool multiSelect = false);
+    void Clear();
+    void AddItem(std::string_view item);
+    void RemoveItem(int index);
+    int ListCount() const;
+    int ListIndex() const;  ///< -1 when none is chosen
+    void SetListIndex(int index);
+    std::string Item(int index) const;
+    bool Selected(int index) const;
+    void SetSelected(int index, bool selected);
+    std::function<void()> OnDoubleClick;
+};
+
+/// A horizontal scroll bar.
+class ScrollBar : public Control {
+  public:
+    ScrollBar(Container& parent, std::string_view name);
+    void SetRange(int min, int max);
+    int Min() const;
+    int Max() const;
+    int Value() const;
+    /// Fires OnChange where the value changes.
+    void SetValue(int value);
+    std::function<void()> OnChange;  ///< also while it is dragged
+};
+
+/// Fires every Interval milliseconds while it is enabled; one with interval 0 does not fire.
+class Timer {
+  public:
+    Timer();
+    ~Timer();
+    Timer(const Timer&) = delete;
+    Timer& operator=(const Timer&) = delete;
+    void SetInterval(int milliseconds);
+    void SetEnabled(bool enabled);
+    bool Enabled() const;
+    std::function<void()> OnTimer;
+
+  private:
+    struct Impl;
+    std::unique_ptr<Impl> impl_;
+};
+
+/// Controls of one kind that stand for the boats: element i is boat i + 1. Element 0 is made with the form,
+/// the others by Load and removed by UnloadAbove0.
+template <class T>
+class ControlArray {
+  public:
+    using Maker = std::function<std::unique_ptr<T>(int index)>;
+    explicit ControlArray(Maker maker) : maker_(std::move(maker)) { elements_.push_back(maker_(0)); }
+    T& operator[](int index) { return *elements_.at(static_cast<std::size_t>(index)); }
+    const T& operator[](int index) const { return *elements_.at(static_cast<std::size_t>(index)); }
+    int Count() const { return static_cast<int>(elements_.size()); }
+    /// Makes elements until there are `count`.
+    void Load(int count) {
+        while (Count() < count) elements_.push_back(maker_(Count()));
+    }
+    void UnloadAbove0() {
+        while (Count() > 1) elements_.pop_back();
+    }
+
+  private:
+    Maker maker_;
+    std::deque<std::unique_ptr<T>> elements_;
+};
+
+}  // namespace keelview

@@ -1,0 +1,69 @@
+#pragma once
+
+#include <cstdint>
+#include <filesystem>
+#include <string>
+
+#include "base/dates.h"
+
+namespace keelview {
+
+inline constexpr int LocaleJapanese = 1041;
+inline constexpr int LocaleEnglish = 1033;
+inline constexpr int DriveIsCdRom = 5;
+
+/// The screen in twips, and the twips of one pixel (15 at the reference setting).
+struct ScreenInfo {
+    double Width = 0.0;
+    double Height = 0.0;
+    double TwipsPerPixelX = 15.0;
+    double TwipsPerPixelY = 15.0;
+};
+
+/// A moment with its milliseconds.
+struct ClockReading {
+    CivilTime Seconds = 0;
+    int Milliseconds = 0;
+};
+
+/// Everything that belongs to the operating system.
+class Platform {
+  public:
+    virtual ~Platform() = default;
+
+    /// Folder of the program's data, without a separator at its end.
+    virtual std::filesystem::path ProgramFolder() = 0;
+    /// LocaleJapanese for ja_JP, LocaleEnglish for en_US and for C or POSIX, 0 for any other.
+    virtual int UserLocale() = 0;
+    /// DriveIsCdRom if the folder lies on a CD-ROM, another number otherwise.
+    virtual int DriveType(const std::filesystem::path& folder) = 0;
+    virtual ClockReading UtcNow() = 0;
+    virtual ClockReading LocalNow() = 0;
+    /// Seconds of a clock that never jumps, for measuring.
+    virtual double SteadySeconds() = 0;
+    /// Opens a document or an address with the program that the system has for it. Above 32 is success; 0
+    /// no memory, 2 no such file, 3 no such path, 5 not allowed, 11 bad program, 27 and 31 no program for
+    /// it.
+    virtual int OpenDocument(const std::string& target, const std::filesystem::path& folder) = 0;
+    /// Starts a program without waiting; false if it cannot be started.
+    virtual bool StartProgram(const std::filesystem::path& program) = 0;
+    /// Plays a wave file without waiting; quiet where there is no sound.
+    virtual void PlaySound(const std::filesystem::path& file) = 0;
+    virtual ScreenInfo Screen() = 0;
+    /// Lets waiting events happen, once.
+    virtual void DeliverEvents() = 0;
+    /// Hourglass while busy.
+    virtual void SetBusyPointer(bool busy) = 0;
+    /// Gives way for a few milliseconds, events included.
+    virtual void Pause(int milliseconds) = 0;
+    /// Ends the process as soon as the running event is done; nothing of the program runs after that.
+    virtual void EndProcess() = 0;
+};
+
+/// UtcNow or LocalNow as days since 1899/12/30 with a fraction that holds the milliseconds.
+double DateValue(const ClockReading& reading);
+
+/// The number of hour boundaries between UTC and local time, positive east of Greenwich (9 in Japan).
+int LocalUtcOffsetHours(Platform& platform);
+
+}  // namespace keelview

@@ -1,0 +1,40 @@
+#pragma once
+
+#include <filesystem>
+#include <string>
+#include <system_error>
+#include <vector>
+
+#include "racedata/race_control.h"
+
+namespace keelview {
+
+/// What reading a race control file for the display met with.
+struct RaceFileReport {
+    bool Opened = false;  ///< false: the file cannot be read; the race is reset all the same
+    std::vector<std::string> MissingTracks;  ///< track files of boats that were left out, in file order
+    int SkippedLines = 0;                    ///< lines with no comma, an unknown key, or past a limit
+};
+
+/// Reads `race.RaceFileName` below `appPath`/raceadmin for the race display. Resets and fills `race`
+/// (MagVariation and BoatLength keep their value where the file has no such key; MAP lines are ignored),
+/// clears the name of a wind file that does not exist, removes boats whose track file does not exist in
+/// gpsdat, gives BoatLength 4.7 metres where it is 0, and works out DataFromTime, DataToTime, RaceDuration
+/// and ReplaySpan. Elements past the limits, and lines that cannot be read, are skipped.
+RaceFileReport ReadRaceFile(const std::filesystem::path& appPath, RaceControl& race);
+
+/// Reads the same file for the editor: keys are compared as they stand, boats without a track file stay, no
+/// file is looked for, DataFromTime is the start less 5 minutes, RaceDuration the seconds between the two
+/// times where both are given. False if the file cannot be read.
+bool ReadRaceFileForEdit(const std::filesystem::path& appPath, RaceControl& race);
+
+/// Reads only boats, coastline cells (with ".cst" behind each name), wind file and attachments (trimmed).
+/// False if the file cannot be read.
+bool ReadRaceFileForDistribution(const std::filesystem::path& appPath, RaceControl& race);
+
+/// Writes `race` to `race.RaceFileName` below `appPath`/raceadmin as a whole, in the encoding the file had
+/// (a new one in Shift-JIS where its text fits, else UTF-8), lines ended by CR LF; a line whose text has
+/// not changed keeps its bytes. Does nothing with an empty name. On failure the old file stands.
+std::error_code SaveRaceFile(const std::filesystem::path& appPath, const RaceControl& race);
+
+}  // namespace keelview
