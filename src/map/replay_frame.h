@@ -1,0 +1,53 @@
+#pragma once
+
+#include <functional>
+
+#include "display/race_disp.h"
+#include "map/chart.h"
+#include "session/app_state.h"
+
+namespace keelview {
+
+/// What the viewer sees move: for one moment of the clock the race clock, start signals, gun, finish list,
+/// boats, wakes, names and the boat list.
+class ReplayFrame {
+  public:
+    ReplayFrame(AppState& app, RaceDisp& form, Services& services, Chart& chart);
+
+    /// Draws the moment ReplayTime, after wrapping it into the replay range.
+    void DrawFrame();
+
+    /// Empties the finish list and hides it.
+    void ResetFinishList();
+
+    /// Every boat's search for its track segment begins at its first (true) or last point again.
+    void ResetCursors(bool toFirst);
+
+  private:
+    void KeepClockInRange();
+    void ShowRaceClock();
+    void ShowStartSignals();
+    void FireStartGun();
+    void UpdateFinishList();
+    void AppendFinisher(int boat);
+    void DrawFinishList();
+    void PlaceBoat(int boat);
+    void DrawBoatOnMap(int boat, int point);
+    void PlaceCrossWindLine(int boat, const ScreenPoint& at);
+    void DrawNameLabel(int boat, double x, double y);
+    void DrawWake(int boat, int point, const ScreenPoint& at);
+    void RefreshWind();
+    void UpdateBoatPanel();
+    void UpdateBoatRow(int boat);
+    void SlideDown(Surface& flag);
+
+    AppState& app_;
+    RaceDisp& form_;
+    Services& services_;
+    Chart& chart_;
+    bool gunFired_ = false;
+    int lastWholeSecond_ = 0;
+    double lastCourseWind_ = 0.0;
+};
+
+}  // namespace keelview

@@ -1,0 +1,18 @@
+#pragma once
+
+#include "session/app_state.h"
+
+namespace keelview {
+
+/// Writes the open race to its race control file and turns the map's top to north or the wind, as the race
+/// says. Does nothing with an empty RaceFileName. A file that cannot be written leaves the old one whole;
+/// the person is told once per race and the program goes on. True if nothing is left unsaved.
+bool SaveRace(AppState& app, Services& services);
+
+/// Plays the start gun of the program's folder without waiting, if it is there.
+void PlayGun(const AppState& app, Services& services);
+
+/// Opens a document or an address with the system's program for it; says in a message box what went wrong.
+void OpenDocument(const AppState& app, Services& services, const std::string& target);
+
+}  // namespace keelview
