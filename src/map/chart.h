@@ -36,6 +36,7 @@ class Chart {
     void DrawTracks();
     void DrawTrack(int boat);
     void DrawScaleBar(const ScaleBar& bar);
+    void DrawTimePoint(int boat, double t);
     void DrawMark(int mark);
     void DrawLine(int line);
     void DrawLayLines(const ScreenPoint& from, double first, double layAngle);

@@ -85,6 +85,7 @@ struct DisplayState {
     bool BoatControlsBuilt = false;
     int PassClockEntry = 0;  ///< course entry that shows a pass clock, 0 when none
     std::string PassClockText;
+    bool SaveFailureTold = false;  ///< the person knows that the race could not be saved
     std::string PlainTitle;  ///< the window's title without the position under the pointer
 };
 
