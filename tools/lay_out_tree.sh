@@ -1,0 +1,118 @@
+#!/usr/bin/env bash
+# Lays out the program's tree: lay_out_tree.sh BUILD_DIR TREE LANGUAGE   (LANGUAGE is en or ja)
+#
+# The two programs are always those of BUILD_DIR. Every other file is copied if it is missing, and renewed only if
+# it still is what an earlier run laid out: TREE/.laid-out holds the checksums of that. So what a user has put
+# into the tree, or changed there, stays.
+set -euo pipefail
+cd "$(dirname "${BASH_SOURCE[0]}")/.."
+build=$1
+tree=$2
+language=$3
+
+scratch=$(mktemp -d)
+trap 'rm -rf "$scratch"' EXIT
+
+declare -A source_of # place in the tree -> file that belongs there
+declare -A laid_out  # place in the tree -> checksum of what was laid out there
+
+# collect FOLDER PLACE : all files below FOLDER belong at PLACE in the tree.
+collect() {
+    local file
+    [ -d "$1" ] || return 0
+    while IFS= read -r -d '' file; do
+        source_of["$2/${file#"$1"/}"]=$file
+    done < <(find "$1" -type f -print0)
+}
+
+# settings : the two small files that steer the start: browse-only in the language, with a race to open. Until
+# the program has its menu, browse-only is what puts no question before the race.
+settings() {
+    local english=1 race=Enoshima_R1.txt
+    if [ "$language" = ja ]; then
+        english=0
+        race=Enoshima_R2.txt
+    fi
+    printf '1,%s\r\n' "$english" >"$scratch/Ver.00"
+    printf '%s\r\n' "$race" >"$scratch/racefile.st"
+    source_of[raceadmin/Ver.00]=$scratch/Ver.00
+    source_of[raceadmin/racefile.st]=$scratch/racefile.st
+}
+
+# checksums NAME FILE... : fills the associative array NAME with the checksums of the files, by file name.
+checksums() {
+    local -n sums=$1
+    local line
+    shift
+    [ "$#" -gt 0 ] || return 0
+    while IFS= read -r -d '' line; do
+        sums["${line:66}"]=${line:0:64}
+    done < <(sha256sum --zero -- "$@")
+}
+
+# put FILE PLACE : the file appears at its place whole or not at all, even if the old one is running.
+put() {
+    cp "$1" "$2.new~"
+    mv -f "$2.new~" "$2"
+}
+
+lay_out_programs() {
+    local program
+    for program in keelview keelview-report; do
+        cmp -s "$build/$program" "$tree/$program" || put "$build/$program" "$tree/$program"
+    done
+}
+
+read_manifest() {
+    local sum place
+    [ -f "$tree/.laid-out" ] || return 0
+    while read -r sum place; do
+        laid_out["$place"]=$sum
+    done <"$tree/.laid-out"
+}
+
+write_manifest() {
+    local place
+    for place in "${!laid_out[@]}"; do
+        printf '%s %s\n' "${laid_out[$place]}" "$place"
+    done | sort -k 2 >"$scratch/laid-out"
+    put "$scratch/laid-out" "$tree/.laid-out"
+}
+
+lay_out_data() {
+    local place target wanted found
+    local present=()
+    local -A wanted_sums=() present_sums=()
+    for place in "${!source_of[@]}"; do
+        [ ! -f "$tree/$place" ] || present+=("$tree/$place")
+    done
+    checksums wanted_sums "${source_of[@]}"
+    checksums present_sums "${present[@]}"
+    for place in "${!source_of[@]}"; do
+        target=$tree/$place
+        wanted=${wanted_sums[${source_of[$place]}]}
+        found=${present_sums[$target]:-}
+        if [ -n "$found" ] && [ "$found" != "$wanted" ] && [ "$found" != "${laid_out[$place]:-}" ]; then
+            continue
+        fi
+        if [ "$found" != "$wanted" ]; then
+            mkdir -p "${target%/*}"
+            put "${source_of[$place]}" "$target"
+        fi
+        laid_out["$place"]=$wanted
+    done
+}
+
+mkdir -p "$tree"/{raceadmin,gpsdat,winddat,coastline,attachment,help,help-e}
+for folder in raceadmin gpsdat winddat attachment; do
+    collect "$build/demo/$folder" "$folder"
+done
+for folder in coastline help help-e; do
+    collect "$folder" "$folder"
+done
+source_of[gun.wav]=assets/gun.wav
+settings
+lay_out_programs
+read_manifest
+lay_out_data
+write_manifest
