@@ -1,0 +1,85 @@
+"""The laid-out tree belongs to the user: a later ./run renews what it laid out itself and nothing else."""
+
+import subprocess
+import tempfile
+import unittest
+from pathlib import Path
+
+PROJECT = Path(__file__).resolve().parents[2]
+
+
+class LayOutTree(unittest.TestCase):
+    def setUp(self):
+        folder = tempfile.TemporaryDirectory()
+        self.addCleanup(folder.cleanup)
+        self.build = Path(folder.name) / "build"
+        self.tree = Path(folder.name) / "a tree"
+        for path, text in {
+            "keelview": "program 1",
+            "keelview-report": "report 1",
+            "demo/raceadmin/Enoshima_R1.txt": "race 1",
+            "demo/gpsdat/one.trk": "track 1",
+            "demo/attachment/帆走 指示書.txt": "document 1",
+        }.items():
+            self.write(self.build / path, text)
+
+    @staticmethod
+    def write(file, text):
+        file.parent.mkdir(parents=True, exist_ok=True)
+        file.write_text(text, encoding="utf-8")
+
+    def lay_out(self, language="en"):
+        script = PROJECT / "tools" / "lay_out_tree.sh"
+        subprocess.run([script, self.build, self.tree, language], check=True, timeout=60)
+
+    def text(self, path):
+        return (self.tree / path).read_text(encoding="utf-8")
+
+    def test_first_time_everything_is_there(self):
+        self.lay_out()
+        self.assertEqual(self.text("keelview"), "program 1")
+        self.assertEqual(self.text("attachment/帆走 指示書.txt"), "document 1")
+        self.assertEqual(self.text("raceadmin/Ver.00"), "1,1\n")
+        self.assertEqual(self.text("raceadmin/racefile.st"), "Enoshima_R1.txt\n")
+        cells = {file.name for file in (PROJECT / "coastline").iterdir()}
+        self.assertEqual({file.name for file in (self.tree / "coastline").iterdir()}, cells)
+        self.assertIn("NOTICE", cells)  # the coast's licence travels with the coast
+        for name in ("gun.wav", "winddat", "help", "help-e"):
+            self.assertTrue((self.tree / name).exists(), name)
+
+    def test_what_the_user_changed_or_added_stays(self):
+        self.lay_out()
+        self.write(self.tree / "raceadmin/Enoshima_R1.txt", "my marks")
+        self.write(self.tree / "raceadmin/Ver.00", "0,1")
+        self.write(self.tree / "gpsdat/mine.trk", "my track")
+        self.write(self.build / "demo/raceadmin/Enoshima_R1.txt", "race 2")
+        for language in ("ja", "en"):
+            self.lay_out(language)
+            self.assertEqual(self.text("raceadmin/Enoshima_R1.txt"), "my marks")
+            self.assertEqual(self.text("raceadmin/Ver.00"), "0,1")
+            self.assertEqual(self.text("gpsdat/mine.trk"), "my track")
+
+    def test_what_was_there_before_the_first_run_stays(self):
+        self.write(self.tree / "gpsdat/one.trk", "older than the demo")
+        self.lay_out()
+        self.assertEqual(self.text("gpsdat/one.trk"), "older than the demo")
+
+    def test_what_nobody_touched_is_renewed(self):
+        self.lay_out()
+        self.write(self.build / "keelview", "program 2")
+        self.write(self.build / "demo/gpsdat/one.trk", "track 2")
+        self.write(self.build / "demo/gpsdat/two.trk", "new in the demo")
+        (self.tree / "raceadmin/Enoshima_R1.txt").unlink()
+        self.lay_out("ja")
+        self.assertEqual(self.text("keelview"), "program 2")
+        self.assertEqual(self.text("gpsdat/one.trk"), "track 2")
+        self.assertEqual(self.text("gpsdat/two.trk"), "new in the demo")
+        self.assertEqual(self.text("raceadmin/Enoshima_R1.txt"), "race 1")
+        self.assertEqual(self.text("raceadmin/Ver.00"), "1,0\n")
+        self.assertEqual(self.text("raceadmin/racefile.st"), "Enoshima_R2.txt\n")
+        self.lay_out("en")
+        self.assertEqual(self.text("raceadmin/Ver.00"), "1,1\n")
+
+
+if __name__ == "__main__":
+    unittest.main(argv=["test_lay_out_tree"])
