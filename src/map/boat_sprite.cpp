@@ -11,10 +11,10 @@ namespace keelview {
 namespace {
 
 constexpr double MinBoatSize = 15.0;
-constexpr double DefaultBoatLength = 4.7;   // metres
-constexpr double SmallCraftLength = 3.0;    // metres
-constexpr double SmallestSail = 5.0;        // pixels of the sprite below which no sail is drawn
-constexpr double SailSwing = 0.4;           // share of the wind angle that the boom swings out
+constexpr double DefaultBoatLength = 4.7;  // metres
+constexpr double SmallCraftLength = 3.0;   // metres
+constexpr double SmallestSail = 5.0;       // pixels of the sprite below which no sail is drawn
+constexpr double SailSwing = 0.4;          // share of the wind angle that the boom swings out
 
 /// A corner by its distance (a multiple of the sprite's side) and its angle in degrees.
 struct Corner {
@@ -29,14 +29,8 @@ struct BoatShape {
     double Mast;                   // distance of the mast before the middle
 };
 
-constexpr std::array<Corner, 8> SmallHull{{{0.5, 10},
-                                           {0.3, 50},
-                                           {0.3, 120},
-                                           {0.5, 160},
-                                           {0.5, -160},
-                                           {0.3, -120},
-                                           {0.3, -50},
-                                           {0.5, -10}}};
+constexpr std::array<Corner, 8> SmallHull{
+    {{0.5, 10}, {0.3, 50}, {0.3, 120}, {0.5, 160}, {0.5, -160}, {0.3, -120}, {0.3, -50}, {0.5, -10}}};
 constexpr std::array<Corner, 7> LargeHull{
     {{0.5, 0}, {0.17, 60}, {0.2, 120}, {0.5, 165}, {0.5, -165}, {0.2, -120}, {0.17, -60}}};
 constexpr std::array<Corner, 4> SmallSail{{{0, 0}, {0.8, 0}, {0.35, 24}, {0.15, 45}}};

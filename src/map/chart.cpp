@@ -24,7 +24,8 @@ constexpr double PassClockPoints = 16.0;
 
 }  // namespace
 
-Chart::Chart(AppState& app, RaceDisp& form, Services& services) : app_(app), form_(form), services_(services) {}
+Chart::Chart(AppState& app, RaceDisp& form, Services& services)
+    : app_(app), form_(form), services_(services) {}
 
 void Chart::SetBoatPalette(DisplayState& display) {
     static constexpr std::array<Colour, 15> Palette{
@@ -141,7 +142,8 @@ void Chart::DrawTrack(int boat) {
     points.reserve(static_cast<std::size_t>(std::max(0, last - first + 1)));
     for (int k = first; k <= last; ++k) {
         const auto i = static_cast<std::size_t>(k);
-        const ScreenPoint at = MapToScreen(app_.view, app_.tracks.TrackLat[b][i], app_.tracks.TrackLon[b][i]);
+        const ScreenPoint at =
+            MapToScreen(app_.view, app_.tracks.TrackLat[b][i], app_.tracks.TrackLon[b][i]);
         points.push_back({at.X, at.Y});
     }
     form_.Picture1.Polyline(points, app_.display.BoatColour[b]);
@@ -192,7 +194,8 @@ void Chart::DrawTimePoint(int boat, double t) {
             const double f = (t - times[i]) / (times[i + 1] - times[i]);
             const auto& lat = app_.tracks.TrackLat[b];
             const auto& lon = app_.tracks.TrackLon[b];
-            at = MapToScreen(app_.view, lat[i] + (lat[i + 1] - lat[i]) * f, lon[i] + (lon[i + 1] - lon[i]) * f);
+            at = MapToScreen(app_.view, lat[i] + (lat[i + 1] - lat[i]) * f,
+                             lon[i] + (lon[i + 1] - lon[i]) * f);
         }
         form_.Picture1.Circle(at.X, at.Y, 4, app_.display.BoatColour[b]);
         return;
@@ -255,7 +258,9 @@ void Chart::DrawLayLines(const ScreenPoint& from, double first, double layAngle)
     map.Style = DrawStyle::Solid;
 }
 
-void Chart::DrawEntryDisk(const ScreenPoint& at) { form_.Picture1.Circle(at.X, at.Y, 3, Black); }
+void Chart::DrawEntryDisk(const ScreenPoint& at) {
+    form_.Picture1.Circle(at.X, at.Y, 3, Black);
+}
 
 void Chart::DrawEntryLabel(const std::string& label, const ScreenPoint& at, double points) {
     Surface& map = form_.Picture1;
@@ -272,7 +277,8 @@ void Chart::DrawPassClock(const std::string& label, const ScreenPoint& at) {
     Surface& map = form_.Picture1;
     map.FontSize = PassClockPoints * app_.settings.FontScale;
     map.ForeColor = Red;
-    map.PrintAt(at.X - map.TextWidth(app_.display.PassClockText) / 2, at.Y - 50, app_.display.PassClockText);
+    map.PrintAt(at.X - map.TextWidth(app_.display.PassClockText) / 2, at.Y - 50,
+                app_.display.PassClockText);
     map.FontSize = LabelPoints * app_.settings.FontScale;
 }
 

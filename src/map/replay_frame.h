@@ -36,7 +36,6 @@ class ReplayFrame {
     void PlaceCrossWindLine(int boat, const ScreenPoint& at);
     void DrawNameLabel(int boat, double x, double y);
     void DrawWake(int boat, int point, const ScreenPoint& at);
-    void RefreshWind();
     void UpdateBoatPanel();
     void UpdateBoatRow(int boat);
     void SlideDown(Surface& flag);
@@ -46,8 +45,6 @@ class ReplayFrame {
     Services& services_;
     Chart& chart_;
     bool gunFired_ = false;
-    int lastWholeSecond_ = 0;
-    double lastCourseWind_ = 0.0;
 };
 
 }  // namespace keelview

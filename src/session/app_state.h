@@ -86,7 +86,7 @@ struct DisplayState {
     int PassClockEntry = 0;  ///< course entry that shows a pass clock, 0 when none
     std::string PassClockText;
     bool SaveFailureTold = false;  ///< the person knows that the race could not be saved
-    std::string PlainTitle;  ///< the window's title without the position under the pointer
+    std::string PlainTitle;        ///< the window's title without the position under the pointer
 };
 
 /// The one shared state, made at the start and handed on by reference.

@@ -30,7 +30,6 @@ class ReplayClock {
     void Play(int direction);
     void Option7_Click();
     void Step(int direction);
-    void EndMeasuring();
 
     AppState& app_;
     RaceDisp& form_;

@@ -22,9 +22,9 @@ bool SaveRace(AppState& app, Services& services) {
     if (!std::exchange(app.display.SaveFailureTold, true)) {
         const Text said{"The race control file could not be written: ",
                         "レース管理ファイルを書き込めませんでした: "};
-        services.dialogs.Ok(said.Str(app.settings.UseEnglish) + app.race.RaceFileName + "\r\n(" +
-                                error.message() + ")",
-                            app.settings.AppTitle);
+        services.dialogs.Ok(
+            said.Str(app.settings.UseEnglish) + app.race.RaceFileName + "\r\n(" + error.message() + ")",
+            app.settings.AppTitle);
     }
     return false;
 }

@@ -1,0 +1,25 @@
+#include <memory>
+
+#include "display/application.h"
+#include "display/splash.h"
+#include "session/app_state.h"
+#include "session/race_session.h"
+#include "session/start.h"
+#include "shell/control_panel.h"
+
+int main(int argc, char** argv) {
+    using namespace keelview;
+    Application application(argc, argv);
+    Services services{application.ThePlatform(), application.TheDialogs()};
+    const auto app = std::make_unique<AppState>();
+    if (SettleStart(*app, services) == StartOutcome::End) return 0;
+
+    const Settings& settings = app->settings;
+    Splash splash(services.platform.Screen(), settings.UseEnglish, settings.UiFontName, settings.FontScale);
+    splash.ShowNow();
+    RaceSession session(*app, services, splash);
+    const ControlPanel panel(*app, services, session);
+    session.Display().OnQueryUnload = [&services] { services.platform.EndProcess(); };
+    if (!session.StartSession()) return 0;
+    return application.Run();
+}

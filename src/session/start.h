@@ -1,0 +1,25 @@
+#pragma once
+
+#include <functional>
+#include <string>
+
+#include "session/app_state.h"
+
+namespace keelview {
+
+/// How the start went.
+enum class StartOutcome {
+    ShowRace,  ///< everything is settled; the first race is named in the state
+    End        ///< the process ends: unknown locale, or the installer was started
+};
+
+/// Settles everything that must stand before a form is shown: the program's folder, mode and language from
+/// Ver.00, fonts, the screen's scale, the locale, the installer of a CD-ROM, the base data and the question
+/// for the mode, and the first race.
+StartOutcome SettleStart(AppState& app, Services& services);
+
+/// The name of the race to show at the start of a browse-only copy: the field of racefile.st, else the
+/// first race control file of the folder, else empty.
+std::string FirstRace(const Settings& settings);
+
+}  // namespace keelview
