@@ -1,0 +1,53 @@
+#pragma once
+
+#include <filesystem>
+#include <string>
+#include <string_view>
+
+#include "base/bilingual.h"
+#include "display/control.h"
+#include "display/form.h"
+#include "session/app_state.h"
+
+namespace keelview {
+
+/// What is asked for, and what came of it. One stands for the whole run: where a caller leaves FilePattern
+/// alone, that of an earlier dialog stays.
+struct FileQuestion {
+    /// MustExist: an existing file is chosen. ToWrite: a name to write to; an existing file asks first.
+    enum class Mode { MustExist = 0, ToWrite = 1 };
+    Mode FileMode = Mode::MustExist;
+    std::filesystem::path FileFolder;   ///< its files are listed, and the name is joined to it
+    std::string FileExtension;          ///< added with a point to a typed name that has no point
+    std::string FilePattern;            ///< first text of the name box; empty: "*." and FileExtension
+    std::filesystem::path ShellTarget;  ///< result: the whole path; empty when cancelled
+    std::string FileResultName;         ///< result: the name alone
+};
+
+/// The dialog that asks for one file name inside one folder.
+class FmFileSelect : public Form {
+  public:
+    FmFileSelect(const Settings& settings, Dialogs& dialogs, FileQuestion& question);
+
+    ListBox File1;    // the files of the folder
+    TextBox Text1;    // the name
+    Button Command2;  // "CANCEL"
+    Button Command1;  // "OK"
+
+  private:
+    void File1_Click();
+    void Command1_Click();
+    void Command2_Click();
+    void Say(Text text);
+    bool OverwriteAllowed();
+    void Take(const std::filesystem::path& path, const std::string& name);
+
+    const Settings& settings_;
+    Dialogs& dialogs_;
+    FileQuestion& question_;
+};
+
+/// Asks and waits; true if a name was taken.
+bool ShowFileSelect(const Settings& settings, Dialogs& dialogs, FileQuestion& question);
+
+}  // namespace keelview
