@@ -1,0 +1,82 @@
+#pragma once
+
+#include <filesystem>
+#include <optional>
+#include <string>
+#include <string_view>
+
+#include "base/bilingual.h"
+#include "base/dates.h"
+#include "racedata/race_control.h"
+
+namespace keelview {
+
+// What the race control editor does with a race before it is saved, apart from the form that shows it.
+
+/// The race that an opened editor starts with: no boats and no file, no start and no finish (the first boat
+/// gives them), the editor's defaults, and `timeDiff` hours from UTC. Titles, marks, lines, course,
+/// wind file and attachments stay as the race before it left them.
+RaceControl NewDraft(const RaceControl& last, int timeDiff);
+
+/// "BOAT" and the number of the next boat.
+std::string ProposedBoatName(const RaceControl& race);
+
+/// True if a track file of this name can stand in a race control file: no comma, no slash, no blanks at its
+/// ends.
+bool FitsBoatLine(std::string_view boatFile);
+
+/// Adds a boat behind the others; false, and nothing changed, where the race has MaxBoats already.
+bool AddBoat(RaceControl& race, std::string_view boatFile, std::string_view boatName);
+
+/// Removes a boat (from 1); the later ones move up. Nothing happens for a number that no boat has.
+void RemoveBoat(RaceControl& race, int boat);
+
+/// Adds an attached document; false, and nothing changed, where the race has MaxAttachments already.
+bool AddAttachment(RaceControl& race, std::string_view attachFile);
+
+/// When and where a track begins, and when it ends.
+struct TrackTimes {
+    CivilTime First = 0;          ///< UTC
+    CivilTime Last = 0;           ///< UTC
+    double FirstLongitude = 0.0;  ///< minutes of arc, east positive
+};
+
+/// First and last fix of a track file in gpsdat. Nothing if the file cannot be read or gives no point on
+/// the display either: too small, another extension, no fix in it.
+std::optional<TrackTimes> ReadFirstTrackTimes(const std::filesystem::path& appPath,
+                                              const std::string& boatFile);
+
+/// The time zone of a longitude (minutes of arc) in hours from UTC: one for each 15 degrees, to the nearest
+/// hour, halves going up. Longitude 139.75 E gives 9.
+int TimeZoneOfLongitude(double longitude);
+
+/// Fills in what a track can tell and the race does not have yet: a TimeDiff of 0 becomes the zone of its
+/// longitude, an empty start the local time four minutes after its first fix, an empty finish that of its
+/// last fix.
+void ProposeTimes(const std::optional<TrackTimes>& track, RaceControl& race);
+
+/// The texts of the editor's fields as they stand.
+struct DraftFields {
+    std::string Title1;
+    std::string Title2;
+    std::string Start;
+    std::string Finish;
+    std::string TimeDiff;
+    std::string WindDirection;
+    std::string BoatLength;
+    std::string MagVariation;
+    std::string LayLineUp;
+    std::string LayLineDown;
+    std::string PreStartMinutes;
+};
+
+/// Takes all fields into the race. Nothing is taken, and the message for the person is given, where a start
+/// or finish is no date, the finish does not lie behind the start, or a number field holds something that
+/// is no number or lies outside its range; an empty number field counts as 0, but not that of TimeDiff.
+std::optional<std::string> TakeFields(const DraftFields& fields, bool useEnglish, RaceControl& race);
+
+/// Reads a race control file into a draft with its coastline cells, so that saving it keeps them. False,
+/// and the draft unchanged, if the file cannot be read.
+bool OpenDraft(const std::filesystem::path& appPath, const std::string& raceFileName, RaceControl& draft);
+
+}  // namespace keelview
