@@ -22,7 +22,7 @@ std::error_code WriteFileAtomically(const std::filesystem::path& path, std::stri
 
 /// The path of `relative` (its parts separated by '/' or '\\') below `base`, where each part is found
 /// without regard to the case of letters; an exact match goes first. A part that is not there is taken as
-/// written. Parts that would lead out of `base` ("..") are taken as plain names that do not exist.
+/// written. Parts that would lead out of `base` ("..") become plain names in brackets that do not exist.
 std::filesystem::path FindBelow(const std::filesystem::path& base, std::string_view relative);
 
 /// True if the path is a regular file that can be seen.
@@ -31,8 +31,8 @@ bool IsFile(const std::filesystem::path& path);
 /// The size of a regular file in bytes; nothing if there is none.
 std::optional<std::uintmax_t> FileSize(const std::filesystem::path& path);
 
-/// The names of the regular files of a folder that match a pattern with `*` and `?`, without regard to
-/// case, in ascending order of their names. Empty if the folder cannot be read. Names are UTF-8.
+/// The names of the regular files of a folder that match a pattern with `*` and `?` ("*.*" is every name),
+/// in ascending order, both without regard to case. Empty if the folder cannot be read. Names are UTF-8.
 std::vector<std::string> ListFiles(const std::filesystem::path& folder, std::string_view pattern);
 
 }  // namespace keelview

@@ -6,9 +6,9 @@
 
 namespace keelview {
 
-/// The leading decimal number of a text ("4.7 m" is 4.7, "-7x" is -7); 0 if there is none. Blanks before
-/// the number are skipped, a decimal point is a point in every locale, and anything behind the number is
-/// ignored.
+/// The leading decimal number of a text ("4.7 m" is 4.7, "-7x" is -7); 0 if there is none, or none that a
+/// double can hold. Blanks before the number are skipped, a decimal point is a point in every locale, and
+/// anything behind the number is ignored. Always finite.
 double LenientNumber(std::string_view text);
 
 /// The whole text as a number; nothing if anything but one number (and blanks around it) stands in it.
@@ -25,7 +25,7 @@ double RoundDecimals(double value, int decimals);
 int FloorToInt(double value);
 
 /// The plain decimal form of a value with at most 15 significant digits, as files hold it: "210", "0.5",
-/// "-7". Never an exponent for values between 1e-9 and 1e15.
+/// "-7". Never an exponent for values between 1e-9 and 1e15; "0" for a value that is not finite.
 std::string NumberText(double value);
 
 /// As NumberText, but without the zero before the point: ".532", "-.5". The form of numbers on pictures.

@@ -22,6 +22,10 @@ bool EqualNoCase(std::string_view a, std::string_view b);
 /// the text opens no further line.
 std::vector<std::string_view> Lines(std::string_view text);
 
+/// Cuts the first line off the text and returns it without its end (CR LF or LF). For files that may be
+/// long: a list of all their lines could be much larger than they are.
+std::string_view CutLine(std::string_view& text);
+
 /// Cuts the head of the text up to the separator and returns it; the text keeps what stands behind the
 /// separator. Without a separator the whole text is the head and nothing is left.
 std::string_view CutHead(std::string_view& text, char separator);

@@ -16,10 +16,11 @@ struct DecodedText {
 };
 
 /// Reads the bytes of a whole file: UTF-8 where they start with its byte-order mark or are valid UTF-8,
-/// else code page 932 (Shift-JIS). One exception: if all characters beyond ASCII are two-byte sequences led
-/// by C2 to DF and two stand together, it is half-width kana of code page 932. Pure ASCII counts as
-/// Shift-JIS. Bytes that mean nothing become U+FFFD; the text never gets more than three times as long as
-/// the bytes.
+/// else code page 932 (Shift-JIS). One exception: if all characters beyond ASCII are two-byte sequences
+/// whose bytes are half-width kana of code page 932 as well (a lead of C2 to DF, a tail of A1 to BF) and
+/// two stand together, it is code page 932: Cyrillic and Greek words hold other tails too. Pure ASCII
+/// counts as Shift-JIS. Bytes that mean nothing become U+FFFD; the text never gets more than three times as
+/// long as the bytes.
 DecodedText DecodeText(std::string_view bytes);
 
 /// True if the bytes are well-formed UTF-8 (no overlong forms, no surrogates, at most U+10FFFF).

@@ -1,0 +1,163 @@
+#include "base/dates.h"
+
+#include <algorithm>
+#include <array>
+#include <charconv>
+#include <chrono>
+#include <cstdio>
+#include <vector>
+
+#include "base/strings.h"
+
+namespace keelview {
+namespace {
+
+constexpr CivilTime SecondsPerDay = 86400;
+constexpr CivilTime FirstMoment = -62135596800;  // 0001/01/01 00:00:00
+constexpr CivilTime LastMoment = 253402300799;   // 9999/12/31 23:59:59
+
+/// A whole number of 1 to 4 digits and nothing else.
+std::optional<int> ShortInteger(std::string_view text) {
+    if (text.empty() || text.size() > 4) return std::nullopt;
+    int value = 0;
+    const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), value);
+    if (error != std::errc{} || end != text.data() + text.size() || value < 0 || text.front() == '-') {
+        return std::nullopt;
+    }
+    return value;
+}
+
+struct DateParts {
+    int Year = 0;
+    int Month = 0;
+    int Day = 0;
+};
+
+/// A date in one of the orders that ParseDateTime knows; whether there is such a day is not looked at.
+std::optional<DateParts> ReadDate(std::string_view text) {
+    const std::vector<std::string_view> parts =
+        Split(text, text.find('-') != std::string_view::npos ? '-' : '/');
+    if (parts.size() != 3) return std::nullopt;
+    const std::optional<int> first = ShortInteger(parts[0]);
+    const std::optional<int> second = ShortInteger(parts[1]);
+    const std::optional<int> third = ShortInteger(parts[2]);
+    if (!first || !second || !third) return std::nullopt;
+    if (parts[0].size() == 4) return DateParts{*first, *second, *third};
+    if (parts[2].size() != 4) return std::nullopt;
+    if (*first > 12) return DateParts{*third, *second, *first};
+    return DateParts{*third, *first, *second};
+}
+
+enum class HalfDay { None, Morning, Afternoon };
+
+bool TakePrefix(std::string_view& text, std::string_view prefix) {
+    if (!text.starts_with(prefix)) return false;
+    text = Trim(text.substr(prefix.size()));
+    return true;
+}
+
+bool TakeSuffix(std::string_view& text, std::string_view suffix) {
+    if (text.size() < suffix.size() || !EqualNoCase(text.substr(text.size() - suffix.size()), suffix)) {
+        return false;
+    }
+    text = Trim(text.substr(0, text.size() - suffix.size()));
+    return true;
+}
+
+/// Cuts the mark of the half of the day off the time, before or behind it.
+HalfDay TakeHalfDay(std::string_view& time) {
+    if (TakePrefix(time, "午前") || TakeSuffix(time, "AM")) return HalfDay::Morning;
+    if (TakePrefix(time, "午後") || TakeSuffix(time, "PM")) return HalfDay::Afternoon;
+    return HalfDay::None;
+}
+
+std::optional<CivilTime> OnDay(const DateParts& date, std::string_view time) {
+    if (time.empty()) return MakeCivilTime(date.Year, date.Month, date.Day, 0, 0, 0);
+    const HalfDay half = TakeHalfDay(time);
+    const std::vector<std::string_view> parts = Split(time, ':');
+    if (parts.size() != 2 && parts.size() != 3) return std::nullopt;
+    const std::optional<int> hour = ShortInteger(parts[0]);
+    const std::optional<int> minute = ShortInteger(parts[1]);
+    const std::optional<int> second = parts.size() == 3 ? ShortInteger(parts[2]) : 0;
+    if (!hour || !minute || !second) return std::nullopt;
+    int hourOfDay = *hour;
+    if (half != HalfDay::None) {
+        if (hourOfDay > 12) return std::nullopt;
+        hourOfDay = hourOfDay % 12 + (half == HalfDay::Afternoon ? 12 : 0);
+    }
+    return MakeCivilTime(date.Year, date.Month, date.Day, hourOfDay, *minute, *second);
+}
+
+CivilTime FloorDivide(CivilTime value, CivilTime by) {
+    return value / by - (value % by < 0 ? 1 : 0);
+}
+
+/// Three numbers with a separator, filled up with zeros: the first to its width, the others to two digits.
+std::string Joined(std::int64_t a, int width, char separator, std::int64_t b, std::int64_t c) {
+    std::array<char, 80> buffer{};
+    const int length = std::snprintf(buffer.data(), buffer.size(), "%0*lld%c%02lld%c%02lld", width,
+                                     static_cast<long long>(a), separator, static_cast<long long>(b),
+                                     separator, static_cast<long long>(c));
+    return {buffer.data(), static_cast<std::size_t>(std::max(length, 0))};
+}
+
+}  // namespace
+
+std::optional<CivilTime> MakeCivilTime(int year, int month, int day, int hour, int minute, int second) {
+    if (year < 1 || year > 9999 || month < 1 || month > 12 || day < 1 || day > 31) return std::nullopt;
+    if (hour < 0 || hour > 23 || minute < 0 || minute > 59 || second < 0 || second > 59) {
+        return std::nullopt;
+    }
+    const std::chrono::year_month_day date{std::chrono::year{year},
+                                           std::chrono::month{static_cast<unsigned>(month)},
+                                           std::chrono::day{static_cast<unsigned>(day)}};
+    if (!date.ok()) return std::nullopt;
+    const CivilTime days = std::chrono::sys_days{date}.time_since_epoch().count();
+    return days * SecondsPerDay + hour * 3600 + minute * 60 + second;
+}
+
+std::optional<CivilTime> ParseDateTime(std::string_view text) {
+    text = Trim(text);
+    const std::size_t blank = text.find_first_of(" \t");
+    const std::optional<DateParts> date = ReadDate(text.substr(0, blank));
+    if (!date) return std::nullopt;
+    return OnDay(*date, blank == std::string_view::npos ? std::string_view{} : Trim(text.substr(blank)));
+}
+
+std::string DateTimeText(CivilTime time) {
+    return DateText(time) + " " + TimeOfDayText(time);
+}
+
+std::string DateText(CivilTime time) {
+    time = std::clamp(time, FirstMoment, LastMoment);
+    const std::chrono::sys_days day{std::chrono::days{FloorDivide(time, SecondsPerDay)}};
+    const std::chrono::year_month_day date{day};
+    return Joined(static_cast<int>(date.year()), 4, '/', static_cast<unsigned>(date.month()),
+                  static_cast<unsigned>(date.day()));
+}
+
+std::string TimeOfDayText(CivilTime time) {
+    time = std::clamp(time, FirstMoment, LastMoment);
+    const CivilTime ofDay = time - FloorDivide(time, SecondsPerDay) * SecondsPerDay;
+    return Joined(ofDay / 3600, 2, ':', ofDay / 60 % 60, ofDay % 60);
+}
+
+std::int64_t MinuteBoundaries(CivilTime from, CivilTime to) {
+    return FloorDivide(to, 60) - FloorDivide(from, 60);
+}
+
+std::string DurationText(std::int64_t seconds) {
+    // Dividing first keeps the most negative number out of the change of sign.
+    const std::int64_t hours = seconds / 3600;
+    const std::int64_t rest = seconds % 3600;
+    const std::int64_t magnitude = rest < 0 ? -rest : rest;
+    return Joined(hours < 0 ? -hours : hours, 2, ':', magnitude / 60, magnitude % 60);
+}
+
+std::string ShortDurationText(std::int64_t seconds) {
+    if (seconds < 60) return std::to_string(seconds);
+    const std::string rest = std::to_string(seconds % 60);
+    return std::to_string(seconds / 60) + (rest.size() == 1 ? ":0" : ":") + rest;
+}
+
+}  // namespace keelview
