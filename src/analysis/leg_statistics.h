@@ -1,0 +1,102 @@
+#pragma once
+
+#include <array>
+#include <optional>
+#include <string>
+#include <string_view>
+
+#include "analysis/mark_rounding.h"
+#include "racedata/race_control.h"
+
+namespace keelview {
+
+/// What a page of leg statistics shows.
+enum class StatKind { Time = 1, Distance = 2, Speed = 3, Analysis = 4 };
+
+/// Longest course that the factor analysis takes.
+inline constexpr int MaxAnalysisEntries = 20;
+
+/// Seconds, metres or knots by boat (from 1) and course entry (from 1), with the extremes of each column.
+struct LegTable {
+    MarkPasses::ByBoatAndEntry<std::optional<double>> Value{};  ///< nothing: the cell stays empty
+    std::array<double, MaxCourseEntries + 1> ColMax{};          ///< largest value of a column, at least -10
+    std::array<double, MaxCourseEntries + 1> ColMin{};  ///< smallest positive value below 99999, else 99999
+    double Spread = 0.0;  ///< largest ColMax - ColMin of any column, at least -100
+};
+
+/// One kind of statistics up to each entry and for the leg that ends at each entry. A leg has the number of
+/// the entry where it ends, so entry 1 has none.
+struct LegStatistics {
+    StatKind Kind = StatKind::Time;
+    LegTable Cumulative;
+    LegTable ByLeg;
+};
+
+/// Works out both tables of a kind (Time: seconds; Distance: whole metres; Speed: knots) from finished
+/// passes; for Analysis all cells stay empty. Cumulative: a boat that did not reach an entry has 0 there.
+/// By leg: a boat that did not reach the end of the leg has an empty cell, and so has a speed without a
+/// duration; a leg after a missed entry counts from time 0 and distance 0. Cumulative speeds are rounded to
+/// three decimals, speeds by leg are cut to them. Entry 1 plays no part in the spread of cumulative speeds.
+LegStatistics ComputeLegStatistics(const RaceControl& race, const MarkPasses& passes, StatKind kind);
+
+/// True if the cell holds the best value of its column: the least time or distance, the highest speed.
+bool IsBest(const LegTable& table, StatKind kind, int boat, int entry);
+
+/// Seconds from the entry before to this one; from 0 for entry 1 and after a missed entry.
+int LegTime(const MarkPasses& passes, int boat, int entry);
+
+/// Nautical miles sailed on the same way.
+double LegMiles(const MarkPasses& passes, int boat, int entry);
+
+/// Knots over a distance (nautical miles) and a time (seconds); nothing without a duration.
+std::optional<double> SpeedOver(double miles, int seconds);
+
+/// How a boat stands against the best boat of a column: its value over the best boat's, minus 1. Time is
+/// Distance / Speed, so a loss in time is what was sailed too far and too slowly. Nothing where the boat or
+/// the best boat has no such value.
+struct FactorShare {
+    bool Counts = false;  ///< the boat reached the end of the column's part of the race
+    std::optional<double> Time;
+    std::optional<double> Distance;
+    std::optional<double> Speed;
+};
+
+/// One part of the race in the factor analysis.
+struct FactorColumn {
+    int BestBoat = 0;  ///< the boat with the shortest time, the lowest number among equals; 0 when none
+    std::array<FactorShare, MaxBoats + 1> Share{};  ///< by boat
+};
+
+/// Every boat's time split into distance and speed. Column 1 is the whole race, column c the leg that ends
+/// at entry c.
+struct FactorAnalysis {
+    std::array<FactorColumn, MaxAnalysisEntries + 1> Column{};
+};
+
+/// The analysis of a course; nothing if it has no entry or more than MaxAnalysisEntries. A best boat has a
+/// time above 0 and below 100000 seconds.
+std::optional<FactorAnalysis> AnalyseFactors(const RaceControl& race, const MarkPasses& passes);
+
+/// Said in place of the analysis of a longer course.
+std::string CourseTooLongText(bool useEnglish);
+
+/// Longest bar of the analysis, as a share of the best boat's value: larger ratios are drawn as this.
+double LimitShare(double ratio);
+
+/// The axis of a chart of differences.
+struct DiffAxis {
+    int Steps = 1;      ///< the grid has this many steps, 1 to 10
+    double Unit = 1.0;  ///< one step of the grid: a power of ten
+    double Max() const { return Steps * Unit; }
+};
+
+/// The axis for a spread: its leading digit plus 1 steps of its power of ten, so 130 gives 2 x 100. A
+/// spread of 0 or less, or one that is not finite, gets a single step of 1.
+DiffAxis ChooseDiffAxis(double spread);
+
+/// A table in the form that spreadsheets open: UTF-8 with a byte-order mark, lines ended by CR LF, boat
+/// names quoted, numbers with a decimal point. One row a boat; first the entries of the cumulative table,
+/// then the legs (">MK1"). Empty cells stay empty.
+std::string LegStatisticsCsv(const RaceControl& race, const LegStatistics& statistics);
+
+}  // namespace keelview

@@ -1,0 +1,188 @@
+#include "analysis/leg_statistics.h"
+
+#include <gtest/gtest.h>
+
+#include <cmath>
+#include <memory>
+#include <string>
+#include <vector>
+
+namespace keelview {
+namespace {
+
+/// A race with the times and miles of each boat at each entry, from entry 1.
+struct Sailed {
+    RaceControl race;
+    MarkPasses passes;
+    Sailed(const std::vector<std::vector<int>>& times, const std::vector<std::vector<double>>& miles) {
+        race.BoatCount = static_cast<int>(times.size());
+        race.CourseCount = static_cast<int>(times.front().size());
+        for (int entry = 1; entry <= race.CourseCount; ++entry)
+            race.CourseOrder[entry] = " MK" + std::to_string(entry);
+        for (int boat = 1; boat <= race.BoatCount; ++boat) {
+            race.BoatName[boat] = "Boat" + std::to_string(boat);
+            for (int entry = 1; entry <= race.CourseCount; ++entry) {
+                passes.MarkPassTime[boat][entry] = times[boat - 1][entry - 1];
+                passes.MarkPassDist[boat][entry] = miles[boat - 1][entry - 1];
+            }
+        }
+    }
+};
+
+// Boat 2 misses entry 2; boats 1 and 3 share the best time at entry 1.
+std::unique_ptr<Sailed> ThreeBoats() {
+    return std::make_unique<Sailed>(
+        std::vector<std::vector<int>>{{10, 610, 1210}, {12, 0, 1300}, {10, 700, 1330}},
+        std::vector<std::vector<double>>{{0.014, 1.014, 1.914}, {0.02, 0, 2.1}, {0.012, 1.1, 2.2}});
+}
+
+std::vector<std::vector<std::string>> Rows(const std::string& csv) {
+    std::vector<std::vector<std::string>> rows(1, std::vector<std::string>(1));
+    for (const char c : csv) {
+        if (c == '\n') rows.emplace_back(1);
+        if (c == ',') rows.back().emplace_back();
+        if (c != '\n' && c != '\r' && c != ',') rows.back().back() += c;
+    }
+    rows.pop_back();
+    return rows;
+}
+
+TEST(LegStatistics, TablesHoldWhatAPersonReadsOnThePage) {
+    const auto sailed = ThreeBoats();
+    struct Case {
+        StatKind Kind;
+        std::vector<std::vector<std::string>> Table;  // cumulative, then legs
+    };
+    const Case cases[] = {
+        {StatKind::Time,
+         {{"10", "610", "1210", "600", "600"},
+          {"12", "0", "1300", "", "1300"},
+          {"10", "700", "1330", "690", "630"}}},
+        {StatKind::Distance,
+         {{"26", "1878", "3545", "1852", "1667"},
+          {"37", "0", "3889", "", "3889"},
+          {"22", "2037", "4074", "2015", "2037"}}},
+        // 1.914 x 3600 / 1210 = 5.69454.. rounds up; 1.088 x 3600 / 690 = 5.67652 is cut.
+        {StatKind::Speed,
+         {{"5.04", "5.984", "5.695", "6", "5.399"},
+          {"6", "0", "5.815", "", "5.815"},
+          {"4.32", "5.657", "5.955", "5.676", "6.285"}}},
+    };
+    for (const Case& c : cases) {
+        const LegStatistics statistics = ComputeLegStatistics(sailed->race, sailed->passes, c.Kind);
+        auto rows = Rows(LegStatisticsCsv(sailed->race, statistics));
+        EXPECT_EQ(rows[0], (std::vector<std::string>{"\xEF\xBB\xBF\"Boat\"", "\"MK1\"", "\"MK2\"",
+                                                     "\"MK3\"", "\">MK2\"", "\">MK3\""}));
+        ASSERT_EQ(rows.size(), 4u);
+        for (int boat = 1; boat <= 3; ++boat) {
+            rows[boat].erase(rows[boat].begin());
+            EXPECT_EQ(rows[boat], c.Table[boat - 1])
+                << "kind " << static_cast<int>(c.Kind) << " boat " << boat;
+        }
+    }
+}
+
+TEST(LegStatistics, BestValuesAndSpreadsIgnoreBoatsThatMissedAnEntry) {
+    const auto sailed = ThreeBoats();
+    const LegStatistics time = ComputeLegStatistics(sailed->race, sailed->passes, StatKind::Time);
+    EXPECT_TRUE(IsBest(time.Cumulative, StatKind::Time, 1, 1));
+    EXPECT_TRUE(IsBest(time.Cumulative, StatKind::Time, 3, 1));  // a shared best is marked twice
+    EXPECT_FALSE(IsBest(time.Cumulative, StatKind::Time, 2, 2));
+    EXPECT_FALSE(IsBest(time.ByLeg, StatKind::Time, 2, 2));
+    EXPECT_EQ(time.Cumulative.ColMin[2], 610);
+    EXPECT_EQ(time.Cumulative.Spread, 120);
+    EXPECT_EQ(time.ByLeg.Spread, 700);  // boat 2's last leg counts from 0
+
+    const LegStatistics speed = ComputeLegStatistics(sailed->race, sailed->passes, StatKind::Speed);
+    EXPECT_TRUE(IsBest(speed.ByLeg, StatKind::Speed, 3, 3));
+    EXPECT_NEAR(speed.Cumulative.Spread, 5.984 - 5.657, 1e-9);  // entry 1, with 1.68, plays no part
+}
+
+TEST(LegStatistics, OddColumnsHaveNoBestAndNoDivisionByZero) {
+    // Nobody at entry 2; two entries at the same second; values beyond the reach of a minimum.
+    const Sailed odd({{5, 0, 100000, 100000}, {-3, 0, 150000, 150000}},
+                     {{0.1, 0, 60, 60}, {-0.01, 0, 60, 60}});
+    const LegStatistics time = ComputeLegStatistics(odd.race, odd.passes, StatKind::Time);
+    EXPECT_EQ(time.Cumulative.ColMin[2], 99999);
+    EXPECT_EQ(time.Cumulative.ColMin[3], 99999);
+    EXPECT_EQ(time.ByLeg.ColMax[2], -10);
+    EXPECT_FALSE(IsBest(time.Cumulative, StatKind::Time, 1, 3));
+    EXPECT_EQ(*time.Cumulative.Value[2][1], -3);  // over the line before the gun
+    const LegStatistics speed = ComputeLegStatistics(odd.race, odd.passes, StatKind::Speed);
+    EXPECT_EQ(*speed.Cumulative.Value[2][1], 0);
+    EXPECT_FALSE(speed.ByLeg.Value[1][4].has_value());
+}
+
+TEST(FactorAnalysis, SplitsALossOfTimeIntoDistanceAndSpeed) {
+    const auto sailed = ThreeBoats();
+    const auto analysis = AnalyseFactors(sailed->race, sailed->passes);
+    ASSERT_TRUE(analysis.has_value());
+    const FactorColumn& total = analysis->Column[1];
+    EXPECT_EQ(total.BestBoat, 1);
+    EXPECT_EQ(*total.Share[1].Time, 0);
+    EXPECT_EQ(*total.Share[1].Speed, 0);
+    EXPECT_NEAR(*total.Share[3].Time, 1330 / 1210.0 - 1, 1e-12);
+    EXPECT_NEAR(*total.Share[3].Distance, 4074 / 3545.0 - 1, 1e-12);
+    EXPECT_NEAR(*total.Share[3].Speed, (2.2 / 1330) / (1.914 / 1210) - 1, 1e-12);
+    const FactorColumn& leg = analysis->Column[2];
+    EXPECT_EQ(leg.BestBoat, 1);
+    EXPECT_FALSE(leg.Share[2].Counts);
+    EXPECT_NEAR(*leg.Share[3].Speed, 5.676 / 6 - 1, 1e-12);
+    EXPECT_EQ(LimitShare(0.3), 0.2);
+    EXPECT_EQ(LimitShare(-0.3), -0.2);
+}
+
+TEST(FactorAnalysis, HasNoBarWithoutAReference) {
+    // A boat that lost entry 2 after an early start is no best boat; a leg of no length has no share.
+    const Sailed odd({{-5, 0, 900}, {4, 500, 500}}, {{0, 0, 0}, {0, 0, 0}});
+    const auto analysis = AnalyseFactors(odd.race, odd.passes);
+    ASSERT_TRUE(analysis.has_value());
+    EXPECT_EQ(analysis->Column[2].BestBoat, 2);
+    EXPECT_FALSE(analysis->Column[1].Share[1].Distance.has_value());
+    EXPECT_FALSE(analysis->Column[1].Share[1].Speed.has_value());
+    EXPECT_EQ(analysis->Column[3].BestBoat, 1);
+    EXPECT_FALSE(analysis->Column[3].Share[2].Speed.has_value());
+}
+
+TEST(FactorAnalysis, TakesCoursesOfOneToTwentyEntries) {
+    for (const int entries : {0, 1, 20, 21, 30, MaxCourseEntries}) {
+        Sailed race({std::vector<int>(50, 7)}, {std::vector<double>(50, 1.0)});
+        race.race.CourseCount = entries;
+        EXPECT_EQ(AnalyseFactors(race.race, race.passes).has_value(), entries >= 1 && entries <= 20)
+            << entries;
+        // The tables take any course that a race can hold.
+        const LegStatistics time = ComputeLegStatistics(race.race, race.passes, StatKind::Time);
+        EXPECT_EQ(time.Cumulative.Value[1][entries].has_value(), entries > 0);
+    }
+}
+
+TEST(DiffAxis, CoversTheSpreadInStepsOfAPowerOfTen) {
+    struct Case {
+        double Spread;
+        int Steps;
+        double Unit;
+    };
+    for (const Case& c :
+         {Case{130, 2, 100}, Case{7.4, 8, 1}, Case{27, 3, 10}, Case{100, 2, 100}, Case{1000, 2, 1000},
+          Case{1e6, 2, 1e6}, Case{1, 2, 1}, Case{99, 10, 10}, Case{0.3, 4, 0.1}, Case{0.047, 5, 0.01},
+          Case{0, 1, 1}, Case{-100, 1, 1}, Case{INFINITY, 1, 1}, Case{NAN, 1, 1}}) {
+        const DiffAxis axis = ChooseDiffAxis(c.Spread);
+        EXPECT_EQ(axis.Steps, c.Steps) << c.Spread;
+        EXPECT_DOUBLE_EQ(axis.Unit, c.Unit) << c.Spread;
+        const bool sound = c.Spread > 0 && std::isfinite(c.Spread);
+        EXPECT_GT(axis.Max(), sound ? c.Spread : 0.0);
+    }
+}
+
+TEST(LegStatisticsCsv, QuotesNamesSoThatSpreadsheetsKeepThem) {
+    auto sailed = ThreeBoats();
+    sailed->race.BoatName[1] = "Sea \"Wolf\", 2";
+    sailed->race.BoatName[2] = "海風";
+    const LegStatistics time = ComputeLegStatistics(sailed->race, sailed->passes, StatKind::Time);
+    const std::string csv = LegStatisticsCsv(sailed->race, time);
+    EXPECT_NE(csv.find("\r\n\"Sea \"\"Wolf\"\", 2\",10,610,1210,600,600\r\n\"海風\",12,0,1300,,1300\r\n"),
+              std::string::npos);
+}
+
+}  // namespace
+}  // namespace keelview
