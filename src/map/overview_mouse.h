@@ -1,0 +1,35 @@
+#pragma once
+
+#include <functional>
+
+#include "display/race_disp.h"
+#include "map/chart.h"
+#include "map/overview.h"
+#include "map/replay_frame.h"
+#include "session/app_state.h"
+
+namespace keelview {
+
+/// The mouse on the overview: a left press moves the map, any other turns a windward-up map in EditMode.
+class OverviewMouse {
+  public:
+    OverviewMouse(AppState& app, RaceDisp& form, Chart& chart, ReplayFrame& frame, Overview& overview);
+
+    /// Puts the boat list back to its place at rest; set by the session, may stay empty.
+    std::function<void()> LowerBoatList;
+
+  private:
+    void Picture6_MouseDown(const MouseEvent& event);
+    void Picture6_MouseMove();
+    void MoveMap(const MouseEvent& event);
+    void TurnWind(const MouseEvent& event);
+    void ShowOverviewHint();
+
+    AppState& app_;
+    RaceDisp& form_;
+    Chart& chart_;
+    ReplayFrame& frame_;
+    Overview& overview_;
+};
+
+}  // namespace keelview
