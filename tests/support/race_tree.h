@@ -1,0 +1,42 @@
+#pragma once
+
+#include <cmath>
+#include <cstdio>
+#include <string>
+
+#include "support/temp_tree.h"
+
+namespace keelview {
+
+/// A race tree written by hand: boats that sail straight from one place at a steady speed, one fix a
+/// second. The start is 2004/08/05 12:30:00 local, nine hours ahead of the tracks; one race is 600 seconds
+/// long.
+struct RaceTree : TempTree {
+    /// One boat's track: `north` and `east` minutes of arc per second, from second `first` to `last`.
+    void Boat(const std::string& file, double lat, double lon, double north, double east, int first,
+              int last) {
+        std::string text = "H a header that readers skip\r\nM WGS84\r\n";
+        for (int t = first; t <= last; ++t) {
+            const double latNow = lat + north * t;
+            const double lonNow = lon + east * t;
+            const int clock = 3 * 3600 + 30 * 60 + t;
+            char line[120];
+            std::snprintf(line, sizeof line, "T N%02d%08.5f E%03d%08.5f 2004/08/05 %02d:%02d:%02d 1\r\n",
+                          static_cast<int>(latNow / 60), std::fmod(latNow, 60),
+                          static_cast<int>(lonNow / 60), std::fmod(lonNow, 60), clock / 3600,
+                          clock / 60 % 60, clock % 60);
+            text += line;
+        }
+        Write("gpsdat/" + file, text);
+    }
+
+    /// A race control file in English, browse-only, with the given further lines.
+    void Race(const std::string& file, const std::string& lines) {
+        Write("raceadmin/Ver.00", "1,1");
+        Write("raceadmin/" + file,
+              "T1, Spring Cup\r\nST, 2004/8/5 12:30:00\r\nFT, 2004/8/5 12:40:00\r\nTD, 9\r\nNU, 1\r\n" +
+                  lines);
+    }
+};
+
+}  // namespace keelview
