@@ -48,6 +48,6 @@ if [ -z "$window" ]; then
     echo "keelview: no window with a race appeared within a minute; the picture shows what there is" >&2
 fi
 sleep "$seconds"
-/usr/bin/import -silent -window root "$picture"
+/usr/bin/import -window root "$picture"
 [ -n "$window" ] || exit 1
 echo "keelview: no display here, so the replay ran in a virtual one; its picture after $seconds seconds: $(realpath "$picture")"
