@@ -5,6 +5,7 @@
 
 #include "analysis/graph_axes.h"
 #include "analysis/time_axis.h"
+#include "analysis/wind_at.h"
 #include "base/dates.h"
 #include "base/numbers.h"
 #include "display/hint_box.h"
@@ -53,11 +54,9 @@ void GraphCursors::PlaceCursors(double x, double y) {
 }
 
 bool GraphCursors::WindKnownAt(int seconds) const {
-    const WindData& wind = app_.wind;
     if (app_.race.WindFileName.empty()) return false;
-    for (int i = 1; i < wind.WindCount; ++i)
-        if (wind.WindTimes[i] <= seconds && wind.WindTimes[i + 1] > seconds) return true;
-    return false;
+    const int sample = FindWindSample(app_.wind, seconds);
+    return sample > 0 && sample < app_.wind.WindCount;
 }
 
 void GraphCursors::ShowWindHint(double x, double y) {
