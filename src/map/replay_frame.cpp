@@ -6,6 +6,7 @@
 #include <string>
 #include <vector>
 
+#include "analysis/time_axis.h"
 #include "analysis/track_at.h"
 #include "base/angles.h"
 #include "base/dates.h"
@@ -38,8 +39,9 @@ std::string NameAndSpeed(const AppState& app, int boat) {
 
 }  // namespace
 
-ReplayFrame::ReplayFrame(AppState& app, RaceDisp& form, Services& services, Chart& chart)
-    : app_(app), form_(form), services_(services), chart_(chart) {}
+ReplayFrame::ReplayFrame(AppState& app, RaceDisp& form, Services& services, Chart& chart,
+                         Instruments& instruments)
+    : app_(app), form_(form), services_(services), chart_(chart), instruments_(instruments) {}
 
 void ReplayFrame::DrawFrame() {
     KeepClockInRange();
@@ -169,8 +171,30 @@ void ReplayFrame::PlaceBoat(int boat) {
     if (app_.display.ViewMode == ViewKind::Map)
         DrawBoatOnMap(boat, k);
     else
-        app_.fleet.BoatInView = true;
+        ShowGraphLine();
+    if (app_.fleet.BoatInView && !app_.display.PointerOnTimeBar) instruments_.overview.PlaceMarker(boat);
     app_.fleet.TrackCursor[At(boat)] = k;
+    instruments_.timeBar.PlaceMark(t);
+    RefreshWind();
+}
+
+void ReplayFrame::ShowGraphLine() {
+    app_.fleet.BoatInView = true;
+    if (app_.display.PointerOnTimeBar) return;
+    const double y = TimeToY(app_.race, app_.display.GraphTimeScale, app_.clock.ReplayTime);
+    form_.Line1.Place(30, y, form_.GPIC.Width(), y);
+}
+
+void ReplayFrame::RefreshWind() {
+    const int second = FloorToInt(app_.clock.ReplayTime);
+    if (app_.race.WindFileName.empty() || second == lastWholeSecond_) return;
+    instruments_.windPanel.UpdateWindPanel();
+    const double wind = app_.windNow.WindNow;
+    if (lastWholeSecond_ % 5 == 0 && !form_.Check5.Value() && wind != lastCourseWind_) {
+        chart_.DrawCourse();
+        lastCourseWind_ = wind;
+    }
+    lastWholeSecond_ = second;
 }
 
 void ReplayFrame::DrawBoatOnMap(int boat, int point) {

@@ -1,9 +1,8 @@
 #pragma once
 
-#include <functional>
-
 #include "display/race_disp.h"
 #include "map/chart.h"
+#include "map/instruments.h"
 #include "session/app_state.h"
 
 namespace keelview {
@@ -12,7 +11,7 @@ namespace keelview {
 /// boats, wakes, names and the boat list.
 class ReplayFrame {
   public:
-    ReplayFrame(AppState& app, RaceDisp& form, Services& services, Chart& chart);
+    ReplayFrame(AppState& app, RaceDisp& form, Services& services, Chart& chart, Instruments& instruments);
 
     /// Draws the moment ReplayTime, after wrapping it into the replay range.
     void DrawFrame();
@@ -36,6 +35,8 @@ class ReplayFrame {
     void PlaceCrossWindLine(int boat, const ScreenPoint& at);
     void DrawNameLabel(int boat, double x, double y);
     void DrawWake(int boat, int point, const ScreenPoint& at);
+    void ShowGraphLine();
+    void RefreshWind();
     void UpdateBoatPanel();
     void UpdateBoatRow(int boat);
     void SlideDown(Surface& flag);
@@ -44,7 +45,10 @@ class ReplayFrame {
     RaceDisp& form_;
     Services& services_;
     Chart& chart_;
+    Instruments& instruments_;
     bool gunFired_ = false;
+    int lastWholeSecond_ = 0;    // of the last wind refresh
+    double lastCourseWind_ = 0;  // wind of the last lay lines drawn between redraws, degrees
 };
 
 }  // namespace keelview

@@ -3,9 +3,8 @@
 #include "display/application.h"
 #include "display/splash.h"
 #include "session/app_state.h"
-#include "session/race_session.h"
 #include "session/start.h"
-#include "shell/control_panel.h"
+#include "shell/race_desk.h"
 
 int main(int argc, char** argv) {
     using namespace keelview;
@@ -17,9 +16,8 @@ int main(int argc, char** argv) {
     const Settings& settings = app->settings;
     Splash splash(services.platform.Screen(), settings.UseEnglish, settings.UiFontName, settings.FontScale);
     splash.ShowNow();
-    RaceSession session(*app, services, splash);
-    const ControlPanel panel(*app, services, session);
-    session.Display().OnQueryUnload = [&services] { services.platform.EndProcess(); };
-    if (!session.StartSession()) return 0;
+    RaceDesk desk(*app, services, splash);
+    desk.session.Display().OnQueryUnload = [&services] { services.platform.EndProcess(); };
+    if (!desk.session.StartSession()) return 0;
     return application.Run();
 }

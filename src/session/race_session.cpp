@@ -31,7 +31,8 @@ RaceSession::RaceSession(AppState& app, Services& services, Splash& splash)
       splash_(splash),
       form_(app.settings),
       chart_(app, form_, services),
-      frame_(app, form_, services, chart_),
+      instruments_(app, form_),
+      frame_(app, form_, services, chart_, instruments_),
       clock_(app, form_, services, chart_, frame_) {
     form_.HScroll1.SetRange(1, 19);
     form_.HScroll1.SetValue(5);
@@ -75,6 +76,8 @@ bool RaceSession::LoadRace() {
         LayOut();
         DrawFirstPicture();
         FindFinishes();
+        instruments_.windPanel.UpdateWindPanel();
+        instruments_.windPanel.ShowForRace();
         frame_.ResetFinishList();
         if (OnRaceLoaded) OnRaceLoaded();
     }
@@ -253,7 +256,9 @@ void RaceSession::DrawFirstPicture() {
     app_.view.GridOriginLon = app_.view.ViewCentreLon;
     chart_.DrawBaseChart();
     chart_.DrawCourse();
-    form_.Timer1.SetEnabled(true);
+    instruments_.overview.DrawOverviewMap();
+    instruments_.timeBar.DrawTimeBar();
+    form_.PicTimeBar.Show();
     ShowOrientation();
 }
 
@@ -282,6 +287,7 @@ void RaceSession::OpenOtherRace(const std::string& raceFileName) {
         return;
     }
     form_.Picture12.SetVisible(form_.Check5.Value());
+    instruments_.windPanel.UpdateWindPanel();
     app_.clock.ReplayTime = -app_.race.PreStartSeconds - LeadSeconds;
 }
 
@@ -291,10 +297,14 @@ void RaceSession::Form_Resize() {
     app_.view.MapSide = form_.MapSide();
     app_.display.BoatControlsBuilt = false;
     CreateBoatControls(app_, form_);
-    form_.PicTimeBar.SetVisible(false);
+    form_.PicTimeBar.Show();
     form_.Picture12.SetVisible(form_.Check5.Value());
     chart_.DrawBaseChart();
     chart_.DrawCourse();
+    instruments_.overview.DrawOverviewMap();
+    instruments_.timeBar.DrawTimeBar();
+    instruments_.windPanel.ShowForRace();
+    instruments_.windPanel.UpdateWindPanel();
     if (OnRaceLoaded) OnRaceLoaded();
 }
 

@@ -8,6 +8,7 @@
 #include "display/race_disp.h"
 #include "display/splash.h"
 #include "map/chart.h"
+#include "map/instruments.h"
 #include "map/replay_frame.h"
 #include "session/app_state.h"
 #include "session/replay_clock.h"
@@ -34,6 +35,7 @@ class RaceSession {
 
     RaceDisp& Display() { return form_; }
     Chart& TheChart() { return chart_; }
+    Instruments& TheInstruments() { return instruments_; }
     ReplayFrame& TheFrame() { return frame_; }
 
     /// Told at the end of each LoadRace, when the controls of all boats stand.
@@ -64,6 +66,7 @@ class RaceSession {
     Splash& splash_;
     RaceDisp form_;
     Chart chart_;
+    Instruments instruments_;
     ReplayFrame frame_;
     ReplayClock clock_;
 };

@@ -101,6 +101,8 @@ void ControlPanel::TurnMap(bool northUp) {
     form_.Check4.SetEnabled(!northUp);
     chart_.DrawBaseChart();
     chart_.DrawCourse();
+    session_.TheInstruments().overview.DrawOverviewMap();
+    session_.TheInstruments().windPanel.UpdateWindPanel();
 }
 
 void ControlPanel::btnHATENA_Click() {

@@ -9,7 +9,7 @@
 #include "base/numbers.h"
 #include "display/fake_platform.h"
 #include "session/start.h"
-#include "shell/control_panel.h"
+#include "shell/race_desk.h"
 #include "support/race_tree.h"
 
 namespace keelview {
@@ -28,8 +28,8 @@ struct RaceSessionTest : testing::Test {
     Services services{platform, dialogs};
     std::unique_ptr<AppState> app = std::make_unique<AppState>();
     std::unique_ptr<Splash> splash;
-    std::unique_ptr<RaceSession> session;
-    std::unique_ptr<ControlPanel> panel;
+    std::unique_ptr<RaceDesk> desk;
+    RaceSession* session = nullptr;
 
     void SetUp() override {
         platform.Folder = tree.Root();
@@ -46,8 +46,8 @@ struct RaceSessionTest : testing::Test {
     bool Open() {
         SettleStart(*app, services);
         splash = std::make_unique<Splash>(platform.Screen(), true, "", 1.0);
-        session = std::make_unique<RaceSession>(*app, services, *splash);
-        panel = std::make_unique<ControlPanel>(*app, services, *session);
+        desk = std::make_unique<RaceDesk>(*app, services, *splash);
+        session = &desk->session;
         const bool opened = session->LoadRace();
         session->Display().Timer1.SetEnabled(false);
         return opened;
