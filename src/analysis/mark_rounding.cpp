@@ -1,10 +1,10 @@
 #include "analysis/mark_rounding.h"
 
 #include <algorithm>
+#include <array>
 #include <cmath>
-#include <string>
-#include <vector>
 
+#include "analysis/mark_rounding_walk.h"
 #include "base/angles.h"
 #include "base/numbers.h"
 #include "racedata/track_derivation.h"
@@ -13,265 +13,248 @@ namespace keelview {
 
 namespace {
 
-constexpr double RoundingCircle = 200.0 / MetresPerNauticalMile;  // miles round a mark
-constexpr double GapCircle = 100.0 / MetresPerNauticalMile;
-constexpr double LineCircle = 0.3;       // miles round the first end of a line
-constexpr double OutsideRay = 150.0;     // degrees off the bisector from which a change of sign means nothing
-constexpr double NoAngleYet = 500.0;
-constexpr int StartFrom = -120;          // seconds between which the start is searched
+// Distances of the tests in minutes of arc; a minute counts as a nautical mile here.
+constexpr double RoundingRadius = 200 / MetresPerNauticalMile;
+constexpr double GapRadius = 100 / MetresPerNauticalMile;
+constexpr double LineRadius = 0.3;
+
+constexpr int StartFrom = -120;  // seconds between which the start is looked for
 constexpr int StartTo = 360;
+constexpr int LongestSearch = 10'000'000;  // seconds, four months: no race file may keep the search longer
+constexpr int QuietSeconds = 4;            // without a segment, after which no test can change its mind
 
-std::size_t At(int index) { return static_cast<std::size_t>(index); }
+constexpr double NoAngle = 500.0;         // no angle yet
+constexpr double NarrowestAngle = 150.0;  // beyond it the boat is on the inside of the corner
 
-/// A place on the chart in minutes of arc.
-struct Place {
-    double Lat = 0.0;
-    double Lon = 0.0;
-};
-
-/// One course entry: a mark, or a line from First to Second.
+/// A course entry on the water.
 struct Entry {
     bool IsLine = false;
-    Place First;
-    Place Second;
-    double LineLength = 0.0;       // miles
-    double LineSin = 0.0;          // of the rotation that lays the line along the y axis
-    double LineCos = 1.0;
-    double RoundingBearing = 0.0;  // outward bisector of the course's corner, degrees
+    Position At;  ///< the mark, or the first end of the line
+    Position SecondEnd;
+    double RoundingBearing = 0.0;  ///< outward bisector of the course's corner, degrees
+    bool HasCorner = false;        ///< another leg begins here
 };
 
-/// Seconds in which an entry is looked for, both ends included.
-struct SearchRange {
+struct Course {
+    int Count = 0;
+    double LonScale = 1.0;
+    std::array<Entry, MaxCourseEntries + 1> Entries;
+
+    double East(const Position& from, const Position& to) const { return (to.Lon - from.Lon) * LonScale; }
+    double Distance(const Position& from, const Position& to) const {
+        const double north = to.Lat - from.Lat;
+        const double east = East(from, to);
+        return std::sqrt(north * north + east * east);
+    }
+    double Bearing(const Position& from, const Position& to) const {
+        return BearingOf(East(from, to), to.Lat - from.Lat);
+    }
+};
+
+Entry PlaceEntry(const RaceControl& race, const std::string& text) {
+    const CourseKey key = ParseCourseKey(text);
+    Entry entry;
+    entry.IsLine = key.IsLine;
+    if (key.Number < 1 || key.Number > (key.IsLine ? race.LineCount : race.MarkCount)) return entry;
+    if (key.IsLine) {
+        entry.At = {race.LineLat1[key.Number], race.LineLon1[key.Number]};
+        entry.SecondEnd = {race.LineLat2[key.Number], race.LineLon2[key.Number]};
+    } else {
+        entry.At = {race.MarkLat[key.Number], race.MarkLon[key.Number]};
+    }
+    return entry;
+}
+
+/// Halves the angle between the way back to the last entry and the way on, and turns it round, so that it
+/// points out of the corner.
+double OutwardBisector(double bearingIn, double bearingOut) {
+    double back = bearingIn + 180;
+    if (back > 360) back -= 360;
+    double bisector = back + WrapDifference(bearingOut - back) / 2 + 180;
+    if (bisector > 360) bisector -= 360;
+    return bisector;
+}
+
+Course PlaceCourse(const RaceControl& race, const EarthScale& scale) {
+    Course course;
+    course.Count = std::min(race.CourseCount, MaxCourseEntries);
+    course.LonScale = scale.LonScale;
+    for (int c = 1; c <= course.Count; ++c) course.Entries[c] = PlaceEntry(race, race.CourseOrder[c]);
+    for (int c = 1; c < course.Count; ++c) {
+        Entry& entry = course.Entries[c];
+        entry.HasCorner = true;
+        if (c == 1) continue;  // a course that begins with a mark is tested against true north
+        entry.RoundingBearing = OutwardBisector(course.Bearing(course.Entries[c - 1].At, entry.At),
+                                                course.Bearing(entry.At, course.Entries[c + 1].At));
+    }
+    return course;
+}
+
+/// Both ends belong to the range.
+struct SecondRange {
     int From = 0;
     int To = 0;
 };
 
-class PassSearch {
+/// The search over one boat's track.
+class BoatSearch {
   public:
-    PassSearch(const RaceControl& race, const Tracks& tracks, const EarthScale& scale, MarkPasses& passes)
-        : race_(race), tracks_(tracks), scale_(scale), passes_(passes) {}
+    /// `last` is the position last found, kept from search to search and over all boats: it stands in for
+    /// the boat where the track says nothing.
+    BoatSearch(const Tracks& tracks, int boat, const Course& course, Position& last)
+        : walk_(tracks, boat), course_(course), last_(last) {}
 
-    void Run() {
-        DescribeCourse();
-        for (int boat = 1; boat <= race_.BoatCount; ++boat) SearchBoat(boat);
-        for (int boat = 1; boat <= race_.BoatCount; ++boat) FillGaps(boat);
-        FindFirstTimes();
-    }
-
-  private:
-    double East(const Place& from, const Place& to) const { return (to.Lon - from.Lon) * scale_.LonScale; }
-    double Distance(const Place& a, const Place& b) const {
-        const double east = East(a, b);
-        const double north = b.Lat - a.Lat;
-        return std::sqrt(north * north + east * east);
-    }
-    double Bearing(const Place& from, const Place& to) const {
-        return BearingOf(East(from, to), to.Lat - from.Lat);
-    }
-
-    Place MarkPlace(int mark) const {
-        if (mark < 1 || mark > race_.MarkCount) return {};
-        return {race_.MarkLat[At(mark)], race_.MarkLon[At(mark)]};
-    }
-
-    Entry DescribeEntry(const std::string& name) const {
-        const CourseKey key = ParseCourseKey(name);
-        Entry entry;
-        entry.IsLine = key.IsLine;
-        if (!key.IsLine) {
-            entry.First = MarkPlace(key.Number);
-            return entry;
-        }
-        if (key.Number >= 1 && key.Number <= race_.LineCount) {
-            const std::size_t line = At(key.Number);
-            entry.First = {race_.LineLat1[line], race_.LineLon1[line]};
-            entry.Second = {race_.LineLat2[line], race_.LineLon2[line]};
-        }
-        entry.LineLength = Distance(entry.First, entry.Second);
-        const double rotation = -WrapDifference(Bearing(entry.First, entry.Second)) * DegToRad;
-        entry.LineSin = std::sin(rotation);
-        entry.LineCos = std::cos(rotation);
-        return entry;
-    }
-
-    void DescribeCourse() {
-        entries_.assign(At(race_.CourseCount) + 1, {});
-        for (int c = 1; c <= race_.CourseCount; ++c) entries_[At(c)] = DescribeEntry(race_.CourseOrder[At(c)]);
-        for (int c = 2; c < race_.CourseCount; ++c) {
-            const Place& here = entries_[At(c)].First;
-            double back = Bearing(entries_[At(c - 1)].First, here) + 180;
-            if (back > 360) back -= 360;
-            const double corner = WrapDifference(Bearing(here, entries_[At(c + 1)].First) - back);
-            double bisector = back + corner / 2 + 180;
-            if (bisector > 360) bisector -= 360;
-            entries_[At(c)].RoundingBearing = bisector;
-        }
-    }
-
-    /// The boat's position at a second; the last one found stands where its track has none. `segment_` is the
-    /// segment that holds the second, 0 when none does.
-    void LookUp(int boat, int t) {
-        const auto& times = tracks_.TrackTime[At(boat)];
-        const int count = tracks_.TrackPointCount[At(boat)];
-        segment_ = 0;
-        if (count < 2) return;
-        // Behind the last point nothing can be found, so that the walk there need not be made each second.
-        if (ascending_ && t >= times[At(count)]) return;
-        for (int i = hint_; i < count; ++i) {
-            if (ascending_ && times[At(i)] > t) return;
-            if (!(times[At(i)] <= t && times[At(i) + 1] > t)) continue;
-            hint_ = segment_ = i;
-            position_ = PlaceOn(boat, i, t);
-            return;
-        }
-    }
-
-    Place PlaceOn(int boat, int segment, int t) const {
-        const auto& times = tracks_.TrackTime[At(boat)];
-        const auto& lat = tracks_.TrackLat[At(boat)];
-        const auto& lon = tracks_.TrackLon[At(boat)];
-        const std::size_t i = At(segment);
-        const double f = static_cast<double>(t - times[i]) / (times[i + 1] - times[i]);
-        return {lat[i] + (lat[i + 1] - lat[i]) * f, lon[i] + (lon[i + 1] - lon[i]) * f};
-    }
-
-    void SearchBoat(int boat) {
-        const auto& times = tracks_.TrackTime[At(boat)];
-        ascending_ = std::is_sorted(times.begin() + 1, times.end());
-        for (int c = 1; c <= race_.CourseCount; ++c) {
-            int& found = passes_.MarkPassTime[At(boat)][At(c)];
-            found = 0;
-            if (tracks_.TrackPointCount[At(boat)] < 2) continue;
-            const SearchRange range =
-                c == 1 ? SearchRange{StartFrom, StartTo}
-                       : SearchRange{passes_.MarkPassTime[At(boat)][At(c - 1)], race_.ReplaySpan};
-            if (entries_[At(c)].IsLine) {
-                found = SearchLine(boat, c, range);
-                continue;
-            }
-            if (c < race_.CourseCount) found = SearchRounding(boat, c, range);
-            if (found == 0) found = SearchNearest(boat, c, range);
-        }
-    }
-
-    /// The first crossing of a line; of the first entry, the start, the last one.
-    int SearchLine(int boat, int c, const SearchRange& range) {
-        hint_ = 1;
+    /// The second at which the line is crossed: the last crossing of the range for the start, the first one
+    /// for any other line. 0 when it is not.
+    int LineCrossing(const Entry& line, SecondRange range, bool isStart) {
+        const double length = course_.Distance(line.At, line.SecondEnd);
+        const double turn = -WrapDifference(course_.Bearing(line.At, line.SecondEnd)) * DegToRad;
+        const double turnSin = std::sin(turn);
+        const double turnCos = std::cos(turn);
+        // Turned so that the line runs along y, from 0 to its length.
+        const auto turned = [&](const Position& position) {
+            const double east = course_.East(line.At, position);
+            const double north = position.Lat - line.At.Lat;
+            return Position{north * turnCos - east * turnSin, east * turnCos + north * turnSin};
+        };
         int found = 0;
-        for (int t = range.From; t <= range.To; ++t) {
-            LookUp(boat, t);
-            if (!CrossesLine(boat, entries_[At(c)], t)) continue;
+        Scan(range, [&](int t, int segment) {
+            if (segment == 0 || !(course_.Distance(line.At, last_) < LineRadius)) return false;
+            const auto [y1, x1] = turned(last_);
+            const auto [y2, x2] = turned(walk_.On(segment, t + 1));
+            if (x1 * x2 > 0 || x1 == x2) return false;
+            const double crossing = y1 - (y2 - y1) / (x2 - x1) * x1;
+            if (!(crossing >= 0 && crossing <= length)) return false;
             found = t;
-            if (c > 1) break;
-        }
+            return !isStart;
+        });
         return found;
     }
 
-    bool CrossesLine(int boat, const Entry& line, int t) const {
-        if (segment_ == 0 || Distance(line.First, position_) >= LineCircle) return false;
-        const Place next = PlaceOn(boat, segment_, t + 1);
-        const auto along = [&](const Place& at, double& x, double& y) {
-            const double east = East(line.First, at);
-            const double north = at.Lat - line.First.Lat;
-            x = east * line.LineCos + north * line.LineSin;
-            y = north * line.LineCos - east * line.LineSin;
-        };
-        double x1 = 0;
-        double y1 = 0;
-        double x2 = 0;
-        double y2 = 0;
-        along(position_, x1, y1);
-        along(next, x2, y2);
-        if (x1 * x2 > 0 || x1 == x2) return false;
-        const double crossing = y1 - (y2 - y1) / (x2 - x1) * x1;
-        return crossing >= 0 && crossing <= line.LineLength;
+    /// The first second at which the boat, inside the circle, has passed through the outward bisector. The
+    /// direction opposite to it, where the angle leaps between -180 and 180, does not count.
+    int Rounding(const Entry& mark, SecondRange range) {
+        double previous = NoAngle;
+        int found = 0;
+        Scan(range, [&](int t, int) {
+            if (!mark.HasCorner || !(course_.Distance(mark.At, last_) < RoundingRadius)) return false;
+            const double angle = WrapDifference(mark.RoundingBearing - course_.Bearing(mark.At, last_));
+            if (std::abs(angle) < NarrowestAngle && previous < 360 && previous * angle <= 0) {
+                found = t;
+                return true;
+            }
+            previous = angle;
+            return false;
+        });
+        return found;
     }
 
-    /// The second in which the boat passes through the outward bisector of the corner.
-    int SearchRounding(int boat, int c, const SearchRange& range) {
-        const Entry& mark = entries_[At(c)];
-        hint_ = 1;
-        double previous = NoAngleYet;
-        for (int t = range.From; t <= range.To; ++t) {
-            LookUp(boat, t);
-            if (Distance(mark.First, position_) >= RoundingCircle) continue;
-            const double a = WrapDifference(mark.RoundingBearing - Bearing(mark.First, position_));
-            if (std::abs(a) < OutsideRay && previous < 360 && previous * a <= 0) return t;
-            previous = a;
-        }
-        return 0;
-    }
-
-    /// The second in which the boat, near the mark, gets no nearer to it.
-    int SearchNearest(int boat, int c, const SearchRange& range) {
-        hint_ = 1;
+    /// The first second at which the boat, inside the circle, has stopped getting nearer; later than
+    /// `after`.
+    int NoLongerNearer(const Entry& mark, SecondRange range, int after) {
         double best = 5000;
-        for (int t = range.From; t <= range.To; ++t) {
-            LookUp(boat, t);
-            const double d = Distance(entries_[At(c)].First, position_);
-            if (d >= RoundingCircle) continue;
-            if (d < best) {
-                best = d;
+        int found = 0;
+        Scan(range, [&](int t, int) {
+            const double distance = course_.Distance(mark.At, last_);
+            if (!(distance < RoundingRadius)) return false;
+            if (distance < best) {
+                best = distance;
+                return false;
+            }
+            if (t <= after) return false;
+            found = t;
+            return true;
+        });
+        return found;
+    }
+
+    /// The first second of the nearest approach inside the small circle.
+    int NearestApproach(const Entry& mark, SecondRange range) {
+        double best = 1000;
+        int found = 0;
+        Scan(range, [&](int t, int) {
+            const double distance = course_.Distance(mark.At, last_);
+            if (distance < GapRadius && distance < best) {
+                best = distance;
+                found = t;
+            }
+            return false;
+        });
+        return found;
+    }
+
+  private:
+    /// Moves through the range and has each second judged, until `found` says so. Long stretches without a
+    /// segment are skipped once the position has stood for a few seconds.
+    template <class Found>
+    void Scan(SecondRange range, Found found) {
+        walk_.Restart();
+        int quiet = 0;
+        for (int t = range.From; t <= range.To;) {
+            const int segment = walk_.SegmentAt(t);
+            if (segment > 0) {
+                last_ = walk_.On(segment, t);
+                quiet = 0;
+            } else if (++quiet > QuietSeconds) {
+                t = walk_.NextChance(t);
                 continue;
             }
-            if (c == 1 || t > passes_.MarkPassTime[At(boat)][At(c - 1)] + 1) return t;
-        }
-        return 0;
-    }
-
-    /// A missing mark between two known entries gets the time of the nearest approach.
-    void FillGaps(int boat) {
-        auto& times = passes_.MarkPassTime[At(boat)];
-        if (tracks_.TrackPointCount[At(boat)] < 2) return;
-        const auto& track = tracks_.TrackTime[At(boat)];
-        ascending_ = std::is_sorted(track.begin() + 1, track.end());
-        for (int c = 1; c < race_.CourseCount; ++c) {
-            if (times[At(c)] != 0 || entries_[At(c)].IsLine) continue;
-            const int from = c == 1 ? StartFrom : times[At(c - 1)] + 1;
-            const int to = c == 1 ? times[2] : times[At(c + 1)] - 1;
-            hint_ = 1;
-            double best = 1000;
-            for (int t = from; t <= to; ++t) {
-                LookUp(boat, t);
-                const double d = Distance(entries_[At(c)].First, position_);
-                if (d >= GapCircle || d >= best) continue;
-                best = d;
-                times[At(c)] = t;
-            }
+            if (found(t, segment)) return;
+            ++t;
         }
     }
 
-    void FindFirstTimes() {
-        for (int c = 1; c <= race_.CourseCount; ++c) {
-            int first = NobodyPassed;
-            for (int boat = 1; boat <= race_.BoatCount; ++boat) {
-                const int time = passes_.MarkPassTime[At(boat)][At(c)];
-                const bool afterPrevious = c == 1 || time > passes_.FirstPassTime[At(c - 1)];
-                if (time > 0 && time < first && afterPrevious) first = time;
-            }
-            passes_.FirstPassTime[At(c)] = first;
-        }
-    }
-
-    const RaceControl& race_;
-    const Tracks& tracks_;
-    const EarthScale& scale_;
-    MarkPasses& passes_;
-    std::vector<Entry> entries_;
-    Place position_;         // the last found one, kept between lookups, scans and boats
-    int hint_ = 1;           // the segment at which the next lookup begins
-    int segment_ = 0;        // the segment of the last lookup
-    bool ascending_ = true;  // the times of the present boat ascend
+    TrackWalk walk_;
+    const Course& course_;
+    Position& last_;
 };
 
-/// Miles sailed at a time; 0 where no segment holds it.
-double DistanceSailed(const Tracks& tracks, int boat, int t) {
-    const auto& times = tracks.TrackTime[At(boat)];
-    const auto& dist = tracks.TrackDist[At(boat)];
-    for (int k = 1; k < tracks.TrackPointCount[At(boat)]; ++k) {
-        const std::size_t i = At(k);
-        if (!(times[i] <= t && times[i + 1] > t)) continue;
-        return dist[i] + (dist[i + 1] - dist[i]) * (t - times[i]) / (times[i + 1] - times[i]);
+using PassTimes = std::array<int, MaxCourseEntries + 1>;
+
+void FindPasses(BoatSearch& search, const Course& course, int lastSecond, PassTimes& times) {
+    for (int c = 1; c <= course.Count; ++c) {
+        const Entry& entry = course.Entries[c];
+        const bool isStart = c == 1;
+        const SecondRange range =
+            isStart ? SecondRange{StartFrom, StartTo} : SecondRange{times[c - 1], lastSecond};
+        if (entry.IsLine) {
+            times[c] = search.LineCrossing(entry, range, isStart);
+            continue;
+        }
+        times[c] = search.Rounding(entry, range);
+        if (times[c] == 0)
+            times[c] = search.NoLongerNearer(entry, range, isStart ? StartFrom - 1 : times[c - 1] + 1);
+    }
+}
+
+void FillGaps(BoatSearch& search, const Course& course, PassTimes& times) {
+    for (int c = 1; c < course.Count; ++c) {
+        if (times[c] != 0 || course.Entries[c].IsLine) continue;
+        const SecondRange range =
+            c == 1 ? SecondRange{StartFrom, times[2]} : SecondRange{times[c - 1] + 1, times[c + 1] - 1};
+        times[c] = search.NearestApproach(course.Entries[c], range);
+    }
+}
+
+void FindFirstPasses(const RaceControl& race, const Course& course, MarkPasses& passes) {
+    passes.FirstPassTime.fill(NobodyPassed);
+    for (int c = 1; c <= course.Count; ++c) {
+        const int before = c > 1 ? passes.FirstPassTime[c - 1] : 0;
+        for (int boat = 1; boat <= race.BoatCount; ++boat) {
+            const int time = passes.MarkPassTime[boat][c];
+            if (time > before && time < passes.FirstPassTime[c]) passes.FirstPassTime[c] = time;
+        }
+    }
+}
+
+/// Miles sailed up to second t; 0 where no segment holds it.
+double DistanceAt(const Tracks& tracks, int boat, int t) {
+    const auto& times = tracks.TrackTime[boat];
+    const auto& dist = tracks.TrackDist[boat];
+    for (int i = 1; i < tracks.TrackPointCount[boat]; ++i) {
+        if (times[i] > t || times[i + 1] <= t) continue;
+        const double from = times[i];
+        return dist[i] + (dist[i + 1] - dist[i]) * ((t - from) / (times[i + 1] - from));
     }
     return 0;
 }
@@ -280,17 +263,31 @@ double DistanceSailed(const Tracks& tracks, int boat, int t) {
 
 void FindMarkPassTimes(const RaceControl& race, const Tracks& tracks, const EarthScale& scale,
                        MarkPasses& passes) {
-    PassSearch(race, tracks, scale, passes).Run();
+    const Course course = PlaceCourse(race, scale);
+    const int lastSecond = std::min(race.ReplaySpan, LongestSearch);
+    passes.MarkPassTime = {};
+    Position last;
+    for (int boat = 1; boat <= race.BoatCount; ++boat) {
+        if (tracks.TrackPointCount[boat] < 2) continue;
+        BoatSearch search(tracks, boat, course, last);
+        FindPasses(search, course, lastSecond, passes.MarkPassTime[boat]);
+    }
+    for (int boat = 1; boat <= race.BoatCount; ++boat) {
+        if (tracks.TrackPointCount[boat] < 2) continue;
+        BoatSearch search(tracks, boat, course, last);
+        FillGaps(search, course, passes.MarkPassTime[boat]);
+    }
+    FindFirstPasses(race, course, passes);
 }
 
 void ComputeMarkPassDist(const RaceControl& race, const Tracks& tracks, MarkPasses& passes) {
+    passes.MarkPassDist = {};
     for (int boat = 1; boat <= race.BoatCount; ++boat) {
-        const double base = DistanceSailed(tracks, boat, 0);
-        for (int c = 1; c <= race.CourseCount; ++c) {
-            const int time = passes.MarkPassTime[At(boat)][At(c)];
-            passes.MarkPassDist[At(boat)][At(c)] =
-                RoundDecimals(DistanceSailed(tracks, boat, time) - base, 3);
-        }
+        if (tracks.TrackPointCount[boat] < 2) continue;
+        const double atStart = DistanceAt(tracks, boat, 0);
+        for (int c = 1; c <= std::min(race.CourseCount, MaxCourseEntries); ++c)
+            passes.MarkPassDist[boat][c] =
+                RoundDecimals(DistanceAt(tracks, boat, passes.MarkPassTime[boat][c]) - atStart, 3);
     }
 }
 
