@@ -233,7 +233,7 @@ void FmCompile::Command11_Click() {
 }
 
 void FmCompile::List1_MouseDown(const MouseEvent& event) {
-    if (!event.Shift || List1.ListIndex() < 0) return;
+    if (!event.AnyModifier || List1.ListIndex() < 0) return;
     RemoveBoat(draft_, List1.ListIndex() + 1);
     RefreshEditor();
 }
