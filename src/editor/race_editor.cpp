@@ -21,8 +21,6 @@ constexpr TextBox::Kind CentredPlain{
     .Alignment = Align::Centre, .Border = false, .MultiLine = false, .ReadOnly = false};
 constexpr TextBox::Kind Shown{
     .Alignment = Align::Centre, .Border = true, .MultiLine = false, .ReadOnly = true};
-constexpr TextBox::Kind Note{
-    .Alignment = Align::Centre, .Border = false, .MultiLine = true, .ReadOnly = true};
 constexpr TextBox::Kind OneLineNote{
     .Alignment = Align::Centre, .Border = false, .MultiLine = false, .ReadOnly = true};
 
@@ -38,7 +36,7 @@ FmCompile::FmCompile(AppState& app, Services& services, FileQuestion& question,
     : Form("fmCompile", Kind::Fixed, 658, 626),
       Shape1(*this, "Shape1", BorderStyle::None),
       Shape2(*this, "Shape2", BorderStyle::None),
-      Label14(*this, "Label14", Note),
+      Label14(*this, "Label14"),
       Label8(*this, "Label8"),
       Text7(*this, "Text7", TextBox::Kind{}),
       Label9(*this, "Label9"),
@@ -68,7 +66,7 @@ FmCompile::FmCompile(AppState& app, Services& services, FileQuestion& question,
       Command3(Frame1, "Command3"),
       Command6(*this, "Command6"),
       Command9(*this, "Command9"),
-      Label15(*this, "Label15", OneLineNote),
+      Label15(*this, "Label15"),
       Frame2(*this, "Frame2"),
       Option2(Frame2, "Option2", {}, true),
       Option1(Frame2, "Option1"),

@@ -31,7 +31,7 @@ class FmCompile : public Form {
     Surface Shape2;  // behind what can also be set on the display
 
     // What must be filled in.
-    TextBox Label14;  // instructions
+    Label Label14;    // instructions
     Label Label8;     // "Title 1 <*>"
     TextBox Text7;    // first title
     Label Label9;     // "Title 2 <*>"
@@ -64,7 +64,7 @@ class FmCompile : public Form {
     Button Command9;  // "Save File and Show Race"
 
     // What can also be set on the display.
-    TextBox Label15;
+    Label Label15;
     Frame Frame2;          // "Map Direction"
     OptionButton Option2;  // "WindWd"
     OptionButton Option1;  // "NothWd"

@@ -1,4 +1,3 @@
-#include <algorithm>
 #include <initializer_list>
 
 #include "editor/race_editor.h"
@@ -22,27 +21,21 @@ void FillRounded(Surface& surface, double inset, double radius, Colour colour) {
         for (const double y : {inset + radius, bottom - radius}) surface.Circle(x, y, radius, colour);
 }
 
-/// Sets the text of a label in the middle of its place.
-void MoveCentred(Label& label, double left, double top, double width, double height) {
-    const double textWidth = std::min(width, label.TextWidth(label.Caption()) + 2);
-    label.Move(left + (width - textWidth) / 2, top, textWidth, height);
-}
-
 }  // namespace
 
 void FmCompile::ApplyCaptions() {
     const bool english = English();
     SetCaption(Text{"Edit Race Control FIle", "レース管理ファイル編集"}.In(english));
-    Label14.SetText(Text{
+    Label14.SetCaption(Text{
         "At least, GPS data are to be filled to show the race, (* can be ignored)  When all data are "
         "filled, click ' Save \r\nand Show Race' button. Mark ,Line and other data can be set in Race "
         "Screen.",
         "最低限GPSファイルを選択、指定してください。　この枠内のデータを入力後「保存→レース表示ボタンで\r\n"
         "レースを表示してからマーク、ライン、スタート時刻などを入力可能です。　(*印は省略可)"}
-                        .In(english));
-    Label15.SetText(Text{"All data in this frame can be changed at Show Race Screen.",
-                         "この枠内のデータはレース表示画面で設定可能です。"}
-                        .In(english));
+                           .In(english));
+    Label15.SetCaption(Text{"All data in this frame can be changed at Show Race Screen.",
+                            "この枠内のデータはレース表示画面で設定可能です。"}
+                           .In(english));
     Label8.SetCaption(Text{"Title 1 <*>", "ﾀｲﾄﾙ1 (*)"}.In(english));
     Label9.SetCaption(Text{"Title 2 <*>", "ﾀｲﾄﾙ2 (*)"}.In(english));
     Label12.SetCaption("BOAT NAME　＆  GPS FILE　　　　　 (　Shift + ｸﾘｯｸで削除　）");
@@ -97,6 +90,9 @@ void FmCompile::ApplyColours() {
 }
 
 void FmCompile::Place() {
+    for (Label* label :
+         {&Label14, &Label10, &Label2, &Label3, &Label1, &Label6, &Label15, &Label4, &Label16, &Label11})
+        label->SetAlignment(Align::Centre);
     Shape1.Move(16, 8, 625, 318);
     Shape2.Move(16, 368, 625, 161);
     PlaceRequired();
@@ -120,19 +116,19 @@ void FmCompile::PlaceRequired() {
     Combo1.Move(8, 16, 193, 20);
     Command2.Move(8, 48, 89, 17);
     Command3.Move(112, 48, 89, 17);
-    MoveCentred(Label10, 27, 244, 89, 17);
+    Label10.Move(27, 244, 89, 17);
     Text9.Move(112, 242, 37, 18);
     Label7.Move(168, 245, 25, 12);
     Text10.Move(200, 242, 41, 18);
-    MoveCentred(Label2, 24, 275, 84, 17);
+    Label2.Move(24, 275, 84, 17);
     Text1.Move(104, 272, 201, 18);
-    MoveCentred(Label3, 24, 296, 81, 17);
+    Label3.Move(24, 296, 81, 17);
     Text2.Move(104, 296, 201, 18);
-    MoveCentred(Label1, 312, 275, 65, 14);
+    Label1.Move(312, 275, 65, 14);
     Text3.Move(376, 272, 33, 18);
     Label5.Move(329, 299, 81, 17);
     Text5.Move(357, 296, 34, 18);
-    MoveCentred(Label6, 424, 275, 121, 17);
+    Label6.Move(424, 275, 121, 17);
     Text6.Move(544, 273, 41, 18);
     Label13.Move(440, 299, 177, 17);
     Text12.Move(559, 297, 24, 18);
@@ -143,13 +139,13 @@ void FmCompile::PlaceOptional() {
     Frame2.Move(344, 400, 97, 65);
     Option2.Move(8, 16, 81, 17);
     Option1.Move(8, 40, 81, 17);
-    MoveCentred(Label4, 456, 408, 109, 17);
+    Label4.Move(456, 408, 109, 17);
     Text4.Move(569, 405, 49, 18);
-    MoveCentred(Label16, 32, 408, 73, 17);
+    Label16.Move(32, 408, 73, 17);
     List2.Move(112, 408, 209, 52);
     Command10.Move(112, 472, 153, 17);
     Command11.Move(272, 472, 49, 19);
-    MoveCentred(Label11, 352, 474, 105, 17);
+    Label11.Move(352, 474, 105, 17);
     Text11.Move(448, 472, 177, 18);
     Command5.Move(64, 496, 257, 17);
     Command7.Move(376, 496, 249, 17);
