@@ -19,6 +19,7 @@ struct MouseEvent {
     bool Shift = false;
     double X = 0.0;
     double Y = 0.0;
+    bool AnyModifier = false;  ///< Shift, Ctrl or Alt is held
 };
 
 /// The toolkit's side of a control; only the implementation knows what stands in it.
@@ -60,6 +61,8 @@ class Control {
     void Raise();
     /// Width of a text in the control's font, pixels.
     double TextWidth(std::string_view text) const;
+    /// What the control shows now with all that stands in it, whether or not it is on the screen.
+    Picture Grab() const;
 
     std::function<void()> OnClick;
     std::function<void(const MouseEvent&)> OnMouseDown;
@@ -183,6 +186,7 @@ class Label : public Control {
     Label(Container& parent, std::string_view name, std::string_view caption = {});
     void SetCaption(std::string_view caption);
     std::string Caption() const;
+    void SetAlignment(Align alignment);  ///< left at first
 };
 
 /// A text box of one line, or of several when multiLine.
@@ -271,7 +275,8 @@ class ScrollBar : public Control {
     std::function<void()> OnChange;  ///< also while it is dragged
 };
 
-/// Fires every Interval milliseconds while it is enabled; one with interval 0 does not fire.
+/// Fires every Interval milliseconds while it is enabled; one with interval 0 does not fire. It starts
+/// disabled with interval 0, and never fires while its own handler still runs.
 class Timer {
   public:
     Timer();

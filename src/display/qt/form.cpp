@@ -1,0 +1,224 @@
+#include "display/form.h"
+
+#include <QCloseEvent>
+#include <QElapsedTimer>
+#include <QEventLoop>
+#include <QGuiApplication>
+#include <QIcon>
+#include <QKeyEvent>
+#include <QPainter>
+#include <QPixmap>
+#include <QScreen>
+#include <QWindow>
+#include <set>
+
+#include "display/qt/canvas_impl.h"
+#include "display/qt/convert.h"
+#include "display/qt/keys.h"
+#include "display/qt/native_control.h"
+
+namespace keelview {
+
+namespace {
+
+// How long a new window may take until the window system shows it.
+constexpr int ExposeMilliseconds = 500;
+
+QRect FreeArea() {
+    const QScreen* screen = QGuiApplication::primaryScreen();
+    return screen != nullptr ? screen->availableGeometry() : QRect(0, 0, 1024, 768);
+}
+
+Qt::WindowFlags FlagsOf(Form::Kind kind) {
+    if (kind == Form::Kind::Splash) return Qt::Window | Qt::FramelessWindowHint;
+    return Qt::Window | Qt::CustomizeWindowHint | Qt::WindowTitleHint | Qt::WindowSystemMenuHint |
+           Qt::WindowCloseButtonHint;
+}
+
+/// The window of a form. What happens to the window is told to the form as long as it stands.
+class FormWindow : public QWidget {
+  public:
+    explicit FormWindow(Form::Kind kind) : QWidget(nullptr, FlagsOf(kind)), kind_(kind) {
+        setFocusPolicy(Qt::NoFocus);
+    }
+
+    Form* Owner = nullptr;
+    Colour Ground = ButtonFace;
+    bool ClosedState = true;  ///< not shown yet, or closed
+    bool Closing = false;
+    QEventLoop* ModalLoop = nullptr;
+
+    void Prepare() {
+        ClosedState = false;
+        if (kind_ == Form::Kind::FullScreen) setWindowState(Qt::WindowMaximized);
+    }
+
+    /// Shows the window and waits until the window system has it on the screen.
+    void ShowAndPaint() {
+        Prepare();
+        show();
+        winId();
+        windowHandle()->installEventFilter(this);
+        raise();
+        activateWindow();
+        QElapsedTimer waited;
+        waited.start();
+        while (!windowHandle()->isExposed() && waited.elapsed() < ExposeMilliseconds)
+            QCoreApplication::processEvents(QEventLoop::ExcludeUserInputEvents, 10);
+        repaint();
+        QCoreApplication::processEvents(QEventLoop::ExcludeUserInputEvents);
+    }
+
+    bool eventFilter(QObject* watched, QEvent* event) override {
+        if (watched == windowHandle()) {
+            if (event->type() == QEvent::KeyPress) KeyDown(static_cast<QKeyEvent&>(*event));
+            if (event->type() == QEvent::KeyRelease) KeyUp(static_cast<QKeyEvent&>(*event));
+        }
+        return QWidget::eventFilter(watched, event);
+    }
+
+  protected:
+    void closeEvent(QCloseEvent* event) override {
+        event->ignore();
+        if (Owner != nullptr) Owner->Close();
+    }
+
+    void resizeEvent(QResizeEvent* event) override {
+        QWidget::resizeEvent(event);
+        if (event->oldSize().isValid() && !ClosedState && Owner != nullptr) Fire(Owner->OnResize);
+    }
+
+    void changeEvent(QEvent* event) override {
+        QWidget::changeEvent(event);
+        if (event->type() == QEvent::ActivationChange && !isActiveWindow()) ReleaseKeys();
+    }
+
+    void paintEvent(QPaintEvent* event) override { QPainter(this).fillRect(event->rect(), ToQt(Ground)); }
+
+  private:
+    void KeyDown(const QKeyEvent& event) {
+        const int key = KeyCode(event);
+        held_.insert(key);
+        if (Owner != nullptr) Fire(Owner->OnKeyDown, key);
+    }
+
+    void KeyUp(const QKeyEvent& event) {
+        if (event.isAutoRepeat()) return;
+        const int key = KeyCode(event);
+        held_.erase(key);
+        if (Owner != nullptr) Fire(Owner->OnKeyUp, key);
+    }
+
+    /// A key let go of in another window would count as held for ever.
+    void ReleaseKeys() {
+        const std::set<int> held = std::exchange(held_, {});
+        for (const int key : held)
+            if (Owner != nullptr) Fire(Owner->OnKeyUp, key);
+    }
+
+    Form::Kind kind_;
+    std::set<int> held_;
+};
+
+FormWindow& WindowOf(const NativeControl& native) {
+    return native.As<FormWindow>();
+}
+
+}  // namespace
+
+Form::Form(std::string_view name, Kind kind, double width, double height)
+    : Container(std::make_unique<NativeControl>(new FormWindow(kind), name)) {
+    FormWindow& window = WindowOf(Native());
+    window.Owner = this;
+    Native().ApplyBack = [&window](Colour colour) {
+        window.Ground = colour;
+        window.update();
+    };
+    if (kind == Kind::FullScreen) {
+        window.setGeometry(FreeArea());
+    } else {
+        Move(0, 0, width, height);
+        if (kind == Kind::Fixed) window.setFixedSize(window.size());
+        CentreOnScreen();
+    }
+}
+
+Form::~Form() {
+    FormWindow& window = WindowOf(Native());
+    window.Owner = nullptr;
+    if (window.ModalLoop != nullptr) window.ModalLoop->quit();
+}
+
+void Form::SetCaption(std::string_view caption) {
+    const QString title = ToQt(caption);
+    if (Native().Outer->windowTitle() != title) Native().Outer->setWindowTitle(title);
+}
+
+std::string Form::Caption() const {
+    return FromQt(Native().Outer->windowTitle());
+}
+
+void Form::SetIcon(const Picture& icon) {
+    if (!icon.Empty()) Native().Outer->setWindowIcon(QIcon(QPixmap::fromImage(icon.Native()->Image)));
+}
+
+double Form::ScaleWidth() const {
+    return Native().Outer->width();
+}
+
+double Form::ScaleHeight() const {
+    return Native().Outer->height();
+}
+
+void Form::CentreOnScreen() {
+    QWidget& window = *Native().Outer;
+    const QRect area = FreeArea();
+    window.move(area.x() + (area.width() - window.width()) / 2,
+                area.y() + (area.height() - window.height()) / 2);
+}
+
+void Form::ShowNow() {
+    WindowOf(Native()).ShowAndPaint();
+}
+
+void Form::ShowModal() {
+    FormWindow& window = WindowOf(Native());
+    if (ProcessEnded() || window.ModalLoop != nullptr) return;
+    const QPointer<FormWindow> living(&window);
+    window.setWindowModality(Qt::ApplicationModal);
+    window.ShowAndPaint();
+    if (!living || window.ClosedState) return;
+    QEventLoop loop;
+    window.ModalLoop = &loop;
+    loop.exec();
+    if (!living) return;
+    window.ModalLoop = nullptr;
+    window.setWindowModality(Qt::NonModal);
+}
+
+void Form::Refresh() {
+    QWidget& window = *Native().Outer;
+    if (!window.isVisible()) return;
+    window.repaint();
+    QCoreApplication::processEvents(QEventLoop::ExcludeUserInputEvents);
+}
+
+void Form::Close() {
+    FormWindow& window = WindowOf(Native());
+    if (window.ClosedState || window.Closing) return;
+    const QPointer<FormWindow> living(&window);
+    window.Closing = true;
+    Fire(OnQueryUnload);
+    if (!living || window.Owner == nullptr) return;
+    window.ClosedState = true;
+    window.Closing = false;
+    window.hide();
+    if (window.ModalLoop != nullptr) window.ModalLoop->quit();
+    Fire(OnUnload);
+}
+
+bool Form::Closed() const {
+    return WindowOf(Native()).ClosedState;
+}
+
+}  // namespace keelview

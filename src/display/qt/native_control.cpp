@@ -1,0 +1,109 @@
+#include "display/qt/native_control.h"
+
+#include <QCoreApplication>
+#include <cmath>
+
+#include "display/qt/convert.h"
+
+namespace keelview {
+
+bool ProcessEnded() {
+    return qApp != nullptr && qApp->property("keelviewEnded").toBool();
+}
+
+NativeControl::NativeControl(QWidget* outer, std::string_view name, QWidget* inner)
+    : Outer(outer), Inner(inner != nullptr ? inner : outer) {
+    outer->setObjectName(ToQt(name));
+    Watch(outer);
+    if (Inner != outer) Watch(Inner);
+    if (!outer->isWindow()) outer->show();
+}
+
+NativeControl::~NativeControl() {
+    Owner = nullptr;
+    if (!Outer) return;
+    Outer->setObjectName({});
+    Outer->removeEventFilter(this);
+    Outer->hide();
+    Outer->disconnect();
+    Outer->deleteLater();
+}
+
+void NativeControl::Watch(QWidget* part) {
+    part->setMouseTracking(true);
+    part->setAttribute(Qt::WA_NoMousePropagation);
+    part->installEventFilter(this);
+}
+
+void NativeControl::FireClick() {
+    if (Owner != nullptr) Fire(Owner->OnClick);
+}
+
+bool NativeControl::eventFilter(QObject* watched, QEvent* event) {
+    if (passing_ || Owner == nullptr || !watched->isWidgetType()) return false;
+    switch (event->type()) {
+        case QEvent::MouseButtonPress:
+        case QEvent::MouseButtonRelease:
+        case QEvent::MouseButtonDblClick:
+        case QEvent::MouseMove:
+            return FilterMouse(static_cast<QWidget&>(*watched), static_cast<QMouseEvent&>(*event));
+        default:
+            return false;
+    }
+}
+
+MouseEvent NativeControl::Told(const QWidget& part, const QMouseEvent& event) const {
+    QPointF at = event.position();
+    if (&part != Inner) at = Inner->mapFrom(Inner->window(), part.mapTo(part.window(), at));
+    at = {std::floor(at.x()), std::floor(at.y())};
+    if (ToScale) at = ToScale(at);
+    MouseEvent told;
+    Qt::MouseButton button = event.button();
+    if (event.type() == QEvent::MouseMove)
+        for (const Qt::MouseButton held : {Qt::LeftButton, Qt::RightButton, Qt::MiddleButton})
+            if (button == Qt::NoButton && event.buttons().testFlag(held)) button = held;
+    if (button == Qt::LeftButton) told.Button = MouseButton::Left;
+    if (button == Qt::RightButton) told.Button = MouseButton::Right;
+    if (button == Qt::MiddleButton) told.Button = MouseButton::Middle;
+    told.Shift = event.modifiers().testFlag(Qt::ShiftModifier);
+    told.AnyModifier =
+        (event.modifiers() & (Qt::ShiftModifier | Qt::ControlModifier | Qt::AltModifier)) != 0;
+    told.X = at.x();
+    told.Y = at.y();
+    return told;
+}
+
+bool NativeControl::FilterMouse(QWidget& part, QMouseEvent& event) {
+    if (!part.isEnabled()) return true;
+    const QPointer<NativeControl> self(this);
+    const QPointer<QWidget> living(&part);
+    const MouseEvent told = Told(part, event);
+    if (event.type() == QEvent::MouseMove) {
+        const QPointF at = part.mapTo(part.window(), event.position());
+        const bool free = event.buttons() == Qt::NoButton;
+        if (!free || !TakeMove || !TakeMove(Inner->mapFrom(Inner->window(), at)))
+            if (self) Fire(Owner->OnMouseMove, told);
+        return !self;
+    }
+    // The widget goes first, so that a handler finds the row chosen and the box ticked.
+    const bool release = event.type() == QEvent::MouseButtonRelease;
+    passing_ = true;
+    QCoreApplication::sendEvent(&part, &event);
+    event.accept();
+    if (!self) return true;
+    passing_ = false;
+    if (told.Button == MouseButton::None || Owner == nullptr) return true;
+    if (!release) {
+        if (told.Button == MouseButton::Left) pressed_ = true;
+        Fire(Owner->OnMouseDown, told);
+        return true;
+    }
+    const bool click = told.Button == MouseButton::Left && pressed_ && ClickByMouse && living &&
+                       part.rect().contains(event.position().toPoint());
+    if (told.Button == MouseButton::Left) pressed_ = false;
+    Fire(Owner->OnMouseUp, told);
+    if (click && self) FireClick();
+    return true;
+}
+
+}  // namespace keelview

@@ -1,0 +1,70 @@
+#pragma once
+
+#include <QEvent>
+#include <QMouseEvent>
+#include <QObject>
+#include <QPointF>
+#include <QPointer>
+#include <QWidget>
+#include <functional>
+#include <optional>
+
+#include "display/control.h"
+
+namespace keelview {
+
+/// True once the end of the process was asked for: no handler runs after that.
+bool ProcessEnded();
+
+/// A control's widget, and the way of its events to the control. The widget is deleted when the event loop
+/// is idle, so that a handler may let go of the control it was called by.
+struct NativeControl : public QObject {
+    /// `inner` is the drawing area in which children stand; the outer widget itself where there is none.
+    explicit NativeControl(QWidget* outer, std::string_view name, QWidget* inner = nullptr);
+    ~NativeControl() override;
+    NativeControl(const NativeControl&) = delete;
+    NativeControl& operator=(const NativeControl&) = delete;
+
+    QPointer<QWidget> Outer;
+    QPointer<QWidget> Inner;
+    Control* Owner = nullptr;
+    /// A press and a release of the left button make a click; off for widgets that know their clicks.
+    bool ClickByMouse = true;
+    bool EnabledByOwner = true;
+    std::optional<Colour> Back;
+    std::optional<Colour> Fore;
+    /// How the widget takes its colours; unset where it has none.
+    std::function<void(Colour)> ApplyBack;
+    std::function<void(Colour)> ApplyFore;
+    /// From pixels of the drawing area to the control's own scale; pixels where it is unset.
+    std::function<QPointF(const QPointF&)> ToScale;
+    /// Asked before a move is told to the control; true if something else took it.
+    std::function<bool(const QPointF&)> TakeMove;
+
+    /// Has the mouse events of a part of the widget told to the control.
+    void Watch(QWidget* part);
+    void FireClick();
+    bool eventFilter(QObject* watched, QEvent* event) override;
+
+    template <class T>
+    T& As() const {
+        return static_cast<T&>(*Outer);
+    }
+
+  private:
+    bool FilterMouse(QWidget& part, QMouseEvent& event);
+    MouseEvent Told(const QWidget& part, const QMouseEvent& event) const;
+    bool passing_ = false;  // the event is on its way to the widget itself
+    bool pressed_ = false;  // the left button went down here
+};
+
+/// Calls a handler, if there is one and the process goes on. The handler is copied: it may let go of the
+/// object that holds it.
+template <class Handler, class... Arguments>
+void Fire(const Handler& handler, const Arguments&... arguments) {
+    if (!handler || ProcessEnded()) return;
+    const Handler held = handler;
+    held(arguments...);
+}
+
+}  // namespace keelview

@@ -1,0 +1,192 @@
+#include "display/qt/plates.h"
+
+#include <QPainter>
+#include <QStringList>
+#include <algorithm>
+
+#include "display/qt/convert.h"
+
+namespace keelview {
+
+namespace {
+
+constexpr QColor LineDark(130, 130, 130);
+constexpr QColor LineDarker(80, 80, 80);
+constexpr QColor LineLight(255, 255, 255);
+constexpr QColor FlatLine(60, 60, 60);
+constexpr QColor FrameLine(150, 150, 150);
+
+// A text narrower than this share of itself cannot be read with ease.
+constexpr double NarrowestText = 0.66;
+
+// Where the title of a frame begins, and the gap at each of its sides, pixels.
+constexpr int TitleLeft = 8;
+constexpr int TitleGap = 2;
+
+/// Breaks a line at blanks so that each piece fits the width; a word alone may be wider.
+QStringList Broken(const QString& line, const QFontMetrics& metrics, int width) {
+    QStringList pieces;
+    QString piece;
+    for (const QString& word : line.split(' ')) {
+        const QString longer = piece.isEmpty() ? word : piece + ' ' + word;
+        if (!piece.isEmpty() && metrics.horizontalAdvance(longer) > width) {
+            pieces << piece;
+            piece = word;
+        } else {
+            piece = longer;
+        }
+    }
+    pieces << piece;
+    return pieces;
+}
+
+}  // namespace
+
+int BorderWidth(BorderStyle border) {
+    return border == BorderStyle::Sunken ? 2 : border == BorderStyle::Flat ? 1 : 0;
+}
+
+void PaintBorder(QPainter& painter, const QRect& rect, BorderStyle border) {
+    const QRect inside = rect.adjusted(0, 0, -1, -1);
+    if (border == BorderStyle::Flat) {
+        painter.setPen(FlatLine);
+        painter.drawRect(inside);
+    }
+    if (border != BorderStyle::Sunken) return;
+    painter.setPen(LineLight);
+    painter.drawRect(inside);
+    painter.setPen(LineDark);
+    painter.drawLine(inside.topLeft(), inside.topRight());
+    painter.drawLine(inside.topLeft(), inside.bottomLeft());
+    const QRect second = inside.adjusted(1, 1, -1, -1);
+    painter.setPen(QColor(220, 220, 220));
+    painter.drawRect(second);
+    painter.setPen(LineDarker);
+    painter.drawLine(second.topLeft(), second.topRight());
+    painter.drawLine(second.topLeft(), second.bottomLeft());
+}
+
+void DrawFitted(QPainter& painter, const QRectF& rect, Align align, const QString& line) {
+    const double width = QFontMetricsF(painter.font()).horizontalAdvance(line);
+    const int flags = Qt::TextSingleLine | Qt::TextDontClip | Qt::AlignVCenter;
+    const Qt::AlignmentFlag side = align == Align::Left     ? Qt::AlignLeft
+                                   : align == Align::Centre ? Qt::AlignHCenter
+                                                            : Qt::AlignRight;
+    if (width <= rect.width() || rect.width() <= 0) {
+        painter.drawText(rect, flags | side, line);
+        return;
+    }
+    const double share = std::max(NarrowestText, rect.width() / width);
+    painter.save();
+    painter.translate(rect.left(), 0);
+    painter.scale(share, 1.0);
+    painter.drawText(QRectF(0, rect.top(), rect.width() / share, rect.height()), flags | side, line);
+    painter.restore();
+}
+
+GroundWidget::GroundWidget(QWidget* parent, BorderStyle border) : QWidget(parent), border_(border) {}
+
+void GroundWidget::SetGround(std::optional<Colour> ground) {
+    if (ground_ == ground) return;
+    ground_ = ground;
+    update();
+}
+
+void GroundWidget::SetTitle(const QString& title, Colour colour) {
+    title_ = title;
+    titleColour_ = colour;
+    setAccessibleName(title);
+    update();
+}
+
+void GroundWidget::paintEvent(QPaintEvent* /*event*/) {
+    QPainter painter(this);
+    if (ground_) painter.fillRect(rect(), ToQt(*ground_));
+    if (title_) PaintTitle(painter);
+    PaintBorder(painter, rect(), border_);
+}
+
+void GroundWidget::PaintTitle(QPainter& painter) const {
+    const QFontMetrics metrics(font());
+    const int lineTop = title_->isEmpty() ? 0 : metrics.height() / 2;
+    const QRect line(0, lineTop, width() - 1, height() - 1 - lineTop);
+    const int textWidth =
+        title_->isEmpty() ? 0 : std::min(metrics.horizontalAdvance(*title_), width() - 2 * TitleLeft);
+    const QRect titleBox(TitleLeft, 0, textWidth, metrics.height());
+    QRegion outside(rect());
+    if (textWidth > 0) outside -= titleBox.adjusted(-TitleGap, 0, TitleGap, 0);
+    painter.save();
+    painter.setClipRegion(outside);
+    painter.setPen(FrameLine);
+    painter.drawRect(line);
+    painter.restore();
+    painter.setPen(ToQt(titleColour_));
+    DrawFitted(painter, titleBox, Align::Left, *title_);
+}
+
+TextPlate::TextPlate(QWidget* parent, Align align, BorderStyle border)
+    : QLabel(parent), align_(align), border_(border) {
+    setTextFormat(Qt::PlainText);
+    setFocusPolicy(Qt::NoFocus);
+}
+
+void TextPlate::SetText(std::string_view text) {
+    if (text_ == text) return;
+    text_ = text;
+    setText(ToQt(text));
+}
+
+void TextPlate::SetGround(std::optional<Colour> ground) {
+    if (ground_ == ground) return;
+    ground_ = ground;
+    update();
+}
+
+void TextPlate::SetInk(Colour ink) {
+    if (ink_ == ink) return;
+    ink_ = ink;
+    update();
+}
+
+void TextPlate::SetAlign(Align align) {
+    align_ = align;
+    update();
+}
+
+QStringList TextPlate::FittedLines(const QFontMetrics& metrics, const QRect& room) const {
+    const QStringList lines = text().split('\n');
+    QStringList broken;
+    for (const QString& line : lines) {
+        if (metrics.horizontalAdvance(line) <= room.width())
+            broken << line;
+        else
+            broken << Broken(line, metrics, room.width());
+    }
+    // Lines are broken only where the box has the height for them; otherwise they are narrowed.
+    const int least = metrics.ascent() + 1;
+    return broken.size() * least <= room.height() ? broken : lines;
+}
+
+void TextPlate::paintEvent(QPaintEvent* /*event*/) {
+    QPainter painter(this);
+    if (ground_) painter.fillRect(rect(), ToQt(*ground_));
+    PaintBorder(painter, rect(), border_);
+    const int edge = BorderWidth(border_);
+    const QRect inside = rect().adjusted(edge, edge, -edge, -edge);
+    const QRect room = inside.adjusted(1, 0, -1, 0);
+    if (text_.empty() || room.width() <= 0) return;
+    painter.setClipRect(inside);
+    painter.setPen(ToQt(ink_));
+    const QFontMetrics metrics(font());
+    const QStringList lines = FittedLines(metrics, room);
+    const double count = static_cast<double>(lines.size());
+    const double pitch = lines.size() > 1 ? std::min<double>(metrics.lineSpacing(), room.height() / count)
+                                          : metrics.height();
+    double top = room.top() + (room.height() - count * pitch) / 2.0;
+    for (const QString& line : lines) {
+        DrawFitted(painter, QRectF(room.left(), top, room.width(), pitch), align_, line);
+        top += pitch;
+    }
+}
+
+}  // namespace keelview

@@ -1,0 +1,326 @@
+#include "display/qt/raster.h"
+
+#include <algorithm>
+#include <cmath>
+#include <vector>
+
+namespace keelview::raster {
+
+namespace {
+
+// Lines that leave their row or column by less than this, in pixels, count as level or upright.
+constexpr double AxisTolerance = 0.02;
+
+// Coverage is counted in 256 steps.
+constexpr int FullCover = 256;
+
+void Blend(Pixel& under, Pixel colour, int cover) {
+    if (cover >= FullCover) {
+        under = colour;
+        return;
+    }
+    const Pixel rest = static_cast<Pixel>(FullCover - cover);
+    const Pixel part = static_cast<Pixel>(cover);
+    const Pixel redBlue = ((under & 0x00FF00FFU) * rest + (colour & 0x00FF00FFU) * part) >> 8U;
+    const Pixel green = ((under & 0x0000FF00U) * rest + (colour & 0x0000FF00U) * part) >> 8U;
+    under = 0xFF000000U | (redBlue & 0x00FF00FFU) | (green & 0x0000FF00U);
+}
+
+int CoverOf(double share) {
+    return static_cast<int>(share * FullCover + 0.5);
+}
+
+/// How much of the pixel from `cell` to `cell` + 1 lies between two places of its axis, 0 to 1.
+double Overlap(double low, double high, double cell) {
+    return std::clamp(std::min(high, cell + 1.0) - std::max(low, cell), 0.0, 1.0);
+}
+
+// Places further away than this are taken for no place at all; the arithmetic stays exact within it.
+constexpr double FarAway = 1e12;
+
+bool Finite(const Place& place) {
+    return std::abs(place.X) < FarAway && std::abs(place.Y) < FarAway;
+}
+
+/// Whether the dashes of a line cover the distance from its start.
+bool InDash(const Stroke& stroke, double distance) {
+    return stroke.Dash <= 0.0 || std::fmod(distance, 2.0 * stroke.Dash) < stroke.Dash;
+}
+
+/// A line within AxisTolerance of level or upright, as whole pixels.
+void DrawOnAxis(const Target& target, const Place& from, const Place& to, const Place& origin,
+                const Stroke& stroke, bool level) {
+    const double thick = std::max(1.0, std::round(stroke.Width));
+    const double reach = stroke.Width / 2.0;
+    const double side = std::round((level ? from.Y : from.X) - stroke.Width / 2.0);
+    const double first = level ? from.X : from.Y;
+    const double last = level ? to.X : to.Y;
+    const double low = std::round(std::min(first, last) - reach);
+    const double high = std::max(low + 1.0, std::round(std::max(first, last) + reach));
+    if (stroke.Dash <= 0.0) {
+        if (level)
+            FillRows(target, low, side, high, side + thick, stroke.Colour);
+        else
+            FillRows(target, side, low, side + thick, high, stroke.Colour);
+        return;
+    }
+    const double start = level ? origin.X : origin.Y;
+    for (double at = low; at < high; ++at) {
+        if (!InDash(stroke, std::abs(at + 0.5 - start))) continue;
+        if (level)
+            FillRows(target, at, side, at + 1.0, side + thick, stroke.Colour);
+        else
+            FillRows(target, side, at, side + thick, at + 1.0, stroke.Colour);
+    }
+}
+
+/// A slanting line, walked along its longer axis. `Steep` exchanges the axes.
+template <bool Steep>
+void DrawSlanting(const Target& target, const Place& from, const Place& to, const Place& origin,
+                  const Stroke& stroke) {
+    double u1 = Steep ? from.Y : from.X;
+    double v1 = Steep ? from.X : from.Y;
+    double u2 = Steep ? to.Y : to.X;
+    double v2 = Steep ? to.X : to.Y;
+    if (u1 > u2) {
+        std::swap(u1, u2);
+        std::swap(v1, v2);
+    }
+    const double slope = (v2 - v1) / (u2 - u1);
+    const double stretch = std::sqrt(1.0 + slope * slope);  // length per step of the walk
+    const double half = stroke.Width / 2.0 * stretch;
+    const double reach = stroke.Width / 2.0 / stretch;
+    const double start = Steep ? origin.Y : origin.X;
+    const int walkEnd = Steep ? target.Height : target.Width;
+    const int crossEnd = Steep ? target.Width : target.Height;
+    const int first = std::max(0, static_cast<int>(std::floor(u1 - reach)));
+    const int last = std::min(walkEnd - 1, static_cast<int>(std::ceil(u2 + reach)) - 1);
+    for (int u = first; u <= last; ++u) {
+        const double middle = v1 + slope * (u + 0.5 - u1);
+        if (!InDash(stroke, std::abs(u + 0.5 - start) * stretch)) continue;
+        const double along = Overlap(u1 - reach, u2 + reach, u);
+        const double low = middle - half;
+        const double high = middle + half;
+        const int vFirst = std::max(0, static_cast<int>(std::floor(low)));
+        const int vLast = std::min(crossEnd - 1, static_cast<int>(std::floor(high)));
+        for (int v = vFirst; v <= vLast; ++v) {
+            const int cover = CoverOf(Overlap(low, high, v) * along);
+            Pixel& pixel = Steep ? target.Bits[u * target.Stride + v] : target.Bits[v * target.Stride + u];
+            if (cover > 0) Blend(pixel, stroke.Colour, cover);
+        }
+    }
+}
+
+/// The areas that a polygon's edges cover: each cell holds the change of coverage from the cell at its
+/// left, so that a running sum along a row gives the coverage of each pixel.
+class AreaSum {
+  public:
+    AreaSum(int left, int top, int right, int bottom)
+        : left_(left), top_(top), width_(right - left), height_(bottom - top) {
+        cells_.assign(static_cast<std::size_t>(width_ + 2) * static_cast<std::size_t>(height_), 0.0F);
+    }
+
+    void AddEdge(Place from, Place to) {
+        if (from.Y == to.Y) return;
+        const double sign = from.Y < to.Y ? 1.0 : -1.0;
+        if (from.Y > to.Y) std::swap(from, to);
+        const double slope = (to.X - from.X) / (to.Y - from.Y);
+        const int first = std::max(0, static_cast<int>(std::floor(from.Y - top_)));
+        const int last = std::min(height_ - 1, static_cast<int>(std::ceil(to.Y - top_)) - 1);
+        for (int row = first; row <= last; ++row) {
+            const double y1 = std::max(from.Y, static_cast<double>(top_ + row));
+            const double y2 = std::min(to.Y, static_cast<double>(top_ + row + 1));
+            if (y2 <= y1) continue;
+            AddRow(row, sign * (y2 - y1), from.X + slope * (y1 - from.Y), from.X + slope * (y2 - from.Y));
+        }
+    }
+
+    void Paint(const Target& target, Pixel colour) const {
+        for (int row = 0; row < height_; ++row) {
+            double sum = 0.0;
+            const float* cell =
+                &cells_[static_cast<std::size_t>(row) * static_cast<std::size_t>(width_ + 2)];
+            Pixel* pixel = target.Bits + (top_ + row) * target.Stride + left_;
+            for (int column = 0; column < width_; ++column) {
+                sum += cell[column];
+                const int cover = CoverOf(std::min(1.0, std::abs(sum)));
+                if (cover > 0) Blend(pixel[column], colour, cover);
+            }
+        }
+    }
+
+  private:
+    /// Adds the area at the right of an edge piece that stays in one row and leads from column xa to xb.
+    void AddRow(int row, double height, double xa, double xb) {
+        const double low = std::min(xa, xb) - left_;
+        const double high = std::max(xa, xb) - left_;
+        float* cells = &cells_[static_cast<std::size_t>(row) * static_cast<std::size_t>(width_ + 2)];
+        if (low >= width_) return;
+        if (high <= 0.0) {
+            cells[0] += static_cast<float>(height);
+            return;
+        }
+        const double perPixel = high - low > 1e-9 ? height / (high - low) : 0.0;
+        if (low < 0.0) cells[0] += static_cast<float>(-low * perPixel);
+        const double from = std::max(low, 0.0);
+        const double to = std::min(high, static_cast<double>(width_));
+        if (perPixel == 0.0)
+            AddUpright(cells, from, height);
+        else
+            AddSlope(cells, from, to, perPixel);
+    }
+
+    static void AddUpright(float* cells, double at, double height) {
+        const int column = static_cast<int>(at);
+        const double inside = height * (column + 1 - at);
+        cells[column] += static_cast<float>(inside);
+        cells[column + 1] += static_cast<float>(height - inside);
+    }
+
+    static void AddSlope(float* cells, double from, double to, double perPixel) {
+        const int last = static_cast<int>(to);
+        double before = 0.0;  // coverage of the pixel at the left
+        for (int column = static_cast<int>(from); column <= last; ++column) {
+            const double a = std::max(from, static_cast<double>(column));
+            const double b = std::min(to, static_cast<double>(column + 1));
+            const double cover = perPixel * (a - from + (b - a) * (column + 1 - (a + b) / 2.0));
+            cells[column] += static_cast<float>(cover - before);
+            before = cover;
+        }
+        cells[last + 1] += static_cast<float>(perPixel * (to - from) - before);
+    }
+
+    int left_;
+    int top_;
+    int width_;
+    int height_;
+    std::vector<float> cells_;
+};
+
+}  // namespace
+
+bool MayTouch(const Target& target, const Place& from, const Place& to, double width) {
+    const double right = target.Width + width;
+    const double bottom = target.Height + width;
+    return (from.X > -width || to.X > -width) && (from.X < right || to.X < right) &&
+           (from.Y > -width || to.Y > -width) && (from.Y < bottom || to.Y < bottom);
+}
+
+// Liang and Barsky, "A New Concept and Method for Line Clipping", ACM TOG 3 (1984).
+bool ClipLine(const Target& target, double margin, Place& from, Place& to) {
+    if (!Finite(from) || !Finite(to)) return false;
+    const double dx = to.X - from.X;
+    const double dy = to.Y - from.Y;
+    double enter = 0.0;
+    double leave = 1.0;
+    const auto cut = [&](double direction, double distance) {
+        if (direction == 0.0) return distance >= 0.0;
+        const double at = distance / direction;
+        if (direction < 0.0)
+            enter = std::max(enter, at);
+        else
+            leave = std::min(leave, at);
+        return enter <= leave;
+    };
+    if (!cut(-dx, from.X + margin) || !cut(dx, target.Width + margin - from.X) ||
+        !cut(-dy, from.Y + margin) || !cut(dy, target.Height + margin - from.Y))
+        return false;
+    const Place start = from;
+    if (leave < 1.0) to = {start.X + leave * dx, start.Y + leave * dy};
+    if (enter > 0.0) from = {start.X + enter * dx, start.Y + enter * dy};
+    return true;
+}
+
+void DrawSegment(const Target& target, Place from, Place to, const Stroke& stroke) {
+    const Place origin = from;
+    if (!ClipLine(target, stroke.Width + 2.0, from, to)) return;
+    const double wide = std::abs(to.X - from.X);
+    const double high = std::abs(to.Y - from.Y);
+    if (high < AxisTolerance)
+        DrawOnAxis(target, from, to, origin, stroke, true);
+    else if (wide < AxisTolerance)
+        DrawOnAxis(target, from, to, origin, stroke, false);
+    else if (wide >= high)
+        DrawSlanting<false>(target, from, to, origin, stroke);
+    else
+        DrawSlanting<true>(target, from, to, origin, stroke);
+}
+
+void FillRows(const Target& target, double left, double top, double right, double bottom, Pixel colour) {
+    const auto within = [](double value, int limit) {
+        return std::isnan(value) ? 0 : static_cast<int>(std::clamp(value, 0.0, static_cast<double>(limit)));
+    };
+    const int x1 = within(left, target.Width);
+    const int x2 = within(right, target.Width);
+    const int y1 = within(top, target.Height);
+    const int y2 = within(bottom, target.Height);
+    for (int y = y1; y < y2 && x1 < x2; ++y) {
+        Pixel* row = target.Bits + y * target.Stride;
+        std::fill(row + x1, row + x2, colour);
+    }
+}
+
+void DrawRing(const Target& target, Place centre, double radius, double width, Pixel colour, bool filled,
+              Pixel fill) {
+    if (!Finite(centre) || !(radius >= 0.0 && radius < FarAway)) return;
+    const double outer = radius + width / 2.0;
+    const double inner = std::max(0.0, radius - width / 2.0);
+    const auto limited = [](double value, int limit) {
+        return static_cast<int>(std::clamp(std::floor(value), 0.0, static_cast<double>(limit)));
+    };
+    const int top = limited(centre.Y - outer - 1.0, target.Height);
+    const int bottom = limited(centre.Y + outer + 2.0, target.Height);
+    for (int y = top; y < bottom; ++y) {
+        const double dy = y + 0.5 - centre.Y;
+        const double outerSquare = (outer + 1.0) * (outer + 1.0) - dy * dy;
+        if (outerSquare <= 0.0) continue;
+        const double reach = std::sqrt(outerSquare);
+        const int left = limited(centre.X - reach, target.Width);
+        const int right = limited(centre.X + reach + 1.0, target.Width);
+        // Between these the row lies wholly inside the ring.
+        const double innerSquare = inner > 1.0 ? (inner - 1.0) * (inner - 1.0) - dy * dy : 0.0;
+        const double hollow = innerSquare > 0.0 ? std::sqrt(innerSquare) : 0.0;
+        const int hollowLeft = limited(centre.X - hollow + 1.0, target.Width);
+        const int hollowRight = limited(centre.X + hollow - 1.0, target.Width);
+        Pixel* row = target.Bits + y * target.Stride;
+        for (int x = left; x < right; ++x) {
+            if (x >= hollowLeft && x < hollowRight) {
+                if (filled) std::fill(row + x, row + hollowRight, fill);
+                x = hollowRight - 1;
+                continue;
+            }
+            const double distance = std::hypot(x + 0.5 - centre.X, dy);
+            const double disc = std::clamp(outer + 0.5 - distance, 0.0, 1.0);
+            const double hole = inner > 0.0 ? std::clamp(inner + 0.5 - distance, 0.0, 1.0) : 0.0;
+            // The fill reaches under the ring's inner edge, so that no ground shines through there.
+            if (filled && hole > 0.0) Blend(row[x], fill, CoverOf(std::min(1.0, disc)));
+            const int cover = CoverOf(disc - hole);
+            if (cover > 0) Blend(row[x], colour, cover);
+        }
+    }
+}
+
+void FillPolygon(const Target& target, std::span<const Place> corners, Pixel colour) {
+    if (corners.size() < 3) return;
+    Place low = corners[0];
+    Place high = corners[0];
+    for (const Place& corner : corners) {
+        if (!Finite(corner)) return;
+        low = {std::min(low.X, corner.X), std::min(low.Y, corner.Y)};
+        high = {std::max(high.X, corner.X), std::max(high.Y, corner.Y)};
+    }
+    const auto limited = [](double value, int limit) {
+        return static_cast<int>(std::clamp(value, 0.0, static_cast<double>(limit)));
+    };
+    const int left = limited(std::floor(low.X), target.Width);
+    const int right = limited(std::ceil(high.X), target.Width);
+    const int top = limited(std::floor(low.Y), target.Height);
+    const int bottom = limited(std::ceil(high.Y), target.Height);
+    if (left >= right || top >= bottom) return;
+    AreaSum sum(left, top, right, bottom);
+    for (std::size_t i = 0; i < corners.size(); ++i)
+        sum.AddEdge(corners[i], corners[(i + 1) % corners.size()]);
+    sum.Paint(target, colour);
+}
+
+}  // namespace keelview::raster

@@ -1,0 +1,243 @@
+#include <algorithm>
+#include <cmath>
+
+#include "display/control.h"
+#include "display/qt/canvas_impl.h"
+#include "display/qt/convert.h"
+#include "display/qt/native_control.h"
+#include "display/qt/plates.h"
+#include "display/qt/surface_board.h"
+
+namespace keelview {
+
+namespace {
+
+// The image of a sprite is never larger than this; a boat that fills the screen may be a little soft.
+constexpr int LargestSprite = 1024;
+
+// Sprites and lines further out than this lie off every screen.
+double Limited(double value) {
+    return std::isfinite(value) ? std::clamp(value, -1e7, 1e7) : 0.0;
+}
+
+std::unique_ptr<NativeControl> MakeGround(Container& parent, std::string_view name, BorderStyle border) {
+    auto* outer = new GroundWidget(parent.Native().Inner, border);
+    auto* inner = border == BorderStyle::None ? nullptr : new QWidget(outer);
+    auto native = std::make_unique<NativeControl>(outer, name, inner);
+    native->ApplyBack = [outer](Colour colour) { outer->SetGround(colour); };
+    return native;
+}
+
+SurfaceBoard& BoardOf(const NativeControl& native) {
+    return static_cast<SurfaceBoard&>(*native.Inner);
+}
+
+}  // namespace
+
+Panel::Panel(Container& parent, std::string_view name, BorderStyle border)
+    : Container(MakeGround(parent, name, border)) {
+    SetBackColor(ButtonFace);
+}
+
+Frame::Frame(Container& parent, std::string_view name, std::string_view caption)
+    : Container(MakeGround(parent, name, BorderStyle::None)) {
+    Native().ApplyFore = [this](Colour colour) {
+        auto& ground = Native().As<GroundWidget>();
+        ground.SetTitle(ground.Title(), colour);
+    };
+    SetCaption(caption);
+}
+
+void Frame::SetCaption(std::string_view caption) {
+    Native().As<GroundWidget>().SetTitle(ToQt(caption), GetForeColor());
+}
+
+// The board is made with the surface's image, which exists only after the container is built.
+Surface::Surface(Container& parent, std::string_view name, BorderStyle border)
+    : Container([&] {
+          auto* outer = new GroundWidget(parent.Native().Inner, border);
+          return std::make_unique<NativeControl>(outer, name, new SurfaceBoard(outer));
+      }()) {
+    SurfaceBoard& board = BoardOf(Container::Native());
+    board.SetImage(&Canvas::Native());
+    Container::Native().TakeMove = [&board](const QPointF& at) { return board.MoveOnSprite(at); };
+    Container::Native().ToScale = [this](const QPointF& at) {
+        return QPointF(at.x() / Canvas::Native().UnitX(), at.y() / Canvas::Native().UnitY());
+    };
+    Move(0, 0, 0, 0);
+}
+
+Surface::~Surface() {
+    if (Container::Native().Inner) BoardOf(Container::Native()).SetImage(nullptr);
+}
+
+void Surface::Move(double left, double top, double width, double height) {
+    Container::Move(left, top, width, height);
+    const QWidget& inner = *Container::Native().Inner;
+    const Canvas::Impl& image = Canvas::Native();
+    if (image.Image.isNull() || image.Width != inner.width() || image.Height != inner.height())
+        ResizeImage(inner.width(), inner.height());
+}
+
+void Surface::SetBackColor(Colour colour) {
+    BackColor = colour;
+    Cls();
+}
+
+void Surface::ShowPicture(const Picture& picture) {
+    const int border = 2 * BorderWidth(Container::Native().As<GroundWidget>().Border());
+    Move(Left(), Top(), picture.Width() + border, picture.Height() + border);
+    Cls();
+    PaintPicture(picture, 0, 0);
+}
+
+void Surface::Refresh() {
+    BoardOf(Container::Native()).ShowNow();
+}
+
+void Surface::Changed() {
+    BoardOf(Container::Native()).FollowImage();
+}
+
+struct Sprite::Place {
+    SpriteItem Item;
+    QPointer<SurfaceBoard> Board;
+
+    void Follow() const {
+        if (Board && Item.Visible) Board->Follow(Item.Rect());
+    }
+};
+
+Sprite::Sprite(Surface& parent, std::string_view /*name*/, double width, double height)
+    : place_(std::make_unique<Place>()) {
+    Native().MaxSide = LargestSprite;
+    place_->Item.Image = &Native();
+    place_->Item.OnMouseMove = &OnMouseMove;
+    place_->Board = &BoardOf(parent.Container::Native());
+    place_->Board->Add(&place_->Item);
+    SetSize(width, height);
+}
+
+Sprite::~Sprite() {
+    if (place_->Board) place_->Board->Remove(&place_->Item);
+}
+
+void Sprite::Move(double left, double top) {
+    if (left == place_->Item.Left && top == place_->Item.Top) return;
+    place_->Follow();
+    place_->Item.Left = Limited(left);
+    place_->Item.Top = Limited(top);
+    place_->Follow();
+}
+
+void Sprite::SetSize(double width, double height) {
+    place_->Follow();
+    place_->Item.Width = std::clamp(std::ceil(Limited(width)), 0.0, 1e6);
+    place_->Item.Height = std::clamp(std::ceil(Limited(height)), 0.0, 1e6);
+    Native().Resize(static_cast<int>(place_->Item.Width), static_cast<int>(place_->Item.Height), BackColor,
+                    false);
+    CurrentX = 0.0;
+    CurrentY = 0.0;
+    place_->Follow();
+}
+
+double Sprite::Left() const {
+    return place_->Item.Left;
+}
+
+double Sprite::Top() const {
+    return place_->Item.Top;
+}
+
+double Sprite::Width() const {
+    return place_->Item.Width;
+}
+
+double Sprite::Height() const {
+    return place_->Item.Height;
+}
+
+bool Sprite::Visible() const {
+    return place_->Item.Visible;
+}
+
+void Sprite::SetVisible(bool visible) {
+    if (visible == place_->Item.Visible) return;
+    place_->Item.Visible = true;
+    place_->Follow();
+    place_->Item.Visible = visible;
+}
+
+void Sprite::Changed() {
+    place_->Follow();
+}
+
+struct LineObject::Impl {
+    LineItem Item;
+    QPointer<SurfaceBoard> Board;
+
+    void Follow() const {
+        if (Board && Item.Visible) Board->Follow(Item.Rect());
+    }
+};
+
+LineObject::LineObject(Surface& parent, std::string_view /*name*/, Colour colour)
+    : impl_(std::make_unique<Impl>()) {
+    impl_->Item.Ink = colour;
+    impl_->Board = &BoardOf(parent.Container::Native());
+    impl_->Board->Add(&impl_->Item);
+}
+
+LineObject::~LineObject() {
+    if (impl_->Board) impl_->Board->Remove(&impl_->Item);
+}
+
+void LineObject::Place(double x1, double y1, double x2, double y2) {
+    LineItem& item = impl_->Item;
+    if (item.X1 == x1 && item.Y1 == y1 && item.X2 == x2 && item.Y2 == y2) return;
+    impl_->Follow();
+    item.X1 = Limited(x1);
+    item.Y1 = Limited(y1);
+    item.X2 = Limited(x2);
+    item.Y2 = Limited(y2);
+    impl_->Follow();
+}
+
+double LineObject::X1() const {
+    return impl_->Item.X1;
+}
+
+double LineObject::Y1() const {
+    return impl_->Item.Y1;
+}
+
+double LineObject::X2() const {
+    return impl_->Item.X2;
+}
+
+double LineObject::Y2() const {
+    return impl_->Item.Y2;
+}
+
+bool LineObject::Visible() const {
+    return impl_->Item.Visible;
+}
+
+void LineObject::SetVisible(bool visible) {
+    if (visible == impl_->Item.Visible) return;
+    impl_->Item.Visible = true;
+    impl_->Follow();
+    impl_->Item.Visible = visible;
+}
+
+void LineObject::SetBorderColor(Colour colour) {
+    if (impl_->Item.Ink == colour) return;
+    impl_->Item.Ink = colour;
+    impl_->Follow();
+}
+
+Colour LineObject::BorderColor() const {
+    return impl_->Item.Ink;
+}
+
+}  // namespace keelview

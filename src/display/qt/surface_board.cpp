@@ -1,0 +1,146 @@
+#include "display/qt/surface_board.h"
+
+#include <QCoreApplication>
+#include <QEvent>
+#include <QPaintEvent>
+#include <QPainter>
+#include <algorithm>
+#include <cmath>
+
+#include "display/qt/convert.h"
+#include "display/qt/native_control.h"
+
+namespace keelview {
+
+namespace {
+
+// Told to the board by itself when there is something to show.
+const QEvent::Type ShowChanges = static_cast<QEvent::Type>(QEvent::registerEventType());
+
+}  // namespace
+
+QRectF SpriteItem::Rect() const {
+    return {std::round(Left), std::round(Top), Width, Height};
+}
+
+QRectF LineItem::Rect() const {
+    return QRectF(QPointF(std::min(X1, X2), std::min(Y1, Y2)), QPointF(std::max(X1, X2), std::max(Y1, Y2)))
+        .adjusted(-2, -2, 3, 3);
+}
+
+SurfaceBoard::SurfaceBoard(QWidget* parent) : QWidget(parent) {
+    setAttribute(Qt::WA_OpaquePaintEvent);
+}
+
+void SurfaceBoard::Remove(const SpriteItem* sprite) {
+    Follow(sprite->Rect());
+    std::erase(sprites_, sprite);
+}
+
+void SurfaceBoard::Remove(const LineItem* line) {
+    Follow(line->Rect());
+    std::erase(lines_, line);
+}
+
+void SurfaceBoard::Follow(const QRectF& rect) {
+    floating_ |= rect;
+    FollowImage();
+}
+
+void SurfaceBoard::FollowImage() {
+    if (awaited_ || !isVisible()) return;
+    awaited_ = true;
+    QCoreApplication::postEvent(this, new QEvent(ShowChanges));
+}
+
+QRect SurfaceBoard::TakeDirty() {
+    QRectF dirty = floating_;
+    if (image_ != nullptr) {
+        dirty |= image_->Dirty;
+        image_->Dirty = {};
+    }
+    floating_ = {};
+    awaited_ = false;
+    return (dirty & QRectF(rect())).toAlignedRect();
+}
+
+void SurfaceBoard::ShowNow() {
+    const QRect dirty = TakeDirty();
+    if (!dirty.isEmpty()) update(dirty);
+    // A repaint of nothing still brings all of the window's waiting changes to the screen.
+    repaint(dirty.isEmpty() ? QRect(0, 0, 1, 1) : dirty);
+}
+
+bool SurfaceBoard::event(QEvent* event) {
+    if (event->type() == ShowChanges) {
+        const QRect dirty = TakeDirty();
+        if (!dirty.isEmpty()) update(dirty);
+        return true;
+    }
+    return QWidget::event(event);
+}
+
+bool SurfaceBoard::MoveOnSprite(const QPointF& at) {
+    for (auto sprite = sprites_.rbegin(); sprite != sprites_.rend(); ++sprite) {
+        const SpriteItem& item = **sprite;
+        const QRectF rect = item.Rect();
+        const bool inside = at.x() >= rect.left() && at.x() < rect.right() && at.y() >= rect.top() &&
+                            at.y() < rect.bottom();
+        if (!item.Visible || !inside || !*item.OnMouseMove) continue;
+        MouseEvent told;
+        told.X = std::floor(at.x() - rect.left());
+        told.Y = std::floor(at.y() - rect.top());
+        Fire(*item.OnMouseMove, told);
+        return true;
+    }
+    return false;
+}
+
+void SurfaceBoard::PaintLine(QPainter& painter, const LineItem& line) const {
+    const raster::Target area{nullptr, width(), height(), 0};
+    raster::Place from{line.X1, line.Y1};
+    raster::Place to{line.X2, line.Y2};
+    if (!raster::ClipLine(area, 4.0, from, to)) return;
+    if (from.X == to.X && from.Y == to.Y) return;  // not placed yet
+    painter.setPen(ToQt(line.Ink));
+    const bool onAxis = std::abs(from.X - to.X) < 0.5 || std::abs(from.Y - to.Y) < 0.5;
+    painter.setRenderHint(QPainter::Antialiasing, !onAxis);
+    if (onAxis)
+        painter.drawLine(QPointF(std::round(from.X), std::round(from.Y)),
+                         QPointF(std::round(to.X), std::round(to.Y)));
+    else
+        painter.drawLine(QPointF(from.X + 0.5, from.Y + 0.5), QPointF(to.X + 0.5, to.Y + 0.5));
+}
+
+void SurfaceBoard::PaintSprite(QPainter& painter, const SpriteItem& sprite, const QRect& shown) const {
+    const QRectF rect = sprite.Rect();
+    const QRectF part = rect & QRectF(shown);
+    if (part.isEmpty()) return;
+    const QImage& image = sprite.Image->Image;
+    const double ratio = sprite.Image->Ratio;
+    if (ratio == image_->Ratio) {
+        painter.drawImage(rect.topLeft(), image);
+        return;
+    }
+    // A sprite too large to be held at full sharpness: only its visible part is enlarged.
+    const QRectF source((part.left() - rect.left()) * ratio, (part.top() - rect.top()) * ratio,
+                        part.width() * ratio, part.height() * ratio);
+    painter.drawImage(part, image, source);
+}
+
+void SurfaceBoard::paintEvent(QPaintEvent* event) {
+    QPainter painter(this);
+    if (image_ == nullptr || image_->Image.isNull()) {
+        painter.fillRect(rect(), Qt::white);
+        return;
+    }
+    painter.drawImage(0, 0, image_->Image);
+    const QRect shown = event->rect();
+    for (const LineItem* line : lines_)
+        if (line->Visible) PaintLine(painter, *line);
+    painter.setRenderHint(QPainter::Antialiasing, false);
+    for (const SpriteItem* sprite : sprites_)
+        if (sprite->Visible) PaintSprite(painter, *sprite, shown);
+}
+
+}  // namespace keelview

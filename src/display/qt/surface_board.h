@@ -1,0 +1,77 @@
+#pragma once
+
+#include <QPointer>
+#include <QRectF>
+#include <QWidget>
+#include <functional>
+#include <vector>
+
+#include "display/control.h"
+#include "display/qt/canvas_impl.h"
+
+namespace keelview {
+
+/// What the board needs to know of a sprite.
+struct SpriteItem {
+    const Canvas::Impl* Image = nullptr;
+    double Left = 0.0;
+    double Top = 0.0;
+    double Width = 0.0;
+    double Height = 0.0;
+    bool Visible = true;
+    const std::function<void(const MouseEvent&)>* OnMouseMove = nullptr;
+
+    QRectF Rect() const;  ///< where it is painted, on whole pixels
+};
+
+/// What the board needs to know of a line object.
+struct LineItem {
+    double X1 = 0.0;
+    double Y1 = 0.0;
+    double X2 = 0.0;
+    double Y2 = 0.0;
+    Colour Ink = Black;
+    bool Visible = true;
+
+    QRectF Rect() const;  ///< what it may touch
+};
+
+/// The drawing area of a surface: paints the image, the lines over it, and the sprites over them. Changes
+/// are gathered and shown once, when the event loop comes to them.
+class SurfaceBoard : public QWidget {
+  public:
+    explicit SurfaceBoard(QWidget* parent);
+
+    /// The image to paint; none while the surface is made, and after it is gone.
+    void SetImage(Canvas::Impl* image) { image_ = image; }
+
+    void Add(SpriteItem* sprite) { sprites_.push_back(sprite); }
+    void Remove(const SpriteItem* sprite);
+    void Add(LineItem* line) { lines_.push_back(line); }
+    void Remove(const LineItem* line);
+    /// Has the screen follow in a rectangle, soon.
+    void Follow(const QRectF& rect);
+    /// Has the screen follow what was drawn on the image, soon.
+    void FollowImage();
+    /// Brings all changes to the screen now.
+    void ShowNow();
+    /// Tells a move to the topmost sprite under it that is shown; false if there is none.
+    bool MoveOnSprite(const QPointF& at);
+
+  protected:
+    void paintEvent(QPaintEvent* event) override;
+    bool event(QEvent* event) override;
+
+  private:
+    QRect TakeDirty();
+    void PaintLine(QPainter& painter, const LineItem& line) const;
+    void PaintSprite(QPainter& painter, const SpriteItem& sprite, const QRect& shown) const;
+
+    Canvas::Impl* image_ = nullptr;
+    std::vector<SpriteItem*> sprites_;
+    std::vector<LineItem*> lines_;
+    QRectF floating_;  // what moved over the image and is not shown yet
+    bool awaited_ = false;
+};
+
+}  // namespace keelview

@@ -1,0 +1,58 @@
+#include <QApplication>
+#include <QInputDialog>
+#include <QMessageBox>
+
+#include "display/qt/convert.h"
+#include "display/qt/system.h"
+
+namespace keelview {
+
+namespace {
+
+class SystemDialogs : public Dialogs {
+  public:
+    explicit SystemDialogs(const std::string& defaultTitle) : defaultTitle_(defaultTitle) {}
+
+    void Ok(std::string_view text, std::string_view title) override {
+        QMessageBox box(QMessageBox::NoIcon, TitleOf(title), {}, QMessageBox::Ok,
+                        QApplication::activeWindow());
+        Say(box, text);
+    }
+
+    bool YesNo(std::string_view text, std::string_view title) override {
+        QMessageBox box(QMessageBox::Question, TitleOf(title), {}, QMessageBox::Yes | QMessageBox::No,
+                        QApplication::activeWindow());
+        box.setDefaultButton(QMessageBox::Yes);
+        box.setEscapeButton(QMessageBox::No);
+        return Say(box, text) == QMessageBox::Yes;
+    }
+
+    std::optional<std::string> Input(std::string_view prompt, std::string_view title,
+                                     std::string_view proposal) override {
+        bool taken = false;
+        const QString answer =
+            QInputDialog::getText(QApplication::activeWindow(), TitleOf(title), ToQt(prompt),
+                                  QLineEdit::Normal, ToQt(proposal), &taken);
+        if (!taken) return std::nullopt;
+        return FromQt(answer);
+    }
+
+  private:
+    QString TitleOf(std::string_view title) const { return ToQt(title.empty() ? defaultTitle_ : title); }
+
+    static int Say(QMessageBox& box, std::string_view text) {
+        box.setTextFormat(Qt::PlainText);
+        box.setText(ToQt(text));
+        return box.exec();
+    }
+
+    const std::string& defaultTitle_;
+};
+
+}  // namespace
+
+std::unique_ptr<Dialogs> MakeDialogs(const std::string& defaultTitle) {
+    return std::make_unique<SystemDialogs>(defaultTitle);
+}
+
+}  // namespace keelview

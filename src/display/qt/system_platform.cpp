@@ -1,0 +1,173 @@
+#include <QApplication>
+#include <QCoreApplication>
+#include <QElapsedTimer>
+#include <QEventLoop>
+#include <QFileInfo>
+#include <QGuiApplication>
+#include <QProcess>
+#include <QScreen>
+#include <QStandardPaths>
+#include <QTimer>
+#include <QUrl>
+#include <QWidget>
+#include <chrono>
+#include <cstdlib>
+#include <ctime>
+
+#include "base/files.h"
+#include "display/platform.h"
+#include "display/qt/convert.h"
+#include "display/qt/native_control.h"
+#include "display/qt/system.h"
+
+namespace keelview {
+
+namespace {
+
+constexpr double TwipsPerPixel = 15.0;
+
+// Results of OpenDocument, as the desktop's shell has them.
+constexpr int Opened = 33;
+constexpr int NoSuchFile = 2;
+constexpr int NoSuchPath = 3;
+constexpr int NotAllowed = 5;
+constexpr int NoProgram = 31;
+
+/// A variable of the environment; empty where it is not set.
+std::string Variable(const char* name) {
+    const char* value = std::getenv(name);
+    return value != nullptr ? value : "";
+}
+
+/// Starts a program that goes its own way; what it says is heard by nobody.
+bool StartApart(const QString& program, const QStringList& arguments, const QString& folder) {
+    QProcess process;
+    process.setProgram(program);
+    process.setArguments(arguments);
+    if (!folder.isEmpty()) process.setWorkingDirectory(folder);
+    process.setStandardInputFile(QProcess::nullDevice());
+    process.setStandardOutputFile(QProcess::nullDevice());
+    process.setStandardErrorFile(QProcess::nullDevice());
+    return process.startDetached();
+}
+
+class SystemPlatform : public Platform {
+  public:
+    std::filesystem::path ProgramFolder() override {
+        const std::string tree = Variable("KEELVIEW_TREE");
+        if (!tree.empty()) return std::filesystem::path(tree).lexically_normal();
+        return FromQt(QCoreApplication::applicationDirPath());
+    }
+
+    int UserLocale() override {
+        for (const char* name : {"LC_ALL", "LC_MESSAGES", "LC_CTYPE", "LANG"})
+            if (const std::string locale = Variable(name); !locale.empty()) return LocaleCode(locale);
+        return LocaleEnglish;
+    }
+
+    int DriveType(const std::filesystem::path& folder) override {
+        std::error_code error;
+        const std::filesystem::path real = std::filesystem::canonical(folder, error);
+        return DriveTypeIn(ReadMounts(), error ? folder : real);
+    }
+
+    ClockReading UtcNow() override { return Now(false); }
+    ClockReading LocalNow() override { return Now(true); }
+
+    double SteadySeconds() override {
+        return std::chrono::duration<double>(std::chrono::steady_clock::now().time_since_epoch()).count();
+    }
+
+    int OpenDocument(const std::string& target, const std::filesystem::path& folder) override;
+
+    bool StartProgram(const std::filesystem::path& program) override {
+        const QFileInfo file(QString::fromStdString(program.string()));
+        return file.isFile() && file.isExecutable() &&
+               StartApart(file.absoluteFilePath(), {}, file.absolutePath());
+    }
+
+    void PlaySound(const std::filesystem::path& file) override {
+        const QString player = QStandardPaths::findExecutable("aplay");
+        if (!player.isEmpty()) StartApart(player, {"-q", QString::fromStdString(file.string())}, {});
+    }
+
+    ScreenInfo Screen() override {
+        const QScreen* screen = QGuiApplication::primaryScreen();
+        const QSize size = screen != nullptr ? screen->geometry().size() : QSize(1024, 768);
+        return {size.width() * TwipsPerPixel, size.height() * TwipsPerPixel, TwipsPerPixel, TwipsPerPixel};
+    }
+
+    void DeliverEvents() override {
+        if (!ProcessEnded()) QCoreApplication::processEvents();
+    }
+
+    void SetBusyPointer(bool busy) override {
+        if (busy == busy_) return;
+        busy_ = busy;
+        if (busy)
+            QGuiApplication::setOverrideCursor(Qt::WaitCursor);
+        else
+            QGuiApplication::restoreOverrideCursor();
+    }
+
+    void Pause(int milliseconds) override {
+        if (ProcessEnded()) return;
+        QEventLoop loop;
+        QTimer::singleShot(milliseconds, Qt::PreciseTimer, &loop, &QEventLoop::quit);
+        loop.exec();
+    }
+
+    void EndProcess() override {
+        qApp->setProperty("keelviewEnded", true);
+        for (QWidget* window : QApplication::topLevelWidgets()) window->hide();
+        QCoreApplication::exit(0);
+    }
+
+    bool Ending() override { return ProcessEnded(); }
+
+  private:
+    static ClockReading Now(bool local) {
+        const auto now = std::chrono::system_clock::now();
+        const auto whole = std::chrono::floor<std::chrono::seconds>(now);
+        const std::time_t seconds = std::chrono::system_clock::to_time_t(whole);
+        std::tm parts{};
+        if (local) localtime_r(&seconds, &parts);
+        const auto milliseconds = std::chrono::duration_cast<std::chrono::milliseconds>(now - whole);
+        return {static_cast<CivilTime>(seconds) + (local ? parts.tm_gmtoff : 0),
+                static_cast<int>(milliseconds.count())};
+    }
+
+    static std::string ReadMounts() {
+        QFile mounts("/proc/mounts");
+        return mounts.open(QIODevice::ReadOnly) ? mounts.readAll().toStdString() : std::string();
+    }
+
+    bool busy_ = false;
+};
+
+int SystemPlatform::OpenDocument(const std::string& target, const std::filesystem::path& folder) {
+    QString document = ToQt(target);
+    if (target.find("://") == std::string::npos) {
+        const std::filesystem::path path = folder / target;
+        std::error_code error;
+        if (!std::filesystem::exists(path.parent_path(), error)) return NoSuchPath;
+        if (!std::filesystem::exists(path, error)) return NoSuchFile;
+        const QFileInfo file(QString::fromStdString(path.string()));
+        if (!file.isReadable()) return NotAllowed;
+        document = file.absoluteFilePath();
+    }
+    const QString opener = QStandardPaths::findExecutable("xdg-open");
+    if (opener.isEmpty()) return NoProgram;
+    const QString folderName = QString::fromStdString(folder.string());
+    return StartApart(opener, {document}, QFileInfo(folderName).isDir() ? folderName : QString())
+               ? Opened
+               : NoProgram;
+}
+
+}  // namespace
+
+std::unique_ptr<Platform> MakePlatform() {
+    return std::make_unique<SystemPlatform>();
+}
+
+}  // namespace keelview

@@ -1,0 +1,70 @@
+#include "display/qt/tight_style.h"
+
+#include <QPainter>
+#include <QStyleOption>
+
+namespace keelview {
+
+namespace {
+
+constexpr int IndicatorSide = 12;
+constexpr int LabelSpacing = 3;
+constexpr int ButtonMargin = 2;
+constexpr double NarrowestText = 0.66;
+
+}  // namespace
+
+TightStyle::TightStyle() : QProxyStyle("fusion") {}
+
+int TightStyle::pixelMetric(PixelMetric metric, const QStyleOption* option, const QWidget* widget) const {
+    switch (metric) {
+        case PM_IndicatorWidth:
+        case PM_IndicatorHeight:
+        case PM_ExclusiveIndicatorWidth:
+        case PM_ExclusiveIndicatorHeight:
+            return IndicatorSide;
+        case PM_CheckBoxLabelSpacing:
+        case PM_RadioButtonLabelSpacing:
+            return LabelSpacing;
+        case PM_ButtonMargin:
+            return ButtonMargin;
+        default:
+            return QProxyStyle::pixelMetric(metric, option, widget);
+    }
+}
+
+int TightStyle::styleHint(StyleHint hint, const QStyleOption* option, const QWidget* widget,
+                          QStyleHintReturn* result) const {
+    if (hint == SH_Widget_Animation_Duration) return 0;
+    return QProxyStyle::styleHint(hint, option, widget, result);
+}
+
+void TightStyle::drawItemText(QPainter* painter, const QRect& rect, int flags, const QPalette& palette,
+                              bool enabled, const QString& text, QPalette::ColorRole role) const {
+    const int width = painter->fontMetrics().size(flags & Qt::TextShowMnemonic, text).width();
+    if (width <= rect.width() || rect.width() <= 0) {
+        QProxyStyle::drawItemText(painter, rect, flags, palette, enabled, text, role);
+        return;
+    }
+    const double share = std::max(NarrowestText, static_cast<double>(rect.width()) / width);
+    painter->save();
+    painter->translate(rect.left(), 0);
+    painter->scale(share, 1.0);
+    const QRect wide(0, rect.top(), static_cast<int>(rect.width() / share) + 1, rect.height());
+    QProxyStyle::drawItemText(painter, wide, flags, palette, enabled, text, role);
+    painter->restore();
+}
+
+void TightStyle::drawComplexControl(ComplexControl control, const QStyleOptionComplex* option,
+                                    QPainter* painter, const QWidget* widget) const {
+    QProxyStyle::drawComplexControl(control, option, painter, widget);
+    // Stock Fusion does not show which scroll bar the arrow keys move.
+    if (control != CC_ScrollBar || !option->state.testFlag(State_HasFocus)) return;
+    painter->save();
+    painter->setPen(option->palette.color(QPalette::Highlight));
+    painter->setBrush(Qt::NoBrush);
+    painter->drawRect(option->rect.adjusted(0, 0, -1, -1));
+    painter->restore();
+}
+
+}  // namespace keelview
