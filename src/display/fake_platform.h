@@ -1,0 +1,52 @@
+#pragma once
+
+#include <filesystem>
+#include <functional>
+#include <string>
+#include <vector>
+
+#include "display/platform.h"
+
+namespace keelview {
+
+/// A platform whose answers are set by hand and that notes what was asked of it, for tests and scripts.
+class FakePlatform : public Platform {
+  public:
+    std::filesystem::path Folder;
+    int Locale = LocaleEnglish;
+    int Drive = 3;
+    ClockReading Utc;
+    ClockReading Local;
+    double Seconds = 0.0;  ///< of the steady clock; Pause moves it
+    ScreenInfo ScreenSize{1024 * 15.0, 768 * 15.0};
+    int DocumentResult = 33;
+    bool ProgramStarts = true;
+    std::function<void()> OnDeliverEvents;  ///< called at each DeliverEvents and Pause
+
+    std::vector<std::string> Documents;             ///< opened, in order
+    std::vector<std::filesystem::path> Programs;    ///< started, in order
+    std::vector<std::filesystem::path> Sounds;      ///< played, in order
+    std::vector<std::filesystem::path> DriveAsked;  ///< folders whose drive was asked for
+    std::vector<bool> BusyPointers;                 ///< changes of the pointer, in order
+    int Deliveries = 0;                             ///< calls of DeliverEvents
+    int PausedMilliseconds = 0;                     ///< sum of all pauses
+    bool Ended = false;                             ///< EndProcess was called
+
+    std::filesystem::path ProgramFolder() override { return Folder; }
+    int UserLocale() override { return Locale; }
+    int DriveType(const std::filesystem::path& folder) override;
+    ClockReading UtcNow() override { return Utc; }
+    ClockReading LocalNow() override { return Local; }
+    double SteadySeconds() override { return Seconds; }
+    int OpenDocument(const std::string& target, const std::filesystem::path& folder) override;
+    bool StartProgram(const std::filesystem::path& program) override;
+    void PlaySound(const std::filesystem::path& file) override { Sounds.push_back(file); }
+    ScreenInfo Screen() override { return ScreenSize; }
+    void DeliverEvents() override;
+    void SetBusyPointer(bool busy) override { BusyPointers.push_back(busy); }
+    void Pause(int milliseconds) override;
+    void EndProcess() override { Ended = true; }
+    bool Ending() override { return Ended; }
+};
+
+}  // namespace keelview
