@@ -1,8 +1,7 @@
 #include "shell/reference_viewer.h"
 
-#include <chrono>
+#include <cmath>
 #include <string>
-#include <thread>
 
 #include "base/bilingual.h"
 #include "base/files.h"
@@ -11,19 +10,13 @@
 
 namespace keelview {
 
-namespace {
-
-/// Seconds that the display stays blocked while the viewer of a document comes up.
-constexpr double ViewerSeconds = 5.0;
-
-}  // namespace
-
-RefFm::RefFm(const AppState& app, Services& services)
+RefFm::RefFm(const AppState& app, Services& services, double viewerSeconds)
     : Form("RefFm", Kind::Fixed, 273, 155),
       List1(*this, "List1"),
       Command1(*this, "Command1", "CANCEL"),
       app_(app),
-      services_(services) {
+      services_(services),
+      viewerSeconds_(viewerSeconds) {
     SetFont(app.settings.UiFontName, 9 * app.settings.FontScale);
     SetCaption(Text{"Refference Files", "データ参照"}.In(app.settings.UseEnglish));
     List1.Move(8, 8, 257, 100);
@@ -42,20 +35,20 @@ void RefFm::List1_Click() {
     if (!IsFile(path)) return services_.dialogs.Ok("File Not Found", app_.settings.AppTitle);
 
     Hide();
-    services_.platform.DeliverEvents();  // so that the form is off the screen before the wait
-    const double openedAt = services_.platform.SteadySeconds();
     OpenDocument(app_, services_, path.string());
-    WaitForViewer(openedAt);
-    // Visible again, the form takes away what was clicked on the display meanwhile.
-    Show();
-    services_.platform.DeliverEvents();
+    WaitForViewer();
     Close();
 }
 
-void RefFm::WaitForViewer(double openedAt) {
-    // No event is handled meanwhile, so that nothing can be done to the display behind this form.
-    using namespace std::chrono_literals;
-    while (services_.platform.SteadySeconds() - openedAt < ViewerSeconds) std::this_thread::sleep_for(20ms);
+void RefFm::WaitForViewer() const {
+    // A form that nobody can see holds the display blocked, as this one does while it is visible; the
+    // display goes on painting itself under the viewer's window.
+    Form blocker("RefFmWait", Kind::Splash, 1, 1);
+    Timer over;
+    over.OnTimer = [&blocker] { blocker.Close(); };
+    over.SetInterval(static_cast<int>(std::lround(viewerSeconds_ * 1000)));
+    over.SetEnabled(true);
+    blocker.ShowModal();
 }
 
 }  // namespace keelview

@@ -6,20 +6,25 @@
 
 namespace keelview {
 
-/// The list of a race's reference documents `RefFm`: a click hands one to the system and ends the visit.
+/// Seconds that the display stays blocked while the viewer of a document comes up.
+inline constexpr double ViewerSeconds = 5.0;
+
+/// The list of a race's reference documents `RefFm`, shown modal: a click hands one to the system and ends
+/// the visit after `viewerSeconds`.
 class RefFm : public Form {
   public:
-    RefFm(const AppState& app, Services& services);
+    RefFm(const AppState& app, Services& services, double viewerSeconds = ViewerSeconds);
 
     ListBox List1;    // one row per attachment, in file order
     Button Command1;  // "CANCEL"
 
   private:
     void List1_Click();
-    void WaitForViewer(double openedAt);
+    void WaitForViewer() const;
 
     const AppState& app_;
     Services& services_;
+    double viewerSeconds_;
 };
 
 }  // namespace keelview
