@@ -1,0 +1,403 @@
+// make_demo FOLDER: writes the two demo races off Enoshima into FOLDER, the same bytes at each run: a race of 8
+// boats with English names and one of 20 with Japanese names, sailed by a small simulation in a breeze that
+// swings. Tracks in gpsdat, wind in winddat, race control files in raceadmin, a document in attachment.
+
+#include <algorithm>
+#include <array>
+#include <cmath>
+#include <cstdio>
+#include <filesystem>
+#include <iostream>
+#include <random>
+#include <span>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "base/angles.h"
+#include "base/dates.h"
+#include "base/files.h"
+#include "base/text_encoding.h"
+#include "racedata/track_derivation.h"
+
+namespace {
+
+using namespace keelview;
+
+constexpr double Variation = -7.0;  // degrees
+constexpr int TimeDiffHours = 9;
+
+/// Metres east and north of the race's middle.
+struct Spot {
+    double East = 0.0;
+    double North = 0.0;
+};
+
+struct RacePlan {
+    std::string File;
+    std::string Title1;
+    std::string Title2;
+    std::string Start;  // local time
+    double Lat;         // minutes of arc of the middle of the course
+    double Lon;
+    double Wind;        // true direction, degrees
+    double Swing;       // degrees to either side
+    double LegMetres;
+    int Rounds;
+    int Duration;  // seconds
+    double BoatLength;
+    double Knots;  // speed on the wind
+    unsigned Seed;
+    std::vector<std::string> Names;
+    std::string Prefix;
+    int Early;    // boat over the line too early, from 0
+    int Retires;  // boat that gives up
+    int Gap;      // boat with a gap in its track
+};
+
+/// Numbers that are the same with every library.
+class Dice {
+  public:
+    explicit Dice(unsigned seed) : engine_(seed) {}
+    double Between(double low, double high) {
+        return low + (high - low) * (static_cast<double>(engine_()) / 4294967296.0);
+    }
+
+  private:
+    std::mt19937 engine_;
+};
+
+double WindAtSecond(const RacePlan& plan, double t) {
+    return plan.Wind + plan.Swing * std::sin(t / 190.0 + plan.Seed) + 0.5 * plan.Swing * std::sin(t / 67.0);
+}
+
+double WindSpeedAtSecond(double t) { return 11.0 + 2.0 * std::sin(t / 260.0) + 0.8 * std::sin(t / 41.0); }
+
+double BearingTo(const Spot& from, const Spot& to) {
+    return BearingOf(to.East - from.East, to.North - from.North);
+}
+
+double DistanceTo(const Spot& from, const Spot& to) {
+    return std::hypot(to.East - from.East, to.North - from.North);
+}
+
+Spot Along(const Spot& from, double direction, double metres) {
+    return {from.East + metres * std::sin(direction * DegToRad), from.North + metres * std::cos(direction * DegToRad)};
+}
+
+/// Boat speed in knots at an angle off the wind.
+double SpeedAt(double windAngle, double upwindKnots, double strength) {
+    const double off = std::abs(windAngle);
+    const double reach = off < 45 ? off / 45.0 : 1.0 + 0.3 * std::sin((off - 45.0) / 135.0 * 180.0 * DegToRad);
+    return upwindKnots * reach * (0.8 + 0.2 * strength / 11.0);
+}
+
+/// The marks of the course: start line from Pin to Committee, windward and leeward mark.
+struct Course {
+    Spot Pin;
+    Spot Committee;
+    Spot Windward;
+    Spot Leeward;
+};
+
+Course LayCourse(const RacePlan& plan, double lineMetres) {
+    Course course;
+    const Spot lineMiddle = Along({}, plan.Wind + 180, plan.LegMetres / 2 + 120);
+    course.Pin = Along(lineMiddle, plan.Wind - 90, lineMetres / 2);
+    course.Committee = Along(lineMiddle, plan.Wind + 90, lineMetres / 2);
+    course.Windward = Along({}, plan.Wind, plan.LegMetres / 2);
+    course.Leeward = Along({}, plan.Wind + 180, plan.LegMetres / 2);
+    return course;
+}
+
+/// One boat sailing the course second by second.
+class Sailor {
+  public:
+    Sailor(const RacePlan& plan, const Course& course, int number, Dice& dice)
+        : plan_(plan), course_(course), dice_(dice), number_(number) {
+        const double share = (number + 0.5) / static_cast<double>(plan.Names.size());
+        slot_ = {course.Pin.East + (course.Committee.East - course.Pin.East) * (0.06 + 0.88 * share),
+                 course.Pin.North + (course.Committee.North - course.Pin.North) * (0.06 + 0.88 * share)};
+        at_ = Along(Along(slot_, plan.Wind + 180, dice.Between(40, 160)), plan.Wind + 90, dice.Between(-80, 80));
+        skill_ = dice.Between(0.93, 1.03);
+        height_ = dice.Between(-1.5, 1.5);
+        tack_ = dice.Between(0, 1) < 0.6 ? 1 : -1;
+        late_ = dice.Between(0, 6);
+    }
+
+    /// Moves on by the second that begins at t.
+    void Sail(int t) {
+        const double wind = WindAtSecond(plan_, t);
+        if (t < startAt()) {
+            Jostle(t, wind);
+        } else if (finished_ || retired_) {
+            SailHome(wind);
+        } else {
+            Race(t, wind);
+        }
+    }
+
+    const Spot& At() const { return at_; }
+    bool Resting() const { return rest_ > 150; }
+    void Retire() { retired_ = true; }
+    bool Finished() const { return finished_; }
+
+  private:
+    double startAt() const { return number_ == plan_.Early ? -14.0 : late_ - 18.0; }
+
+    void Move(double heading, double knots) {
+        heading_ += std::clamp(WrapDifference(heading - heading_), -14.0, 14.0);
+        heading_ = WrapDirection(heading_);
+        speed_ += std::clamp(knots - speed_, -0.35, 0.25);
+        if (std::abs(WrapDifference(heading - heading_)) > 20) speed_ *= 0.95;
+        at_ = Along(at_, heading_, speed_ * MetresPerNauticalMile / 3600.0);
+    }
+
+    /// Reaches to and fro below the line and comes back to its slot for the run at it.
+    void Jostle(int t, double wind) {
+        const Spot hold = Along(slot_, wind + 180, 45 + 12 * (number_ % 3));
+        const double left = startAt() - t;
+        const double side = std::fmod(t + 4000.0 + number_ * 17.0, 80.0) < 40 ? 90 : -90;
+        const double away = DistanceTo(at_, hold);
+        const bool comeBack = away > 70 || left < 35;
+        const double heading = comeBack ? BearingTo(at_, hold) : wind + side;
+        const double angle = WrapDifference(heading - wind);
+        const double safe = std::abs(angle) < 50 ? wind + (angle < 0 ? -50 : 50) : heading;
+        Move(safe, comeBack && away < 20 ? 0.8 : 2.6);
+    }
+
+    Spot Target() const {
+        const int last = 2 * plan_.Rounds;
+        if (leg_ > last) return Middle();
+        return leg_ % 2 == 1 ? course_.Windward : course_.Leeward;
+    }
+    Spot Middle() const {
+        return {(course_.Pin.East + course_.Committee.East) / 2, (course_.Pin.North + course_.Committee.North) / 2};
+    }
+
+    void Race(int t, double wind) {
+        if (leg_ == 0) {
+            // Over early: back below the line, then a start of its own.
+            if (number_ == plan_.Early && t > 12 && t < 60) {
+                const Spot below = Along(slot_, wind + 180, 25);
+                Move(BearingTo(at_, below), 4.0);
+                return;
+            }
+            leg_ = t > 60 || number_ != plan_.Early ? 1 : 0;
+        }
+        const double off = Off();
+        // Marks are left to port, a few lengths off, and each boat takes its own circle.
+        const double berth = 9 + 2.0 * (number_ % 5);
+        const Spot target = leg_ > 2 * plan_.Rounds
+                                ? Target()
+                                : Along(Target(), plan_.Wind + (leg_ % 2 == 1 ? 90 : 90), berth);
+        const double distance = DistanceTo(at_, target);
+        const double along = AlongWind(target);
+        const bool upwind = leg_ % 2 == 1;
+        const bool passed = upwind ? along < 4 : along > -4;
+        if ((distance < 14 || (passed && distance < 40))) {
+            NextLeg();
+            return;
+        }
+        Beat(t, wind, target, upwind, off);
+    }
+
+    double Off() const { return leg_ % 2 == 1 ? 43.0 + height_ : 150.0 + height_; }
+
+    /// Metres that a target lies up the wind.
+    double AlongWind(const Spot& target) const {
+        return (target.East - at_.East) * std::sin(plan_.Wind * DegToRad) +
+               (target.North - at_.North) * std::cos(plan_.Wind * DegToRad);
+    }
+
+    void NextLeg() {
+        const int last = 2 * plan_.Rounds + 1;
+        if (leg_ >= last) {
+            finished_ = true;
+            return;
+        }
+        ++leg_;
+        sinceTack_ = 0;
+    }
+
+    /// Beats or runs: tacks on the lay line, on the header, and away from the edge of the course.
+    void Beat(int t, double wind, const Spot& target, bool upwind, double off) {
+        ++sinceTack_;
+        const double toTarget = WrapDifference(BearingTo(at_, target) - wind);
+        const bool fetches = upwind ? std::abs(toTarget) >= off : std::abs(toTarget) <= off;
+        double heading = wind + toTarget;
+        if (!fetches) {
+            const double headed = WrapDifference(wind - plan_.Wind) * tack_;
+            const double across = toTarget * tack_;
+            const double patience = 40 + 25 * (number_ % 4);
+            const double lay = upwind ? -off + 2 : -(180 - off);
+            const bool pastLay = upwind ? across < lay + 6 : WrapDifference(across - 180) > 0 && across < off;
+            const bool shifted = (upwind ? headed : -headed) > 0.5 * plan_.Swing && sinceTack_ > patience;
+            const bool wide = std::abs(Across(target)) > 0.42 * plan_.LegMetres && Across(target) * tack_ * (upwind ? 1 : 1) < 0;
+            if (sinceTack_ > 15 && (pastLay || shifted || wide || sinceTack_ > 260)) {
+                tack_ = -tack_;
+                sinceTack_ = 0;
+            }
+            heading = wind + tack_ * off;
+        }
+        const double angle = WrapDifference(heading - wind);
+        Move(heading + 1.5 * std::sin(t / 9.0 + number_),
+             skill_ * SpeedAt(angle, plan_.Knots, WindSpeedAtSecond(t)) + 0.15 * std::sin(t / 31.0 + number_));
+    }
+
+    /// Metres that the target lies to the right of the boat, looking up the wind.
+    double Across(const Spot& target) const {
+        return (target.East - at_.East) * std::cos(plan_.Wind * DegToRad) -
+               (target.North - at_.North) * std::sin(plan_.Wind * DegToRad);
+    }
+
+    void SailHome(double wind) {
+        ++rest_;
+        Move(wind + 100, rest_ < 90 ? 3.5 : 0.6);
+    }
+
+    const RacePlan& plan_;
+    const Course& course_;
+    Dice& dice_;
+    int number_;
+    Spot slot_;  // the place on the line that the boat starts from
+    Spot at_;
+    double skill_ = 1.0;
+    double height_ = 0.0;
+    double late_ = 0.0;
+    double heading_ = 0.0;
+    double speed_ = 2.0;
+    int tack_ = 1;
+    int leg_ = 0;
+    int sinceTack_ = 0;
+    int rest_ = 0;
+    bool finished_ = false;
+    bool retired_ = false;
+};
+
+std::string Format(const char* form, auto... values) {
+    std::array<char, 160> text{};
+    std::snprintf(text.data(), text.size(), form, values...);
+    return text.data();
+}
+
+/// The folder, the race and the earth under it, and everything that is written of them.
+class DemoRace {
+  public:
+    DemoRace(std::filesystem::path folder, const RacePlan& plan)
+        : folder_(std::move(folder)), plan_(plan), scale_(ComputeEarthScale(plan.Lat)), dice_(plan.Seed) {}
+
+    bool Write() {
+        const double lineMetres = std::max(120.0, static_cast<double>(plan_.Names.size()) * plan_.BoatLength * 1.6);
+        course_ = LayCourse(plan_, lineMetres);
+        for (std::size_t boat = 0; boat < plan_.Names.size(); ++boat) WriteTrack(static_cast<int>(boat));
+        WriteWind();
+        WriteControlFile();
+        return sound_;
+    }
+
+  private:
+    double LatOf(const Spot& at) const { return plan_.Lat + at.North / scale_.MetresPerLatMinute; }
+    double LonOf(const Spot& at) const { return plan_.Lon + at.East / scale_.MetresPerLonMinute; }
+    CivilTime Start() const { return ParseDateTime(plan_.Start).value_or(0); }
+    std::string TrackName(int boat) const { return plan_.Prefix + Format("%02d.trk", boat + 1); }
+
+    void Save(std::string_view where, std::string_view text, bool shiftJis) {
+        const auto bytes = EncodeText(text, shiftJis ? TextEncoding::ShiftJis : TextEncoding::Utf8);
+        const auto path = folder_ / where;
+        std::filesystem::create_directories(path.parent_path());
+        if (!bytes || WriteFileAtomically(path, *bytes)) {
+            std::cerr << "make_demo: " << path.string() << " could not be written\n";
+            sound_ = false;
+        }
+    }
+
+    std::string Fix(const Spot& at, int t, bool degrees) const {
+        const double lat = LatOf(at);
+        const double lon = LonOf(at);
+        const CivilTime utc = Start() + t - TimeDiffHours * 3600;
+        const std::string date = DateText(utc);
+        const std::string place =
+            degrees ? Format("N%.7f E%.7f", lat / 60, lon / 60)
+                    : Format("N%02d%08.5f E%03d%08.5f", static_cast<int>(lat / 60), std::fmod(lat, 60),
+                             static_cast<int>(lon / 60), std::fmod(lon, 60));
+        return "T " + place + " " + date.substr(8, 2) + "/" + date.substr(5, 2) + "/" + date.substr(2, 2) + " " +
+               TimeOfDayText(utc) + " 0\r\n";
+    }
+
+    void WriteTrack(int boat) {
+        const bool degrees = boat % 5 == 3;
+        std::string text = "H  SOFTWARE NAME & VERSION\r\nI  Keelview demo\r\nM WGS84\r\n";
+        if (degrees) text += "U LAT LON DEG\r\n";
+        Sailor sailor(plan_, course_, boat, dice_);
+        Spot noise;
+        for (int t = -420; t <= plan_.Duration + 60; ++t) {
+            if (boat == plan_.Retires && t > plan_.Duration * 2 / 5) sailor.Retire();
+            sailor.Sail(t);
+            noise = {0.97 * noise.East + dice_.Between(-0.18, 0.18), 0.97 * noise.North + dice_.Between(-0.18, 0.18)};
+            const bool lost = boat == plan_.Gap && t > 1100 && t < 1300;
+            if (!lost) text += Fix({sailor.At().East + noise.East, sailor.At().North + noise.North}, t, degrees);
+            if (sailor.Resting()) break;
+        }
+        Save("gpsdat/" + TrackName(boat), text, true);
+    }
+
+    std::string WindName() const { return plan_.File.substr(0, plan_.File.find('.')) + "_WIND.CSV"; }
+
+    void WriteWind() {
+        std::string text = "TIME,WIND SPEED,WIND DIRECTION (Mag)\r\n";
+        for (int t = -400; t <= plan_.Duration; t += 20)
+            text += DateTimeText(Start() + t) + Format(",%.1f,%.0f\r\n", WindSpeedAtSecond(t),
+                                                       WrapDirection(WindAtSecond(plan_, t) - Variation));
+        Save("winddat/" + WindName(), text, true);
+    }
+
+    std::string PlaceText(const Spot& at) const { return Format("%.5f, %.5f", LatOf(at), LonOf(at)); }
+
+    void WriteControlFile() {
+        std::string text = "WF, " + WindName() + "\r\nT1, " + plan_.Title1 + "\r\nT2, " + plan_.Title2 + "\r\n";
+        text += Format("MG, %.0f\r\nLG, %.1f\r\n", Variation, plan_.BoatLength);
+        text += "ST, " + DateTimeText(Start()) + "\r\nFT, " + DateTimeText(Start() + plan_.Duration) + "\r\n";
+        text += Format("TD, %d\r\nWD, %.0f\r\n", TimeDiffHours, plan_.Wind);
+        for (std::size_t boat = 0; boat < plan_.Names.size(); ++boat)
+            text += "BN, " + TrackName(static_cast<int>(boat)) + ", " + plan_.Names[boat] + "\r\n";
+        text += "MK, " + PlaceText(course_.Windward) + "\r\nMK, " + PlaceText(course_.Leeward) + "\r\n";
+        text += "LN, " + PlaceText(course_.Pin) + ", " + PlaceText(course_.Committee) + "\r\nCRS, L1";
+        for (int round = 0; round < plan_.Rounds; ++round) text += ", MK1, MK2";
+        text += ", L1\r\nLL, 43,150\r\nBT,5\r\nAT, sailing_instructions.txt\r\n";
+        Save("raceadmin/" + plan_.File, text, true);
+    }
+
+    std::filesystem::path folder_;
+    const RacePlan& plan_;
+    EarthScale scale_;
+    Dice dice_;
+    Course course_;
+    bool sound_ = true;
+};
+
+}  // namespace
+
+int main(int argc, char** argv) {
+    if (argc != 2) {
+        std::cerr << "usage: make_demo FOLDER\n";
+        return 2;
+    }
+    const std::filesystem::path folder = argv[1];
+    const RacePlan english{"Enoshima_R1.txt", "Sagami Bay Autumn Series", "Race 1", "2026/10/03 12:30:00",
+                           35 * 60 + 16.6, 139 * 60 + 29.3, 20, 9, 1350, 2, 3600, 7.0, 5.2, 11,
+                           {"Alcyone", "Blue Heron", "Cutlass", "Daybreak", "Esperance", "Fulmar", "Gannet", "Halcyon"},
+                           "r1_", 3, 6, 4};
+    const RacePlan japanese{"Enoshima_R2.txt", "相模湾秋季シリーズ", "第2レース", "2026/10/04 11:05:00",
+                            35 * 60 + 16.5, 139 * 60 + 28.9, 195, 10, 1150, 2, 3600, 4.7, 4.8, 23,
+                            {"海風",   "白波",   "黒潮",   "朝凪",   "夕凪",   "千鳥",   "かもめ", "飛魚",   "銀河",   "流星",
+                             "北斗",   "隼",     "疾風",   "若潮",   "青嵐",   "初雁",   "月影",   "日向",   "早瀬",   "みさご"},
+                            "r2_", 7, 14, 9};
+    const bool sound = DemoRace(folder, english).Write() && DemoRace(folder, japanese).Write();
+    std::filesystem::create_directories(folder / "attachment");
+    const auto failed = WriteFileAtomically(
+        folder / "attachment" / "sailing_instructions.txt",
+        "Sagami Bay Autumn Series\r\n\r\nCourse: start, windward mark, leeward mark, twice; finish at the start line."
+        "\r\nMarks are left to port.\r\n");
+    return sound && !failed ? 0 : 1;
+}
