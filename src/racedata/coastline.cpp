@@ -1,0 +1,143 @@
+#include "racedata/coastline.h"
+
+#include <cmath>
+#include <string_view>
+
+#include "base/angles.h"
+#include "base/files.h"
+#include "base/numbers.h"
+#include "base/strings.h"
+#include "racedata/limits.h"
+
+namespace keelview {
+
+namespace {
+
+constexpr double BesselAxis = 6377397.155;  // metres
+constexpr double BesselFlattening = 1 / 299.152813;
+constexpr double TargetFlattening = 1 / 298.257222101;
+constexpr double ShiftX = -148.0;  // metres, Tokyo datum to WGS-84
+constexpr double ShiftY = 508.0;
+constexpr double ShiftZ = 680.0;
+
+constexpr double BandMinutes = 40.0;  // first-level square
+constexpr double SquareLat = 5.0;     // second-level square, minutes
+constexpr double SquareLon = 7.5;
+constexpr double Fractions = 10000.0;  // units of a point along a square's side
+constexpr int PairsALine = 7;
+constexpr std::size_t PairWidth = 10;
+constexpr std::size_t FieldWidth = 5;
+constexpr std::uintmax_t FileLimit = 64U << 20U;
+
+std::string_view Field(std::string_view line, std::size_t from, std::size_t width) {
+    return from < line.size() ? line.substr(from, width) : std::string_view();
+}
+
+/// What is wanted of the coast: a box in minutes of arc.
+struct Window {
+    double South;
+    double North;
+    double West;
+    double East;
+};
+
+/// Reads the lines of one cell into the coast.
+class CellReader {
+  public:
+    CellReader(const Window& window, Coast& coast) : window_(window), coast_(coast) {}
+
+    void Read(std::string_view line) {
+        if (line.empty()) return;
+        if (line.front() == 'M') {
+            OpenSquare(Field(line, 2, 6));
+        } else if (line.front() == 'L') {
+            point_ = 0;
+            length_ = FloorToInt(LenientNumber(Field(line, 49, 6)));
+        } else if (inWindow_) {
+            ReadPoints(line);
+        }
+    }
+
+  private:
+    void OpenSquare(std::string_view code) {
+        point_ = 0;
+        length_ = 0;
+        inWindow_ = code.size() == 6 && code.find_first_not_of("0123456789") == std::string_view::npos;
+        if (!inWindow_) return;
+        lat0_ = LenientNumber(code.substr(0, 2)) * BandMinutes + LenientNumber(code.substr(4, 1)) * SquareLat;
+        lon0_ = LenientNumber(code.substr(2, 2)) * 60 + 6000 + LenientNumber(code.substr(5, 1)) * SquareLon;
+        inWindow_ = lat0_ + SquareLat > window_.South && lat0_ < window_.North && lon0_ < window_.East &&
+                    lon0_ + SquareLon > window_.West;
+    }
+
+    void ReadPoints(std::string_view line) {
+        for (std::size_t pair = 0; pair < PairsALine && point_ < length_; ++pair) {
+            const std::string_view x = Field(line, pair * PairWidth, FieldWidth);
+            const std::string_view y = Field(line, pair * PairWidth + FieldWidth, FieldWidth);
+            if (Trim(x).empty() || Trim(y).empty()) return;
+            ++point_;
+            const Position at = TokyoToWgs84(lat0_ + LenientNumber(y) * SquareLat / Fractions,
+                                             lon0_ + LenientNumber(x) * SquareLon / Fractions);
+            coast_.CoastLat.push_back(point_ == 1 ? -at.Lat : at.Lat);
+            coast_.CoastLon.push_back(at.Lon);
+            ++coast_.CoastCount;
+        }
+    }
+
+    const Window& window_;
+    Coast& coast_;
+    bool inWindow_ = false;
+    double lat0_ = 0.0;  // south-west corner of the square, minutes
+    double lon0_ = 0.0;
+    int length_ = 0;  // points of the present polyline
+    int point_ = 0;   // points of it read so far
+};
+
+}  // namespace
+
+Position TokyoToWgs84(double lat, double lon) {
+    const double bessel = 2 * BesselFlattening - BesselFlattening * BesselFlattening;
+    const double target = 2 * TargetFlattening - TargetFlattening * TargetFlattening;
+    const double phi = lat / 60 * DegToRad;
+    const double lambda = lon / 60 * DegToRad;
+    const double n = BesselAxis / std::sqrt(1 - bessel * std::sin(phi) * std::sin(phi));
+    const double x = n * std::cos(phi) * std::cos(lambda) + ShiftX;
+    const double y = n * std::cos(phi) * std::sin(lambda) + ShiftY;
+    const double z = (1 - bessel) * n * std::sin(phi) + ShiftZ;
+    double degrees = std::atan(y / x) / DegToRad;
+    if (degrees < 0) degrees += 180;
+    if (degrees > 180) degrees -= 180;
+    const double p = y / std::sin(degrees * DegToRad);
+    return {std::atan(z / (1 - target) / p) / DegToRad * 60, degrees * 60};
+}
+
+std::vector<std::string> CoastCells(const CoastArea& area) {
+    const double half = area.Span / 2;
+    const double halfLon = half / area.LonScale;
+    const int south = FloorToInt((area.CentreLat - half) / BandMinutes);
+    const int north = FloorToInt((area.CentreLat + half) / BandMinutes);
+    const int west = FloorToInt((area.CentreLon - halfLon) / 60) - 100;
+    const int east = FloorToInt((area.CentreLon + halfLon) / 60) - 100;
+    std::vector<std::string> cells;
+    for (int band = south; band <= north && cells.size() < MaxCells; ++band)
+        for (int column = west; column <= east && cells.size() < MaxCells; ++column)
+            cells.push_back(std::to_string(band) + std::to_string(column));
+    return cells;
+}
+
+Coast LoadCoastlines(const std::filesystem::path& appPath, const std::vector<std::string>& cells,
+                     const CoastArea& area) {
+    const double spanLon = area.Span / area.LonScale;
+    const Window window{area.CentreLat - area.Span, area.CentreLat + area.Span, area.CentreLon - spanLon,
+                        area.CentreLon + spanLon};
+    Coast coast;
+    for (const std::string& cell : cells) {
+        const auto bytes = ReadWholeFile(FindBelow(appPath, "coastline/" + cell + ".cst"), FileLimit);
+        if (!bytes) continue;
+        CellReader reader(window, coast);
+        for (const std::string_view line : Lines(*bytes)) reader.Read(line);
+    }
+    return coast;
+}
+
+}  // namespace keelview

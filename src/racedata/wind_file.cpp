@@ -1,0 +1,70 @@
+#include "racedata/wind_file.h"
+
+#include <algorithm>
+#include <cmath>
+#include <limits>
+#include <string>
+#include <utility>
+
+#include "base/dates.h"
+#include "base/files.h"
+#include "base/numbers.h"
+#include "base/strings.h"
+#include "base/text_encoding.h"
+
+namespace keelview {
+
+namespace {
+
+std::filesystem::path WindPath(const std::filesystem::path& appPath, const RaceControl& race) {
+    return FindBelow(appPath, "winddat/" + race.WindFileName);
+}
+
+bool InPeriod(const RaceControl& race, CivilTime time) {
+    if (race.FinishTimeText.empty()) return true;
+    return (!race.DataFromTime || MinuteBoundaries(*race.DataFromTime, time) >= 0) &&
+           (!race.DataToTime || MinuteBoundaries(time, *race.DataToTime) >= 0);
+}
+
+}  // namespace
+
+bool WindFileExists(const std::filesystem::path& appPath, const RaceControl& race) {
+    return !race.WindFileName.empty() && IsFile(WindPath(appPath, race));
+}
+
+void LoadWindFile(const std::filesystem::path& appPath, const RaceControl& race, WindData& wind) {
+    const auto bytes = ReadWholeFile(WindPath(appPath, race));
+    const auto start = ParseDateTime(race.StartTimeText);
+    if (!bytes || !start) return;
+    wind = {};
+    const std::string text = DecodeText(*bytes).Utf8;
+    bool header = true;
+    for (std::string_view line : Lines(text)) {
+        if (std::exchange(header, false) || std::ranges::count(line, ',') < 2) continue;
+        const auto time = ParseDateTime(CutHead(line, ','));
+        const double speed = LenientNumber(CutHead(line, ','));
+        const double direction = LenientNumber(CutHead(line, ','));
+        if (!time || !std::isfinite(speed) || !std::isfinite(direction) || !InPeriod(race, *time)) continue;
+        const CivilTime seconds = *time - *start;
+        if (std::abs(seconds) > std::numeric_limits<std::int32_t>::max()) continue;
+        wind.WindTimes.push_back(static_cast<std::int32_t>(seconds));
+        wind.WindSpeeds.emplace_back(speed);
+        wind.WindDirections.push_back(direction);
+        ++wind.WindCount;
+    }
+}
+
+std::error_code SaveWindFile(const std::filesystem::path& appPath, const RaceControl& race,
+                             const WindData& wind) {
+    const CivilTime start = ParseDateTime(race.StartTimeText).value_or(0);
+    std::string text = "TIME,WIND SPEED,WIND DIRECTION (Mag)\r\n";
+    for (int i = 1; i <= wind.WindCount; ++i) {
+        const auto sample = static_cast<std::size_t>(i);
+        const auto& speed = wind.WindSpeeds[sample];
+        text += DateTimeText(start + wind.WindTimes[sample]) + "," + (speed ? NumberText(*speed) : "") + "," +
+                NumberText(wind.WindDirections[sample]) + "\r\n";
+    }
+    return WriteFileAtomically(WindPath(appPath, race), text);
+}
+
+}  // namespace keelview

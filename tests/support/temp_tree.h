@@ -1,0 +1,47 @@
+#pragma once
+
+#include <atomic>
+#include <filesystem>
+#include <fstream>
+#include <string>
+#include <string_view>
+#include <unistd.h>
+
+namespace keelview {
+
+/// A folder of its own for one test, gone when the test is over.
+class TempTree {
+  public:
+    TempTree() : root_(NextRoot()) { std::filesystem::create_directories(root_); }
+    ~TempTree() {
+        std::error_code ignored;
+        std::filesystem::remove_all(root_, ignored);
+    }
+    TempTree(const TempTree&) = delete;
+    TempTree& operator=(const TempTree&) = delete;
+
+    const std::filesystem::path& Root() const { return root_; }
+
+    /// Writes a file below the root, with the folders it needs.
+    void Write(std::string_view relative, std::string_view bytes) const {
+        const auto path = root_ / relative;
+        std::filesystem::create_directories(path.parent_path());
+        std::ofstream(path, std::ios::binary) << bytes;
+    }
+
+    /// All bytes of a file below the root; empty if there is none.
+    std::string Read(std::string_view relative) const {
+        std::ifstream file(root_ / relative, std::ios::binary);
+        return {std::istreambuf_iterator<char>(file), {}};
+    }
+
+  private:
+    static std::filesystem::path NextRoot() {
+        static std::atomic<int> number{0};
+        return std::filesystem::temp_directory_path() /
+               ("keelview-test-" + std::to_string(::getpid()) + "-" + std::to_string(++number));
+    }
+    std::filesystem::path root_;
+};
+
+}  // namespace keelview
