@@ -231,8 +231,11 @@ void FmCompile::Command11_Click() {
 }
 
 void FmCompile::List1_MouseDown(const MouseEvent& event) {
-    if (!event.AnyModifier || List1.ListIndex() < 0) return;
-    RemoveBoat(draft_, List1.ListIndex() + 1);
+    // With Ctrl held a click on the chosen row takes the choice away first; that row is meant.
+    const int before = std::exchange(chosenRow_, List1.ListIndex());
+    const int row = chosenRow_ >= 0 ? chosenRow_ : before;
+    if (!event.AnyModifier || row < 0) return;
+    RemoveBoat(draft_, row + 1);
     RefreshEditor();
 }
 
@@ -278,6 +281,7 @@ void FmCompile::ForgetTyped() {
 
 void FmCompile::FillLists() {
     List1.Clear();
+    chosenRow_ = -1;
     for (int boat = 1; boat <= draft_.BoatCount; ++boat) {
         const auto i = static_cast<std::size_t>(boat);
         List1.AddItem(draft_.BoatName.at(i) + std::string(BetweenNameAndFile) + draft_.BoatFile.at(i));

@@ -129,6 +129,7 @@ class FmCompile : public Form {
     RaceControl draft_;
     std::optional<TrackTimes> firstTrack_;  // of GpsPath, the file of the first boat added
     std::vector<TypedField> typed_;
+    int chosenRow_ = -1;  // of List1 at the last click
 };
 
 }  // namespace keelview

@@ -71,7 +71,7 @@ void Haifu::ApplyCaptions() {
 }
 
 void Haifu::Place() {
-    Label3.Move(12, 8, 297, 19);
+    Label3.Move(12, 8, 297, 14);  // clear of the box below
     Combo1.Move(11, 23, 289, 20);
     Label1.Move(8, 56, 289, 17);
     List1.Move(8, 72, 225, 64);
