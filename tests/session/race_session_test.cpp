@@ -112,10 +112,10 @@ TEST_F(RaceSessionTest, SignalsCountDownAndTheGunFiresOnce) {
     }
     FrameAt(-0.5);
     EXPECT_EQ(Form().Text11.Text(), "00:00:01");
-    const auto before = platform.Played.size();
+    const auto before = platform.Sounds.size();
     FrameAt(0.2);
     FrameAt(0.7);
-    EXPECT_EQ(platform.Played.size(), before + 1);
+    EXPECT_EQ(platform.Sounds.size(), before + 1);
 }
 
 TEST_F(RaceSessionTest, FinishersAreListedAndTheFilmWrapsAtItsEnd) {

@@ -94,21 +94,21 @@ TEST_F(StartTest, AProgramOnADiscOffersItsInstallerWhereItHasOne) {
     dialogs.AnswerYesNo(true);
     dialogs.AnswerOk();
     EXPECT_EQ(Start(), StartOutcome::End);
-    ASSERT_EQ(platform.Started.size(), 1U);
-    EXPECT_EQ(platform.Started[0].filename(), "setup.exe");
+    ASSERT_EQ(platform.Programs.size(), 1U);
+    EXPECT_EQ(platform.Programs[0].filename(), "setup.exe");
 }
 
 TEST_F(StartTest, BaseDataAreUnpackedOnlyIntoATreeWithoutTracks) {
     tree.Write("raceadmin/Ver.00", "1,1");
     tree.Write("data.exe", "x");
     Start();
-    EXPECT_TRUE(platform.Started.empty());
+    EXPECT_TRUE(platform.Programs.empty());
     std::filesystem::remove_all(tree.Root() / "gpsdat");
     dialogs.AnswerOk();
-    const double before = platform.Steady;
+    const double before = platform.Seconds;
     Start();
-    EXPECT_EQ(platform.Started.size(), 1U);
-    EXPECT_GE(platform.Steady - before, 60.0);
+    EXPECT_EQ(platform.Programs.size(), 1U);
+    EXPECT_GE(platform.Seconds - before, 60.0);
     EXPECT_EQ(dialogs.All().back().Title, "Expansion");
 }
 

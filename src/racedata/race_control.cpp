@@ -1,0 +1,16 @@
+#include "racedata/race_control.h"
+
+#include <string_view>
+
+namespace keelview {
+
+CourseKey ParseCourseKey(const std::string& key) {
+    const bool isLine = key.starts_with('L');
+    const std::string_view text(key);
+    const std::size_t digits = isLine ? 1 : 2;
+    const int number = text.size() > digits ? FloorToInt(LenientNumber(text.substr(digits))) : 0;
+    const int limit = isLine ? MaxLines : MaxMarks;
+    return {isLine, number >= 1 && number <= limit ? number : 0};
+}
+
+}  // namespace keelview

@@ -1,0 +1,338 @@
+#include "racedata/race_file.h"
+
+#include <algorithm>
+#include <array>
+#include <cmath>
+#include <optional>
+#include <string_view>
+#include <unordered_map>
+
+#include "base/files.h"
+#include "base/strings.h"
+#include "base/text_encoding.h"
+#include "racedata/gps_track.h"
+#include "racedata/wind_file.h"
+
+namespace keelview {
+
+namespace {
+
+constexpr std::uintmax_t FileLimit = 16U << 20U;
+constexpr double DefaultBoatLength = 4.7F;  // metres, in single precision as everywhere in the files
+constexpr int LeadSeconds = 30;             // of data kept before the pre-start
+constexpr int EditorLeadSeconds = 300;
+constexpr int SpanMargin = 240;
+
+/// Which of the three readers is at work.
+enum class Reader { Display, Editor, Distribution };
+
+std::filesystem::path RacePath(const std::filesystem::path& appPath, const std::string& name) {
+    return FindBelow(appPath, "raceadmin/" + name);
+}
+
+double Finite(double value) { return std::isfinite(value) ? value : 0.0; }
+
+/// Takes lines into a race, one by one.
+class LineReader {
+  public:
+    LineReader(RaceControl& race, Reader reader) : race_(race), reader_(reader) {}
+
+    /// False for a line that says nothing to this reader.
+    bool Read(std::string_view line) {
+        if (line.find(',') == std::string_view::npos) return false;
+        std::string_view key = CutHead(line, ',');
+        if (reader_ != Reader::Editor) key = Trim(key);
+        if (key == "WF") return Take(race_.WindFileName, line);
+        if (key == "BN") return ReadBoat(line);
+        if (key == "AT") return ReadAttachment(line);
+        if (reader_ == Reader::Distribution) return key == "MAP" && ReadCell(line);
+        if (key == "T1") return Take(race_.RaceTitle1, line);
+        if (key == "T2") return Take(race_.RaceTitle2, line);
+        if (key == "T3") return Take(race_.RaceTitle3, line);
+        if (key == "ST") return Take(race_.StartTimeText, line);
+        if (key == "FT") return Take(race_.FinishTimeText, line);
+        return ReadNumbers(key, line) || ReadCourse(key, line);
+    }
+
+  private:
+    static bool Take(std::string& target, std::string_view rest) {
+        target = Trim(rest);
+        return true;
+    }
+    static bool Take(double& target, std::string_view rest) {
+        target = Finite(LenientNumber(rest));
+        return true;
+    }
+
+    bool ReadNumbers(std::string_view key, std::string_view rest) {
+        if (key == "MG") return Take(race_.MagVariation, rest);
+        if (key == "WD") return Take(race_.WindDirection, rest);
+        if (key == "LG") return ReadLength(rest);
+        if (key == "NU") return (race_.NorthUp = LenientNumber(rest) > 0), true;
+        if (key == "TD") return ReadTimeDiff(rest);
+        if (key == "LL") return ReadLayLines(rest);
+        if (key != "BT") return false;
+        // More than a week before the start is no pre-start.
+        race_.PreStartMinutes = std::clamp(Finite(LenientNumber(rest)), 0.0, 10080.0);
+        race_.PreStartSeconds = race_.PreStartMinutes * 60;
+        return true;
+    }
+
+    bool ReadLength(std::string_view rest) {
+        if (reader_ != Reader::Editor) return Take(race_.BoatLength, rest);
+        const auto length = StrictNumber(rest);
+        if (length) race_.BoatLength = Finite(*length);
+        return length.has_value();
+    }
+
+    bool ReadTimeDiff(std::string_view rest) {
+        const auto hours = StrictInteger(Trim(rest));
+        if (hours) race_.TimeDiff = *hours;
+        return hours.has_value();
+    }
+
+    bool ReadLayLines(std::string_view rest) {
+        if (rest.find(',') == std::string_view::npos) return false;
+        const double up = Finite(LenientNumber(CutHead(rest, ',')));
+        const double down = Finite(LenientNumber(rest));
+        if (up != 0) race_.LayLineUp = up;
+        if (down != 0) race_.LayLineDown = down;
+        return true;
+    }
+
+    bool ReadCourse(std::string_view key, std::string_view rest) {
+        if (key == "MK") return ReadMark(rest);
+        if (key == "LN") return ReadLine(rest);
+        if (key != "CRS") return false;
+        for (const std::string_view piece : Split(rest, ',')) {
+            if (race_.CourseCount >= MaxCourseEntries) return false;
+            race_.CourseOrder[static_cast<std::size_t>(++race_.CourseCount)] = Trim(piece);
+        }
+        return true;
+    }
+
+    bool ReadBoat(std::string_view rest) {
+        if (rest.find(',') == std::string_view::npos || race_.BoatCount >= MaxBoats) return false;
+        const auto boat = static_cast<std::size_t>(++race_.BoatCount);
+        race_.BoatFile[boat] = Trim(CutHead(rest, ','));
+        race_.BoatName[boat] = Trim(rest);
+        return true;
+    }
+
+    bool ReadMark(std::string_view rest) {
+        if (std::ranges::count(rest, ',') < 1 || race_.MarkCount >= MaxMarks) return false;
+        const auto mark = static_cast<std::size_t>(++race_.MarkCount);
+        race_.MarkLat[mark] = TextNumber(std::string(Trim(CutHead(rest, ','))));
+        race_.MarkLon[mark] = TextNumber(std::string(Trim(rest)));
+        return true;
+    }
+
+    bool ReadLine(std::string_view rest) {
+        if (std::ranges::count(rest, ',') < 3 || race_.LineCount >= MaxLines) return false;
+        const auto line = static_cast<std::size_t>(++race_.LineCount);
+        for (auto* field : {&race_.LineLat1, &race_.LineLon1, &race_.LineLat2, &race_.LineLon2})
+            (*field)[line] = TextNumber(std::string(Trim(CutHead(rest, ','))));
+        return true;
+    }
+
+    bool ReadAttachment(std::string_view rest) {
+        if (race_.AttachCount >= MaxAttachments) return false;
+        race_.AttachFile[static_cast<std::size_t>(++race_.AttachCount)] =
+            reader_ == Reader::Distribution ? Trim(rest) : rest;
+        return true;
+    }
+
+    bool ReadCell(std::string_view rest) {
+        if (race_.MapCount >= MaxCells) return false;
+        race_.MapFile[static_cast<std::size_t>(++race_.MapCount)] = std::string(Trim(rest)) + ".cst";
+        return true;
+    }
+
+    RaceControl& race_;
+    Reader reader_;
+};
+
+/// A race as it stands before its file is read; what no reader resets stays.
+RaceControl Emptied(const RaceControl& race) {
+    RaceControl empty;
+    empty.RaceFileName = race.RaceFileName;
+    empty.SingleTrackFile = race.SingleTrackFile;
+    empty.MagVariation = race.MagVariation;
+    empty.BoatLength = race.BoatLength;
+    return empty;
+}
+
+/// Reads all lines of the race's file; the number of lines that said nothing, or nothing without a file.
+std::optional<int> ReadLines(const std::filesystem::path& appPath, RaceControl& race, Reader reader) {
+    const auto bytes = ReadWholeFile(RacePath(appPath, race.RaceFileName), FileLimit);
+    if (!bytes) return {};
+    const std::string text = DecodeText(*bytes).Utf8;
+    LineReader lines(race, reader);
+    int skipped = 0;
+    for (const std::string_view line : Lines(text))
+        if (!lines.Read(line)) ++skipped;
+    return skipped;
+}
+
+std::vector<std::string> RemoveMissingBoats(const std::filesystem::path& appPath, RaceControl& race) {
+    std::vector<std::string> missing;
+    int kept = 0;
+    for (int boat = 1; boat <= race.BoatCount; ++boat) {
+        const auto from = static_cast<std::size_t>(boat);
+        if (!IsFile(TrackPath(appPath, race.BoatFile[from]))) {
+            missing.push_back(race.BoatFile[from]);
+            continue;
+        }
+        const auto to = static_cast<std::size_t>(++kept);
+        if (to == from) continue;
+        race.BoatFile[to] = std::move(race.BoatFile[from]);
+        race.BoatName[to] = std::move(race.BoatName[from]);
+    }
+    race.BoatCount = kept;
+    return missing;
+}
+
+/// Seconds from one time to the other, held to what a race can last.
+int DurationBetween(CivilTime start, CivilTime finish) {
+    constexpr CivilTime Longest = 10'000'000;
+    return static_cast<int>(std::clamp<CivilTime>(finish - start, 0, Longest));
+}
+
+}  // namespace
+
+RaceFileReport ReadRaceFile(const std::filesystem::path& appPath, RaceControl& race) {
+    race = Emptied(race);
+    RaceFileReport report;
+    const auto skipped = ReadLines(appPath, race, Reader::Display);
+    report.Opened = skipped.has_value();
+    report.SkippedLines = skipped.value_or(0);
+    if (!WindFileExists(appPath, race)) race.WindFileName.clear();
+    report.MissingTracks = RemoveMissingBoats(appPath, race);
+    if (race.BoatLength == 0) race.BoatLength = DefaultBoatLength;
+    const auto start = ParseDateTime(race.StartTimeText);
+    const auto finish = ParseDateTime(race.FinishTimeText);
+    // A text that is no date counts as not given, so that the tracks can still tell.
+    if (!start) race.StartTimeText.clear();
+    if (!finish) race.FinishTimeText.clear();
+    if (start) race.DataFromTime = *start - static_cast<CivilTime>(race.PreStartSeconds) - LeadSeconds;
+    race.DataToTime = finish;
+    if (start && finish) {
+        race.RaceDuration = DurationBetween(*start, *finish);
+        race.ReplaySpan = race.RaceDuration + SpanMargin;
+    }
+    return report;
+}
+
+bool ReadRaceFileForEdit(const std::filesystem::path& appPath, RaceControl& race) {
+    race = Emptied(race);
+    if (!ReadLines(appPath, race, Reader::Editor)) return false;
+    const auto start = ParseDateTime(race.StartTimeText);
+    const auto finish = ParseDateTime(race.FinishTimeText);
+    if (start) race.DataFromTime = *start - EditorLeadSeconds;
+    if (finish) race.DataToTime = finish;
+    if (start && finish) race.RaceDuration = DurationBetween(*start, *finish);
+    return true;
+}
+
+bool ReadRaceFileForDistribution(const std::filesystem::path& appPath, RaceControl& race) {
+    race.BoatCount = 0;
+    race.MapCount = 0;
+    race.AttachCount = 0;
+    race.WindFileName.clear();
+    return ReadLines(appPath, race, Reader::Distribution).has_value();
+}
+
+namespace {
+
+/// The lines of a race's file, in the order of the writer.
+class LineWriter {
+  public:
+    explicit LineWriter(const RaceControl& race) : race_(race) {}
+
+    std::vector<std::string> Write() {
+        Text("WF", race_.WindFileName);
+        Text("T1", race_.RaceTitle1);
+        Text("T2", race_.RaceTitle2);
+        Text("T3", race_.RaceTitle3);
+        if (race_.MagVariation != 0) Text("MG", NumberText(race_.MagVariation));
+        if (race_.BoatLength > 0) Text("LG", LengthText());
+        Text("ST", race_.StartTimeText);
+        Text("FT", race_.FinishTimeText);
+        if (race_.TimeDiff != 0) Text("TD", std::to_string(race_.TimeDiff));
+        if (race_.WindDirection != 0) Text("WD", NumberText(race_.WindDirection));
+        if (race_.NorthUp) lines_.emplace_back("NU, 1");
+        WriteBoatsAndCourse();
+        for (int cell = 1; cell <= race_.MapCount; ++cell) Text("MAP", race_.MapFile[At(cell)]);
+        lines_.push_back("LL, " + NumberText(race_.LayLineUp) + "," + NumberText(race_.LayLineDown));
+        lines_.push_back("BT," + std::to_string(FloorToInt(race_.PreStartMinutes + 0.5)));
+        for (int file = 1; file <= race_.AttachCount; ++file)
+            lines_.push_back("AT, " + race_.AttachFile[At(file)]);
+        return std::move(lines_);
+    }
+
+  private:
+    static std::size_t At(int index) { return static_cast<std::size_t>(index); }
+    void Text(const char* key, const std::string& value) {
+        if (!value.empty()) lines_.push_back(std::string(key) + ", " + value);
+    }
+    /// A length is held in single precision: 4.7, not 4.69999980926514.
+    std::string LengthText() const { return NumberText(std::round(race_.BoatLength * 1e6) / 1e6); }
+
+    void WriteBoatsAndCourse() {
+        for (int boat = 1; boat <= race_.BoatCount; ++boat)
+            lines_.push_back("BN, " + race_.BoatFile[At(boat)] + ", " + race_.BoatName[At(boat)]);
+        for (int mark = 1; mark <= race_.MarkCount; ++mark)
+            lines_.push_back("MK, " + race_.MarkLat[At(mark)].Text() + ", " + race_.MarkLon[At(mark)].Text());
+        for (int line = 1; line <= race_.LineCount; ++line)
+            lines_.push_back("LN, " + race_.LineLat1[At(line)].Text() + ", " + race_.LineLon1[At(line)].Text() +
+                             ", " + race_.LineLat2[At(line)].Text() + ", " + race_.LineLon2[At(line)].Text());
+        if (race_.CourseCount == 0) return;
+        std::string course = "CRS";
+        for (int entry = 1; entry <= race_.CourseCount; ++entry)
+            course += ", " + race_.CourseOrder[At(entry)];
+        lines_.push_back(std::move(course));
+    }
+
+    const RaceControl& race_;
+    std::vector<std::string> lines_;
+};
+
+/// The bytes that a file holds for each of its lines, by the line's text: a line that has not changed keeps them.
+std::unordered_map<std::string, std::string> BytesByLine(const std::string& bytes, TextEncoding encoding) {
+    std::unordered_map<std::string, std::string> known;
+    if (encoding != TextEncoding::ShiftJis) return known;
+    for (const std::string_view line : Lines(bytes)) {
+        auto decoded = DecodeText(line);
+        if (decoded.Encoding == TextEncoding::ShiftJis) known.emplace(std::move(decoded.Utf8), line);
+    }
+    return known;
+}
+
+std::optional<std::string> EncodeLines(const std::vector<std::string>& lines, TextEncoding encoding,
+                                       const std::unordered_map<std::string, std::string>& known) {
+    std::string bytes;
+    if (encoding == TextEncoding::Utf8WithMark) bytes = "\xEF\xBB\xBF";
+    for (const std::string& line : lines) {
+        const auto old = known.find(line);
+        const auto encoded = old != known.end() ? old->second : EncodeText(line, encoding);
+        if (!encoded) return {};
+        bytes += *encoded + "\r\n";
+    }
+    return bytes;
+}
+
+}  // namespace
+
+std::error_code SaveRaceFile(const std::filesystem::path& appPath, const RaceControl& race) {
+    if (race.RaceFileName.empty()) return {};
+    const auto path = RacePath(appPath, race.RaceFileName);
+    const std::string old = ReadWholeFile(path, FileLimit).value_or(std::string());
+    const TextEncoding encoding = DecodeText(old).Encoding;
+    const std::vector<std::string> lines = LineWriter(race).Write();
+    auto bytes = EncodeLines(lines, encoding, BytesByLine(old, encoding));
+    if (!bytes) bytes = EncodeLines(lines, TextEncoding::Utf8, {});
+    if (!bytes) return std::make_error_code(std::errc::illegal_byte_sequence);
+    return WriteFileAtomically(path, *bytes);
+}
+
+}  // namespace keelview
