@@ -67,7 +67,9 @@ void Canvas::Line(double x1, double y1, double x2, double y2, Colour colour) {
     const raster::Place to = impl.PlaceOf(x2, y2, width);
     CurrentX = x2;
     CurrentY = y2;
-    if (!raster::MayTouch(impl.Pixels, from, to, stroke.Width)) return;
+    if ((raster::SideOf(impl.Pixels, from, stroke.Width) & raster::SideOf(impl.Pixels, to, stroke.Width)) !=
+        0)
+        return;
     raster::DrawSegment(impl.Pixels, from, to, stroke);
     impl.Touch(
         BoxAround(from.X / impl.Ratio, from.Y / impl.Ratio, to.X / impl.Ratio, to.Y / impl.Ratio, width));
@@ -123,11 +125,13 @@ void Canvas::Polyline(std::span<const Point> points, Colour colour) {
     const double scaleY = impl.UnitY() * impl.Ratio;
     const raster::Place shift = impl.PlaceOf(0.0, 0.0, width);
     raster::Place from{points[0].X * scaleX + shift.X, points[0].Y * scaleY + shift.Y};
+    unsigned fromSide = raster::SideOf(impl.Pixels, from, stroke.Width);
     for (const Point& point : points.subspan(1)) {
         const raster::Place to{point.X * scaleX + shift.X, point.Y * scaleY + shift.Y};
-        if (raster::MayTouch(impl.Pixels, from, to, stroke.Width))
-            raster::DrawSegment(impl.Pixels, from, to, stroke);
+        const unsigned toSide = raster::SideOf(impl.Pixels, to, stroke.Width);
+        if ((fromSide & toSide) == 0) raster::DrawSegment(impl.Pixels, from, to, stroke);
         from = to;
+        fromSide = toSide;
     }
     CurrentX = points.back().X;
     CurrentY = points.back().Y;
@@ -144,8 +148,7 @@ void Canvas::Segments(std::span<const Point> points, Colour colour) {
     for (std::size_t i = 0; i + 1 < points.size(); i += 2) {
         const raster::Place from = impl.PlaceOf(points[i].X, points[i].Y, width);
         const raster::Place to = impl.PlaceOf(points[i + 1].X, points[i + 1].Y, width);
-        if (raster::MayTouch(impl.Pixels, from, to, stroke.Width))
-            raster::DrawSegment(impl.Pixels, from, to, stroke);
+        raster::DrawSegment(impl.Pixels, from, to, stroke);
         CurrentX = points[i + 1].X;
         CurrentY = points[i + 1].Y;
     }
@@ -223,7 +226,9 @@ void Canvas::Print(std::string_view text) {
             const QColor colour = ToQt(ForeColor);
             if (painter.pen().color() != colour) painter.setPen(colour);
             painter.drawText(QPointF(std::round(x), std::round(y) + metrics.ascent()), line);
-            impl.Touch(BoxAround(x, y, x + metrics.horizontalAdvance(line), y + metrics.height(), 2.0));
+            // Measuring the text would cost as much as drawing it; no glyph is wider than two heights.
+            const double widest = 2.0 * metrics.height() * static_cast<double>(line.size());
+            impl.Touch(BoxAround(x, y, x + widest, y + metrics.height(), 2.0));
         }
         y += metrics.height();
     }

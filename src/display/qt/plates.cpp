@@ -89,6 +89,7 @@ GroundWidget::GroundWidget(QWidget* parent, BorderStyle border) : QWidget(parent
 void GroundWidget::SetGround(std::optional<Colour> ground) {
     if (ground_ == ground) return;
     ground_ = ground;
+    setAttribute(Qt::WA_OpaquePaintEvent, ground.has_value());
     update();
 }
 
@@ -139,6 +140,7 @@ void TextPlate::SetText(std::string_view text) {
 void TextPlate::SetGround(std::optional<Colour> ground) {
     if (ground_ == ground) return;
     ground_ = ground;
+    setAttribute(Qt::WA_OpaquePaintEvent, ground.has_value());
     update();
 }
 

@@ -42,10 +42,29 @@ bool Finite(const Place& place) {
     return std::abs(place.X) < FarAway && std::abs(place.Y) < FarAway;
 }
 
-/// Whether the dashes of a line cover the distance from its start.
-bool InDash(const Stroke& stroke, double distance) {
-    return stroke.Dash <= 0.0 || std::fmod(distance, 2.0 * stroke.Dash) < stroke.Dash;
-}
+/// Tells step by step whether the dashes of a line cover a place; they are counted from its start, so that
+/// they stand still where the line is cut.
+class DashWalk {
+  public:
+    DashWalk(const Stroke& stroke, double signedDistance, double step) : dash_(stroke.Dash), step_(step) {
+        if (dash_ <= 0.0) return;
+        phase_ = std::fmod(signedDistance, 2.0 * dash_);
+        if (phase_ < 0.0) phase_ += 2.0 * dash_;
+    }
+    /// Whether this place is covered; moves on to the next.
+    bool Next() {
+        if (dash_ <= 0.0) return true;
+        const bool covered = phase_ < dash_;
+        phase_ += step_;
+        while (phase_ >= 2.0 * dash_) phase_ -= 2.0 * dash_;
+        return covered;
+    }
+
+  private:
+    double dash_;
+    double step_;
+    double phase_ = 0.0;
+};
 
 /// A line within AxisTolerance of level or upright, as whole pixels.
 void DrawOnAxis(const Target& target, const Place& from, const Place& to, const Place& origin,
@@ -64,9 +83,9 @@ void DrawOnAxis(const Target& target, const Place& from, const Place& to, const 
             FillRows(target, side, low, side + thick, high, stroke.Colour);
         return;
     }
-    const double start = level ? origin.X : origin.Y;
+    DashWalk dashes(stroke, low + 0.5 - (level ? origin.X : origin.Y), 1.0);
     for (double at = low; at < high; ++at) {
-        if (!InDash(stroke, std::abs(at + 0.5 - start))) continue;
+        if (!dashes.Next()) continue;
         if (level)
             FillRows(target, at, side, at + 1.0, side + thick, stroke.Colour);
         else
@@ -95,9 +114,10 @@ void DrawSlanting(const Target& target, const Place& from, const Place& to, cons
     const int crossEnd = Steep ? target.Width : target.Height;
     const int first = std::max(0, static_cast<int>(std::floor(u1 - reach)));
     const int last = std::min(walkEnd - 1, static_cast<int>(std::ceil(u2 + reach)) - 1);
+    DashWalk dashes(stroke, (first + 0.5 - start) * stretch, stretch);
     for (int u = first; u <= last; ++u) {
         const double middle = v1 + slope * (u + 0.5 - u1);
-        if (!InDash(stroke, std::abs(u + 0.5 - start) * stretch)) continue;
+        if (!dashes.Next()) continue;
         const double along = Overlap(u1 - reach, u2 + reach, u);
         const double low = middle - half;
         const double high = middle + half;
@@ -199,13 +219,6 @@ class AreaSum {
 
 }  // namespace
 
-bool MayTouch(const Target& target, const Place& from, const Place& to, double width) {
-    const double right = target.Width + width;
-    const double bottom = target.Height + width;
-    return (from.X > -width || to.X > -width) && (from.X < right || to.X < right) &&
-           (from.Y > -width || to.Y > -width) && (from.Y < bottom || to.Y < bottom);
-}
-
 // Liang and Barsky, "A New Concept and Method for Line Clipping", ACM TOG 3 (1984).
 bool ClipLine(const Target& target, double margin, Place& from, Place& to) {
     if (!Finite(from) || !Finite(to)) return false;
@@ -289,7 +302,8 @@ void DrawRing(const Target& target, Place centre, double radius, double width, P
                 x = hollowRight - 1;
                 continue;
             }
-            const double distance = std::hypot(x + 0.5 - centre.X, dy);
+            const double dx = x + 0.5 - centre.X;
+            const double distance = std::sqrt(dx * dx + dy * dy);
             const double disc = std::clamp(outer + 0.5 - distance, 0.0, 1.0);
             const double hole = inner > 0.0 ? std::clamp(inner + 0.5 - distance, 0.0, 1.0) : 0.0;
             // The fill reaches under the ring's inner edge, so that no ground shines through there.

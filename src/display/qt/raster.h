@@ -29,9 +29,14 @@ struct Stroke {
     double Dash = 0.0;  ///< length of a dash; 0 draws a whole line
 };
 
-/// True if a line between the places may touch the target: both lie on its plane and not both beyond the
-/// same edge. False if a coordinate is no number.
-bool MayTouch(const Target& target, const Place& from, const Place& to, double width);
+/// Beyond which edges of the target, grown by `margin`, a place lies: one bit an edge. A line whose two
+/// ends share a bit cannot touch the target.
+inline unsigned SideOf(const Target& target, const Place& place, double margin) {
+    return static_cast<unsigned>(place.X < -margin) |
+           static_cast<unsigned>(place.X > target.Width + margin) << 1U |
+           static_cast<unsigned>(place.Y < -margin) << 2U |
+           static_cast<unsigned>(place.Y > target.Height + margin) << 3U;
+}
 
 /// Cuts a line to what lies on the target and `margin` pixels around it. False if nothing does, or if a
 /// coordinate is no number or beyond all reason.

@@ -96,20 +96,27 @@ bool SurfaceBoard::MoveOnSprite(const QPointF& at) {
     return false;
 }
 
-void SurfaceBoard::PaintLine(QPainter& painter, const LineItem& line) const {
-    const raster::Target area{nullptr, width(), height(), 0};
-    raster::Place from{line.X1, line.Y1};
-    raster::Place to{line.X2, line.Y2};
-    if (!raster::ClipLine(area, 4.0, from, to)) return;
-    if (from.X == to.X && from.Y == to.Y) return;  // not placed yet
-    painter.setPen(ToQt(line.Ink));
-    const bool onAxis = std::abs(from.X - to.X) < 0.5 || std::abs(from.Y - to.Y) < 0.5;
-    painter.setRenderHint(QPainter::Antialiasing, !onAxis);
-    if (onAxis)
-        painter.drawLine(QPointF(std::round(from.X), std::round(from.Y)),
-                         QPointF(std::round(to.X), std::round(to.Y)));
-    else
-        painter.drawLine(QPointF(from.X + 0.5, from.Y + 0.5), QPointF(to.X + 0.5, to.Y + 0.5));
+const QImage& SurfaceBoard::WithLines(const QRect& shown) {
+    const auto seen = [&](const LineItem* line) { return line->Visible && line->Rect().intersects(shown); };
+    if (std::ranges::none_of(lines_, seen)) return image_->Image;
+    const QImage& image = image_->Image;
+    if (underSprites_.size() != image.size()) underSprites_ = QImage(image.size(), image.format());
+    underSprites_.setDevicePixelRatio(image.devicePixelRatio());
+    const double ratio = image_->Ratio;
+    raster::Target target = image_->Pixels;
+    target.Bits = reinterpret_cast<raster::Pixel*>(underSprites_.bits());
+    const int first = std::clamp(static_cast<int>(shown.top() * ratio) - 1, 0, target.Height);
+    const int last = std::clamp(static_cast<int>((shown.bottom() + 1) * ratio) + 2, 0, target.Height);
+    std::copy(image_->Pixels.Bits + first * target.Stride, image_->Pixels.Bits + last * target.Stride,
+              target.Bits + first * target.Stride);
+    for (const LineItem* line : lines_) {
+        const bool placed = line->X1 != line->X2 || line->Y1 != line->Y2;
+        if (!placed || !seen(line)) continue;
+        raster::DrawSegment(target, {(line->X1 + 0.5) * ratio, (line->Y1 + 0.5) * ratio},
+                            {(line->X2 + 0.5) * ratio, (line->Y2 + 0.5) * ratio},
+                            {.Colour = PixelOf(line->Ink), .Width = ratio});
+    }
+    return underSprites_;
 }
 
 void SurfaceBoard::PaintSprite(QPainter& painter, const SpriteItem& sprite, const QRect& shown) const {
@@ -134,11 +141,8 @@ void SurfaceBoard::paintEvent(QPaintEvent* event) {
         painter.fillRect(rect(), Qt::white);
         return;
     }
-    painter.drawImage(0, 0, image_->Image);
     const QRect shown = event->rect();
-    for (const LineItem* line : lines_)
-        if (line->Visible) PaintLine(painter, *line);
-    painter.setRenderHint(QPainter::Antialiasing, false);
+    painter.drawImage(0, 0, WithLines(shown));
     for (const SpriteItem* sprite : sprites_)
         if (sprite->Visible) PaintSprite(painter, *sprite, shown);
 }

@@ -64,13 +64,14 @@ class SurfaceBoard : public QWidget {
 
   private:
     QRect TakeDirty();
-    void PaintLine(QPainter& painter, const LineItem& line) const;
+    const QImage& WithLines(const QRect& shown);
     void PaintSprite(QPainter& painter, const SpriteItem& sprite, const QRect& shown) const;
 
     Canvas::Impl* image_ = nullptr;
     std::vector<SpriteItem*> sprites_;
     std::vector<LineItem*> lines_;
-    QRectF floating_;  // what moved over the image and is not shown yet
+    QRectF floating_;      // what moved over the image and is not shown yet
+    QImage underSprites_;  // the image with the lines over it, while there are any
     bool awaited_ = false;
 };
 

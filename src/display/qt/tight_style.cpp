@@ -10,6 +10,8 @@ namespace {
 constexpr int IndicatorSide = 12;
 constexpr int LabelSpacing = 3;
 constexpr int ButtonMargin = 2;
+constexpr QColor Outline(110, 110, 110);
+constexpr QColor FaintOutline(160, 160, 160);
 constexpr double NarrowestText = 0.66;
 
 }  // namespace
@@ -52,6 +54,26 @@ void TightStyle::drawItemText(QPainter* painter, const QRect& rect, int flags, c
     painter->scale(share, 1.0);
     const QRect wide(0, rect.top(), static_cast<int>(rect.width() / share) + 1, rect.height());
     QProxyStyle::drawItemText(painter, wide, flags, palette, enabled, text, role);
+    painter->restore();
+}
+
+void TightStyle::drawPrimitive(PrimitiveElement element, const QStyleOption* option, QPainter* painter,
+                               const QWidget* widget) const {
+    QProxyStyle::drawPrimitive(element, option, painter, widget);
+    const bool round = element == PE_IndicatorRadioButton;
+    const bool line = element == PE_FrameLineEdit;
+    if (!round && !line && element != PE_IndicatorCheckBox) return;
+    // Stock Fusion takes its outline from a light ground and vanishes on the darker ones of our panels.
+    if (option->state.testFlag(State_HasFocus) && line) return;
+    painter->save();
+    painter->setPen(option->state.testFlag(State_Enabled) ? Outline : FaintOutline);
+    painter->setBrush(Qt::NoBrush);
+    if (round) {
+        painter->setRenderHint(QPainter::Antialiasing);
+        painter->drawEllipse(QRectF(option->rect).adjusted(0.5, 0.5, -0.5, -0.5));
+    } else {
+        painter->drawRect(option->rect.adjusted(0, 0, -1, -1));
+    }
     painter->restore();
 }
 
