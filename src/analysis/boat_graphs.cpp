@@ -1,10 +1,9 @@
 #include "analysis/boat_graphs.h"
 
-#include <algorithm>
-#include <array>
 #include <cmath>
 #include <optional>
 #include <string>
+#include <utility>
 
 #include "analysis/graph_axes.h"
 #include "analysis/page_text.h"
@@ -36,25 +35,28 @@ int SecondsBetween(const std::optional<CivilTime>& from, const std::optional<Civ
     return from && to ? FloorToInt(static_cast<double>(*to - *from)) : 0;
 }
 
-/// Leaves of each run of points in the same row of pixels its ends and its extremes: the same picture from
-/// a fraction of the points, as long tracks have dozens of fixes in each row.
+/// Leaves of each run of points in the same row of pixels the two that stand furthest apart, the one nearer
+/// to the row before first: the same picture, as the line fills the row between them, from a fraction of
+/// the points and of the way. Long tracks have dozens of fixes in each row.
 void ThinRows(std::vector<Point>& line) {
     std::size_t kept = 0;
     for (std::size_t first = 0; first < line.size();) {
         const double row = std::floor(line[first].Y);
-        std::size_t next = first;
-        std::size_t left = first;
-        std::size_t right = first;
+        std::size_t next = first + 1;
+        Point left = line[first];
+        Point right = left;
         for (; next < line.size() && std::floor(line[next].Y) == row; ++next) {
-            if (line[next].X < line[left].X) left = next;
-            if (line[next].X > line[right].X) right = next;
+            if (line[next].X < left.X) left = line[next];
+            if (line[next].X > right.X) right = line[next];
         }
-        next = std::max(next, first + 1);  // a y that is no number equals no row
-        std::array<std::size_t, 4> stay{first, left, right, next - 1};
-        std::sort(stay.begin(), stay.end());
-        const auto end = std::unique(stay.begin(), stay.end());
-        for (auto it = stay.begin(); it != end; ++it) line[kept++] = line[*it];
-        first = next;
+        if (next - first > 2) {
+            const double from = kept > 0 ? line[kept - 1].X : left.X;
+            if (std::abs(from - right.X) < std::abs(from - left.X)) std::swap(left, right);
+            line[kept++] = left;
+            line[kept++] = right;
+            first = next;
+        }
+        while (first < next) line[kept++] = line[first++];
     }
     line.resize(kept);
 }

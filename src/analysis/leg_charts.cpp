@@ -92,6 +92,7 @@ class DiffChart {
 
 void DiffChart::DrawFrame() {
     Surface& page = form_.Picture3;
+    page.DrawWidth = 1;
     const int title = static_cast<int>(kind_) - 1;
     PrintColoured(page, TitleColour, left_ + 50, 10,
                   (byLeg_ ? LegTitles : CumulativeTitles)[title].In(app_.settings.UseEnglish));
