@@ -1,6 +1,7 @@
-// make_demo FOLDER: writes the two demo races off Enoshima into FOLDER, the same bytes at each run: a race of 8
-// boats with English names and one of 20 with Japanese names, sailed by a small simulation in a breeze that
-// swings. Tracks in gpsdat, wind in winddat, race control files in raceadmin, a document in attachment.
+// make_demo FOLDER: writes the two demo races off Enoshima into FOLDER, the same bytes at each run: a race
+// of 8 boats with English names and one of 20 with Japanese names, sailed by a small simulation in a breeze
+// that swings. Tracks in gpsdat, wind in winddat, race control files in raceadmin, a document in
+// attachment.
 
 #include <algorithm>
 #include <array>
@@ -40,8 +41,8 @@ struct RacePlan {
     std::string Start;  // local time
     double Lat;         // minutes of arc of the middle of the course
     double Lon;
-    double Wind;        // true direction, degrees
-    double Swing;       // degrees to either side
+    double Wind;   // true direction, degrees
+    double Swing;  // degrees to either side
     double LegMetres;
     int Rounds;
     int Duration;  // seconds
@@ -71,7 +72,9 @@ double WindAtSecond(const RacePlan& plan, double t) {
     return plan.Wind + plan.Swing * std::sin(t / 190.0 + plan.Seed) + 0.5 * plan.Swing * std::sin(t / 67.0);
 }
 
-double WindSpeedAtSecond(double t) { return 11.0 + 2.0 * std::sin(t / 260.0) + 0.8 * std::sin(t / 41.0); }
+double WindSpeedAtSecond(double t) {
+    return 11.0 + 2.0 * std::sin(t / 260.0) + 0.8 * std::sin(t / 41.0);
+}
 
 double BearingTo(const Spot& from, const Spot& to) {
     return BearingOf(to.East - from.East, to.North - from.North);
@@ -82,13 +85,15 @@ double DistanceTo(const Spot& from, const Spot& to) {
 }
 
 Spot Along(const Spot& from, double direction, double metres) {
-    return {from.East + metres * std::sin(direction * DegToRad), from.North + metres * std::cos(direction * DegToRad)};
+    return {from.East + metres * std::sin(direction * DegToRad),
+            from.North + metres * std::cos(direction * DegToRad)};
 }
 
 /// Boat speed in knots at an angle off the wind.
 double SpeedAt(double windAngle, double upwindKnots, double strength) {
     const double off = std::abs(windAngle);
-    const double reach = off < 45 ? off / 45.0 : 1.0 + 0.3 * std::sin((off - 45.0) / 135.0 * 180.0 * DegToRad);
+    const double reach =
+        off < 45 ? off / 45.0 : 1.0 + 0.3 * std::sin((off - 45.0) / 135.0 * 180.0 * DegToRad);
     return upwindKnots * reach * (0.8 + 0.2 * strength / 11.0);
 }
 
@@ -118,7 +123,8 @@ class Sailor {
         const double share = (number + 0.5) / static_cast<double>(plan.Names.size());
         slot_ = {course.Pin.East + (course.Committee.East - course.Pin.East) * (0.06 + 0.88 * share),
                  course.Pin.North + (course.Committee.North - course.Pin.North) * (0.06 + 0.88 * share)};
-        at_ = Along(Along(slot_, plan.Wind + 180, dice.Between(40, 160)), plan.Wind + 90, dice.Between(-80, 80));
+        at_ = Along(Along(slot_, plan.Wind + 180, dice.Between(40, 160)), plan.Wind + 90,
+                    dice.Between(-80, 80));
         skill_ = dice.Between(0.93, 1.03);
         height_ = dice.Between(-1.5, 1.5);
         tack_ = dice.Between(0, 1) < 0.6 ? 1 : -1;
@@ -140,7 +146,6 @@ class Sailor {
     const Spot& At() const { return at_; }
     bool Resting() const { return rest_ > 150; }
     void Retire() { retired_ = true; }
-    bool Finished() const { return finished_; }
 
   private:
     double startAt() const { return number_ == plan_.Early ? -14.0 : late_ - 18.0; }
@@ -155,7 +160,7 @@ class Sailor {
 
     /// Reaches to and fro below the line and comes back to its slot for the run at it.
     void Jostle(int t, double wind) {
-        const Spot hold = Along(slot_, wind + 180, 45 + 12 * (number_ % 3));
+        const Spot hold = Along(slot_, plan_.Wind + 135, 50 + 8 * (number_ % 3));
         const double left = startAt() - t;
         const double side = std::fmod(t + 4000.0 + number_ * 17.0, 80.0) < 40 ? 90 : -90;
         const double away = DistanceTo(at_, hold);
@@ -166,40 +171,49 @@ class Sailor {
         Move(safe, comeBack && away < 20 ? 0.8 : 2.6);
     }
 
+    int LastMark() const { return 2 * plan_.Rounds - 1; }
+    bool Upwind() const { return leg_ % 2 == 1; }
+
+    /// Where the boat sails to: round a mark, which stays to port, in three corners, each boat on its own
+    /// circle.
     Spot Target() const {
-        const int last = 2 * plan_.Rounds;
-        if (leg_ > last) return Middle();
-        return leg_ % 2 == 1 ? course_.Windward : course_.Leeward;
+        if (leg_ > LastMark()) return slot_;
+        const double berth = 20 + 3.0 * (number_ % 5);
+        const double side = plan_.Wind + (Upwind() ? 90 : -90) - 90 * corner_;
+        return Along(Upwind() ? course_.Windward : course_.Leeward, side, berth);
     }
-    Spot Middle() const {
-        return {(course_.Pin.East + course_.Committee.East) / 2, (course_.Pin.North + course_.Committee.North) / 2};
+
+    /// Runs at the line on starboard tack; over early, goes back below it and starts once more.
+    void StartOff(int t) {
+        constexpr double OnStarboard = -45;
+        const bool early = number_ == plan_.Early;
+        const Spot below = Along(slot_, plan_.Wind + 180 + OnStarboard, 40);
+        const Spot above = Along(slot_, plan_.Wind + OnStarboard, 30);
+        const bool back = early && t > 8 && t < 55;
+        Move(BearingTo(at_, back ? below : above), 4.2);
+        if (AlongWind(slot_) < -12 && !(early && t < 60)) leg_ = 1;
     }
 
     void Race(int t, double wind) {
         if (leg_ == 0) {
-            // Over early: back below the line, then a start of its own.
-            if (number_ == plan_.Early && t > 12 && t < 60) {
-                const Spot below = Along(slot_, wind + 180, 25);
-                Move(BearingTo(at_, below), 4.0);
-                return;
-            }
-            leg_ = t > 60 || number_ != plan_.Early ? 1 : 0;
-        }
-        const double off = Off();
-        // Marks are left to port, a few lengths off, and each boat takes its own circle.
-        const double berth = 9 + 2.0 * (number_ % 5);
-        const Spot target = leg_ > 2 * plan_.Rounds
-                                ? Target()
-                                : Along(Target(), plan_.Wind + (leg_ % 2 == 1 ? 90 : 90), berth);
-        const double distance = DistanceTo(at_, target);
-        const double along = AlongWind(target);
-        const bool upwind = leg_ % 2 == 1;
-        const bool passed = upwind ? along < 4 : along > -4;
-        if ((distance < 14 || (passed && distance < 40))) {
-            NextLeg();
+            StartOff(t);
             return;
         }
-        Beat(t, wind, target, upwind, off);
+        const Spot target = Target();
+        if (leg_ > LastMark() && AlongWind(target) > 6) {
+            finished_ = true;
+            return;
+        }
+        if (leg_ <= LastMark() && DistanceTo(at_, target) < 9 + speed_) {
+            corner_ = (corner_ + 1) % 3;
+            if (corner_ == 0) ++leg_;
+            sinceTack_ = 0;
+            return;
+        }
+        if (corner_ > 0)
+            Move(BearingTo(at_, target), 3.8);
+        else
+            Beat(t, wind, target, Upwind(), Off());
     }
 
     double Off() const { return leg_ % 2 == 1 ? 43.0 + height_ : 150.0 + height_; }
@@ -208,16 +222,6 @@ class Sailor {
     double AlongWind(const Spot& target) const {
         return (target.East - at_.East) * std::sin(plan_.Wind * DegToRad) +
                (target.North - at_.North) * std::cos(plan_.Wind * DegToRad);
-    }
-
-    void NextLeg() {
-        const int last = 2 * plan_.Rounds + 1;
-        if (leg_ >= last) {
-            finished_ = true;
-            return;
-        }
-        ++leg_;
-        sinceTack_ = 0;
     }
 
     /// Beats or runs: tacks on the lay line, on the header, and away from the edge of the course.
@@ -231,9 +235,11 @@ class Sailor {
             const double across = toTarget * tack_;
             const double patience = 40 + 25 * (number_ % 4);
             const double lay = upwind ? -off + 2 : -(180 - off);
-            const bool pastLay = upwind ? across < lay + 6 : WrapDifference(across - 180) > 0 && across < off;
+            const bool pastLay =
+                upwind ? across < lay + 6 : WrapDifference(across - 180) > 0 && across < off;
             const bool shifted = (upwind ? headed : -headed) > 0.5 * plan_.Swing && sinceTack_ > patience;
-            const bool wide = std::abs(Across(target)) > 0.42 * plan_.LegMetres && Across(target) * tack_ * (upwind ? 1 : 1) < 0;
+            const bool wide = std::abs(Across(target)) > 0.42 * plan_.LegMetres &&
+                              Across(target) * tack_ * (upwind ? -1 : 1) < 0;
             if (sinceTack_ > 15 && (pastLay || shifted || wide || sinceTack_ > 260)) {
                 tack_ = -tack_;
                 sinceTack_ = 0;
@@ -242,7 +248,8 @@ class Sailor {
         }
         const double angle = WrapDifference(heading - wind);
         Move(heading + 1.5 * std::sin(t / 9.0 + number_),
-             skill_ * SpeedAt(angle, plan_.Knots, WindSpeedAtSecond(t)) + 0.15 * std::sin(t / 31.0 + number_));
+             skill_ * SpeedAt(angle, plan_.Knots, WindSpeedAtSecond(t)) +
+                 0.15 * std::sin(t / 31.0 + number_));
     }
 
     /// Metres that the target lies to the right of the boat, looking up the wind.
@@ -269,6 +276,7 @@ class Sailor {
     double speed_ = 2.0;
     int tack_ = 1;
     int leg_ = 0;
+    int corner_ = 0;  // of the present mark
     int sinceTack_ = 0;
     int rest_ = 0;
     bool finished_ = false;
@@ -288,7 +296,8 @@ class DemoRace {
         : folder_(std::move(folder)), plan_(plan), scale_(ComputeEarthScale(plan.Lat)), dice_(plan.Seed) {}
 
     bool Write() {
-        const double lineMetres = std::max(120.0, static_cast<double>(plan_.Names.size()) * plan_.BoatLength * 1.6);
+        const double lineMetres =
+            std::max(120.0, static_cast<double>(plan_.Names.size()) * plan_.BoatLength * 1.6);
         course_ = LayCourse(plan_, lineMetres);
         for (std::size_t boat = 0; boat < plan_.Names.size(); ++boat) WriteTrack(static_cast<int>(boat));
         WriteWind();
@@ -321,8 +330,8 @@ class DemoRace {
             degrees ? Format("N%.7f E%.7f", lat / 60, lon / 60)
                     : Format("N%02d%08.5f E%03d%08.5f", static_cast<int>(lat / 60), std::fmod(lat, 60),
                              static_cast<int>(lon / 60), std::fmod(lon, 60));
-        return "T " + place + " " + date.substr(8, 2) + "/" + date.substr(5, 2) + "/" + date.substr(2, 2) + " " +
-               TimeOfDayText(utc) + " 0\r\n";
+        return "T " + place + " " + date.substr(8, 2) + "/" + date.substr(5, 2) + "/" + date.substr(2, 2) +
+               " " + TimeOfDayText(utc) + " 0\r\n";
     }
 
     void WriteTrack(int boat) {
@@ -334,9 +343,11 @@ class DemoRace {
         for (int t = -420; t <= plan_.Duration + 60; ++t) {
             if (boat == plan_.Retires && t > plan_.Duration * 2 / 5) sailor.Retire();
             sailor.Sail(t);
-            noise = {0.97 * noise.East + dice_.Between(-0.18, 0.18), 0.97 * noise.North + dice_.Between(-0.18, 0.18)};
+            noise = {0.97 * noise.East + dice_.Between(-0.18, 0.18),
+                     0.97 * noise.North + dice_.Between(-0.18, 0.18)};
             const bool lost = boat == plan_.Gap && t > 1100 && t < 1300;
-            if (!lost) text += Fix({sailor.At().East + noise.East, sailor.At().North + noise.North}, t, degrees);
+            if (!lost)
+                text += Fix({sailor.At().East + noise.East, sailor.At().North + noise.North}, t, degrees);
             if (sailor.Resting()) break;
         }
         Save("gpsdat/" + TrackName(boat), text, true);
@@ -355,15 +366,17 @@ class DemoRace {
     std::string PlaceText(const Spot& at) const { return Format("%.5f, %.5f", LatOf(at), LonOf(at)); }
 
     void WriteControlFile() {
-        std::string text = "WF, " + WindName() + "\r\nT1, " + plan_.Title1 + "\r\nT2, " + plan_.Title2 + "\r\n";
+        std::string text =
+            "WF, " + WindName() + "\r\nT1, " + plan_.Title1 + "\r\nT2, " + plan_.Title2 + "\r\n";
         text += Format("MG, %.0f\r\nLG, %.1f\r\n", Variation, plan_.BoatLength);
-        text += "ST, " + DateTimeText(Start()) + "\r\nFT, " + DateTimeText(Start() + plan_.Duration) + "\r\n";
+        text +=
+            "ST, " + DateTimeText(Start()) + "\r\nFT, " + DateTimeText(Start() + plan_.Duration) + "\r\n";
         text += Format("TD, %d\r\nWD, %.0f\r\n", TimeDiffHours, plan_.Wind);
         for (std::size_t boat = 0; boat < plan_.Names.size(); ++boat)
             text += "BN, " + TrackName(static_cast<int>(boat)) + ", " + plan_.Names[boat] + "\r\n";
         text += "MK, " + PlaceText(course_.Windward) + "\r\nMK, " + PlaceText(course_.Leeward) + "\r\n";
         text += "LN, " + PlaceText(course_.Pin) + ", " + PlaceText(course_.Committee) + "\r\nCRS, L1";
-        for (int round = 0; round < plan_.Rounds; ++round) text += ", MK1, MK2";
+        for (int mark = 1; mark < 2 * plan_.Rounds; ++mark) text += mark % 2 == 1 ? ", MK1" : ", MK2";
         text += ", L1\r\nLL, 43,150\r\nBT,5\r\nAT, sailing_instructions.txt\r\n";
         Save("raceadmin/" + plan_.File, text, true);
     }
@@ -384,20 +397,52 @@ int main(int argc, char** argv) {
         return 2;
     }
     const std::filesystem::path folder = argv[1];
-    const RacePlan english{"Enoshima_R1.txt", "Sagami Bay Autumn Series", "Race 1", "2026/10/03 12:30:00",
-                           35 * 60 + 16.6, 139 * 60 + 29.3, 20, 9, 1350, 2, 3600, 7.0, 5.2, 11,
-                           {"Alcyone", "Blue Heron", "Cutlass", "Daybreak", "Esperance", "Fulmar", "Gannet", "Halcyon"},
-                           "r1_", 3, 6, 4};
-    const RacePlan japanese{"Enoshima_R2.txt", "相模湾秋季シリーズ", "第2レース", "2026/10/04 11:05:00",
-                            35 * 60 + 16.5, 139 * 60 + 28.9, 195, 10, 1150, 2, 3600, 4.7, 4.8, 23,
-                            {"海風",   "白波",   "黒潮",   "朝凪",   "夕凪",   "千鳥",   "かもめ", "飛魚",   "銀河",   "流星",
-                             "北斗",   "隼",     "疾風",   "若潮",   "青嵐",   "初雁",   "月影",   "日向",   "早瀬",   "みさご"},
-                            "r2_", 7, 14, 9};
+    const RacePlan english{
+        "Enoshima_R1.txt",
+        "Sagami Bay Autumn Series",
+        "Race 1",
+        "2026/10/03 12:30:00",
+        35 * 60 + 16.6,
+        139 * 60 + 29.3,
+        20,
+        9,
+        1000,
+        3,
+        3600,
+        7.0,
+        5.2,
+        11,
+        {"Alcyone", "Blue Heron", "Cutlass", "Daybreak", "Esperance", "Fulmar", "Gannet", "Halcyon"},
+        "r1_",
+        3,
+        6,
+        4};
+    const RacePlan japanese{
+        "Enoshima_R2.txt",
+        "相模湾秋季シリーズ",
+        "第2レース",
+        "2026/10/04 11:05:00",
+        35 * 60 + 16.5,
+        139 * 60 + 28.9,
+        195,
+        10,
+        850,
+        3,
+        3600,
+        4.7,
+        4.8,
+        23,
+        {"海風", "白波", "黒潮", "朝凪", "夕凪", "千鳥", "かもめ", "飛魚", "銀河", "流星",
+         "北斗", "隼",   "疾風", "若潮", "青嵐", "初雁", "月影",   "日向", "早瀬", "みさご"},
+        "r2_",
+        7,
+        14,
+        9};
     const bool sound = DemoRace(folder, english).Write() && DemoRace(folder, japanese).Write();
     std::filesystem::create_directories(folder / "attachment");
-    const auto failed = WriteFileAtomically(
-        folder / "attachment" / "sailing_instructions.txt",
-        "Sagami Bay Autumn Series\r\n\r\nCourse: start, windward mark, leeward mark, twice; finish at the start line."
-        "\r\nMarks are left to port.\r\n");
+    const auto failed = WriteFileAtomically(folder / "attachment" / "sailing_instructions.txt",
+                                            "Sagami Bay Autumn Series\r\n\r\nCourse: three times to the "
+                                            "windward mark, round the leeward mark; finish down the wind."
+                                            "\r\nMarks are left to port.\r\n");
     return sound && !failed ? 0 : 1;
 }
