@@ -1,0 +1,16 @@
+#include <benchmark/benchmark.h>
+
+#include <cstdlib>
+
+#include "display/application.h"
+
+// Pictures are drawn on images, so a screen is not needed; QT_QPA_PLATFORM chooses one all the same.
+int main(int argc, char** argv) {
+    setenv("QT_QPA_PLATFORM", "offscreen", 0);
+    const keelview::Application application(argc, argv);
+    benchmark::Initialize(&argc, argv);
+    if (benchmark::ReportUnrecognizedArguments(argc, argv)) return 1;
+    benchmark::RunSpecifiedBenchmarks();
+    benchmark::Shutdown();
+    return 0;
+}
