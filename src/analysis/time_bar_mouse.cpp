@@ -1,7 +1,6 @@
 #include "analysis/time_bar_mouse.h"
 
 #include <algorithm>
-#include <cmath>
 #include <string>
 #include <utility>
 
