@@ -1,0 +1,84 @@
+// keelview-report TREE RACEFILE [--at SECONDS]...
+// Prints the numbers of a race as one JSON object. TREE is a folder with raceadmin, gpsdat, winddat and
+// coastline, RACEFILE a race control file in raceadmin. Nothing is written to the tree.
+
+#include <cstdio>
+#include <exception>
+#include <filesystem>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "base/files.h"
+#include "base/numbers.h"
+#include "report/race_report.h"
+
+namespace keelview {
+
+namespace {
+
+constexpr int WrongUse = 2;
+constexpr std::string_view Usage = "usage: keelview-report TREE RACEFILE [--at SECONDS]...";
+
+struct Request {
+    std::filesystem::path Tree;
+    std::string RaceFile;
+    std::vector<double> At;
+    std::string Fault;  ///< what is wrong with the command line; empty when nothing is
+};
+
+Request ReadCommandLine(const std::vector<std::string_view>& arguments) {
+    Request request;
+    std::vector<std::string_view> names;
+    for (std::size_t i = 0; i < arguments.size(); ++i) {
+        const std::string_view argument = arguments[i];
+        if (argument == "--at") {
+            const auto seconds =
+                ++i < arguments.size() ? StrictNumber(arguments[i]) : std::optional<double>();
+            if (!seconds) request.Fault = "--at needs a number of seconds";
+            request.At.push_back(seconds.value_or(0));
+        } else if (argument.starts_with("-")) {
+            request.Fault = "unknown option " + std::string(argument);
+        } else {
+            names.push_back(argument);
+        }
+    }
+    if (names.size() == 2) {
+        request.Tree = names[0];
+        request.RaceFile = names[1];
+    } else if (request.Fault.empty()) {
+        request.Fault = Usage;
+    }
+    return request;
+}
+
+int Complain(const std::string& fault) {
+    std::fprintf(stderr, "keelview-report: %s\n", fault.c_str());
+    return WrongUse;
+}
+
+int Run(const std::vector<std::string_view>& arguments) {
+    const Request request = ReadCommandLine(arguments);
+    if (!request.Fault.empty()) return Complain(request.Fault);
+    if (!IsFile(FindBelow(FindBelow(request.Tree, "raceadmin"), request.RaceFile)))
+        return Complain("no race file " + request.RaceFile + " in " + request.Tree.string() + "/raceadmin");
+    const RaceNumbers numbers = LoadRaceNumbers(request.Tree, request.RaceFile);
+    if (!numbers.report.Opened) return Complain("cannot read race file " + request.RaceFile);
+    const std::string text = RaceReport(numbers, request.At) + "\n";
+    const bool written = std::fwrite(text.data(), 1, text.size(), stdout) == text.size();
+    if (std::fflush(stdout) != 0 || !written) return Complain("cannot write the report");
+    return 0;
+}
+
+}  // namespace
+
+}  // namespace keelview
+
+int main(int argc, char** argv) {
+    try {
+        return keelview::Run(std::vector<std::string_view>(argv + (argc > 0 ? 1 : 0), argv + argc));
+    } catch (const std::exception& fault) {
+        return keelview::Complain(fault.what());
+    }
+}
