@@ -117,7 +117,7 @@ void ControlPanel::Label1_Click() {
 void ControlPanel::Label5_Click() {
     for (int row = 0; row < app_.race.BoatCount; ++row) form_.Bnam[row].SetValue(true);
     form_.HScroll2.SetValue(100);
-    RedrawMap();
+    if (RedrawView) RedrawView();
 }
 
 void ControlPanel::ConnectBoatRows() {
@@ -137,7 +137,7 @@ void ControlPanel::Bnam_MouseUp(int row, MouseButton button) {
     }
     if (!anyFocused) form_.Bnam[0].SetValue(true);
     FocusRingedBoats();
-    RedrawMap();
+    if (RedrawView) RedrawView();
 }
 
 void ControlPanel::FocusRingedBoats() {

@@ -1,5 +1,7 @@
 #pragma once
 
+#include <functional>
+
 #include "display/race_disp.h"
 #include "map/chart.h"
 #include "session/app_state.h"
@@ -11,6 +13,9 @@ namespace keelview {
 class ControlPanel {
   public:
     ControlPanel(AppState& app, Services& services, RaceSession& session);
+
+    /// Draws the view that is shown anew, after a change of the boats in focus.
+    std::function<void()> RedrawView;
 
   private:
     void ConnectBoatRows();

@@ -1,12 +1,18 @@
 #pragma once
 
+#include "analysis/boat_graphs.h"
+#include "analysis/data_view.h"
+#include "analysis/graph_cursors.h"
+#include "analysis/leg_tables.h"
 #include "analysis/time_bar_mouse.h"
+#include "analysis/wind_entry.h"
 #include "analysis/wind_panel_mouse.h"
 #include "display/splash.h"
 #include "map/overview_mouse.h"
 #include "session/app_state.h"
 #include "session/race_session.h"
 #include "shell/control_panel.h"
+#include "shell/view_switch.h"
 
 namespace keelview {
 
@@ -19,13 +25,27 @@ struct RaceDesk {
                        session.TheInstruments().overview, session.TheInstruments().timeBar),
           windPanelMouse(app, session.Display(), session.TheInstruments().windPanel),
           overviewMouse(app, session.Display(), session.TheChart(), session.TheFrame(),
-                        session.TheInstruments().overview) {}
+                        session.TheInstruments().overview),
+          graphs(app, session.Display()),
+          tables(app, session.Display(), services),
+          views(app, session.Display(), session.TheChart(), graphs, tables),
+          dataView(app, session.Display(), tables),
+          windEntry(app, session.Display(), services, graphs),
+          graphCursors(app, session.Display(), graphs, windEntry) {
+        panel.RedrawView = [this] { views.RedrawView(); };
+    }
 
     RaceSession session;
     ControlPanel panel;
     TimeBarMouse timeBarMouse;
     WindPanelMouse windPanelMouse;
     OverviewMouse overviewMouse;
+    BoatGraphs graphs;
+    LegTables tables;
+    ViewSwitch views;
+    DataView dataView;
+    WindEntry windEntry;
+    GraphCursors graphCursors;
 };
 
 }  // namespace keelview
