@@ -16,7 +16,9 @@ constexpr double WrapDifference(double degrees) {
 }
 
 /// The shortest turn from one direction to another in degrees, -180 to 180, however far off either lies.
-inline double TurnBetween(double from, double to) { return std::remainder(to - from, 360.0); }
+inline double TurnBetween(double from, double to) {
+    return std::remainder(to - from, 360.0);
+}
 
 /// A direction brought into 0 up to below 360 degrees by one test each way.
 constexpr double WrapDirection(double degrees) {

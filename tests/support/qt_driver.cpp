@@ -1,0 +1,138 @@
+#include "support/qt_driver.h"
+
+#include <gtest/gtest.h>
+
+#include <QApplication>
+#include <QComboBox>
+#include <QEvent>
+#include <QListWidget>
+#include <QTest>
+#include <QWindow>
+#include <stdexcept>
+#include <string>
+
+#include "display/form.h"
+#include "display/qt/convert.h"
+#include "display/qt/native_control.h"
+
+namespace keelview::driver {
+
+namespace {
+
+// How far from the left edge a click lands: on the box of a check box, on a caption.
+constexpr int ClickLeft = 6;
+
+QWindow* WindowOf(const QWidget& widget) {
+    QWindow* window = widget.window()->windowHandle();
+    if (window == nullptr || !widget.isVisible())
+        throw std::logic_error("not on the screen: " + widget.objectName().toStdString());
+    return window;
+}
+
+QPoint InWindow(const QWidget& face, QPoint at) {
+    return face.mapTo(face.window(), at);
+}
+
+}  // namespace
+
+void Settle() {
+    for (int round = 0; round < 3; ++round) {
+        QCoreApplication::processEvents();
+        QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+    }
+}
+
+QWidget& Face(const Control& control) {
+    QWidget* face = control.Native().Inner;
+    if (auto* list = qobject_cast<QListWidget*>(face)) face = list->viewport();
+    return *face;
+}
+
+QWidget& Named(std::string_view name) {
+    const QString wanted = ToQt(name);
+    for (QWidget* window : QApplication::topLevelWidgets()) {
+        if (!window->isVisible()) continue;
+        if (window->objectName() == wanted) return *window;
+        if (auto* found = window->findChild<QWidget*>(wanted)) return *found;
+    }
+    ADD_FAILURE() << "no control is shown with the name " << name;
+    throw std::logic_error("no such control");
+}
+
+void Press(QWidget& face, QPoint at, Qt::MouseButton button, Qt::KeyboardModifiers held) {
+    QTest::mousePress(WindowOf(face), button, held, InWindow(face, at));
+    Settle();
+}
+
+void Release(QWidget& face, QPoint at, Qt::MouseButton button, Qt::KeyboardModifiers held) {
+    QTest::mouseRelease(WindowOf(face), button, held, InWindow(face, at));
+    Settle();
+}
+
+void Click(QWidget& face, Qt::MouseButton button, Qt::KeyboardModifiers held) {
+    const QPoint at(std::min(ClickLeft, face.width() / 2), face.height() / 2);
+    Press(face, at, button, held);
+    Release(face, at, button, held);
+}
+
+void Click(const Control& control, Qt::MouseButton button, Qt::KeyboardModifiers held) {
+    Click(Face(control), button, held);
+}
+
+void ClickAt(const Control& control, QPoint at, Qt::MouseButton button, Qt::KeyboardModifiers held) {
+    Press(Face(control), at, button, held);
+    // A handler may have taken the window away.
+    if (Face(control).isVisible()) Release(Face(control), at, button, held);
+}
+
+void DoubleClickAt(const Control& control, QPoint at) {
+    QTest::mouseDClick(WindowOf(Face(control)), Qt::LeftButton, {}, InWindow(Face(control), at));
+    Settle();
+}
+
+void MoveTo(const Control& control, QPoint at) {
+    QTest::mouseMove(WindowOf(Face(control)), InWindow(Face(control), at));
+    Settle();
+}
+
+void Drag(const Control& control, QPoint from, QPoint to, Qt::MouseButton button) {
+    Press(Face(control), from, button);
+    MoveTo(control, (from + to) / 2);
+    MoveTo(control, to);
+    Release(Face(control), to, button);
+}
+
+QPoint RowPlace(const Control& listBox, int row) {
+    const auto& list = listBox.Native().As<QListWidget>();
+    return list.visualItemRect(list.item(row)).center();
+}
+
+void ClickRow(const Control& listBox, int row, Qt::KeyboardModifiers held) {
+    ClickAt(listBox, RowPlace(listBox, row), Qt::LeftButton, held);
+}
+
+void KeyDown(const Control& inWindow, Qt::Key key, Qt::KeyboardModifiers held) {
+    QTest::keyPress(WindowOf(Face(inWindow)), key, held);
+    Settle();
+}
+
+void KeyUp(const Control& inWindow, Qt::Key key, Qt::KeyboardModifiers held) {
+    QTest::keyRelease(WindowOf(Face(inWindow)), key, held);
+    Settle();
+}
+
+void Key(const Control& inWindow, Qt::Key key, Qt::KeyboardModifiers held) {
+    KeyDown(inWindow, key, held);
+    KeyUp(inWindow, key, held);
+}
+
+void Type(const Control& field, std::string_view text) {
+    Click(field);
+    Key(field, Qt::Key_A, Qt::ControlModifier);
+    Key(field, Qt::Key_Delete);
+    for (const QChar letter : ToQt(text))
+        QTest::sendKeyEvent(QTest::Click, WindowOf(Face(field)), Qt::Key_unknown, QString(letter), {});
+    Settle();
+}
+
+}  // namespace keelview::driver

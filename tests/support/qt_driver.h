@@ -1,0 +1,57 @@
+#pragma once
+
+#include <QPoint>
+#include <Qt>
+#include <string_view>
+
+class QWidget;
+
+namespace keelview {
+
+class Control;
+class Form;
+
+/// What a person does in front of a form, by events that enter at the window, so that they meet whatever
+/// lies on top there and no control that is hidden or covered. Places are pixels of the control's drawing
+/// area. All of it settles before the call returns.
+namespace driver {
+
+/// Lets everything happen that is waiting: events, repaints, deletions.
+void Settle();
+
+/// The part of a control that the mouse meets.
+QWidget& Face(const Control& control);
+/// The widget of that name on a window that is shown; fails the test and throws if there is none.
+QWidget& Named(std::string_view name);
+
+void Press(QWidget& face, QPoint at, Qt::MouseButton button = Qt::LeftButton,
+           Qt::KeyboardModifiers held = Qt::NoModifier);
+void Release(QWidget& face, QPoint at, Qt::MouseButton button = Qt::LeftButton,
+             Qt::KeyboardModifiers held = Qt::NoModifier);
+/// Presses and releases; at the control's left, in the middle of its height, where a box or a caption is.
+void Click(QWidget& face, Qt::MouseButton button = Qt::LeftButton,
+           Qt::KeyboardModifiers held = Qt::NoModifier);
+void Click(const Control& control, Qt::MouseButton button = Qt::LeftButton,
+           Qt::KeyboardModifiers held = Qt::NoModifier);
+void ClickAt(const Control& control, QPoint at, Qt::MouseButton button = Qt::LeftButton,
+             Qt::KeyboardModifiers held = Qt::NoModifier);
+/// Two clicks in the time of a double click.
+void DoubleClickAt(const Control& control, QPoint at);
+/// Moves the pointer there, with what buttons are held.
+void MoveTo(const Control& control, QPoint at);
+/// Presses at a place, moves through the middle to another, releases there.
+void Drag(const Control& control, QPoint from, QPoint to, Qt::MouseButton button = Qt::LeftButton);
+/// Where the middle of a row of a list box stands on its face.
+QPoint RowPlace(const Control& listBox, int row);
+void ClickRow(const Control& listBox, int row, Qt::KeyboardModifiers held = Qt::NoModifier);
+
+/// Presses or releases a key in the window that the control stands in.
+void KeyDown(const Control& inWindow, Qt::Key key, Qt::KeyboardModifiers held = Qt::NoModifier);
+void KeyUp(const Control& inWindow, Qt::Key key, Qt::KeyboardModifiers held = Qt::NoModifier);
+void Key(const Control& inWindow, Qt::Key key, Qt::KeyboardModifiers held = Qt::NoModifier);
+/// Clicks into a field and types a text in place of what stands there.
+void Type(const Control& field, std::string_view text);
+
+}  // namespace driver
+
+}  // namespace keelview
