@@ -64,7 +64,8 @@ class CellReader {
         length_ = 0;
         inWindow_ = code.size() == 6 && code.find_first_not_of("0123456789") == std::string_view::npos;
         if (!inWindow_) return;
-        lat0_ = LenientNumber(code.substr(0, 2)) * BandMinutes + LenientNumber(code.substr(4, 1)) * SquareLat;
+        lat0_ =
+            LenientNumber(code.substr(0, 2)) * BandMinutes + LenientNumber(code.substr(4, 1)) * SquareLat;
         lon0_ = LenientNumber(code.substr(2, 2)) * 60 + 6000 + LenientNumber(code.substr(5, 1)) * SquareLon;
         inWindow_ = lat0_ + SquareLat > window_.South && lat0_ < window_.North && lon0_ < window_.East &&
                     lon0_ + SquareLon > window_.West;

@@ -30,7 +30,9 @@ std::filesystem::path RacePath(const std::filesystem::path& appPath, const std::
     return FindBelow(appPath, "raceadmin/" + name);
 }
 
-double Finite(double value) { return std::isfinite(value) ? value : 0.0; }
+double Finite(double value) {
+    return std::isfinite(value) ? value : 0.0;
+}
 
 /// Takes lines into a race, one by one.
 class LineReader {
@@ -282,10 +284,12 @@ class LineWriter {
         for (int boat = 1; boat <= race_.BoatCount; ++boat)
             lines_.push_back("BN, " + race_.BoatFile[At(boat)] + ", " + race_.BoatName[At(boat)]);
         for (int mark = 1; mark <= race_.MarkCount; ++mark)
-            lines_.push_back("MK, " + race_.MarkLat[At(mark)].Text() + ", " + race_.MarkLon[At(mark)].Text());
+            lines_.push_back("MK, " + race_.MarkLat[At(mark)].Text() + ", " +
+                             race_.MarkLon[At(mark)].Text());
         for (int line = 1; line <= race_.LineCount; ++line)
-            lines_.push_back("LN, " + race_.LineLat1[At(line)].Text() + ", " + race_.LineLon1[At(line)].Text() +
-                             ", " + race_.LineLat2[At(line)].Text() + ", " + race_.LineLon2[At(line)].Text());
+            lines_.push_back("LN, " + race_.LineLat1[At(line)].Text() + ", " +
+                             race_.LineLon1[At(line)].Text() + ", " + race_.LineLat2[At(line)].Text() +
+                             ", " + race_.LineLon2[At(line)].Text());
         if (race_.CourseCount == 0) return;
         std::string course = "CRS";
         for (int entry = 1; entry <= race_.CourseCount; ++entry)
@@ -297,7 +301,8 @@ class LineWriter {
     std::vector<std::string> lines_;
 };
 
-/// The bytes that a file holds for each of its lines, by the line's text: a line that has not changed keeps them.
+/// The bytes that a file holds for each of its lines, by the line's text: a line that has not changed keeps
+/// them.
 std::unordered_map<std::string, std::string> BytesByLine(const std::string& bytes, TextEncoding encoding) {
     std::unordered_map<std::string, std::string> known;
     if (encoding != TextEncoding::ShiftJis) return known;

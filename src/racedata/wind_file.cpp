@@ -61,8 +61,8 @@ std::error_code SaveWindFile(const std::filesystem::path& appPath, const RaceCon
     for (int i = 1; i <= wind.WindCount; ++i) {
         const auto sample = static_cast<std::size_t>(i);
         const auto& speed = wind.WindSpeeds[sample];
-        text += DateTimeText(start + wind.WindTimes[sample]) + "," + (speed ? NumberText(*speed) : "") + "," +
-                NumberText(wind.WindDirections[sample]) + "\r\n";
+        text += DateTimeText(start + wind.WindTimes[sample]) + "," + (speed ? NumberText(*speed) : "") +
+                "," + NumberText(wind.WindDirections[sample]) + "\r\n";
     }
     return WriteFileAtomically(WindPath(appPath, race), text);
 }

@@ -121,7 +121,7 @@ TEST_F(RaceSessionTest, SignalsCountDownAndTheGunFiresOnce) {
 TEST_F(RaceSessionTest, FinishersAreListedAndTheFilmWrapsAtItsEnd) {
     ASSERT_TRUE(Open());
     EXPECT_NEAR(app->passes.MarkPassTime[1][1], 100, 1);
-    FrameAt(99);
+    FrameAt(95);
     EXPECT_FALSE(Form().Position.Visible());
     FrameAt(102);
     EXPECT_TRUE(Form().Position.Visible());

@@ -50,7 +50,10 @@ QWidget& Face(const Control& control) {
 
 QWidget& Named(std::string_view name) {
     const QString wanted = ToQt(name);
-    for (QWidget* window : QApplication::topLevelWidgets()) {
+    // A modal form comes first: its controls may bear names that the form behind it knows too.
+    QWidgetList windows = QApplication::topLevelWidgets();
+    if (QWidget* modal = QApplication::activeModalWidget()) windows.prepend(modal);
+    for (QWidget* window : windows) {
         if (!window->isVisible()) continue;
         if (window->objectName() == wanted) return *window;
         if (auto* found = window->findChild<QWidget*>(wanted)) return *found;
