@@ -21,7 +21,7 @@ trap finish EXIT
 trap 'exit 130' INT TERM
 
 mkfifo "$scratch/display"
-Xvfb -displayfd 3 -screen 0 1280x1024x24 -nolisten tcp 3>"$scratch/display" 2>"$scratch/server.log" &
+Xvfb -displayfd 3 -screen 0 1280x1024x24 -nolisten tcp -noreset 3>"$scratch/display" 2>"$scratch/server.log" &
 server=$!
 if ! read -r -t 30 number <"$scratch/display"; then
     echo "keelview: the virtual display did not start:" >&2

@@ -72,7 +72,7 @@ class Shot:
 class VirtualDisplay:
     def __enter__(self):
         reader, writer = os.pipe()
-        command = ["Xvfb", "-displayfd", str(writer), "-screen", "0", f"{WIDTH}x{HEIGHT}x24", "-nolisten", "tcp"]
+        command = ["Xvfb", "-displayfd", str(writer), "-screen", "0", f"{WIDTH}x{HEIGHT}x24", "-nolisten", "tcp", "-noreset"]
         self.server = subprocess.Popen(
             command, pass_fds=[writer], stdin=subprocess.DEVNULL, stderr=subprocess.DEVNULL, start_new_session=True
         )
