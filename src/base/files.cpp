@@ -179,7 +179,8 @@ std::error_code WriteFileAtomically(const fs::path& path, std::string_view bytes
     const fs::path target = fs::is_symlink(path, error) ? fs::weakly_canonical(path, error) : path;
     if (error && error != std::errc::no_such_file_or_directory) return error;
     mode_t mode = 0;
-    if ((error = CheckTarget(target, mode))) return error;
+    error = CheckTarget(target, mode);
+    if (error) return error;
 
     std::string aside = (target.parent_path() / ".write-XXXXXX").string();
     Descriptor file(::mkostemp(aside.data(), O_CLOEXEC));

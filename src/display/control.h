@@ -138,6 +138,9 @@ class Sprite : public Canvas {
     ~Sprite() override;
     void Move(double left, double top);         ///< pixels of the surface's drawing area
     void SetSize(double width, double height);  ///< clears the image to BackColor
+    /// Pixels in this colour let the surface through, so that what lies close together hides no more than
+    /// its own shape.
+    void SetClearColor(Colour colour);
     double Left() const;
     double Top() const;
     double Width() const;

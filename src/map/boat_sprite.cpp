@@ -146,6 +146,7 @@ double DrawBoatSprite(AppState& app, RaceDisp& form, int boat, int point, double
     Sprite& sprite = form.Boat[boat - 1];
     const Colour colour = app.display.BoatColour[static_cast<std::size_t>(boat)];
     sprite.BackColor = app.display.SeaColour;
+    sprite.SetClearColor(app.display.SeaColour);  // boats at a crowded line stay whole
     sprite.SetSize(side, side);
     sprite.Cls();
     if (form.Maru[boat - 1].Value() || app.display.HoverBoat == boat - 1)

@@ -141,6 +141,11 @@ void Sprite::SetSize(double width, double height) {
     place_->Follow();
 }
 
+void Sprite::SetClearColor(Colour colour) {
+    place_->Item.Clear = colour;
+    place_->Follow();
+}
+
 double Sprite::Left() const {
     return place_->Item.Left;
 }

@@ -17,6 +17,16 @@ namespace {
 // Told to the board by itself when there is something to show.
 const QEvent::Type ShowChanges = static_cast<QEvent::Type>(QEvent::registerEventType());
 
+/// The image with all pixels of one colour taken out.
+QImage WithoutColour(const QImage& image, QRgb colour) {
+    QImage cut = image.convertToFormat(QImage::Format_ARGB32_Premultiplied);
+    for (int y = 0; y < cut.height(); ++y) {
+        auto* row = reinterpret_cast<QRgb*>(cut.scanLine(y));
+        std::replace(row, row + cut.width(), colour, QRgb{0});
+    }
+    return cut;
+}
+
 }  // namespace
 
 QRectF SpriteItem::Rect() const {
@@ -123,7 +133,8 @@ void SurfaceBoard::PaintSprite(QPainter& painter, const SpriteItem& sprite, cons
     const QRectF rect = sprite.Rect();
     const QRectF part = rect & QRectF(shown);
     if (part.isEmpty()) return;
-    const QImage& image = sprite.Image->Image;
+    const QImage image =
+        sprite.Clear ? WithoutColour(sprite.Image->Image, ToQt(*sprite.Clear).rgb()) : sprite.Image->Image;
     const double ratio = sprite.Image->Ratio;
     if (ratio == image_->Ratio) {
         painter.drawImage(rect.topLeft(), image);

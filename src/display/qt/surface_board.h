@@ -4,6 +4,7 @@
 #include <QRectF>
 #include <QWidget>
 #include <functional>
+#include <optional>
 #include <vector>
 
 #include "display/control.h"
@@ -19,6 +20,7 @@ struct SpriteItem {
     double Width = 0.0;
     double Height = 0.0;
     bool Visible = true;
+    std::optional<Colour> Clear;  ///< pixels in this colour are not painted
     const std::function<void(const MouseEvent&)>* OnMouseMove = nullptr;
 
     QRectF Rect() const;  ///< where it is painted, on whole pixels
