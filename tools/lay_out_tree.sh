@@ -50,16 +50,20 @@ checksums() {
     done < <(sha256sum --zero -- "$@")
 }
 
-# put FILE PLACE : the file appears at its place whole or not at all, even if the old one is running.
+# put FOLDER FILE... : the files appear in the folder, each whole or not at all, even where an old one is running.
 put() {
-    cp "$1" "$2.new~"
-    mv -f "$2.new~" "$2"
+    local folder=$1
+    shift
+    mkdir -p "$folder" "$tree/.new~"
+    cp -t "$tree/.new~" -- "$@"
+    mv -f -t "$folder" -- "${@/#*\//"$tree/.new~/"}"
+    rm -rf "$tree/.new~"
 }
 
 lay_out_programs() {
     local program
     for program in keelview keelview-report; do
-        cmp -s "$build/$program" "$tree/$program" || put "$build/$program" "$tree/$program"
+        cmp -s "$build/$program" "$tree/$program" || put "$tree" "$build/$program"
     done
 }
 
@@ -75,14 +79,14 @@ write_manifest() {
     local place
     for place in "${!laid_out[@]}"; do
         printf '%s %s\n' "${laid_out[$place]}" "$place"
-    done | sort -k 2 >"$scratch/laid-out"
-    put "$scratch/laid-out" "$tree/.laid-out"
+    done | sort -k 2 >"$scratch/.laid-out"
+    put "$tree" "$scratch/.laid-out"
 }
 
 lay_out_data() {
-    local place target wanted found
-    local present=()
-    local -A wanted_sums=() present_sums=()
+    local place target wanted found folder
+    local present=() files=()
+    local -A wanted_sums=() present_sums=() renewed=() folders=()
     for place in "${!source_of[@]}"; do
         [ ! -f "$tree/$place" ] || present+=("$tree/$place")
     done
@@ -96,10 +100,17 @@ lay_out_data() {
             continue
         fi
         if [ "$found" != "$wanted" ]; then
-            mkdir -p "${target%/*}"
-            put "${source_of[$place]}" "$target"
+            renewed["${source_of[$place]}"]=${target%/*}
+            folders["${target%/*}"]=1
         fi
         laid_out["$place"]=$wanted
+    done
+    for folder in "${!folders[@]}"; do
+        files=()
+        for place in "${!renewed[@]}"; do
+            [ "${renewed[$place]}" != "$folder" ] || files+=("$place")
+        done
+        put "$folder" "${files[@]}"
     done
 }
 

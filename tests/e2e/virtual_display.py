@@ -23,6 +23,17 @@ def wait_until(condition, seconds, what):
         time.sleep(0.1)
 
 
+def read_line(reader, seconds):
+    """The line that comes out of a pipe, without its end. The server writes the number and the line's end apart, and
+    gives up if nobody reads the second."""
+    line = b""
+    while not line.endswith(b"\n") and select.select([reader], [], [], seconds)[0]:
+        if not (piece := os.read(reader, 16)):
+            break
+        line += piece
+    return line.strip()
+
+
 def end_process(process):
     """Ends a process that leads its own session, with all that it started."""
     for kind in (signal.SIGTERM, signal.SIGKILL):
@@ -79,8 +90,7 @@ class VirtualDisplay:
         self.programs = []
         os.close(writer)
         try:
-            ready, _, _ = select.select([reader], [], [], 30)
-            number = os.read(reader, 16).strip() if ready else b""
+            number = read_line(reader, 30)
             if not number:
                 raise AssertionError("the virtual display did not start")
         except BaseException:
