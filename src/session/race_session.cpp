@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cmath>
 
+#include "analysis/race_numbers.h"
 #include "base/bilingual.h"
 #include "base/dates.h"
 #include "base/files.h"
@@ -17,10 +18,8 @@ namespace keelview {
 
 namespace {
 
-constexpr int HomeTimeDiff = 9;       // hours, where a race does not say
 constexpr double LeadSeconds = 20.0;  // before the pre-start, where the film begins
 constexpr double RangeLead = 30.0;    // before the pre-start, where the replay range begins
-constexpr int SpanMargin = 60;        // seconds that the graphs reach past pre-start and race
 constexpr double ProgressBarWidth = 333.0;
 
 }  // namespace
@@ -92,9 +91,9 @@ bool RaceSession::ReadRaceData() {
     } else {
         ReadSingleTrack();
     }
-    if (app_.race.TimeDiff == 0) app_.race.TimeDiff = HomeTimeDiff;
+    SettleTimeDiff(app_.race);
     if (!ReadTracks()) return false;
-    ReadWind();
+    LoadRaceWind(app_.settings.AppPath, app_.race, app_.wind);
     DeriveTracks(app_.race, app_.scale, app_.tracks);
     app_.display.SpeedBarScale = SpeedBarScale(app_.tracks.TypicalSpeed);
     return true;
@@ -150,8 +149,7 @@ bool RaceSession::ReadTracks() {
              "GPSファイルがありません。(" + missing.string() + ")　ファイル名を正確に！！");
         return false;
     }
-    const auto& counts = app_.tracks.TrackPointCount;
-    if (std::ranges::all_of(counts, [](int count) { return count == 0; })) {
+    if (!HasAnyFix(app_.race, app_.tracks)) {
         Tell("No boat of this race has a GPS position in its period.",
              "このレースの期間内にGPS位置データを持つ艇がありません。");
         return false;
@@ -165,18 +163,10 @@ bool RaceSession::ReadTracks() {
         app_.race.DataFromTime = start;
         app_.race.DataToTime = finish;
     }
-    app_.race.ReplaySpan =
-        app_.race.RaceDuration + static_cast<int>(app_.race.PreStartSeconds) + SpanMargin;
+    SettleReplaySpan(app_.race);
     app_.clock.ReplayRangeStart = -app_.race.PreStartSeconds - RangeLead;
     app_.clock.ReplayRangeEnd = app_.race.RaceDuration;
     return true;
-}
-
-void RaceSession::ReadWind() {
-    if (WindFileExists(app_.settings.AppPath, app_.race))
-        LoadWindFile(app_.settings.AppPath, app_.race, app_.wind);
-    else
-        app_.race.WindFileName.clear();
 }
 
 void RaceSession::ComposeTitle() {
@@ -268,10 +258,7 @@ void RaceSession::ShowOrientation() {
 }
 
 void RaceSession::FindFinishes() {
-    app_.clock.LastFixTime = 0;
-    for (int boat = 1; boat <= app_.race.BoatCount; ++boat)
-        app_.clock.LastFixTime = std::max<double>(
-            app_.clock.LastFixTime, app_.tracks.TrackTime[static_cast<std::size_t>(boat)].back());
+    app_.clock.LastFixTime = LatestFixTime(app_.race, app_.tracks);
     app_.passes = {};
     app_.passes.FirstPassTime.fill(NobodyPassed);
     if (app_.race.CourseCount > 0) FindMarkPassTimes(app_.race, app_.tracks, app_.scale, app_.passes);

@@ -46,7 +46,6 @@ class RaceSession {
     bool ReadControlFile();
     void ReadSingleTrack();
     bool ReadTracks();
-    void ReadWind();
     void ComposeTitle();
     void ResetDisplay();
     void ShowModeControls();
