@@ -153,24 +153,28 @@ bool Matches(std::string_view name, std::string_view pattern) {
 }  // namespace
 
 std::optional<std::string> ReadWholeFile(const fs::path& path, std::uintmax_t limit) {
+    std::string bytes;
+    if (!ReadWholeFile(path, limit, bytes)) return std::nullopt;
+    return bytes;
+}
+
+bool ReadWholeFile(const fs::path& path, std::uintmax_t limit, std::string& bytes) {
     const Descriptor file = OpenToRead(path);
     struct stat status {};
-    if (!file.IsOpen() || ::fstat(file.Number(), &status) != 0 || !S_ISREG(status.st_mode)) {
-        return std::nullopt;
-    }
+    if (!file.IsOpen() || ::fstat(file.Number(), &status) != 0 || !S_ISREG(status.st_mode)) return false;
     const auto expected = static_cast<std::uintmax_t>(status.st_size);
-    if (expected > limit) return std::nullopt;
-    std::string bytes(static_cast<std::size_t>(expected), '\0');
+    if (expected > limit) return false;
+    bytes.resize(static_cast<std::size_t>(expected));
     std::size_t filled = 0;
     while (filled < bytes.size()) {
         const ssize_t count = ::read(file.Number(), bytes.data() + filled, bytes.size() - filled);
         if (count < 0 && errno == EINTR) continue;
-        if (count < 0) return std::nullopt;
+        if (count < 0) return false;
         if (count == 0) break;  // cut short by someone else meanwhile
         filled += static_cast<std::size_t>(count);
     }
     bytes.resize(filled);
-    return bytes;
+    return true;
 }
 
 std::error_code WriteFileAtomically(const fs::path& path, std::string_view bytes) {

@@ -15,6 +15,10 @@ namespace keelview {
 std::optional<std::string> ReadWholeFile(const std::filesystem::path& path,
                                          std::uintmax_t limit = std::uintmax_t{1} << 31);
 
+/// The same into a buffer of the caller, for one file after another; false where the other gives nothing,
+/// and the buffer then holds anything.
+bool ReadWholeFile(const std::filesystem::path& path, std::uintmax_t limit, std::string& bytes);
+
 /// Replaces a file as a whole: writes aside in the same folder, flushes to the disc, renames. On failure
 /// the old file stands untouched, nothing is left beside it, and the error says why. Permissions of an old
 /// file are kept, and a file that may not be written is not replaced.

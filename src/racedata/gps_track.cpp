@@ -36,7 +36,8 @@ class TrackLoader {
           finish_(ParseDateTime(race.FinishTimeText)) {}
 
     void LoadTrackFile(std::string_view bytes, int boat) {
-        points_.clear();
+        for (auto* values : {&lat_, &lon_}) values->assign(1, 0.0);
+        time_.assign(1, 0);
         lastKept_.reset();
         std::optional<CivilTime> lastParsed;
         TrackLineReader reader;
@@ -54,12 +55,6 @@ class TrackLoader {
     }
 
   private:
-    struct Point {
-        double Lat = 0.0;
-        double Lon = 0.0;
-        std::int32_t Time = 0;
-    };
-
     /// A race without a start has it four minutes after the first fix, and its finish open.
     void SettleStart(CivilTime time) {
         if (!tracks_.FirstGpsTime) tracks_.FirstGpsTime = time;
@@ -80,28 +75,18 @@ class TrackLoader {
     }
 
     void Keep(const TrackFix& fix, CivilTime time) {
-        points_.push_back({fix.Lat, fix.Lon, static_cast<std::int32_t>(time - *start_)});
+        lat_.push_back(fix.Lat);
+        lon_.push_back(fix.Lon);
+        time_.push_back(static_cast<std::int32_t>(time - *start_));
         lastKept_ = time;
     }
 
-    /// Arrays of just the size of the track; those of DeriveTracks stay 0 until it runs.
+    /// Copies are of just the size of the track.
     void StorePoints(std::size_t boat) {
-        const std::size_t size = points_.size() + 1;
-        for (auto* derived : {&tracks_.TrackDist, &tracks_.TrackSpeed, &tracks_.TrackCourse}) {
-            (*derived)[boat] = Tracks::Doubles(size);
-        }
-        Tracks::Doubles lat(size);
-        Tracks::Doubles lon(size);
-        std::vector<std::int32_t> time(size);
-        for (std::size_t point = 1; point < size; ++point) {
-            lat[point] = points_[point - 1].Lat;
-            lon[point] = points_[point - 1].Lon;
-            time[point] = points_[point - 1].Time;
-        }
-        tracks_.TrackLat[boat] = std::move(lat);
-        tracks_.TrackLon[boat] = std::move(lon);
-        tracks_.TrackTime[boat] = std::move(time);
-        tracks_.TrackPointCount.at(boat) = static_cast<int>(points_.size());
+        tracks_.TrackLat[boat] = Tracks::Doubles(lat_.begin(), lat_.end());
+        tracks_.TrackLon[boat] = Tracks::Doubles(lon_.begin(), lon_.end());
+        tracks_.TrackTime[boat] = std::vector<std::int32_t>(time_.begin(), time_.end());
+        tracks_.TrackPointCount.at(boat) = static_cast<int>(time_.size()) - 1;
     }
 
     /// A finish that is still open is the last moment of this file.
@@ -118,7 +103,10 @@ class TrackLoader {
     std::optional<CivilTime> start_;
     std::optional<CivilTime> finish_;
     std::optional<CivilTime> lastKept_;
-    std::vector<Point> points_;  // of the present file; kept between files to spare allocations
+    // The points of the present file; kept between files to spare allocations.
+    Tracks::Doubles lat_;
+    Tracks::Doubles lon_;
+    std::vector<std::int32_t> time_;
 };
 
 void AllocateTracks(int boatCount, Tracks& tracks) {
@@ -163,6 +151,7 @@ std::filesystem::path LoadAllTracks(const std::filesystem::path& appPath, RaceCo
     area = TrackArea{};
     SettleHomeView(area, scale);
     TrackLoader loader(race, tracks);
+    std::string bytes;
     for (int boat = 1; boat <= boatCount; ++boat) {
         const auto at = static_cast<std::size_t>(boat);
         const std::string& boatFile = race.BoatFile.at(at);
@@ -171,8 +160,8 @@ std::filesystem::path LoadAllTracks(const std::filesystem::path& appPath, RaceCo
         if (!size) return path;
         if (progress) progress(boat);
         if (*size < SmallestFile) continue;
-        const bool isTrack = HasTrackExtension(boatFile);
-        loader.LoadTrackFile(isTrack ? ReadWholeFile(path, LargestFile).value_or("") : "", boat);
+        if (!HasTrackExtension(boatFile) || !ReadWholeFile(path, LargestFile, bytes)) bytes.clear();
+        loader.LoadTrackFile(bytes, boat);
         WidenArea(tracks.TrackLat[at], tracks.TrackLon[at], area);
         SettleHomeView(area, scale);
     }

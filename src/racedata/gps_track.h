@@ -23,7 +23,7 @@ struct EarthScale {
 
 /// The tracks of all boats, by boat (1 to BoatCount) and point (1 to TrackPointCount). Index 0 exists in
 /// both directions and reads as 0; every per-boat array holds TrackPointCount + 1 elements, and a boat
-/// without points holds the one of index 0.
+/// without points holds the one of index 0. Distance, speed and course do so from DeriveTracks on.
 struct Tracks {
     using Doubles = std::vector<double>;
 

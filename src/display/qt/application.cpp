@@ -81,7 +81,7 @@ Application::Application(int& argc, char** argv) : impl_(std::make_unique<Impl>(
     LinkAssets();
     QApplication::setQuitOnLastWindowClosed(false);
     QApplication::setApplicationName("Keelview");
-    QApplication::setStyle(std::make_unique<TightStyle>().release());
+    QApplication::setStyle(new TightStyle);  // the application takes it over
     QApplication::setPalette(LightPalette());
     QApplication::setFont(UiFont({}, DefaultPoints, false));
     QIcon icon;

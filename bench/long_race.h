@@ -1,0 +1,102 @@
+#pragma once
+
+#include <cmath>
+#include <cstddef>
+#include <cstdint>
+#include <numbers>
+#include <string>
+#include <vector>
+
+#include "base/angles.h"
+#include "racedata/coastline.h"
+#include "racedata/gps_track.h"
+#include "racedata/race_control.h"
+#include "racedata/track_derivation.h"
+#include "racedata/wind_file.h"
+
+namespace keelview::bench {
+
+// The race that all benchmarks speak of: the largest fleet, five and a half hours, a fix a second.
+inline constexpr int Boats = 50;
+inline constexpr int Fixes = 20000;
+inline constexpr int Entries = 20;
+inline constexpr double MiddleLat = 2100;  // minutes of arc
+inline constexpr double MiddleLon = 8400;
+inline constexpr double HalfBeat = 1;       // minutes of arc from the middle to either mark
+inline constexpr double LapSeconds = 1900;  // up and down once; ten laps and a bit
+
+/// Where a boat is at a second: up and down between two marks, each boat a little later and wider than the
+/// one before it, tacking on the way.
+inline Position PlaceAt(int boat, int second) {
+    const double turn = (second - boat * 3) / LapSeconds * 2 * std::numbers::pi;
+    const double tack = 0.2 * std::asin(std::sin(turn * 7)) * std::sin(turn);
+    return {MiddleLat - (HalfBeat + 0.01) * std::cos(turn),
+            MiddleLon + tack + (0.03 + 0.0005 * boat) * std::sin(turn)};
+}
+
+/// A start line below the lower mark, then up and down: L1, MK1, MK2, MK1, and so on.
+inline void SetCourse(RaceControl& race, int entries) {
+    race.MarkCount = 2;
+    race.MarkLat[1] = TextNumber(MiddleLat + HalfBeat);
+    race.MarkLat[2] = TextNumber(MiddleLat - HalfBeat);
+    race.LineCount = 1;
+    race.LineLat1[1] = race.LineLat2[1] = TextNumber(MiddleLat - 0.9 * HalfBeat);
+    race.LineLon1[1] = TextNumber(MiddleLon - 0.1);
+    race.LineLon2[1] = TextNumber(MiddleLon + 0.15);
+    for (const int mark : {1, 2}) race.MarkLon[mark] = TextNumber(MiddleLon);
+    race.CourseCount = entries;
+    race.CourseOrder[1] = "L1";
+    for (int entry = 2; entry <= entries; ++entry) race.CourseOrder[entry] = entry % 2 == 0 ? "MK1" : "MK2";
+}
+
+/// The race of all boats with their course, without a wind file.
+inline RaceControl LongRace() {
+    RaceControl race;
+    race.RaceFileName = "long.txt";
+    race.StartTimeText = "2026/10/03 12:30:00";
+    race.RaceDuration = Fixes;
+    race.ReplaySpan = Fixes + 240;
+    race.WindDirection = 5;
+    race.BoatCount = Boats;
+    for (int boat = 1; boat <= Boats; ++boat) race.BoatName[boat] = "JPN " + std::to_string(4000 + boat);
+    SetCourse(race, Entries);
+    return race;
+}
+
+/// The tracks of all boats, derived.
+inline void SailFleet(const RaceControl& race, Tracks& tracks, TrackArea& area, EarthScale& scale) {
+    tracks = {};
+    for (auto* column :
+         {&tracks.TrackLat, &tracks.TrackLon, &tracks.TrackDist, &tracks.TrackSpeed, &tracks.TrackCourse})
+        column->assign(Boats + 1, Tracks::Doubles(Fixes + 1));
+    tracks.TrackTime.assign(Boats + 1, std::vector<std::int32_t>(Fixes + 1));
+    for (int boat = 1; boat <= Boats; ++boat) {
+        tracks.TrackPointCount[boat] = Fixes;
+        for (int point = 1; point <= Fixes; ++point) {
+            const Position at = PlaceAt(boat, point);
+            tracks.TrackLat[boat][point] = at.Lat;
+            tracks.TrackLon[boat][point] = at.Lon;
+            tracks.TrackTime[boat][point] = point - 60;
+        }
+    }
+    area = {};
+    area.HomeCentreLat = MiddleLat;
+    area.HomeCentreLon = MiddleLon;
+    area.AreaSpan = 2 * HalfBeat + 0.02;
+    scale = ComputeEarthScale(MiddleLat);
+    DeriveTracks(race, scale, tracks);
+}
+
+/// Wind samples over the whole race, from north, to and fro.
+inline void BlowWind(int samples, RaceControl& race, WindData& wind) {
+    race.WindFileName = "long.csv";
+    wind = {};
+    wind.WindCount = samples;
+    for (int i = 1; i <= samples; ++i) {
+        wind.WindTimes.push_back(static_cast<std::int32_t>(std::int64_t{i} * Fixes / samples));
+        wind.WindSpeeds.emplace_back(10 + std::sin(i / 50.0));
+        wind.WindDirections.push_back(WrapDirection(5 + 15 * std::sin(i / 300.0)));
+    }
+}
+
+}  // namespace keelview::bench
