@@ -46,8 +46,12 @@ class TrackLoader {
             if (!fix) continue;
             const CivilTime time = fix->GpsTime + CivilTime{race_.TimeDiff} * 3600;
             lastParsed = time;
-            SettleStart(time);
-            if (IsInside(time) && lastKept_ != time) Keep(*fix, time);
+            const CivilTime start = SettleStart(time);
+            if (!IsInside(time, start) || lastKept_ == time) continue;
+            lat_.push_back(fix->Lat);
+            lon_.push_back(fix->Lon);
+            time_.push_back(static_cast<std::int32_t>(time - start));
+            lastKept_ = time;
         }
         StorePoints(static_cast<std::size_t>(boat));
         if (lastParsed) tracks_.LastGpsTime = lastParsed;
@@ -55,30 +59,27 @@ class TrackLoader {
     }
 
   private:
-    /// A race without a start has it four minutes after the first fix, and its finish open.
-    void SettleStart(CivilTime time) {
-        if (!tracks_.FirstGpsTime) tracks_.FirstGpsTime = time;
-        if (start_) return;
-        start_ = *tracks_.FirstGpsTime + FirstFixToStart;
-        race_.StartTimeText = DateTimeText(*start_);
+    /// The start of the race. A race without one has it four minutes after the first fix, and its finish
+    /// open.
+    CivilTime SettleStart(CivilTime time) {
+        const CivilTime first = tracks_.FirstGpsTime.value_or(time);
+        tracks_.FirstGpsTime = first;
+        if (start_) return *start_;
+        const CivilTime start = first + FirstFixToStart;
+        start_ = start;
+        race_.StartTimeText = DateTimeText(start);
         race_.DataFromTime = tracks_.FirstGpsTime;
         race_.FinishTimeText.clear();
         finish_.reset();
+        return start;
     }
 
     /// The period by whole clock minutes: a fix in the same minute as either limit is inside.
-    bool IsInside(CivilTime time) const {
-        if (std::abs(time - *start_) > FarthestFromStart) return false;
+    bool IsInside(CivilTime time, CivilTime start) const {
+        if (std::abs(time - start) > FarthestFromStart) return false;
         if (!finish_) return true;
         return MinuteBoundaries(race_.DataFromTime.value_or(time), time) >= 0 &&
                MinuteBoundaries(time, race_.DataToTime.value_or(*finish_)) >= 0;
-    }
-
-    void Keep(const TrackFix& fix, CivilTime time) {
-        lat_.push_back(fix.Lat);
-        lon_.push_back(fix.Lon);
-        time_.push_back(static_cast<std::int32_t>(time - *start_));
-        lastKept_ = time;
     }
 
     /// Copies are of just the size of the track.

@@ -81,7 +81,8 @@ Application::Application(int& argc, char** argv) : impl_(std::make_unique<Impl>(
     LinkAssets();
     QApplication::setQuitOnLastWindowClosed(false);
     QApplication::setApplicationName("Keelview");
-    QApplication::setStyle(new TightStyle);  // the application takes it over
+    QApplication::setStyle(new TightStyle);
+    // NOLINTNEXTLINE(clang-analyzer-cplusplus.NewDeleteLeaks): the application has taken the style over
     QApplication::setPalette(LightPalette());
     QApplication::setFont(UiFont({}, DefaultPoints, false));
     QIcon icon;
