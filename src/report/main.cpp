@@ -1,6 +1,7 @@
-// keelview-report TREE RACEFILE [--at SECONDS]...
-// Prints the numbers of a race as one JSON object. TREE is a folder with raceadmin, gpsdat, winddat and
-// coastline, RACEFILE a race control file in raceadmin. Nothing is written to the tree.
+// keelview-report TREE RACEFILE [--at SECONDS]... [--csv time|distance|speed]
+// Prints the numbers of a race as one JSON object, or one table of it as CSV for a spreadsheet. TREE is a
+// folder with raceadmin, gpsdat, winddat and coastline, RACEFILE a race control file in raceadmin. Nothing
+// is written to the tree.
 
 #include <cstdio>
 #include <exception>
@@ -12,6 +13,7 @@
 
 #include "base/files.h"
 #include "base/numbers.h"
+#include "report/leg_report.h"
 #include "report/race_report.h"
 
 namespace keelview {
@@ -19,13 +21,15 @@ namespace keelview {
 namespace {
 
 constexpr int WrongUse = 2;
-constexpr std::string_view Usage = "usage: keelview-report TREE RACEFILE [--at SECONDS]...";
+constexpr std::string_view Usage =
+    "usage: keelview-report TREE RACEFILE [--at SECONDS]... [--csv time|distance|speed]";
 
 struct Request {
     std::filesystem::path Tree;
     std::string RaceFile;
     std::vector<double> At;
-    std::string Fault;  ///< what is wrong with the command line; empty when nothing is
+    std::optional<StatKind> Csv;  ///< the table that is wanted in place of the whole
+    std::string Fault;            ///< what is wrong with the command line; empty when nothing is
 };
 
 Request ReadCommandLine(const std::vector<std::string_view>& arguments) {
@@ -38,6 +42,9 @@ Request ReadCommandLine(const std::vector<std::string_view>& arguments) {
                 ++i < arguments.size() ? StrictNumber(arguments[i]) : std::optional<double>();
             if (!seconds) request.Fault = "--at needs a number of seconds";
             request.At.push_back(seconds.value_or(0));
+        } else if (argument == "--csv") {
+            request.Csv = ++i < arguments.size() ? TableKind(arguments[i]) : std::nullopt;
+            if (!request.Csv) request.Fault = "--csv needs time, distance or speed";
         } else if (argument.starts_with("-")) {
             request.Fault = "unknown option " + std::string(argument);
         } else {
@@ -58,6 +65,11 @@ int Complain(const std::string& fault) {
     return WrongUse;
 }
 
+std::string TextOf(const RaceNumbers& numbers, const Request& request) {
+    if (!request.Csv) return RaceReport(numbers, request.At) + "\n";
+    return LegStatisticsCsv(numbers.race, ComputeLegStatistics(numbers.race, numbers.passes, *request.Csv));
+}
+
 int Run(const std::vector<std::string_view>& arguments) {
     const Request request = ReadCommandLine(arguments);
     if (!request.Fault.empty()) return Complain(request.Fault);
@@ -65,7 +77,7 @@ int Run(const std::vector<std::string_view>& arguments) {
         return Complain("no race file " + request.RaceFile + " in " + request.Tree.string() + "/raceadmin");
     const RaceNumbers numbers = LoadRaceNumbers(request.Tree, request.RaceFile);
     if (!numbers.report.Opened) return Complain("cannot read race file " + request.RaceFile);
-    const std::string text = RaceReport(numbers, request.At) + "\n";
+    const std::string text = TextOf(numbers, request);
     const bool written = std::fwrite(text.data(), 1, text.size(), stdout) == text.size();
     if (std::fflush(stdout) != 0 || !written) return Complain("cannot write the report");
     return 0;

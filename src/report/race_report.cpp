@@ -7,6 +7,7 @@
 #include "analysis/wind_at.h"
 #include "base/angles.h"
 #include "report/json_writer.h"
+#include "report/leg_report.h"
 
 namespace keelview {
 
@@ -182,6 +183,7 @@ std::string RaceReport(const RaceNumbers& numbers, const std::vector<double>& at
     WriteRace(json, numbers.race);
     WriteScale(json, numbers);
     WriteBoats(json, numbers);
+    WriteLegReport(json, numbers);
     WriteSurroundings(json, numbers);
     json.Key("at");
     json.BeginArray();
