@@ -21,15 +21,15 @@ FLOORS = [
     (r"base/", 1),
     (r"racedata/", 2),
     (r"analysis/(mark_rounding|mark_rounding_walk|leg_statistics|wind_at|track_at|race_numbers)\.", 3),
-    (r"map/view\.", 3),
+    (r"map/(view|nearest_entry)\.", 3),
     (r"display/race_disp", 4),
     (r"display/", 3),
-    (r"session/(app_state|save_race)\.", 4),
+    (r"session/(app_state|held_keys|save_race)\.", 4),
     (r"map/(replay_frame|auto_trace)", 6),
     (r"session/replay_clock", 6),
     (r"session/race_session", 7),
-    (r"map/(map_interaction|boat_list)", 8),
-    (r"shell/(control_panel|hints|hint_table)", 8),
+    (r"map/(map_interaction|course_setting|measuring|boat_list)\.", 8),
+    (r"shell/(control_panel|hints|hint_table|time_setting)", 8),
     (r"analysis/(time_bar_mouse|wind_panel_mouse|graph_cursors|wind_entry|data_view)\.", 8),
     (r"map/overview_mouse\.", 8),
     (r"shell/view_switch\.", 8),
@@ -40,7 +40,7 @@ FLOORS = [
 
 # Rooms that build into the library without a window, or into a program without one: never a display header.
 WINDOWLESS = re.compile(
-    r"base/|racedata/|report/|map/view\.|analysis/(mark_rounding|mark_rounding_walk|leg_statistics|wind_at|track_at|race_numbers)\."
+    r"base/|racedata/|report/|map/(view|nearest_entry)\.|analysis/(mark_rounding|mark_rounding_walk|leg_statistics|wind_at|track_at|race_numbers)\."
 )
 TOOLKIT_ROOM = "display/qt/"
 TOOLKIT_HEADER = re.compile(r"Q[A-Z]\w*|Qt\w*/.*|q[a-z]\w*\.h|private/q\w+\.h")

@@ -27,8 +27,7 @@ void DataView::PicTime_MouseDown(const MouseEvent& event) {
 }
 
 void DataView::PicTime_MouseMove(const MouseEvent& event) {
-    form_.Picture8.SetTop(RaceDisp::PanelTop);
-    form_.Picture7.Show();
+    form_.LowerBoatList();
     if (dragY_ <= 0) return;
     const double lowest = form_.MapSide() - tables_.StatPageHeight() + 5;
     form_.PicTime.SetTop(std::max(std::min(form_.PicTime.Top() + event.Y - dragY_, 5.0), lowest));

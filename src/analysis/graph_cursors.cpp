@@ -27,8 +27,7 @@ GraphCursors::GraphCursors(AppState& app, RaceDisp& form, const BoatGraphs& grap
 
 void GraphCursors::GPIC_MouseMove(const MouseEvent& event) {
     if (app_.display.GraphTimeScale == 0) return;
-    form_.Picture8.SetTop(RaceDisp::PanelTop);
-    form_.Picture7.Show();
+    form_.LowerBoatList();
     if (!form_.Option7.Value() && !entry_.WindEntryMode()) form_.Timer1.SetEnabled(true);
     if (event.X < CompassLeft || event.X > CursorRight) {
         HideCursors();

@@ -237,7 +237,7 @@ void FillGaps(BoatSearch& search, const Course& course, PassTimes& times) {
 }
 
 void FindFirstPasses(const RaceControl& race, const Course& course, MarkPasses& passes) {
-    passes.FirstPassTime.fill(NobodyPassed);
+    passes.FirstPassTime = MarkPasses::Nobody();
     for (int c = 1; c <= course.Count; ++c) {
         const int before = c > 1 ? passes.FirstPassTime[c - 1] : 0;
         for (int boat = 1; boat <= race.BoatCount; ++boat) {

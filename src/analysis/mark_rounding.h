@@ -14,12 +14,20 @@ inline constexpr int NobodyPassed = 1000000;
 /// When each boat (1 to BoatCount) reached each course entry (1 to CourseCount).
 struct MarkPasses {
     template <class T>
-    using ByBoatAndEntry = std::array<std::array<T, MaxCourseEntries + 1>, MaxBoats + 1>;
+    using ByEntry = std::array<T, MaxCourseEntries + 1>;
+    template <class T>
+    using ByBoatAndEntry = std::array<ByEntry<T>, MaxBoats + 1>;
 
-    ByBoatAndEntry<int> MarkPassTime{};                     ///< seconds from the start; 0 when not found
-    std::array<int, MaxCourseEntries + 1> FirstPassTime{};  ///< earliest of all boats, or NobodyPassed
-    ByBoatAndEntry<double> MarkPassDist{};                  ///< nautical miles sailed from the start
-    bool StatsReady = false;                                ///< MarkPassDist and the tables are up to date
+    static constexpr ByEntry<int> Nobody() {
+        ByEntry<int> times{};
+        times.fill(NobodyPassed);
+        return times;
+    }
+
+    ByBoatAndEntry<int> MarkPassTime{};     ///< seconds from the start; 0 when not found
+    ByEntry<int> FirstPassTime = Nobody();  ///< earliest of all boats, or NobodyPassed
+    ByBoatAndEntry<double> MarkPassDist{};  ///< nautical miles sailed from the start
+    bool StatsReady = false;                ///< MarkPassDist and the tables are up to date
 };
 
 /// Works out from the tracks alone when each boat reached each entry of the course, second by second: a

@@ -12,6 +12,7 @@
 #include "base/dates.h"
 #include "base/numbers.h"
 #include "display/hint_box.h"
+#include "session/held_keys.h"
 
 namespace keelview {
 
@@ -46,7 +47,7 @@ TimeBarMouse::TimeBarMouse(AppState& app, RaceDisp& form, Chart& chart, ReplayFr
 
 void TimeBarMouse::PicTimeBar_MouseDown(const MouseEvent& event) {
     if (app_.display.GraphTimeScale == 0) return;
-    if (!ShiftHeld(event)) {
+    if (!ShiftHeld(app_.display, event)) {
         JumpTo(TimeUnder(event.Y));
     } else {
         timeBar_.WipeRange();
@@ -61,8 +62,8 @@ void TimeBarMouse::PicTimeBar_MouseDown(const MouseEvent& event) {
 
 void TimeBarMouse::PicTimeBar_MouseMove(const MouseEvent& event) {
     if (app_.display.GraphTimeScale == 0) return;
-    if (BoatListRaised()) {
-        LowerBoatList();
+    if (form_.PanelRaised()) {
+        form_.LowerBoatList();
         return;
     }
     const int time = TimeUnder(event.Y);
@@ -87,14 +88,6 @@ void TimeBarMouse::PicTimeBar_MouseUp(const MouseEvent& event) {
         LimitRange(fromY, event.Y);
     }
     ReplayFromRangeStart();
-}
-
-bool TimeBarMouse::ShiftHeld(const MouseEvent& event) const {
-    return app_.display.HeldKey == ShiftKey || event.Shift;
-}
-
-bool TimeBarMouse::BoatListRaised() const {
-    return LowerBoatList && (form_.Picture8.Top() != RaceDisp::PanelTop || !form_.Picture7.Visible());
 }
 
 int TimeBarMouse::TimeUnder(double y) const {

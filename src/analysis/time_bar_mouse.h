@@ -1,7 +1,5 @@
 #pragma once
 
-#include <functional>
-
 #include "analysis/time_bar.h"
 #include "display/race_disp.h"
 #include "map/chart.h"
@@ -19,15 +17,10 @@ class TimeBarMouse {
     TimeBarMouse(AppState& app, RaceDisp& form, Chart& chart, ReplayFrame& frame, Overview& overview,
                  TimeBar& timeBar);
 
-    /// Puts the boat list back to its place at rest; set by the session, may stay empty.
-    std::function<void()> LowerBoatList;
-
   private:
     void PicTimeBar_MouseDown(const MouseEvent& event);
     void PicTimeBar_MouseMove(const MouseEvent& event);
     void PicTimeBar_MouseUp(const MouseEvent& event);
-    bool ShiftHeld(const MouseEvent& event) const;
-    bool BoatListRaised() const;
     int TimeUnder(double y) const;
     void LiftRange();
     void JumpTo(double time);

@@ -27,6 +27,13 @@ class RaceDisp : public Form {
     double PanelLeft() const { return panelLeft_; }
     /// Top of the boat list while the pointer is on it.
     double PanelRaisedTop() const { return panelRaisedTop_; }
+    /// Raises the boat list, so that a large fleet shows all its rows. The control panel hides as long as
+    /// the list reaches into its place.
+    void RaiseBoatList();
+    /// Puts the boat list and the control panel back to their places at rest.
+    void LowerBoatList();
+    /// The pointer has raised the boat list, also where it found room enough and did not move.
+    bool PanelRaised() const { return panelRaised_; }
     /// Top of the boat list at rest.
     static constexpr double PanelTop = 178.0;
     /// Height of one row of the boat list.
@@ -41,9 +48,9 @@ class RaceDisp : public Form {
     Surface GPIC;        // the boat graphs, in the place of the map
     Surface Picture1;    // the map
     Surface PicTimeBar;  // the vertical time bar
-    Panel Picture7;      // control panel
     Panel Picture5;      // top panel of the right-hand column
     Surface Picture8;    // boat list
+    Panel Picture7;      // control panel, over the end of a long boat list at rest
     Surface Picture3;    // load progress, leg chart
     Surface Picture13;   // hidden composition of the screen capture
     Timer Timer1;        // replay tick
@@ -173,6 +180,7 @@ class RaceDisp : public Form {
     double mapSide_ = 0.0;
     double panelLeft_ = 0.0;
     double panelRaisedTop_ = PanelTop;
+    bool panelRaised_ = false;
 };
 
 /// The address of the maker's web page, shown in Label1 and opened by it.

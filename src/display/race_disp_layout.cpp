@@ -29,6 +29,7 @@ void RaceDisp::LayoutPanels(const Settings& settings, int boatCount) {
     Picture8.Move(panelLeft_, PanelTop, ColumnWidth, listHeight);
     Picture7.Move(panelLeft_, side + Margin - ControlPanelRise, ColumnWidth, ControlPanelHeight);
     panelRaisedTop_ = PanelTop + listHeight > side - PanelTop ? 0.0 : PanelTop;
+    LowerBoatList();
 
     LayoutMap();
     LayoutTopPanel(settings.UseEnglish);
@@ -38,6 +39,18 @@ void RaceDisp::LayoutPanels(const Settings& settings, int boatCount) {
         IsFile(FindBelow(settings.AppPath, settings.UseEnglish ? "help-e/index.html" : "help/index.html")));
     Picture12.Hide();
     Position.Hide();
+}
+
+void RaceDisp::RaiseBoatList() {
+    panelRaised_ = true;
+    Picture8.SetTop(panelRaisedTop_);
+    Picture7.SetVisible(Picture8.Top() + Picture8.Height() <= Picture7.Top());
+}
+
+void RaceDisp::LowerBoatList() {
+    panelRaised_ = false;
+    Picture8.SetTop(PanelTop);
+    Picture7.Show();
 }
 
 void RaceDisp::PlaceSignals() {

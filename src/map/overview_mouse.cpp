@@ -7,6 +7,7 @@
 #include "base/bilingual.h"
 #include "base/numbers.h"
 #include "display/hint_box.h"
+#include "session/replay_clock.h"
 
 namespace keelview {
 
@@ -60,12 +61,12 @@ void OverviewMouse::TurnWind(const MouseEvent& event) {
 }
 
 void OverviewMouse::Picture6_MouseMove() {
-    if (!form_.Option7.Value() && app_.display.ViewMode != ViewKind::Data) form_.Timer1.SetEnabled(true);
+    ResumeFilm(app_, form_);
     if (app_.display.HintsOn && !form_.Check5.Value())
         ShowOverviewHint();
     else
         form_.Text7.Hide();
-    if (LowerBoatList) LowerBoatList();
+    form_.LowerBoatList();
 }
 
 void OverviewMouse::ShowOverviewHint() {

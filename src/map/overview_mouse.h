@@ -1,7 +1,5 @@
 #pragma once
 
-#include <functional>
-
 #include "display/race_disp.h"
 #include "map/chart.h"
 #include "map/overview.h"
@@ -14,9 +12,6 @@ namespace keelview {
 class OverviewMouse {
   public:
     OverviewMouse(AppState& app, RaceDisp& form, Chart& chart, ReplayFrame& frame, Overview& overview);
-
-    /// Puts the boat list back to its place at rest; set by the session, may stay empty.
-    std::function<void()> LowerBoatList;
 
   private:
     void Picture6_MouseDown(const MouseEvent& event);

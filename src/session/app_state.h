@@ -77,7 +77,8 @@ struct DisplayState {
     bool HintsOn = true;
     int HoverBoat = -1;  ///< row under the pointer in the panel, from 0
     bool PointerOnTimeBar = false;
-    int HeldKey = 0;  ///< key held on the form, 0 when none
+    int HeldKey = 0;           ///< key held on the form, 0 when none
+    bool MeasureMode = false;  ///< the mouse on the map measures range and bearing
     bool WindGraphOn = false;
     bool WindTextArmed = true;    ///< a change of Text3 comes from the person
     double SpeedBarScale = 1.0;   ///< pixels per knot

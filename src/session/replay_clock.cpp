@@ -22,6 +22,10 @@ constexpr int PassClockSeconds = 300;  // how long a rounding is counted up
 
 }  // namespace
 
+void ResumeFilm(const AppState& app, RaceDisp& form) {
+    if (!form.Option7.Value() && app.display.ViewMode != ViewKind::Data) form.Timer1.SetEnabled(true);
+}
+
 ReplayClock::ReplayClock(AppState& app, RaceDisp& form, Services& services, Chart& chart,
                          ReplayFrame& frame)
     : app_(app), form_(form), services_(services), chart_(chart), frame_(frame) {
@@ -72,7 +76,8 @@ void ReplayClock::ReplayTick() {
 void ReplayClock::SkipToBoats() {
     if (app_.display.ViewMode != ViewKind::Map) return;
     const double jump = app_.clock.ReplayStep > 0 ? SkipSeconds : -SkipSeconds;
-    while (!app_.fleet.BoatInView && !form_.Option7.Value() && !form_.Closed()) {
+    // What the person does meanwhile may stop the film, and its timer with it.
+    while (!app_.fleet.BoatInView && !form_.Option7.Value() && form_.Timer1.Enabled() && !form_.Closed()) {
         services_.platform.DeliverEvents();
         app_.clock.ReplayTime += jump;
         frame_.DrawFrame();
@@ -152,6 +157,8 @@ void ReplayClock::HScroll1_Change() {
 void ReplayClock::Play(int direction) {
     form_.Timer1.SetEnabled(true);
     app_.clock.ReplayStep = std::abs(app_.clock.ReplayStep) * direction;
+    // Range and bearing are for a map that stands still; the tick of Check2 stays.
+    if (std::exchange(app_.display.MeasureMode, false)) form_.Line4.SetVisible(false);
     form_.PlaceSignals();
 }
 

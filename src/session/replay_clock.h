@@ -7,6 +7,10 @@
 
 namespace keelview {
 
+/// Lets the film go on that a click on the map left standing, when the pointer comes to a panel; not while
+/// it is stopped, nor behind the data page.
+void ResumeFilm(const AppState& app, RaceDisp& form);
+
 /// The film: three timers move ReplayTime and draw its frames. Timer1 is the tick, Timer3 holds the speed
 /// whatever the machine manages, Timer2 switches auto trace on about two seconds after the display opened.
 class ReplayClock {

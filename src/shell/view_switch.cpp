@@ -1,5 +1,7 @@
 #include "shell/view_switch.h"
 
+#include "session/replay_clock.h"
+
 namespace keelview {
 
 ViewSwitch::ViewSwitch(AppState& app, RaceDisp& form, Chart& chart, BoatGraphs& graphs, LegTables& tables)
@@ -14,7 +16,7 @@ void ViewSwitch::Option9_Click() {
     form_.Picture1.Show();
     form_.GPIC.Hide();
     form_.PicTime.Hide();
-    ResumeFilm();
+    ResumeFilm(app_, form_);
     form_.Check2.SetEnabled(form_.Option7.Value());
 }
 
@@ -24,7 +26,7 @@ void ViewSwitch::Option10_Click() {
     form_.GPIC.Show();
     form_.Picture1.Hide();
     form_.PicTime.Hide();
-    ResumeFilm();
+    ResumeFilm(app_, form_);
     EndMeasuring();
 }
 
@@ -34,10 +36,6 @@ void ViewSwitch::Option11_Click() {
     tables_.ShowLegStatistics();
     form_.Picture1.Hide();
     form_.GPIC.Hide();
-}
-
-void ViewSwitch::ResumeFilm() {
-    if (!form_.Option7.Value()) form_.Timer1.SetEnabled(true);
 }
 
 void ViewSwitch::EndMeasuring() {

@@ -21,7 +21,6 @@ class ViewSwitch {
     void Option9_Click();
     void Option10_Click();
     void Option11_Click();
-    void ResumeFilm();
     void EndMeasuring();
 
     AppState& app_;
