@@ -33,11 +33,14 @@ int FirstFinish(const AppState& app) {
 
 /// A boat's name and speed as the map writes them: "Alpha (5.32)".
 std::string NameAndSpeed(const AppState& app, int boat) {
-    return app.race.BoatName[At(boat)] + " (" +
-           SurfaceNumberText(RoundDecimals(app.fleet.BoatSpeedNow[At(boat)], 2)) + ")";
+    return app.race.BoatName[At(boat)] + " (" + ShownSpeed(app, boat) + ")";
 }
 
 }  // namespace
+
+std::string ShownSpeed(const AppState& app, int boat) {
+    return SurfaceNumberText(RoundDecimals(app.fleet.BoatSpeedNow[At(boat)], 2));
+}
 
 ReplayFrame::ReplayFrame(AppState& app, RaceDisp& form, Services& services, Chart& chart,
                          Instruments& instruments)

@@ -1,11 +1,16 @@
 #pragma once
 
+#include <string>
+
 #include "display/race_disp.h"
 #include "map/chart.h"
 #include "map/instruments.h"
 #include "session/app_state.h"
 
 namespace keelview {
+
+/// The speed of a boat (from 1) at the replay time as the map writes it, with two decimals at most: "5.3".
+std::string ShownSpeed(const AppState& app, int boat);
 
 /// What the viewer sees move: for one moment of the clock the race clock, start signals, gun, finish list,
 /// boats, wakes, names and the boat list.

@@ -7,6 +7,7 @@ inline constexpr int MaxBoats = 50;
 inline constexpr int MaxMarks = 30;
 inline constexpr int MaxLines = 10;
 inline constexpr int MaxCourseEntries = 50;
+inline constexpr int MaxClickedEntries = 30;  // of them, by mouse: as many as the panel has room for
 inline constexpr int MaxCells = 20;
 inline constexpr int MaxAttachments = 50;
 

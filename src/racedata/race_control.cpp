@@ -13,4 +13,8 @@ CourseKey ParseCourseKey(const std::string& key) {
     return {isLine, number >= 1 && number <= limit ? number : 0};
 }
 
+std::string CourseKeyText(const CourseKey& entry) {
+    return (entry.IsLine ? "L" : "MK") + std::to_string(entry.Number);
+}
+
 }  // namespace keelview

@@ -80,4 +80,17 @@ struct CourseKey {
 /// character on, any other a mark by the number from its third character on.
 CourseKey ParseCourseKey(const std::string& key);
 
+/// The way back: "L1" or "MK3".
+std::string CourseKeyText(const CourseKey& entry);
+
+/// There is something to put into an order: more than one mark or line.
+inline bool CourseCanBeSet(const RaceControl& race) {
+    return race.MarkCount + race.LineCount > 1;
+}
+
+/// The course has legs, so that there are tables to show.
+inline bool HasLegs(const RaceControl& race) {
+    return race.CourseCount > 1;
+}
+
 }  // namespace keelview

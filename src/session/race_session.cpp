@@ -64,6 +64,11 @@ bool RaceSession::StartSession() {
 
 bool RaceSession::LoadRace() {
     form_.Timer1.SetEnabled(false);
+    // The other timers must not look at a race that is half read, nor at one that cannot be shown.
+    const bool opening = form_.Timer2.Enabled();
+    const bool watching = form_.Timer3.Enabled();
+    form_.Timer2.SetEnabled(false);
+    form_.Timer3.SetEnabled(false);
     services_.platform.SetBusyPointer(true);
     ResetSeaColours(app_, form_);
     const bool sound = ReadRaceData();
@@ -79,6 +84,8 @@ bool RaceSession::LoadRace() {
         instruments_.windPanel.ShowForRace();
         frame_.ResetFinishList();
         if (OnRaceLoaded) OnRaceLoaded();
+        form_.Timer2.SetEnabled(opening);
+        form_.Timer3.SetEnabled(watching);
     }
     services_.platform.SetBusyPointer(false);
     return sound;
@@ -195,10 +202,10 @@ void RaceSession::ResetDisplay() {
         control->Hide();
     form_.Line4.SetVisible(false);
     form_.Option9.SetValue(true);
-    form_.Option11.SetEnabled(app_.race.CourseCount > 1);
+    form_.Option11.SetEnabled(HasLegs(app_.race));
     form_.Command13.SetEnabled(app_.race.AttachCount > 0);
     // In auto trace the course cannot be set; its check box enables the button again.
-    form_.Command5.SetEnabled(app_.race.MarkCount + app_.race.LineCount > 1 && !form_.Check5.Value());
+    form_.Command5.SetEnabled(CourseCanBeSet(app_.race) && !form_.Check5.Value());
 }
 
 std::vector<std::string> RaceSession::RaceFiles() const {
@@ -235,6 +242,8 @@ void RaceSession::LayOut() {
     app_.view.MapSide = form_.MapSide();
     app_.view.MapWidth = form_.MapSide();
     app_.view.MapHeight = form_.MapSide();
+    // The boats keep their ticks when their race is loaded anew, unless its file names other boats by now.
+    if (form_.Bnam.Count() != std::max(1, app_.race.BoatCount)) RemoveBoatControls(app_, form_);
     if (!app_.display.BoatControlsBuilt) CreateBoatControls(app_, form_);
     app_.fleet = {};
     frame_.ResetCursors(true);
@@ -260,8 +269,14 @@ void RaceSession::ShowOrientation() {
 void RaceSession::FindFinishes() {
     app_.clock.LastFixTime = LatestFixTime(app_.race, app_.tracks);
     app_.passes = {};
-    app_.passes.FirstPassTime.fill(NobodyPassed);
     if (app_.race.CourseCount > 0) FindMarkPassTimes(app_.race, app_.tracks, app_.scale, app_.passes);
+}
+
+void RaceSession::ReloadRace() {
+    if (LoadRace())
+        form_.Picture12.SetVisible(form_.Check5.Value());
+    else
+        form_.Close();
 }
 
 void RaceSession::OpenOtherRace(const std::string& raceFileName) {
@@ -269,13 +284,7 @@ void RaceSession::OpenOtherRace(const std::string& raceFileName) {
     app_.race.RaceFileName = raceFileName;
     app_.race.SingleTrackFile.clear();
     app_.coast = {};
-    if (!LoadRace()) {
-        form_.Close();
-        return;
-    }
-    form_.Picture12.SetVisible(form_.Check5.Value());
-    instruments_.windPanel.UpdateWindPanel();
-    app_.clock.ReplayTime = -app_.race.PreStartSeconds - LeadSeconds;
+    ReloadRace();
 }
 
 void RaceSession::Form_Resize() {

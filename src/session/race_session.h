@@ -30,6 +30,9 @@ class RaceSession {
     /// picture. False as above.
     bool LoadRace();
 
+    /// Loads the open race anew on the same display, which is closed if there is nothing to show.
+    void ReloadRace();
+
     /// Closes the race that is shown and opens another one on the same display.
     void OpenOtherRace(const std::string& raceFileName);
 

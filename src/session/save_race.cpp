@@ -29,6 +29,18 @@ bool SaveRace(AppState& app, Services& services) {
     return false;
 }
 
+bool SaveRaceAs(AppState& app, Services& services, const std::string& name) {
+    const bool hasExtension =
+        name.find(".txt") != std::string::npos || name.find(".TXT") != std::string::npos;
+    const std::string nameBefore =
+        std::exchange(app.race.RaceFileName, hasExtension ? name : name + ".txt");
+    const bool toldBefore = std::exchange(app.display.SaveFailureTold, false);
+    if (SaveRace(app, services)) return true;
+    app.race.RaceFileName = nameBefore;
+    app.display.SaveFailureTold = toldBefore;
+    return false;
+}
+
 void PlayGun(const AppState& app, Services& services) {
     const auto gun = FindBelow(app.settings.AppPath, "gun.wav");
     if (IsFile(gun)) services.platform.PlaySound(gun);

@@ -15,9 +15,9 @@ ControlPanel::ControlPanel(AppState& app, Services& services, RaceSession& sessi
       services_(services),
       session_(session),
       chart_(session.TheChart()) {
-    session_.OnRaceLoaded = [this] { ConnectBoatRows(); };
     form_.Command9.OnClick = [this] { Command9_Click(); };
     form_.Check1.OnClick = [this] { Check1_Click(); };
+    form_.Check3.OnClick = [this] { app_.display.HintsOn = form_.Check3.Value(); };
     form_.Check5.OnClick = [this] { Check5_Click(); };
     form_.Check6.OnClick = [this] { Check6_Click(); };
     form_.Check7.OnClick = [this] { RedrawMap(); };
@@ -25,9 +25,15 @@ ControlPanel::ControlPanel(AppState& app, Services& services, RaceSession& sessi
     form_.HScroll2.OnChange = [this] { HScroll2_Change(); };
     form_.Option2.OnMouseUp = [this](const MouseEvent&) { Option2_MouseUp(); };
     form_.Option3.OnMouseUp = [this](const MouseEvent&) { Option3_MouseUp(); };
+    // By the keyboard too; when a race is loaded the options only say what holds.
+    form_.Option2.OnClick = [this] {
+        if (!app_.race.NorthUp) TurnMap(true);
+    };
+    form_.Option3.OnClick = [this] {
+        if (app_.race.NorthUp) TurnMap(false);
+    };
     form_.btnHATENA.OnClick = [this] { btnHATENA_Click(); };
     form_.Label1.OnClick = [this] { Label1_Click(); };
-    form_.Label5.OnClick = [this] { Label5_Click(); };
     form_.Command1.OnClick = [this] { form_.Close(); };
     const auto cells = form_.ColourCells();
     for (std::size_t cell = 0; cell < cells.size(); ++cell)
@@ -68,7 +74,7 @@ void ControlPanel::Check5_Click() {
         chart_.DrawCourse();
         return;
     }
-    form_.Command5.SetEnabled(app_.race.MarkCount + app_.race.LineCount > 1);
+    form_.Command5.SetEnabled(CourseCanBeSet(app_.race));
     app_.view.ZoomFactor = app_.view.ManualZoom;
     chart_.DrawAll();
 }
@@ -112,37 +118,6 @@ void ControlPanel::btnHATENA_Click() {
 
 void ControlPanel::Label1_Click() {
     OpenDocument(app_, services_, std::string(MakerAddress));
-}
-
-void ControlPanel::Label5_Click() {
-    for (int row = 0; row < app_.race.BoatCount; ++row) form_.Bnam[row].SetValue(true);
-    form_.HScroll2.SetValue(100);
-    if (RedrawView) RedrawView();
-}
-
-void ControlPanel::ConnectBoatRows() {
-    for (int row = 0; row < app_.race.BoatCount; ++row) {
-        form_.Bnam[row].OnMouseUp = [this, row](const MouseEvent& event) {
-            Bnam_MouseUp(row, event.Button);
-        };
-        form_.Maru[row].OnClick = [this] { FocusRingedBoats(); };
-    }
-}
-
-void ControlPanel::Bnam_MouseUp(int row, MouseButton button) {
-    bool anyFocused = false;
-    for (int other = 0; other < app_.race.BoatCount; ++other) {
-        if (button != MouseButton::Left) form_.Bnam[other].SetValue(other == row);
-        anyFocused = anyFocused || form_.Bnam[other].Value();
-    }
-    if (!anyFocused) form_.Bnam[0].SetValue(true);
-    FocusRingedBoats();
-    if (RedrawView) RedrawView();
-}
-
-void ControlPanel::FocusRingedBoats() {
-    for (int row = 0; row < app_.race.BoatCount; ++row)
-        if (form_.Maru[row].Value()) form_.Bnam[row].SetValue(true);
 }
 
 void ControlPanel::Command9_Click() {

@@ -1,7 +1,5 @@
 #pragma once
 
-#include <functional>
-
 #include "display/race_disp.h"
 #include "map/chart.h"
 #include "session/app_state.h"
@@ -14,11 +12,7 @@ class ControlPanel {
   public:
     ControlPanel(AppState& app, Services& services, RaceSession& session);
 
-    /// Draws the view that is shown anew, after a change of the boats in focus.
-    std::function<void()> RedrawView;
-
   private:
-    void ConnectBoatRows();
     void Command9_Click();
     void Check1_Click();
     void Check5_Click();
@@ -31,9 +25,6 @@ class ControlPanel {
     void BCOL_Click(std::size_t cell);
     void btnHATENA_Click();
     void Label1_Click();
-    void Label5_Click();
-    void Bnam_MouseUp(int row, MouseButton button);
-    void FocusRingedBoats();
     void RedrawMap();
 
     AppState& app_;

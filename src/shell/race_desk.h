@@ -8,10 +8,13 @@
 #include "analysis/wind_entry.h"
 #include "analysis/wind_panel_mouse.h"
 #include "display/splash.h"
+#include "map/boat_list.h"
+#include "map/map_interaction.h"
 #include "map/overview_mouse.h"
 #include "session/app_state.h"
 #include "session/race_session.h"
 #include "shell/control_panel.h"
+#include "shell/time_setting.h"
 #include "shell/view_switch.h"
 
 namespace keelview {
@@ -21,6 +24,8 @@ struct RaceDesk {
     RaceDesk(AppState& app, Services& services, Splash& splash)
         : session(app, services, splash),
           panel(app, services, session),
+          timeSetting(app, services, session),
+          mapInteraction(app, session.Display(), services, session.TheChart(), session.TheFrame()),
           timeBarMouse(app, session.Display(), session.TheChart(), session.TheFrame(),
                        session.TheInstruments().overview, session.TheInstruments().timeBar),
           windPanelMouse(app, session.Display(), session.TheInstruments().windPanel),
@@ -29,20 +34,27 @@ struct RaceDesk {
           graphs(app, session.Display()),
           tables(app, session.Display(), services),
           views(app, session.Display(), session.TheChart(), graphs, tables),
+          boatList(app, session.Display(), views),
           dataView(app, session.Display(), tables),
           windEntry(app, session.Display(), services, graphs),
           graphCursors(app, session.Display(), graphs, windEntry) {
-        panel.RedrawView = [this] { views.RedrawView(); };
+        session.OnRaceLoaded = [this] {
+            boatList.ConnectRows();
+            mapInteraction.RaceLoaded();
+        };
     }
 
     RaceSession session;
     ControlPanel panel;
+    TimeSetting timeSetting;
+    MapInteraction mapInteraction;
     TimeBarMouse timeBarMouse;
     WindPanelMouse windPanelMouse;
     OverviewMouse overviewMouse;
     BoatGraphs graphs;
     LegTables tables;
     ViewSwitch views;
+    BoatList boatList;
     DataView dataView;
     WindEntry windEntry;
     GraphCursors graphCursors;
