@@ -79,7 +79,10 @@ void BoatList::FocusOn(const std::function<bool(int row)>& inFocus) {
 void BoatList::Bnam_MouseMove(int row) {
     const bool wasRaised = form_.PanelRaised();
     form_.RaiseBoatList();
-    if (!wasRaised) return;  // another row lies under the pointer now
+    if (!wasRaised) {  // another row lies under the pointer now
+        HideHints();
+        return;
+    }
     constexpr double Width = 240.0;
     const double height = app_.settings.UseEnglish ? 62 : 70;
     const double rowTop = form_.Bnam[row].Top() + form_.Picture8.Top();
