@@ -57,6 +57,9 @@ class Control {
     virtual Colour GetForeColor() const;
     void SetFont(const std::string& fontName, double points, bool bold = false);
     void SetFocus();
+    /// Lets the keyboard reach a control that is no button but is there to be clicked: Tab comes to it, the
+    /// space bar clicks it.
+    void SetTabStop();
     /// Brings the control above its siblings.
     void Raise();
     /// Width of a text in the control's font, pixels.

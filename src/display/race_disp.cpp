@@ -179,6 +179,8 @@ RaceDisp::RaceDisp(const Settings& settings)
     Boat[0].SetVisible(false);
     BoatS[0].SetVisible(false);
     Text11.SetText("00");
+    for (Surface* cell : ColourCells()) cell->SetTabStop();
+    for (Label* label : {&Label1, &Label5}) label->SetTabStop();
 }
 
 void RaceDisp::ApplyFonts(const Settings& settings) {

@@ -104,9 +104,7 @@ bool CourseSetting::PlaceAt(const MapPosition& at) {
 
 void CourseSetting::PlaceMark(const MapPosition& at) {
     if (!changes_.AddMark(at)) return;
-    chart_.DrawCourse();
-    EnterMode(nullptr);
-    form_.Command5.SetEnabled(CourseCanBeSet(app_.race));
+    EndPlacing();
 }
 
 void CourseSetting::PlaceLineEnd(const MapPosition& at) {
@@ -122,8 +120,13 @@ void CourseSetting::PlaceLineEnd(const MapPosition& at) {
     // A double click does not make a line that nobody could cross.
     if (NearLineStart(MapToScreen(app_.view, at.Lat, at.Lon))) return;
     changes_.AddLine(lineStart_, at);
+    EndPlacing();
+}
+
+void CourseSetting::EndPlacing() {
     chart_.DrawCourse();
     EnterMode(nullptr);
+    form_.Text7.Hide();  // its hint has been followed, and may lie where the next click goes
     form_.Command5.SetEnabled(CourseCanBeSet(app_.race));
 }
 

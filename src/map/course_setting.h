@@ -44,6 +44,7 @@ class CourseSetting {
     void EnterMode(Button* button);
     void PlaceMark(const MapPosition& at);
     void PlaceLineEnd(const MapPosition& at);
+    void EndPlacing();
     void CourseChanged();
     void ShowCoursePanel();
     void ShowModeHint(const MouseEvent& event, std::string_view hint, double width);

@@ -98,7 +98,7 @@ class VirtualDisplay:
             raise
         finally:
             os.close(reader)
-        self.name = ":" + number.decode()
+        self.name = ":" + number.strip().decode()
         return self
 
     def __exit__(self, *_):
@@ -130,10 +130,26 @@ class VirtualDisplay:
     def title(self, window):
         return self.xdotool("getwindowname", window)
 
-    def click(self, x, y):
+    def move(self, x, y):
         self.xdotool("mousemove", x, y)
         time.sleep(0.1)
-        self.xdotool("click", 1)
+
+    def click(self, x, y, button=1):
+        self.move(x, y)
+        self.xdotool("click", button)
+
+    def key(self, name):
+        self.xdotool("key", name)
+
+    @contextlib.contextmanager
+    def held(self, key):
+        """Holds a key down."""
+        self.xdotool("keydown", key)
+        time.sleep(0.1)
+        try:
+            yield
+        finally:
+            self.xdotool("keyup", key)
 
     def shot(self):
         """What the screen shows now."""

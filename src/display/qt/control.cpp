@@ -111,6 +111,11 @@ void Control::SetFocus() {
     native_->Outer->setFocus(Qt::OtherFocusReason);
 }
 
+void Control::SetTabStop() {
+    native_->Outer->setFocusPolicy(Qt::TabFocus);
+    native_->ClickBySpace = true;
+}
+
 void Control::Raise() {
     native_->Outer->raise();
 }

@@ -1,6 +1,7 @@
 #include "display/qt/native_control.h"
 
 #include <QCoreApplication>
+#include <QKeyEvent>
 #include <cmath>
 
 #include "display/qt/convert.h"
@@ -47,6 +48,10 @@ bool NativeControl::eventFilter(QObject* watched, QEvent* event) {
         case QEvent::MouseButtonDblClick:
         case QEvent::MouseMove:
             return FilterMouse(static_cast<QWidget&>(*watched), static_cast<QMouseEvent&>(*event));
+        case QEvent::KeyPress:
+            if (!ClickBySpace || static_cast<QKeyEvent&>(*event).key() != Qt::Key_Space) return false;
+            FireClick();
+            return true;
         default:
             return false;
     }

@@ -30,6 +30,8 @@ struct NativeControl : public QObject {
     Control* Owner = nullptr;
     /// A press and a release of the left button make a click; off for widgets that know their clicks.
     bool ClickByMouse = true;
+    /// The space bar makes a click too; for widgets that know no keys.
+    bool ClickBySpace = false;
     bool EnabledByOwner = true;
     std::optional<Colour> Back;
     std::optional<Colour> Fore;

@@ -15,6 +15,7 @@ constexpr QColor LineDarker(80, 80, 80);
 constexpr QColor LineLight(255, 255, 255);
 constexpr QColor FlatLine(60, 60, 60);
 constexpr QColor FrameLine(150, 150, 150);
+constexpr QColor FocusLine(230, 60, 0);  // stands out from grey panels and blue seas
 
 // A text narrower than this share of itself cannot be read with ease.
 constexpr double NarrowestText = 0.66;
@@ -22,6 +23,13 @@ constexpr double NarrowestText = 0.66;
 // Where the title of a frame begins, and the gap at each of its sides, pixels.
 constexpr int TitleLeft = 8;
 constexpr int TitleGap = 2;
+
+/// Shows that the keyboard works on a widget.
+void PaintFocus(QPainter& painter, const QWidget& widget) {
+    if (!widget.hasFocus()) return;
+    painter.setPen(FocusLine);
+    painter.drawRect(widget.rect().adjusted(0, 0, -1, -1));
+}
 
 /// Breaks a line at blanks so that each piece fits the width; a word alone may be wider.
 QStringList Broken(const QString& line, const QFontMetrics& metrics, int width) {
@@ -105,6 +113,7 @@ void GroundWidget::paintEvent(QPaintEvent* /*event*/) {
     if (ground_) painter.fillRect(rect(), ToQt(*ground_));
     if (title_) PaintTitle(painter);
     PaintBorder(painter, rect(), border_);
+    PaintFocus(painter, *this);
 }
 
 void GroundWidget::PaintTitle(QPainter& painter) const {
@@ -173,6 +182,7 @@ void TextPlate::paintEvent(QPaintEvent* /*event*/) {
     QPainter painter(this);
     if (ground_) painter.fillRect(rect(), ToQt(*ground_));
     PaintBorder(painter, rect(), border_);
+    PaintFocus(painter, *this);
     const int edge = BorderWidth(border_);
     const QRect inside = rect().adjusted(edge, edge, -edge, -edge);
     const QRect room = inside.adjusted(1, 0, -1, 0);
