@@ -79,11 +79,14 @@ class CourseByMouse(unittest.TestCase):
 
         self.window = wait_until(race_window, 60, "a window with the race file in its title")
         self.display.click(*STOP)
-        time.sleep(2.5)  # auto trace comes by itself, two seconds after the start
-        self.display.click(*AUTO_TRACE)
+        wait_until(self.leave_auto_trace, 30, "the position under the pointer in the title")
         with self.display.held("shift"):
             self.display.click(500, 500, 3)
-        wait_until(lambda: self.position_under(500, 500), 10, "the position under the pointer in the title")
+
+    def leave_auto_trace(self):
+        """Auto trace comes by itself, two seconds after the start; until then its box does not take a click."""
+        self.display.click(*AUTO_TRACE)
+        return self.position_under(500, 500)
 
     def position_under(self, x, y):
         """Latitude and longitude in minutes, as the title tells; None if it tells none."""
@@ -104,25 +107,20 @@ class CourseByMouse(unittest.TestCase):
         row = next(iter(self.display.shot().rows((button[0] - 2, button[1] + 5, 1, 1))))
         return row[0] > 240 and row[1] > 240 and row[2] < 130
 
-    def press(self, button):
-        self.display.click(*button)
-        wait_until(lambda: self.button_is_yellow(button), 5, "a yellow button while its mode is on")
-
-    def test_course_set_by_clicks(self):
-        race = self.untouched["race"]
-        self.open_race()
-
+    def set_marks_and_lines(self, race):
         for number, mark in enumerate(race["marks"], start=1):
-            self.press(SET_MARK)
+            self.display.click(*SET_MARK)
+            wait_until(lambda: self.button_is_yellow(SET_MARK), 5, "a yellow button while its mode is on")
             self.display.click(*self.home.pixel(*mark))
             wait_until(lambda n=number: self.file_holds("MK,", n), 5, f"mark {number} in the file")
         for number, (lat1, lon1, lat2, lon2) in enumerate(race["lines"], start=1):
-            self.press(SET_LINE)
+            self.display.click(*SET_LINE)
             self.display.click(*self.home.pixel(lat1, lon1))
             self.display.click(*self.home.pixel(lat2, lon2))
             wait_until(lambda n=number: self.file_holds("LN,", n), 5, f"line {number} in the file")
 
-        self.press(SET_COURSE)
+    def set_course(self, race):
+        self.display.click(*SET_COURSE)
         places = {f"MK{i}": mark for i, mark in enumerate(race["marks"], start=1)}
         places |= {f"L{i}": line[:2] for i, line in enumerate(race["lines"], start=1)}
         for entry in race["course"]:
@@ -132,6 +130,7 @@ class CourseByMouse(unittest.TestCase):
         course = "CRS, " + ", ".join(race["course"])
         wait_until(lambda: self.file_holds(course, 1), 5, "the whole course in the file")
 
+    def compare_leg_times(self, race):
         clicked = self.report()
         self.assertEqual(clicked["race"]["course"], race["course"])
         for boat, meant in zip(clicked["boats"], self.untouched["boats"]):
@@ -139,8 +138,7 @@ class CourseByMouse(unittest.TestCase):
                 self.assertLessEqual(abs(time_now - time_before), 3, f"{boat['name']}: a pixel is 1.7 m")
         self.assertEqual(clicked["finish_order"], self.untouched["finish_order"])
 
-    def test_zoom_and_measure(self):
-        self.open_race()
+    def zoom_in_and_home(self):
         at_home, home_scale = self.position_under(500, 300), self.minutes_across()
         for _ in range(3):
             self.display.click(500, 500)
@@ -149,8 +147,9 @@ class CourseByMouse(unittest.TestCase):
             self.display.click(500, 500, 3)
         self.assertEqual(self.position_under(500, 300), at_home)
 
+    def measure(self, race):
         self.display.click(*RANGE_BEARING)
-        from_mark, to_mark = (self.home.pixel(*mark) for mark in self.untouched["race"]["marks"])
+        from_mark, to_mark = (self.home.pixel(*mark) for mark in race["marks"])
         self.display.click(*from_mark)
         before = self.display.shot()
         self.display.move(*to_mark)
@@ -158,6 +157,15 @@ class CourseByMouse(unittest.TestCase):
         self.assertGreater(shot.share(READOUT, HINT), 0.5, "range and bearing in the corner of the map")
         middle = ((from_mark[0] + to_mark[0]) // 2 - 5, (from_mark[1] + to_mark[1]) // 2 - 5, 11, 11)
         self.assertGreater(shot.changed(before, middle), 5, "the rubber band between the two marks")
+
+    def test_course_set_by_clicks(self):
+        race = self.untouched["race"]
+        self.open_race()
+        self.set_marks_and_lines(race)
+        self.set_course(race)
+        self.compare_leg_times(race)
+        self.zoom_in_and_home()
+        self.measure(race)
 
 
 if __name__ == "__main__":
