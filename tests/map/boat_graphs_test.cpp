@@ -50,7 +50,7 @@ struct BoatGraphsTest : testing::Test {
         race.app->race.WindFileName = "w.csv";
     }
     void MoveTo(int x, int y) { QTest::mouseMove(Face(race.Form().GPIC), {x, y}); }
-    void Press(int x, int y) { QTest::mousePress(Face(race.Form().GPIC), Qt::RightButton, {}, {x, y}); }
+    void Press(int x, int y) { QTest::mouseClick(Face(race.Form().GPIC), Qt::RightButton, {}, {x, y}); }
 };
 
 TEST_F(BoatGraphsTest, BoatsStandAtTheirCourseAndSpeedInTheirTime) {
