@@ -29,7 +29,7 @@ FLOORS = [
     (r"session/replay_clock", 6),
     (r"session/race_session", 7),
     (r"map/(map_interaction|course_setting|measuring|boat_list)\.", 8),
-    (r"shell/(control_panel|hints|hint_table|time_setting)", 8),
+    (r"shell/(control_panel|hints|hint_table|time_setting|wind_field|screen_capture|exit_button)", 8),
     (r"analysis/(time_bar_mouse|wind_panel_mouse|graph_cursors|wind_entry|data_view)\.", 8),
     (r"map/overview_mouse\.", 8),
     (r"shell/view_switch\.", 8),

@@ -78,8 +78,21 @@ MouseEvent NativeControl::Told(const QWidget& part, const QMouseEvent& event) co
     return told;
 }
 
+/// The pointer over a disabled control is over what lies below it, so that a hint of a neighbour goes away.
+void NativeControl::MoveBelow(const QWidget& part, const QMouseEvent& event) {
+    QWidget* below = part.parentWidget();
+    while (below != nullptr && !below->isEnabled()) below = below->parentWidget();
+    if (below == nullptr || part.isWindow()) return;
+    QMouseEvent moved(event.type(), part.mapTo(below, event.position()), event.globalPosition(),
+                      event.button(), event.buttons(), event.modifiers());
+    QCoreApplication::sendEvent(below, &moved);
+}
+
 bool NativeControl::FilterMouse(QWidget& part, QMouseEvent& event) {
-    if (!part.isEnabled()) return true;
+    if (!part.isEnabled()) {
+        if (event.type() == QEvent::MouseMove) MoveBelow(part, event);
+        return true;
+    }
     const QPointer<NativeControl> self(this);
     const QPointer<QWidget> living(&part);
     const MouseEvent told = Told(part, event);

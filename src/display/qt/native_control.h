@@ -55,6 +55,7 @@ struct NativeControl : public QObject {
 
   private:
     bool FilterMouse(QWidget& part, QMouseEvent& event);
+    static void MoveBelow(const QWidget& part, const QMouseEvent& event);
     MouseEvent Told(const QWidget& part, const QMouseEvent& event) const;
     bool passing_ = false;  // the event is on its way to the widget itself
     bool pressed_ = false;  // the left button went down here
