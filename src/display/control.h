@@ -144,6 +144,8 @@ class Sprite : public Canvas {
     /// Pixels in this colour let the surface through, so that what lies close together hides no more than
     /// its own shape.
     void SetClearColor(Colour colour);
+    /// The image as it is seen, without the pixels that let the surface through.
+    Picture Shape() const;
     double Left() const;
     double Top() const;
     double Width() const;

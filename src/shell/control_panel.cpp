@@ -42,6 +42,9 @@ ControlPanel::ControlPanel(AppState& app, Services& services, RaceSession& sessi
 
 void ControlPanel::BCOL_Click(std::size_t cell) {
     ChooseSeaColour(cell, app_, form_);
+    // What is drawn on the sea went with the old colour.
+    session_.TheInstruments().overview.DrawOverviewMap();
+    session_.TheInstruments().windPanel.UpdateWindPanel();
     RedrawMap();
 }
 

@@ -14,8 +14,12 @@
 #include "session/app_state.h"
 #include "session/race_session.h"
 #include "shell/control_panel.h"
+#include "shell/exit_button.h"
+#include "shell/hints.h"
+#include "shell/screen_capture.h"
 #include "shell/time_setting.h"
 #include "shell/view_switch.h"
+#include "shell/wind_field.h"
 
 namespace keelview {
 
@@ -26,6 +30,7 @@ struct RaceDesk {
           panel(app, services, session),
           timeSetting(app, services, session),
           mapInteraction(app, session.Display(), services, session.TheChart(), session.TheFrame()),
+          hints(app, session.Display()),
           timeBarMouse(app, session.Display(), session.TheChart(), session.TheFrame(),
                        session.TheInstruments().overview, session.TheInstruments().timeBar),
           windPanelMouse(app, session.Display(), session.TheInstruments().windPanel),
@@ -37,7 +42,10 @@ struct RaceDesk {
           boatList(app, session.Display(), views),
           dataView(app, session.Display(), tables),
           windEntry(app, session.Display(), services, graphs),
-          graphCursors(app, session.Display(), graphs, windEntry) {
+          graphCursors(app, session.Display(), graphs, windEntry),
+          windField(app, session.Display(), services, session.TheChart(), session.TheInstruments(), graphs),
+          capture(app, session.Display(), services),
+          exitButton(app, session.Display(), services) {
         session.OnRaceLoaded = [this] {
             boatList.ConnectRows();
             mapInteraction.RaceLoaded();
@@ -48,6 +56,7 @@ struct RaceDesk {
     ControlPanel panel;
     TimeSetting timeSetting;
     MapInteraction mapInteraction;
+    Hints hints;
     TimeBarMouse timeBarMouse;
     WindPanelMouse windPanelMouse;
     OverviewMouse overviewMouse;
@@ -58,6 +67,9 @@ struct RaceDesk {
     DataView dataView;
     WindEntry windEntry;
     GraphCursors graphCursors;
+    WindField windField;
+    ScreenCapture capture;
+    ExitButton exitButton;
 };
 
 }  // namespace keelview

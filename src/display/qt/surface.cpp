@@ -146,6 +146,11 @@ void Sprite::SetClearColor(Colour colour) {
     place_->Follow();
 }
 
+Picture Sprite::Shape() const {
+    // A copy of its own, as a shared one would be painted on.
+    return Picture(std::make_shared<const Picture::Impl>(Picture::Impl{place_->Item.Shape().copy()}));
+}
+
 double Sprite::Left() const {
     return place_->Item.Left;
 }

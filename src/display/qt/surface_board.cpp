@@ -33,6 +33,10 @@ QRectF SpriteItem::Rect() const {
     return {std::round(Left), std::round(Top), Width, Height};
 }
 
+QImage SpriteItem::Shape() const {
+    return Clear ? WithoutColour(Image->Image, ToQt(*Clear).rgb()) : Image->Image;
+}
+
 QRectF LineItem::Rect() const {
     return QRectF(QPointF(std::min(X1, X2), std::min(Y1, Y2)), QPointF(std::max(X1, X2), std::max(Y1, Y2)))
         .adjusted(-2, -2, 3, 3);
@@ -133,8 +137,7 @@ void SurfaceBoard::PaintSprite(QPainter& painter, const SpriteItem& sprite, cons
     const QRectF rect = sprite.Rect();
     const QRectF part = rect & QRectF(shown);
     if (part.isEmpty()) return;
-    const QImage image =
-        sprite.Clear ? WithoutColour(sprite.Image->Image, ToQt(*sprite.Clear).rgb()) : sprite.Image->Image;
+    const QImage image = sprite.Shape();
     const double ratio = sprite.Image->Ratio;
     if (ratio == image_->Ratio) {
         painter.drawImage(rect.topLeft(), image);

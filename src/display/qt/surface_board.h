@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QImage>
 #include <QPointer>
 #include <QRectF>
 #include <QWidget>
@@ -23,7 +24,8 @@ struct SpriteItem {
     std::optional<Colour> Clear;  ///< pixels in this colour are not painted
     const std::function<void(const MouseEvent&)>* OnMouseMove = nullptr;
 
-    QRectF Rect() const;  ///< where it is painted, on whole pixels
+    QRectF Rect() const;   ///< where it is painted, on whole pixels
+    QImage Shape() const;  ///< the image without the pixels that are not painted
 };
 
 /// What the board needs to know of a line object.
