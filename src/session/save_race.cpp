@@ -47,9 +47,9 @@ void PlayGun(const AppState& app, Services& services) {
     if (IsFile(gun)) services.platform.PlaySound(gun);
 }
 
-void OpenDocument(const AppState& app, Services& services, const std::string& target) {
+bool OpenDocument(const AppState& app, Services& services, const std::string& target) {
     const int result = services.platform.OpenDocument(target, app.settings.AppPath);
-    if (result > 32) return;
+    if (result > 32) return true;
     // These messages exist in Japanese only.
     static constexpr std::array<std::pair<int, std::string_view>, 7> Messages{{
         {0, "メモリまたはリソースが足りません。"},
@@ -64,6 +64,7 @@ void OpenDocument(const AppState& app, Services& services, const std::string& ta
     for (const auto& [code, text] : Messages)
         if (code == result) message = text;
     services.dialogs.Ok(message, {});
+    return false;
 }
 
 }  // namespace keelview

@@ -19,6 +19,7 @@ bool SaveRaceAs(AppState& app, Services& services, const std::string& name);
 void PlayGun(const AppState& app, Services& services);
 
 /// Opens a document or an address with the system's program for it; says in a message box what went wrong.
-void OpenDocument(const AppState& app, Services& services, const std::string& target);
+/// True if it was opened.
+bool OpenDocument(const AppState& app, Services& services, const std::string& target);
 
 }  // namespace keelview

@@ -2,7 +2,6 @@
 
 #include <string>
 
-#include "base/bilingual.h"
 #include "base/files.h"
 #include "session/save_race.h"
 
@@ -20,6 +19,7 @@ constexpr double RowHeight = 13.0;
 constexpr double SmallestPoints = 6.0;
 
 constexpr Text NotWritten{"The picture could not be written.", "画像ファイルを書き込めません。"};
+constexpr Text WrittenTo{"The picture was saved here:", "画像ファイルの保存先："};
 
 }  // namespace
 
@@ -30,11 +30,15 @@ ScreenCapture::ScreenCapture(AppState& app, RaceDisp& form, Services& services)
 
 void ScreenCapture::Command10_Click() {
     const auto file = FindBelow(app_.settings.AppPath, CaptureFile);
-    if (Compose().SaveBitmap(file))
-        OpenDocument(app_, services_, file.string());
-    else
-        services_.dialogs.Ok(NotWritten.Str(app_.settings.UseEnglish) + "\r\n" + file.string(),
-                             app_.settings.AppTitle);
+    if (!Compose().SaveBitmap(file))
+        Tell(NotWritten, file);
+    else if (!OpenDocument(app_, services_, file.string()))
+        Tell(WrittenTo, file);  // a person can open it there by other means
+}
+
+void ScreenCapture::Tell(Text what, const std::filesystem::path& file) {
+    services_.dialogs.Ok(what.Str(app_.settings.UseEnglish) + "\r\n" + file.string(),
+                         app_.settings.AppTitle);
 }
 
 Picture ScreenCapture::Compose() {

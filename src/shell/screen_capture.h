@@ -1,5 +1,9 @@
 #pragma once
 
+#include <filesystem>
+#include <string>
+
+#include "base/bilingual.h"
 #include "display/race_disp.h"
 #include "session/app_state.h"
 
@@ -19,6 +23,7 @@ class ScreenCapture {
     void PrintFitted(double left, double top, const std::string& line);
     void PaintBoatColours(double left, double top);
     void PaintView();
+    void Tell(Text what, const std::filesystem::path& file);
 
     AppState& app_;
     RaceDisp& form_;

@@ -116,11 +116,18 @@ TEST_F(CaptureTest, EachViewIsCapturedInItsTurnOverTheOneBefore) {
     EXPECT_EQ(Capture().PixelAt(300, 20), form.PicTime.Image().PixelAt(295, 15));
 }
 
-TEST_F(CaptureTest, APictureThatCannotBeWrittenIsTold) {
+TEST_F(CaptureTest, APictureThatNoProgramOpensOrNobodyCanWriteIsTold) {
+    desk.platform.DocumentResult = 31;
+    desk.dialogs.AnswerOk();
+    desk.dialogs.AnswerOk();
+    EXPECT_FALSE(Capture().Empty());
+    EXPECT_EQ(desk.Said(), "The picture was saved here:\r\n" + file.string());
+    fs::remove(file);
+    desk.platform.Documents.clear();
     fs::create_directory(file);
     desk.dialogs.AnswerOk();
     driver::Click(form.Command10);
-    EXPECT_NE(desk.Said().find("無題.bmp"), std::string::npos);
+    EXPECT_EQ(desk.Said(), "The picture could not be written.\r\n" + file.string());
     EXPECT_TRUE(desk.platform.Documents.empty());
 }
 
