@@ -7,7 +7,6 @@
 
 #include "base/bilingual.h"
 #include "base/files.h"
-#include "base/strings.h"
 #include "racedata/race_file.h"
 
 namespace keelview {

@@ -1,6 +1,9 @@
 #include "shell/exit_button.h"
 
+#include <string>
+
 #include "base/bilingual.h"
+#include "base/strings.h"
 #include "session/save_race.h"
 
 namespace keelview {
@@ -30,7 +33,8 @@ bool ExitButton::OfferToSave() {
     if (!services_.dialogs.YesNo(SaveQuestion.In(english), app_.settings.AppTitle)) return true;
     const auto name =
         services_.dialogs.Input(NamePrompt.In(english), NameTitle.In(english), app_.race.RaceFileName);
-    return SaveRaceAs(app_, services_, name.value_or(""));
+    const std::string given(Trim(name.value_or("")));
+    return given.empty() || SaveRaceAs(app_, services_, given);
 }
 
 }  // namespace keelview
