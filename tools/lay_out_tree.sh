@@ -1,5 +1,8 @@
 #!/usr/bin/env bash
-# Lays out the program's tree: lay_out_tree.sh BUILD_DIR TREE LANGUAGE   (LANGUAGE is en or ja)
+# Lays out the program's tree: lay_out_tree.sh BUILD_DIR TREE LANGUAGE [MODE]
+#
+# LANGUAGE is en or ja. MODE is show for a copy that opens the demo race and shows races only (so without it), or
+# edit for the full program, which starts at its menu.
 #
 # The two programs are always those of BUILD_DIR. Every other file is copied if it is missing, and renewed only if
 # it still is what an earlier run laid out: TREE/.laid-out holds the checksums of that. So what a user has put
@@ -9,6 +12,7 @@ cd "$(dirname "${BASH_SOURCE[0]}")/.."
 build=$1
 tree=$2
 language=$3
+mode=${4:-show}
 
 scratch=$(mktemp -d)
 trap 'rm -rf "$scratch"' EXIT
@@ -25,15 +29,15 @@ collect() {
     done < <(find "$1" -type f -print0)
 }
 
-# settings : the two small files that steer the start: browse-only in the language, with a race to open. Until
-# the program has its menu, browse-only is what puts no question before the race.
+# settings : the two small files that steer the start: the mode and the language, and the race to open.
 settings() {
-    local english=1 race=Enoshima_R1.txt
+    local browse=1 english=1 race=Enoshima_R1.txt
+    [ "$mode" != edit ] || browse=0
     if [ "$language" = ja ]; then
         english=0
         race=Enoshima_R2.txt
     fi
-    printf '1,%s\r\n' "$english" >"$scratch/Ver.00"
+    printf '%s,%s\r\n' "$browse" "$english" >"$scratch/Ver.00"
     printf '%s\r\n' "$race" >"$scratch/racefile.st"
     source_of[raceadmin/Ver.00]=$scratch/Ver.00
     source_of[raceadmin/racefile.st]=$scratch/racefile.st

@@ -1,23 +1,20 @@
+#include <functional>
 #include <memory>
+#include <utility>
 
 #include "display/application.h"
-#include "display/splash.h"
 #include "session/app_state.h"
 #include "session/start.h"
-#include "shell/race_desk.h"
+#include "shell/program.h"
 
 int main(int argc, char** argv) {
     using namespace keelview;
     Application application(argc, argv);
     Services services{application.ThePlatform(), application.TheDialogs()};
     const auto app = std::make_unique<AppState>();
-    if (SettleStart(*app, services) == StartOutcome::End) return 0;
-
-    const Settings& settings = app->settings;
-    Splash splash(services.platform.Screen(), settings.UseEnglish, settings.UiFontName, settings.FontScale);
-    splash.ShowNow();
-    RaceDesk desk(*app, services, splash);
-    desk.session.Display().OnQueryUnload = [&services] { services.platform.EndProcess(); };
-    if (!desk.session.StartSession()) return 0;
-    return application.Run();
+    const StartOutcome outcome = SettleStart(*app, services);
+    if (outcome == StartOutcome::End) return 0;
+    Program program(*app, services,
+                    [&application](std::function<void()> task) { application.Later(std::move(task)); });
+    return program.Start(outcome) ? application.Run() : 0;
 }

@@ -22,6 +22,19 @@ constexpr double LeadSeconds = 20.0;  // before the pre-start, where the film be
 constexpr double RangeLead = 30.0;    // before the pre-start, where the replay range begins
 constexpr double ProgressBarWidth = 333.0;
 
+/// Nothing of the race before stays in what is worked out, seen and replayed. The view's centre stays: a
+/// single track takes its time zone from there.
+void ForgetLastRace(AppState& app) {
+    app.tracks = {};
+    app.wind = {};
+    app.coast = {};
+    app.passes = {};
+    app.clock = {};
+    app.windNow = {};
+    app.fleet = {};
+    app.display = {};
+}
+
 }  // namespace
 
 RaceSession::RaceSession(AppState& app, Services& services, Splash& splash)
@@ -33,18 +46,15 @@ RaceSession::RaceSession(AppState& app, Services& services, Splash& splash)
       instruments_(app, form_),
       frame_(app, form_, services, chart_, instruments_),
       clock_(app, form_, services, chart_, frame_) {
+    ForgetLastRace(app_);
     form_.HScroll1.SetRange(1, 19);
     form_.HScroll1.SetValue(5);
-    app_.display.HintsOn = true;
-    app_.display.BoatControlsBuilt = false;
-    app_.display.WindTextArmed = true;
-    app_.coast = {};
     app_.race.WindDirection = 0;
-    app_.windNow.WindNow = 0;
     app_.race.TimeDiff = FloorToInt(app_.view.ViewCentreLon / 15 / 60 + 0.5);
     form_.OnKeyDown = [this](int key) { app_.display.HeldKey = key; };
     form_.OnKeyUp = [this](int) { app_.display.HeldKey = 0; };
     form_.OnResize = [this] { Form_Resize(); };
+    form_.OnUnload = [this] { Form_Unload(); };
 }
 
 bool RaceSession::StartSession() {
@@ -302,6 +312,11 @@ void RaceSession::Form_Resize() {
     instruments_.windPanel.ShowForRace();
     instruments_.windPanel.UpdateWindPanel();
     if (OnRaceLoaded) OnRaceLoaded();
+}
+
+void RaceSession::Form_Unload() {
+    for (Timer* timer : {&form_.Timer1, &form_.Timer2, &form_.Timer3}) timer->SetEnabled(false);
+    if (OnClosed) OnClosed();
 }
 
 void RaceSession::ShowLoadProgress(int boat) {

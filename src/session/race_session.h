@@ -43,6 +43,8 @@ class RaceSession {
 
     /// Told at the end of each LoadRace, when the controls of all boats stand.
     std::function<void()> OnRaceLoaded;
+    /// Told when the display is closed. The session may be let go of as soon as no event of it runs.
+    std::function<void()> OnClosed;
 
   private:
     bool ReadRaceData();
@@ -61,6 +63,7 @@ class RaceSession {
     void HideLoadProgress();
     void Tell(std::string_view english, std::string_view japanese);
     void Form_Resize();
+    void Form_Unload();
     std::vector<std::string> RaceFiles() const;
 
     AppState& app_;

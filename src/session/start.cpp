@@ -120,6 +120,7 @@ StartOutcome SettleStart(AppState& app, Services& services) {
     if (InstalledFromDisc(settings, services)) return StartOutcome::End;
     UnpackBaseData(settings, services);
     AskForMode(settings, services);
+    if (settings.EditMode) return StartOutcome::ShowMenu;
     app.race.RaceFileName = FirstRace(settings);
     return StartOutcome::ShowRace;
 }

@@ -16,6 +16,7 @@
 #include "shell/control_panel.h"
 #include "shell/exit_button.h"
 #include "shell/hints.h"
+#include "shell/reference_viewer.h"
 #include "shell/screen_capture.h"
 #include "shell/time_setting.h"
 #include "shell/view_switch.h"
@@ -50,6 +51,7 @@ struct RaceDesk {
             boatList.ConnectRows();
             mapInteraction.RaceLoaded();
         };
+        session.Display().Command13.OnClick = [&app, &services] { RefFm(app, services).ShowModal(); };
     }
 
     RaceSession session;

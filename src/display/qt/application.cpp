@@ -3,9 +3,12 @@
 #include <QApplication>
 #include <QIcon>
 #include <QPalette>
+#include <QThread>
 #include <QTimer>
 #include <QWidget>
 #include <algorithm>
+#include <deque>
+#include <utility>
 
 #include "display/qt/convert.h"
 #include "display/qt/native_control.h"
@@ -65,12 +68,50 @@ class LastWindowWatch : public QObject {
     }
 };
 
+/// Knows how deep events lie inside each other: a handler may let events in, and so may a modal window. What
+/// waits for the end of the running event waits for the outermost one.
+class EventCounter : public QApplication {
+  public:
+    using QApplication::QApplication;
+
+    void AddTask(std::function<void()> task) {
+        tasks_.push_back(std::move(task));
+        RunTasksSoon();
+    }
+
+    bool notify(QObject* receiver, QEvent* event) override {
+        if (QThread::currentThread() != thread()) return QApplication::notify(receiver, event);
+        ++depth_;
+        const bool taken = QApplication::notify(receiver, event);
+        --depth_;
+        if (depth_ == 0 && !tasks_.empty()) RunTasksSoon();
+        return taken;
+    }
+
+  private:
+    void RunTasksSoon() {
+        QTimer::singleShot(0, this, [this] { RunTasks(); });
+    }
+
+    void RunTasks() {
+        // This call is an event itself. At any greater depth some handler is still at work further out.
+        while (depth_ == 1 && !tasks_.empty()) {
+            const std::function<void()> task = std::move(tasks_.front());
+            tasks_.pop_front();
+            if (!ProcessEnded()) task();
+        }
+    }
+
+    std::deque<std::function<void()>> tasks_;
+    int depth_ = 0;
+};
+
 }  // namespace
 
 struct Application::Impl {
     Impl(int& argc, char** argv) : Native(argc, argv) {}
 
-    QApplication Native;
+    EventCounter Native;
     LastWindowWatch Watch;
     std::string Title = "Keelview";
     std::unique_ptr<Platform> System = MakePlatform();
@@ -118,9 +159,7 @@ int Application::Run() {
 }
 
 void Application::Later(std::function<void()> task) {
-    QTimer::singleShot(0, &impl_->Watch, [task = std::move(task)] {
-        if (!ProcessEnded()) task();
-    });
+    impl_->Native.AddTask(std::move(task));
 }
 
 }  // namespace keelview

@@ -1,0 +1,64 @@
+#pragma once
+
+#include <functional>
+#include <memory>
+
+#include "display/splash.h"
+#include "editor/file_select.h"
+#include "editor/race_editor.h"
+#include "session/app_state.h"
+#include "session/start.h"
+#include "shell/cover.h"
+#include "shell/race_desk.h"
+
+namespace keelview {
+
+/// The forms of the program and the ways between them. The menu leads to the race control editor, to the
+/// distribution builder and to the race display, and both it and the editor to the display; a closed display
+/// leads back. Each opening has a display of its own, so that nothing of a race outlives its closing. While
+/// it stands menu and editor are hidden: the race that it shows cannot be changed behind its back.
+class Program {
+  public:
+    /// Has a task done when no event runs, in the order of the calls.
+    using Later = std::function<void(std::function<void()>)>;
+    Program(AppState& app, Services& services, Later later);
+
+    /// Shows the first form: the menu, or the race of the shared state, with whose closing the process ends.
+    /// False if there is nothing to show; the person has been told.
+    bool Start(StartOutcome outcome);
+
+    Cover* TheMenu() { return menu_.get(); }          ///< none where one race is all
+    FmCompile* TheEditor() { return editor_.get(); }  ///< none while it is closed
+    RaceDesk* TheDesk() { return opened_ ? &opened_->desk : nullptr; }  ///< none while it is closed
+
+  private:
+    /// One opening of the race display, with the splash that covers its loads.
+    struct Opened {
+        Opened(AppState& app, Services& services)
+            : splash(services.platform.Screen(), app.settings.UseEnglish, app.settings.UiFontName,
+                     app.settings.FontScale),
+              desk(app, services, splash) {}
+        Splash splash;
+        RaceDesk desk;
+    };
+
+    void ShowMenu();
+    void ShowEditor();
+    void LetGoOfEditor();
+    void ShowDistribution();
+    void ShowDisplay();
+    bool OpenDisplay();
+    void Display_Closed();
+    void StandBack();
+    void ComeBack();
+
+    AppState& app_;
+    Services& services_;
+    Later later_;
+    FileQuestion question_;
+    std::unique_ptr<Cover> menu_;
+    std::unique_ptr<FmCompile> editor_;
+    std::unique_ptr<Opened> opened_;
+};
+
+}  // namespace keelview
