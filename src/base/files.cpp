@@ -185,6 +185,8 @@ std::error_code WriteFileAtomically(const fs::path& path, std::string_view bytes
     mode_t mode = 0;
     error = CheckTarget(target, mode);
     if (error) return error;
+    if (target.has_parent_path()) fs::create_directories(target.parent_path(), error);
+    if (error) return error;
 
     std::string aside = (target.parent_path() / ".write-XXXXXX").string();
     Descriptor file(::mkostemp(aside.data(), O_CLOEXEC));

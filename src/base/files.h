@@ -19,9 +19,9 @@ std::optional<std::string> ReadWholeFile(const std::filesystem::path& path,
 /// and the buffer then holds anything.
 bool ReadWholeFile(const std::filesystem::path& path, std::uintmax_t limit, std::string& bytes);
 
-/// Replaces a file as a whole: writes aside in the same folder, flushes to the disc, renames. On failure
-/// the old file stands untouched, nothing is left beside it, and the error says why. Permissions of an old
-/// file are kept, and a file that may not be written is not replaced.
+/// Replaces a file as a whole: writes aside in the same folder, flushes to the disc, renames. A folder that
+/// is not there yet is made. On failure the old file stands untouched, nothing is left beside it, and the
+/// error says why. Permissions of an old file are kept, and a file that may not be written is not replaced.
 std::error_code WriteFileAtomically(const std::filesystem::path& path, std::string_view bytes);
 
 /// The path of `relative` (its parts separated by '/' or '\\') below `base`, where each part is found

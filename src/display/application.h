@@ -24,8 +24,8 @@ class Application {
     void SetDefaultTitle(std::string_view title);
     /// Runs until the last window is closed or EndProcess is called; the exit status.
     int Run();
-    /// Has something done once, when the running event is over, and with it all those in whose midst it came:
-    /// no handler of any form is at work then. What was asked for first is done first.
+    /// Has something done once, when the running event is over, and with it all those in whose midst it
+    /// came: no handler of any form is at work then. What was asked for first is done first.
     void Later(std::function<void()> task);
 
   private:

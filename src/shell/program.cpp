@@ -16,11 +16,10 @@ bool Program::Start(StartOutcome outcome) {
 }
 
 void Program::ShowMenu() {
-    menu_ = std::make_unique<Cover>(
-        app_, services_,
-        CoverDoors{.ShowDisplay = [this] { ShowDisplay(); },
-                   .ShowEditor = [this] { ShowEditor(); },
-                   .ShowDistribution = [this] { ShowDistribution(); }});
+    menu_ = std::make_unique<Cover>(app_, services_,
+                                    CoverDoors{.ShowDisplay = [this] { ShowDisplay(); },
+                                               .ShowEditor = [this] { ShowEditor(); },
+                                               .ShowDistribution = [this] { ShowDistribution(); }});
     menu_->ShowNow();
 }
 

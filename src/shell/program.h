@@ -14,21 +14,22 @@
 namespace keelview {
 
 /// The forms of the program and the ways between them. The menu leads to the race control editor, to the
-/// distribution builder and to the race display, and both it and the editor to the display; a closed display
-/// leads back. Each opening has a display of its own, so that nothing of a race outlives its closing. While
-/// it stands menu and editor are hidden: the race that it shows cannot be changed behind its back.
+/// distribution builder and to the race display, and both it and the editor to the display; a closed
+/// display leads back. Each opening has a display of its own, so that nothing of a race outlives its
+/// closing. While it stands menu and editor are hidden: the race that it shows cannot be changed behind its
+/// back.
 class Program {
   public:
     /// Has a task done when no event runs, in the order of the calls.
     using Later = std::function<void(std::function<void()>)>;
     Program(AppState& app, Services& services, Later later);
 
-    /// Shows the first form: the menu, or the race of the shared state, with whose closing the process ends.
-    /// False if there is nothing to show; the person has been told.
+    /// Shows the first form: the menu, or the race of the shared state, with whose closing the process
+    /// ends. False if there is nothing to show; the person has been told.
     bool Start(StartOutcome outcome);
 
-    Cover* TheMenu() { return menu_.get(); }          ///< none where one race is all
-    FmCompile* TheEditor() { return editor_.get(); }  ///< none while it is closed
+    Cover* TheMenu() { return menu_.get(); }                            ///< none where one race is all
+    FmCompile* TheEditor() { return editor_.get(); }                    ///< none while it is closed
     RaceDesk* TheDesk() { return opened_ ? &opened_->desk : nullptr; }  ///< none while it is closed
 
   private:

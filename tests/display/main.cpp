@@ -9,6 +9,7 @@
 #include <fstream>
 
 #include "display/application.h"
+#include "support/application.h"
 
 namespace {
 
@@ -25,12 +26,22 @@ void ChooseScreen(const QTemporaryDir& folder) {
     qputenv("QT_QPA_PLATFORM", QByteArray::fromStdString("offscreen:configfile=" + file));
 }
 
+keelview::Application*& Made() {
+    static keelview::Application* made = nullptr;
+    return made;
+}
+
 }  // namespace
+
+keelview::Application& keelview::TheApplication() {
+    return *Made();
+}
 
 int main(int argc, char** argv) {
     testing::InitGoogleTest(&argc, argv);
     const QTemporaryDir folder;
     ChooseScreen(folder);
-    const keelview::Application application(argc, argv);
+    keelview::Application application(argc, argv);
+    Made() = &application;
     return RUN_ALL_TESTS();
 }

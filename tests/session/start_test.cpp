@@ -42,7 +42,7 @@ TEST_F(StartTest, VersionFileSettlesModeLanguageAndTheQuestion) {
         Services asked{platform, fresh};
         if (each.edit) fresh.AnswerYesNo(true);
         tree.Write("RaceAdmin/Ver.00", each.versionFile);
-        EXPECT_EQ(SettleStart(app, asked), StartOutcome::ShowRace);
+        EXPECT_EQ(SettleStart(app, asked), each.edit ? StartOutcome::ShowMenu : StartOutcome::ShowRace);
         EXPECT_EQ(app.settings.EditMode, each.edit);
         EXPECT_EQ(app.settings.UseEnglish, each.english);
         EXPECT_EQ(app.settings.AppTitle, each.english ? "Keelview" : "キールビュー");
@@ -55,7 +55,7 @@ TEST_F(StartTest, VersionFileSettlesModeLanguageAndTheQuestion) {
 
 TEST_F(StartTest, NoToTheQuestionIsBrowseOnly) {
     dialogs.AnswerYesNo(false);
-    Start();
+    EXPECT_EQ(Start(), StartOutcome::ShowRace);
     EXPECT_FALSE(app.settings.EditMode);
 }
 

@@ -3,6 +3,7 @@
 #include <QApplication>
 #include <QIcon>
 #include <QPalette>
+#include <QPixmapCache>
 #include <QThread>
 #include <QTimer>
 #include <QWidget>
@@ -25,6 +26,9 @@ namespace keelview {
 namespace {
 
 constexpr double DefaultPoints = 9.0;
+
+// The style keeps the faces of all buttons that it ever drew, up to this. Those of one display take 50.
+constexpr int ButtonFaceKilobytes = 1024;
 
 /// The colours of the controls, the same whatever the desktop's own are: the forms paint on them.
 QPalette LightPalette() {
@@ -68,8 +72,8 @@ class LastWindowWatch : public QObject {
     }
 };
 
-/// Knows how deep events lie inside each other: a handler may let events in, and so may a modal window. What
-/// waits for the end of the running event waits for the outermost one.
+/// Knows how deep events lie inside each other: a handler may let events in, and so may a modal window.
+/// What waits for the end of the running event waits for the outermost one.
 class EventCounter : public QApplication {
   public:
     using QApplication::QApplication;
@@ -125,6 +129,7 @@ Application::Application(int& argc, char** argv) : impl_(std::make_unique<Impl>(
     QApplication::setStyle(new TightStyle);
     // NOLINTNEXTLINE(clang-analyzer-cplusplus.NewDeleteLeaks): the application has taken the style over
     QApplication::setPalette(LightPalette());
+    QPixmapCache::setCacheLimit(ButtonFaceKilobytes);
     QApplication::setFont(UiFont({}, DefaultPoints, false));
     QIcon icon;
     for (const char* name : {"icon.png", "icon32.png", "icon48.png", "icon128.png"})

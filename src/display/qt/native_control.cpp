@@ -25,8 +25,9 @@ NativeControl::~NativeControl() {
     if (!Outer) return;
     Outer->setObjectName({});
     Outer->removeEventFilter(this);
+    // Ours alone: the toolkit itself must still hear of the widget's end, to forget it too.
+    Outer->disconnect(this);
     Outer->hide();
-    Outer->disconnect();
     Outer->deleteLater();
 }
 

@@ -38,6 +38,7 @@ int TightStyle::pixelMetric(PixelMetric metric, const QStyleOption* option, cons
 int TightStyle::styleHint(StyleHint hint, const QStyleOption* option, const QWidget* widget,
                           QStyleHintReturn* result) const {
     if (hint == SH_Widget_Animation_Duration) return 0;
+    if (hint == SH_DialogButtonBox_ButtonsHaveIcons) return 0;  // they crowd the words at our margins
     return QProxyStyle::styleHint(hint, option, widget, result);
 }
 

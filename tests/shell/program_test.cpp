@@ -1,0 +1,232 @@
+#include "shell/program.h"
+
+#include <gtest/gtest.h>
+
+#include <QLineEdit>
+#include <QTest>
+#include <filesystem>
+#include <fstream>
+#include <memory>
+#include <string>
+
+#include "display/application.h"
+#include "display/fake_platform.h"
+#include "shell/when_modal.h"
+#include "support/application.h"
+#include "support/qt_driver.h"
+#include "support/race_tree.h"
+
+namespace keelview {
+namespace {
+
+constexpr double Lat = 35 * 60 + 17;
+constexpr double Lon = 139 * 60 + 29;
+constexpr double SixKnots = 6.0 / 3600;  // minutes of arc a second
+
+/// The program in a tree with one race of two boats, which has all that a race can leave behind.
+struct ProgramTest : testing::Test {
+    RaceTree tree;
+    FakePlatform platform;
+    ScriptedDialogs dialogs;
+    Services services{platform, dialogs};
+    std::unique_ptr<AppState> app = std::make_unique<AppState>();
+    std::unique_ptr<Program> program;
+
+    void SetUp() override {
+        platform.Folder = tree.Root();
+        tree.Boat("a.trk", Lat, Lon, SixKnots, 0, -200, 620);
+        tree.Boat("b.trk", Lat, Lon + 0.1, SixKnots, 0, -100, 300);
+        tree.Race("R1.txt",
+                  "WD, 30\r\nWF, w.csv\r\nBN, a.trk, Alpha\r\nBN, b.trk, Beta\r\n"
+                  "MK, 2117.2, 8369\r\nMK, 2117.5, 8369\r\nCRS, MK1, MK2\r\nAT, notice.pdf\r\n");
+        tree.Write("winddat/w.csv", "2004/08/05 12:31:00,12.5,37\r\n2004/08/05 12:35:00,12.5,40\r\n");
+        tree.Write("attachment/notice.pdf", "x");
+    }
+
+    /// Starts the full program, or a browse-only copy. True if a first form stands.
+    bool Start(bool full = true) {
+        tree.Write("raceadmin/Ver.00", full ? "0,1" : "1,1");
+        if (full) dialogs.AnswerYesNo(true);  // "Edit Data ?"
+        const StartOutcome outcome = SettleStart(*app, services);
+        program = std::make_unique<Program>(
+            *app, services, [](std::function<void()> task) { TheApplication().Later(std::move(task)); });
+        return program->Start(outcome);
+    }
+    Cover& Menu() { return *program->TheMenu(); }
+    RaceDisp& Display() { return program->TheDesk()->session.Display(); }
+    void Choose(const Button& chooser, const std::string& name) {
+        driver::Click(chooser);
+        Menu().Combo1.SetText(name);
+        driver::Click(Menu().Command5);
+    }
+    void CloseDisplay() {
+        Display().Close();
+        driver::Settle();
+    }
+    static long ResidentKilobytes() {
+        std::ifstream statm("/proc/self/statm");
+        long whole = 0;
+        long resident = 0;
+        statm >> whole >> resident;
+        return resident * 4;
+    }
+};
+
+TEST_F(ProgramTest, FromTheMenuToARaceAndBackAsOftenAsOneLikes) {
+    constexpr int WarmUp = 10;
+    constexpr int Visits = 50;
+    constexpr long Bound = 4000;  // kilobytes; a single display that stayed would take five times as much
+    ASSERT_TRUE(Start());
+    long before = 0;
+    for (int visit = 1; visit <= Visits; ++visit) {
+        EXPECT_TRUE(Menu().Visible());
+        Choose(Menu().Command3, "R1.txt");
+        ASSERT_NE(program->TheDesk(), nullptr);
+        EXPECT_TRUE(Display().Visible());
+        EXPECT_FALSE(Menu().Visible());
+        QTest::qWait(20);  // the film runs
+        CloseDisplay();
+        EXPECT_EQ(program->TheDesk(), nullptr);
+        if (visit == WarmUp) before = ResidentKilobytes();
+    }
+    const long grown = ResidentKilobytes() - before;
+    RecordProperty("grown_kilobytes", std::to_string(grown));
+    EXPECT_LT(grown, Bound);
+}
+
+TEST_F(ProgramTest, ASingleTrackShowsNothingOfTheRaceBeforeIt) {
+    ASSERT_TRUE(Start());
+    Choose(Menu().Command3, "R1.txt");
+    EXPECT_EQ(Display().Caption(), " \"Keelview\" Race Browser   Spring Cup   (R1.txt)");
+    EXPECT_TRUE(Display().sWind.Visible());
+    EXPECT_TRUE(Display().Option11.Enabled());
+    Display().Check5.SetValue(true);
+    Display().HScroll1.SetValue(19);
+    driver::KeyDown(Display(), Qt::Key_Shift);
+    EXPECT_NE(app->display.HeldKey, 0);
+    CloseDisplay();
+
+    Choose(Menu().Command7, "a.trk");
+    EXPECT_EQ(Display().Caption(), " \"Keelview\" Race Browser   (a.trk)");
+    EXPECT_EQ(Display().Bnam.Count(), 1);
+    EXPECT_EQ(Display().Bnam[0].Caption(), "a");
+    EXPECT_EQ(Display().Text9.Text(), "2004/08/05 12:30:40");   // four minutes after the first fix
+    EXPECT_EQ(Display().Text10.Text(), "2004/08/05 12:40:20");  // the last fix
+    EXPECT_FALSE(Display().sWind.Visible());
+    EXPECT_FALSE(Display().Option11.Enabled());
+    EXPECT_FALSE(Display().Command13.Enabled());
+    EXPECT_FALSE(Display().Check5.Value());
+    EXPECT_EQ(app->clock.SpeedMultiplier, 5);
+    EXPECT_EQ(app->display.HeldKey, 0);
+    EXPECT_EQ(app->race.MarkCount + app->race.CourseCount + app->wind.WindCount, 0);
+    EXPECT_EQ(app->windNow.WindNow, 0);
+    driver::Click(Display().Option10);
+    EXPECT_TRUE(Display().GPIC.Visible());
+    driver::Click(Display().Option9);
+    QTest::qWait(100);
+    EXPECT_TRUE(Display().Boat[0].Visible());
+}
+
+TEST_F(ProgramTest, WhatCannotBeShownIsToldAndTheMenuStands) {
+    tree.Write("gpsdat/empty.trk", "");
+    tree.Write("gpsdat/notes.trk", std::string(1000, 'T'));
+    tree.Race("R2.txt", "BN, empty.trk, Ghost\r\n");
+    tree.Write("raceadmin/Nothing.txt", "");
+    ASSERT_TRUE(Start());
+    struct Case {
+        const Button& Chooser;
+        const char* Name;
+    };
+    for (const Case& each : {Case{Menu().Command7, "empty.trk"}, Case{Menu().Command7, "notes.trk"},
+                             Case{Menu().Command3, "R2.txt"}, Case{Menu().Command3, "Nothing.txt"}}) {
+        SCOPED_TRACE(each.Name);
+        dialogs.AnswerOk();
+        Choose(each.Chooser, each.Name);
+        EXPECT_TRUE(dialogs.AllAnswered());
+        EXPECT_EQ(dialogs.All().back().Text, "No boat of this race has a GPS position in its period.");
+        EXPECT_EQ(program->TheDesk(), nullptr);
+        EXPECT_TRUE(Menu().Visible());
+    }
+    Choose(Menu().Command3, "R1.txt");
+    EXPECT_TRUE(Display().Visible());
+}
+
+TEST_F(ProgramTest, TheEditorOpensTheRaceThatItSaved) {
+    ASSERT_TRUE(Start());
+    driver::Click(Menu().Command2);
+    FmCompile& editor = *program->TheEditor();
+    EXPECT_TRUE(Menu().Visible());  // it stays underneath
+    driver::Type(editor.Text7, "Autumn Cup");
+    driver::Click(Menu().Command2);  // a second press brings the same editor forward
+    EXPECT_EQ(program->TheEditor(), &editor);
+
+    Choose(Menu().Command3, "R1.txt");
+    EXPECT_FALSE(editor.Visible());
+    CloseDisplay();
+    EXPECT_TRUE(editor.Visible());
+    EXPECT_EQ(editor.Text7.Text(), "Autumn Cup");
+
+    driver::Click(editor.Command1);
+    editor.Combo1.SetText("b.trk");
+    dialogs.AnswerInput("Solo");
+    driver::Click(editor.Command2);
+    dialogs.AnswerYesNo(true);  // save
+    dialogs.AnswerYesNo(true);  // show
+    WhenModal("FmFileSelect", [] {
+        dynamic_cast<QLineEdit&>(driver::Named("Text1")).setText("New");
+        driver::Click(driver::Named("Command1"));
+    });
+    driver::Click(editor.Command9);
+    ASSERT_NE(program->TheDesk(), nullptr);
+    EXPECT_EQ(program->TheEditor(), nullptr);
+    EXPECT_EQ(Display().Caption(), " \"Keelview\" Race Browser   Autumn Cup   (New.txt)");
+    CloseDisplay();
+    EXPECT_TRUE(Menu().Visible());
+    EXPECT_EQ(program->TheEditor(), nullptr);
+}
+
+TEST_F(ProgramTest, TheDisplayLeadsToItsDocumentsAndTheMenuToTheDistribution) {
+    ASSERT_TRUE(Start());
+    WhenModal("Haifu", [] { driver::Click(driver::Named("Command2")); });
+    driver::Click(Menu().Command9);
+    Choose(Menu().Command3, "R1.txt");
+    bool listed = false;
+    WhenModal("RefFm", [&listed] {
+        listed = true;
+        driver::Click(driver::Named("Command1"));
+    });
+    driver::Click(Display().Command13);
+    EXPECT_TRUE(listed);
+    EXPECT_TRUE(Display().Visible());
+}
+
+TEST_F(ProgramTest, BrowseOnlyShowsOneRaceAndEndsWithIt) {
+    ASSERT_TRUE(Start(false));
+    EXPECT_EQ(program->TheMenu(), nullptr);
+    EXPECT_EQ(app->race.RaceFileName, "R1.txt");
+    EXPECT_TRUE(Display().Combo1.Visible());
+    EXPECT_FALSE(platform.Ended);
+    CloseDisplay();
+    EXPECT_TRUE(platform.Ended);
+    std::filesystem::remove(tree.Root() / "raceadmin/R1.txt");
+    dialogs.AnswerOk();  // the race cannot be shown
+    EXPECT_FALSE(Start(false));
+}
+
+TEST(Later, WaitsForTheOutermostEvent) {
+    std::string order;
+    Form form("Form", Form::Kind::Fixed, 100, 100);
+    form.OnMouseDown = [&order](const MouseEvent&) {
+        TheApplication().Later([&order] { order += "first "; });
+        TheApplication().Later([&order] { order += "second "; });
+        TheApplication().ThePlatform().DeliverEvents();
+        TheApplication().ThePlatform().Pause(5);
+        order += "handler ";
+    };
+    form.ShowNow();
+    driver::ClickAt(form, {50, 50});
+    EXPECT_EQ(order, "handler first second ");
+}
+
+}  // namespace
+}  // namespace keelview
