@@ -182,10 +182,11 @@ std::error_code WriteFileAtomically(const fs::path& path, std::string_view bytes
     // The target of a link is replaced, not the link.
     const fs::path target = fs::is_symlink(path, error) ? fs::weakly_canonical(path, error) : path;
     if (error && error != std::errc::no_such_file_or_directory) return error;
+    error.clear();
+    if (target.has_parent_path()) fs::create_directories(target.parent_path(), error);
+    if (error) return error;
     mode_t mode = 0;
     error = CheckTarget(target, mode);
-    if (error) return error;
-    if (target.has_parent_path()) fs::create_directories(target.parent_path(), error);
     if (error) return error;
 
     std::string aside = (target.parent_path() / ".write-XXXXXX").string();

@@ -126,7 +126,7 @@ void FmCompile::PlaceRequired() {
     Text2.Move(104, 296, 201, 18);
     Label1.Move(312, 275, 65, 14);
     Text3.Move(376, 272, 33, 18);
-    Label5.Move(333, 299, 81, 17);
+    Label5.Move(331, 299, 81, 17);
     Text5.Move(357, 296, 34, 18);
     Label6.Move(424, 275, 121, 17);
     Text6.Move(544, 273, 41, 18);

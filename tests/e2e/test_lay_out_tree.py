@@ -28,9 +28,9 @@ class LayOutTree(unittest.TestCase):
         file.parent.mkdir(parents=True, exist_ok=True)
         file.write_text(text, encoding="utf-8")
 
-    def lay_out(self, language="en"):
+    def lay_out(self, *words):
         script = PROJECT / "tools" / "lay_out_tree.sh"
-        subprocess.run([script, self.build, self.tree, language], check=True, timeout=60)
+        subprocess.run([script, self.build, self.tree, *(words or ("en",))], check=True, timeout=60)
 
     def text(self, path):
         return (self.tree / path).read_text(encoding="utf-8")
@@ -77,8 +77,9 @@ class LayOutTree(unittest.TestCase):
         self.assertEqual(self.text("raceadmin/Enoshima_R1.txt"), "race 1")
         self.assertEqual(self.text("raceadmin/Ver.00"), "1,0\n")
         self.assertEqual(self.text("raceadmin/racefile.st"), "Enoshima_R2.txt\n")
-        self.lay_out("en")
-        self.assertEqual(self.text("raceadmin/Ver.00"), "1,1\n")
+        for words, settings in ((("en",), "1,1\n"), (("ja", "edit"), "0,0\n")):
+            self.lay_out(*words)
+            self.assertEqual(self.text("raceadmin/Ver.00"), settings)
 
 
 if __name__ == "__main__":

@@ -151,6 +151,18 @@ class VirtualDisplay:
         finally:
             self.xdotool("keyup", key)
 
+    def click_in(self, window, x, y):
+        """A click at a place of a window's inner area."""
+        place = dict(line.split("=") for line in self.xdotool("getwindowgeometry", "--shell", window).splitlines())
+        self.click(int(place["X"]) + x, int(place["Y"]) + y)
+
+    def type(self, text, *keys):
+        """Types a text in place of what stands in the field with the focus, then presses the keys."""
+        self.xdotool("key", "ctrl+a")
+        self.xdotool("type", text)
+        for key in keys:
+            self.xdotool("key", key)
+
     def shot(self):
         """What the screen shows now."""
         command = ["/usr/bin/import", "-display", self.name, "-window", "root", "-depth", "8", "ppm:-"]
