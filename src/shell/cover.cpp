@@ -184,6 +184,7 @@ void Cover::Command5_Click() {
     ClearRaceState(app_.race);
     (isRace ? app_.race.RaceFileName : app_.race.SingleTrackFile) = name;
     Frame1.Hide();
+    Text1.Hide();
     doors_.ShowDisplay();
 }
 

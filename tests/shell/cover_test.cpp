@@ -72,11 +72,13 @@ TEST_F(CoverTest, ARaceIsHandedOverWithNothingLeftOfTheOneBefore) {
 TEST_F(CoverTest, ASingleTrackIsChosenFromAllTracksDtrFirst) {
     for (const char* name : {"b.trk", "a.TRK", "z.dtr", "notes.txt"})
         tree.Write(std::string("GPSDat/") + name, "");
+    for (int boat = 1; boat <= 500; ++boat)
+        tree.Write("GPSDat/江の島, \"" + std::to_string(boat) + "\".trk", "");
     Cover& form = Open();
     driver::Click(form.Command7);
     EXPECT_EQ(app.race.BoatLength, 4.7);
     EXPECT_EQ(form.Combo1.Text(), "z.dtr");
-    EXPECT_EQ(form.Combo1.ListCount(), 3);
+    EXPECT_EQ(form.Combo1.ListCount(), 503);
     driver::Click(form.Command5);
     EXPECT_EQ(app.race.SingleTrackFile, "z.dtr");
     EXPECT_EQ(app.race.RaceFileName, "");

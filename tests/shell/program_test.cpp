@@ -75,7 +75,8 @@ struct ProgramTest : testing::Test {
 TEST_F(ProgramTest, FromTheMenuToARaceAndBackAsOftenAsOneLikes) {
     constexpr int WarmUp = 10;
     constexpr int Visits = 50;
-    constexpr long Bound = 4000;  // kilobytes; a single display that stayed would take five times as much
+    [[maybe_unused]] constexpr long Bound =
+        4000;  // kilobytes; a single display that stayed would take five times as much
     ASSERT_TRUE(Start());
     long before = 0;
     for (int visit = 1; visit <= Visits; ++visit) {
@@ -91,7 +92,9 @@ TEST_F(ProgramTest, FromTheMenuToARaceAndBackAsOftenAsOneLikes) {
     }
     const long grown = ResidentKilobytes() - before;
     RecordProperty("grown_kilobytes", std::to_string(grown));
+#ifndef __SANITIZE_ADDRESS__  // which holds freed memory back
     EXPECT_LT(grown, Bound);
+#endif
 }
 
 TEST_F(ProgramTest, ASingleTrackShowsNothingOfTheRaceBeforeIt) {
@@ -166,20 +169,23 @@ TEST_F(ProgramTest, TheEditorOpensTheRaceThatItSaved) {
     EXPECT_TRUE(editor.Visible());
     EXPECT_EQ(editor.Text7.Text(), "Autumn Cup");
 
+    // Names as people give them, from the files to the display's title.
+    std::filesystem::rename(tree.Root() / "gpsdat/b.trk", tree.Root() / "gpsdat/江の島 \"b\" .trk");
     driver::Click(editor.Command1);
-    editor.Combo1.SetText("b.trk");
-    dialogs.AnswerInput("Solo");
+    editor.Combo1.SetText("江の島 \"b\" .trk");
+    dialogs.AnswerInput("うみ, \"Solo\" ");
     driver::Click(editor.Command2);
     dialogs.AnswerYesNo(true);  // save
     dialogs.AnswerYesNo(true);  // show
     WhenModal("FmFileSelect", [] {
-        dynamic_cast<QLineEdit&>(driver::Named("Text1")).setText("New");
+        dynamic_cast<QLineEdit&>(driver::Named("Text1")).setText("New, \"1\" 江の島");
         driver::Click(driver::Named("Command1"));
     });
     driver::Click(editor.Command9);
     ASSERT_NE(program->TheDesk(), nullptr);
     EXPECT_EQ(program->TheEditor(), nullptr);
-    EXPECT_EQ(Display().Caption(), " \"Keelview\" Race Browser   Autumn Cup   (New.txt)");
+    EXPECT_EQ(Display().Caption(), " \"Keelview\" Race Browser   Autumn Cup   (New, \"1\" 江の島.txt)");
+    EXPECT_EQ(Display().Bnam[0].Caption(), "うみ, \"Solo\"");
     CloseDisplay();
     EXPECT_TRUE(Menu().Visible());
     EXPECT_EQ(program->TheEditor(), nullptr);
