@@ -98,7 +98,7 @@ class VirtualDisplay:
             raise
         finally:
             os.close(reader)
-        self.name = ":" + number.strip().decode()
+        self.name = ":" + number.decode()
         return self
 
     def __exit__(self, *_):
