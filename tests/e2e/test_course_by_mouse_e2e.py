@@ -43,6 +43,8 @@ class HomeView:
         y = south * math.cos(self.up) - east * math.sin(self.up) + MAP_SIDE / 2
         return MAP_LEFT + round(x), MAP_TOP + round(y)
 
+MENU_RACING, MENU_OK = (300, 552), (60, 465)  # places inside the menu
+
 
 class CourseByMouse(unittest.TestCase):
     def setUp(self):
@@ -67,11 +69,14 @@ class CourseByMouse(unittest.TestCase):
         return sum(line.startswith(key) for line in self.race_file.read_text("cp932").splitlines()) == count
 
     def open_race(self):
-        """Starts the program, says yes to editing, stops the film and goes to the home view."""
+        """Starts the program, says yes to editing, chooses the first race, stops the film and goes to the home view."""
         self.display = self.enterContext(VirtualDisplay())
         program = self.display.start([PROJECT / "tools/start_program.sh", self.tree])
         wait_until(lambda: self.display.window_titled("Keelview"), 30, "the question whether to edit")
         self.display.key("Return")
+        menu = wait_until(self.menu, 30, "the menu")
+        for button in (MENU_RACING, MENU_OK):
+            self.display.click_in(menu, *button)
 
         def race_window():
             self.assertIsNone(program.poll(), "the program ended before its window stood")
@@ -82,6 +87,12 @@ class CourseByMouse(unittest.TestCase):
         wait_until(self.leave_auto_trace, 30, "the position under the pointer in the title")
         with self.display.held("shift"):
             self.display.click(500, 500, 3)
+
+    def menu(self):
+        """The menu's window, which bears the same title as the question but is higher; None until it stands."""
+        window = self.display.window_titled("^Keelview$")
+        height = window and re.search(r"HEIGHT=(\d+)", self.display.xdotool("getwindowgeometry", "--shell", window))
+        return window if height and int(height[1]) > 500 else None
 
     def leave_auto_trace(self):
         """Auto trace comes by itself, two seconds after the start; until then its box does not take a click."""

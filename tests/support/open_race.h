@@ -45,6 +45,7 @@ struct OpenRace {
         platform.Folder = tree.Root();
         dialogs.AnswerYesNo(true);  // edit data
         SettleStart(*app, services);
+        app->race.RaceFileName = "R1.txt";  // chosen at the menu
         splash = std::make_unique<Splash>(platform.Screen(), true, "", 1.0);
         desk = std::make_unique<RaceDesk>(*app, services, *splash);
         ASSERT_TRUE(desk->session.LoadRace());
