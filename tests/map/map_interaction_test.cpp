@@ -274,10 +274,12 @@ TEST_F(MapTest, WhatCannotBeSavedIsToldOnceAndStaysInMemory) {
     Open();
     const auto folder = tree.Root() / "raceadmin";
     std::filesystem::rename(folder, tree.Root() / "away");
+    tree.Write("raceadmin", "a file where the folder was");
     dialogs.AnswerOk();
     SetMarks({{300, 300}, {500, 300}});
     EXPECT_TRUE(dialogs.AllAnswered());
     EXPECT_EQ(Race().MarkCount, 2);
+    std::filesystem::remove(folder);
     std::filesystem::rename(tree.Root() / "away", folder);
     SetMarks({{700, 300}});
     EXPECT_TRUE(FileHolds("MK, " + Race().MarkLat[1].Text() + ", " + Race().MarkLon[1].Text()));

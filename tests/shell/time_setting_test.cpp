@@ -74,6 +74,7 @@ TEST_F(TimeSettingTest, WithoutSavingTheFilesTimesComeBack) {
 TEST_F(TimeSettingTest, WhatCannotBeWrittenStaysInMemory) {
     Open();
     std::filesystem::rename(tree.Root() / "raceadmin", tree.Root() / "away");
+    tree.Write("raceadmin", "a file where the folder was");
     driver::Click(Form().Command2);
     dialogs.AnswerOk();  // the mark could not be saved
     ClickMap({300, 300});
