@@ -258,6 +258,8 @@ class ComboBox : public Control {
 class ListBox : public Control {
   public:
     ListBox(Container& parent, std::string_view name, bool multiSelect = false);
+    /// Rows of this height, pixels, instead of that of the font; for items added from then on.
+    void SetRowHeight(int height);
     void Clear();
     void AddItem(std::string_view item);
     void RemoveItem(int index);

@@ -181,6 +181,7 @@ RaceDisp::RaceDisp(const Settings& settings)
     Text11.SetText("00");
     for (Surface* cell : ColourCells()) cell->SetTabStop();
     for (Label* label : {&Label1, &Label5}) label->SetTabStop();
+    Option6.SetFocus();
 }
 
 void RaceDisp::ApplyFonts(const Settings& settings) {

@@ -159,32 +159,38 @@ Colour BoatList::ColourOf(int row) const {
 }
 
 void BoatList::Picture5_MouseMove() {
-    LeaveMapAndBar();
+    EnterPanel();
     form_.LowerBoatList();
 }
 
 void BoatList::Picture8_MouseMove() {
-    LeaveMapAndBar();
+    EnterPanel();
     HideHints();
     form_.RaiseBoatList();
 }
 
 void BoatList::Picture7_MouseMove() {
+    PointAtNothing();
     HideHints();
     form_.LowerBoatList();
 }
 
 void BoatList::Form_MouseMove() {
+    PointAtNothing();
     HideHints();
-    app_.display.PointerOnTimeBar = false;
     form_.LowerBoatList();
 }
 
-void BoatList::LeaveMapAndBar() {
+void BoatList::EnterPanel() {
     ResumeFilm(app_, form_);
+    PointAtNothing();
+    form_.Text7.SetBackColor(White);
+}
+
+/// No boat of the list and no moment of the time bar is under the pointer.
+void BoatList::PointAtNothing() {
     app_.display.PointerOnTimeBar = false;
     app_.display.HoverBoat = -1;
-    form_.Text7.SetBackColor(White);
 }
 
 void BoatList::HideHints() {

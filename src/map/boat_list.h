@@ -36,7 +36,8 @@ class BoatList {
     void Picture8_MouseMove();
     void Form_MouseMove();
     void FocusOn(const std::function<bool(int row)>& inFocus);
-    void LeaveMapAndBar();
+    void EnterPanel();
+    void PointAtNothing();
     void HideHints();
     void ShowListHint(std::string_view hint, const HintPlace& place);
     void PointAtBoat(int row);

@@ -17,7 +17,7 @@ constexpr std::string_view MarkHint = "地図をクリックしてマーク設�
 constexpr std::string_view FirstEndHint = "まずは１点目をクリック";
 constexpr std::string_view SecondEndHint = "続いて2点目をクリック";
 
-constexpr double RowHeight = 12.0;     // of an entry in the course panel
+constexpr int RowHeight = 12;          // of an entry in the course panel
 constexpr double TrembleOfHand = 3.0;  // pixels between the clicks of a double click
 
 /// What a click would take: "MK3", or a line by its negative number, "LINE-2".
@@ -185,6 +185,7 @@ void CourseSetting::ShowCoursePanel() {
     form_.Label4.Move(8, 5, 97, 17);
     form_.List1.Move(5, 20, 75, count * RowHeight + 10);
     form_.Command8.Move(5, height + 30, 76, 17);
+    form_.List1.SetRowHeight(RowHeight);
     form_.List1.Clear();
     for (int entry = 1; entry <= count; ++entry)
         form_.List1.AddItem(std::to_string(entry) + "  " + app_.race.CourseOrder[entry]);

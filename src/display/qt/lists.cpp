@@ -25,6 +25,7 @@ class PersonsList : public QListWidget {
   public:
     using QListWidget::QListWidget;
     std::function<void()> OnKeyChoice;
+    int RowHeight = 0;  ///< 0: as the font has it
 
   protected:
     void keyPressEvent(QKeyEvent* event) override {
@@ -129,8 +130,14 @@ void ListBox::Clear() {
     Native().As<QListWidget>().clear();
 }
 
+void ListBox::SetRowHeight(int height) {
+    Native().As<PersonsList>().RowHeight = height;
+}
+
 void ListBox::AddItem(std::string_view item) {
-    Native().As<QListWidget>().addItem(ToQt(item));
+    auto& list = Native().As<PersonsList>();
+    list.addItem(ToQt(item));
+    if (list.RowHeight > 0) list.item(list.count() - 1)->setSizeHint({0, list.RowHeight});
 }
 
 void ListBox::RemoveItem(int index) {
