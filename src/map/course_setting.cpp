@@ -38,21 +38,25 @@ CourseSetting::CourseSetting(AppState& app, RaceDisp& form, Services& services, 
 
 void CourseSetting::Command2_Click() {
     const bool on = !setMarkMode_;
-    EnterMode(on ? &form_.Command2 : nullptr);
+    Leave();
     setMarkMode_ = on;
+    if (on) form_.Command2.SetBackColor(Yellow);
 }
 
 void CourseSetting::Command3_Click() {
     const bool on = setLineMode_ == LineMode::Off;
-    EnterMode(on ? &form_.Command3 : nullptr);
+    Leave();
     setLineMode_ = on ? LineMode::FirstEnd : LineMode::Off;
+    if (on) form_.Command3.SetBackColor(Yellow);
 }
 
 void CourseSetting::Command5_Click() {
     const bool on = !setCourseMode_;
-    EnterMode(on ? &form_.Command5 : nullptr);
+    Leave();
     setCourseMode_ = on;
-    if (on) ShowCoursePanel();
+    if (!on) return;
+    form_.Command5.SetBackColor(Yellow);
+    ShowCoursePanel();
 }
 
 void CourseSetting::Command8_Click() {
@@ -60,20 +64,15 @@ void CourseSetting::Command8_Click() {
     CourseChanged();
 }
 
-/// Ends the mode that was on and marks the button of the one that begins; none for no mode.
-void CourseSetting::EnterMode(Button* button) {
+void CourseSetting::Leave() {
     setMarkMode_ = false;
     setLineMode_ = LineMode::Off;
     setCourseMode_ = false;
-    for (Button* each : {&form_.Command2, &form_.Command3, &form_.Command5})
-        each->SetBackColor(each == button ? Yellow : ButtonFace);
+    for (Button* button : {&form_.Command2, &form_.Command3, &form_.Command5})
+        button->SetBackColor(ButtonFace);
     form_.Line4.SetVisible(false);
     form_.Picture9.Hide();
     app_.passes.StatsReady = false;
-}
-
-void CourseSetting::Leave() {
-    EnterMode(nullptr);
 }
 
 bool CourseSetting::PickEntry(const MouseEvent& event, const MapPosition& at) {
@@ -125,7 +124,7 @@ void CourseSetting::PlaceLineEnd(const MapPosition& at) {
 
 void CourseSetting::EndPlacing() {
     chart_.DrawCourse();
-    EnterMode(nullptr);
+    Leave();
     form_.Text7.Hide();  // its hint has been followed, and may lie where the next click goes
     form_.Command5.SetEnabled(CourseCanBeSet(app_.race));
 }

@@ -41,7 +41,6 @@ class CourseSetting {
     void Command3_Click();
     void Command5_Click();
     void Command8_Click();
-    void EnterMode(Button* button);
     void PlaceMark(const MapPosition& at);
     void PlaceLineEnd(const MapPosition& at);
     void EndPlacing();
