@@ -90,6 +90,7 @@ class Build {
     void CopyRaces() {
         for (const std::string& race : order_.RaceNames) CopyOneFile("raceadmin", race);
         for (const std::string& race : order_.RaceNames) GatherRaceFiles(race);
+        if (order_.AttachMap) CopyMapLicences();
     }
 
     std::vector<std::string> TakeMissing() { return std::move(missing_); }
@@ -107,6 +108,13 @@ class Build {
                 CopyOneFile("coastline", race.MapFile.at(static_cast<std::size_t>(i)));
         for (int i = 1; i <= race.AttachCount; ++i)
             CopyOneFile("attachment", race.AttachFile.at(static_cast<std::size_t>(i)));
+    }
+
+    /// The coast data may be handed on with their notice and licence texts alone. Data of the person's own
+    /// may have none.
+    void CopyMapLicences() {
+        for (const std::string_view name : {"NOTICE", "COPYING", "COPYING.LESSER"})
+            if (IsFile(FindBelow(appPath_, "coastline") / name)) CopyOneFile("coastline", name);
     }
 
     /// Copies a file to the same folder and name below the root; one that is not there is noted.

@@ -70,7 +70,8 @@ struct DistributionTest : testing::Test {
         tree.Boat("a.trk", 35 * 60, 139 * 60, 0.001, 0, 0, 20);
         tree.Write("GPSDAT-is-not-it/b.trk", "");
         tree.Write("winddat/wind, east.CSV", "x");
-        tree.Write("coastline/5339.cst", "x");
+        for (const char* file : {"5339.cst", "5340.cst", "NOTICE", "COPYING.LESSER"})
+            tree.Write(std::string("coastline/") + file, "x");
         tree.Write("attachment/notice \"1\".pdf", "x");
         tree.Race("R1.txt",
                   "BN, A.TRK, Alpha\r\nBN, gone.trk, Ghost\r\nWF, wind, east.CSV\r\nMAP, 5339\r\n");
@@ -97,11 +98,12 @@ TEST_F(DistributionTest, AWebMediumHoldsAllThatItsRacesName) {
     for (const char* place :
          {"keelview", "qt.conf", "lib/libQt6Core.so.6", "plugins/platforms/libqxcb.so",
           "fonts/VL-PGothic-Regular.ttf", "gun.wav", "raceadmin/R1.txt", "raceadmin/R2.txt", "gpsdat/A.TRK",
-          "winddat/wind, east.CSV", "coastline/5339.cst", "attachment/notice \"1\".pdf"})
+          "winddat/wind, east.CSV", "coastline/5339.cst", "coastline/NOTICE", "coastline/COPYING.LESSER",
+          "attachment/notice \"1\".pdf"})
         EXPECT_TRUE(Has(place)) << place;
     EXPECT_EQ(*ReadWholeFile(Built("raceadmin/ver.00")), "1,0\r\n");
-    for (const char* place :
-         {"raceadmin/racefile.st", "autorun.inf", "plugins/platforminputcontexts/libcompose.so"})
+    for (const char* place : {"raceadmin/racefile.st", "autorun.inf", "coastline/5340.cst",
+                              "plugins/platforminputcontexts/libcompose.so"})
         EXPECT_FALSE(Has(place)) << place;
     EXPECT_EQ(fs::status(Built("keelview")).permissions() & fs::perms::owner_exec, fs::perms::owner_exec);
     EXPECT_EQ(result.Missing, (std::vector<std::string>{"gpsdat/gone.trk", "attachment/../../secret"}));

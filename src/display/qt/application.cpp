@@ -1,6 +1,8 @@
 #include "display/application.h"
 
 #include <QApplication>
+#include <QDir>
+#include <QFontDatabase>
 #include <QIcon>
 #include <QPalette>
 #include <QPixmapCache>
@@ -44,6 +46,13 @@ QPalette LightPalette() {
     palette.setColor(QPalette::Highlight, QColor(0, 96, 192));
     palette.setColor(QPalette::HighlightedText, ToQt(White));
     return palette;
+}
+
+/// Takes the faces that lie beside the program: a distribution brings them to machines that have none.
+void LoadOwnFonts() {
+    const QDir folder(QCoreApplication::applicationDirPath() + "/fonts");
+    for (const QString& face : folder.entryList({"*.ttf", "*.otf", "*.ttc"}, QDir::Files))
+        QFontDatabase::addApplicationFont(folder.filePath(face));
 }
 
 bool AnyWindowShown() {
@@ -124,6 +133,7 @@ struct Application::Impl {
 
 Application::Application(int& argc, char** argv) : impl_(std::make_unique<Impl>(argc, argv)) {
     LinkAssets();
+    LoadOwnFonts();
     QApplication::setQuitOnLastWindowClosed(false);
     QApplication::setApplicationName("Keelview");
     QApplication::setStyle(new TightStyle);
