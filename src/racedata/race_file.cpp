@@ -326,16 +326,30 @@ std::optional<std::string> EncodeLines(const std::vector<std::string>& lines, Te
     return bytes;
 }
 
+/// True if a reader takes the bytes for what they are: accents can look like half-width kana, and the other
+/// way round.
+bool IsToldApart(const std::string& bytes, TextEncoding encoding) {
+    const DecodedText read = DecodeText(bytes);
+    return read.Encoding == encoding || (encoding == TextEncoding::Utf8 && read.Utf8 == bytes);
+}
+
+/// The bytes of a file: in the encoding of the old one, or else in the first that holds the text.
+std::optional<std::string> EncodeRace(const std::vector<std::string>& lines, const std::string& old) {
+    const TextEncoding before = DecodeText(old).Encoding;
+    for (const TextEncoding encoding : {before, TextEncoding::Utf8, TextEncoding::Utf8WithMark}) {
+        auto bytes = EncodeLines(lines, encoding, BytesByLine(old, encoding));
+        if (bytes && IsToldApart(*bytes, encoding)) return bytes;
+    }
+    return {};
+}
+
 }  // namespace
 
 std::error_code SaveRaceFile(const std::filesystem::path& appPath, const RaceControl& race) {
     if (race.RaceFileName.empty()) return {};
     const auto path = RacePath(appPath, race.RaceFileName);
     const std::string old = ReadWholeFile(path, FileLimit).value_or(std::string());
-    const TextEncoding encoding = DecodeText(old).Encoding;
-    const std::vector<std::string> lines = LineWriter(race).Write();
-    auto bytes = EncodeLines(lines, encoding, BytesByLine(old, encoding));
-    if (!bytes) bytes = EncodeLines(lines, TextEncoding::Utf8, {});
+    const auto bytes = EncodeRace(LineWriter(race).Write(), old);
     if (!bytes) return std::make_error_code(std::errc::illegal_byte_sequence);
     return WriteFileAtomically(path, *bytes);
 }
