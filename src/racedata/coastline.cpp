@@ -1,6 +1,7 @@
 #include "racedata/coastline.h"
 
 #include <cmath>
+#include <optional>
 #include <string_view>
 
 #include "base/angles.h"
@@ -20,10 +21,12 @@ constexpr double ShiftX = -148.0;  // metres, Tokyo datum to WGS-84
 constexpr double ShiftY = 508.0;
 constexpr double ShiftZ = 680.0;
 
-constexpr double BandMinutes = 40.0;  // first-level square
-constexpr double SquareLat = 5.0;     // second-level square, minutes
+constexpr double BandMinutes = 40.0;   // first-level square
+constexpr double FirstColumn = 100.0;  // degrees east, from which the columns count
+constexpr double SquareLat = 5.0;      // second-level square, minutes
 constexpr double SquareLon = 7.5;
 constexpr double Fractions = 10000.0;  // units of a point along a square's side
+constexpr std::string_view Digits = "0123456789";
 constexpr int PairsALine = 7;
 constexpr std::size_t PairWidth = 10;
 constexpr std::size_t FieldWidth = 5;
@@ -31,6 +34,13 @@ constexpr std::uintmax_t FileLimit = 64U << 20U;
 
 std::string_view Field(std::string_view line, std::size_t from, std::size_t width) {
     return from < line.size() ? line.substr(from, width) : std::string_view();
+}
+
+/// The share of a square's side that a field of a point tells; nothing unless it consists of digits.
+std::optional<double> ShareOfSide(std::string_view field) {
+    field = Trim(field);
+    if (field.empty() || field.find_first_not_of(Digits) != std::string_view::npos) return {};
+    return LenientNumber(field) / Fractions;
 }
 
 /// What is wanted of the coast: a box in minutes of arc.
@@ -62,23 +72,23 @@ class CellReader {
     void OpenSquare(std::string_view code) {
         point_ = 0;
         length_ = 0;
-        inWindow_ = code.size() == 6 && code.find_first_not_of("0123456789") == std::string_view::npos;
+        inWindow_ = code.size() == 6 && code.find_first_not_of(Digits) == std::string_view::npos;
         if (!inWindow_) return;
         lat0_ =
             LenientNumber(code.substr(0, 2)) * BandMinutes + LenientNumber(code.substr(4, 1)) * SquareLat;
-        lon0_ = LenientNumber(code.substr(2, 2)) * 60 + 6000 + LenientNumber(code.substr(5, 1)) * SquareLon;
+        lon0_ = (LenientNumber(code.substr(2, 2)) + FirstColumn) * 60 +
+                LenientNumber(code.substr(5, 1)) * SquareLon;
         inWindow_ = lat0_ + SquareLat > window_.South && lat0_ < window_.North && lon0_ < window_.East &&
                     lon0_ + SquareLon > window_.West;
     }
 
     void ReadPoints(std::string_view line) {
         for (std::size_t pair = 0; pair < PairsALine && point_ < length_; ++pair) {
-            const std::string_view x = Field(line, pair * PairWidth, FieldWidth);
-            const std::string_view y = Field(line, pair * PairWidth + FieldWidth, FieldWidth);
-            if (Trim(x).empty() || Trim(y).empty()) return;
+            const auto x = ShareOfSide(Field(line, pair * PairWidth, FieldWidth));
+            const auto y = ShareOfSide(Field(line, pair * PairWidth + FieldWidth, FieldWidth));
+            if (!x || !y) return;
             ++point_;
-            const Position at = TokyoToWgs84(lat0_ + LenientNumber(y) * SquareLat / Fractions,
-                                             lon0_ + LenientNumber(x) * SquareLon / Fractions);
+            const Position at = TokyoToWgs84(lat0_ + *y * SquareLat, lon0_ + *x * SquareLon);
             coast_.CoastLat.push_back(point_ == 1 ? -at.Lat : at.Lat);
             coast_.CoastLon.push_back(at.Lon);
             ++coast_.CoastCount;
@@ -117,8 +127,8 @@ std::vector<std::string> CoastCells(const CoastArea& area) {
     const double halfLon = half / area.LonScale;
     const int south = FloorToInt((area.CentreLat - half) / BandMinutes);
     const int north = FloorToInt((area.CentreLat + half) / BandMinutes);
-    const int west = FloorToInt((area.CentreLon - halfLon) / 60) - 100;
-    const int east = FloorToInt((area.CentreLon + halfLon) / 60) - 100;
+    const int west = FloorToInt((area.CentreLon - halfLon) / 60 - FirstColumn);
+    const int east = FloorToInt((area.CentreLon + halfLon) / 60 - FirstColumn);
     std::vector<std::string> cells;
     for (int band = south; band <= north && cells.size() < MaxCells; ++band)
         for (int column = west; column <= east && cells.size() < MaxCells; ++column)
@@ -136,7 +146,7 @@ Coast LoadCoastlines(const std::filesystem::path& appPath, const std::vector<std
         const auto bytes = ReadWholeFile(FindBelow(appPath, "coastline/" + cell + ".cst"), FileLimit);
         if (!bytes) continue;
         CellReader reader(window, coast);
-        for (const std::string_view line : Lines(*bytes)) reader.Read(line);
+        for (std::string_view rest = *bytes; !rest.empty();) reader.Read(CutLine(rest));
     }
     return coast;
 }
