@@ -78,6 +78,11 @@ std::optional<CivilTime> DayFirstDate(std::string_view text, char separator) {
     return MakeCivilTime(year + (year < 80 ? 2000 : 1900), month, day, 0, 0, 0);
 }
 
+/// False for a value that is no number, too: the packed forms of a huge number make one.
+bool IsSomewhere(double minutes) {
+    return std::fabs(minutes) <= FarthestMinutes;
+}
+
 char DateSeparator(std::string_view date) {
     return date.find('-') != std::string_view::npos ? '-' : '/';
 }
@@ -106,7 +111,7 @@ std::optional<TrackFix> TrackLineReader::ReadFix(std::string_view line) {
     const std::optional<CivilTime>& day = Day(fields[3]);
     if (!day) return std::nullopt;
     const TrackFix fix{Coordinate(fields[1]), Coordinate(fields[2]), *day + *timeOfDay};
-    if (std::fabs(fix.Lat) > FarthestMinutes || std::fabs(fix.Lon) > FarthestMinutes) return std::nullopt;
+    if (!IsSomewhere(fix.Lat) || !IsSomewhere(fix.Lon)) return std::nullopt;
     return fix;
 }
 

@@ -16,6 +16,8 @@ namespace keelview {
 
 namespace {
 
+constexpr std::uintmax_t FileLimit = 256U << 20U;
+
 std::filesystem::path WindPath(const std::filesystem::path& appPath, const RaceControl& race) {
     return FindBelow(appPath, "winddat/" + race.WindFileName);
 }
@@ -33,13 +35,14 @@ bool WindFileExists(const std::filesystem::path& appPath, const RaceControl& rac
 }
 
 void LoadWindFile(const std::filesystem::path& appPath, const RaceControl& race, WindData& wind) {
-    const auto bytes = ReadWholeFile(WindPath(appPath, race));
+    const auto bytes = ReadWholeFile(WindPath(appPath, race), FileLimit);
     const auto start = ParseDateTime(race.StartTimeText);
     if (!bytes || !start) return;
     wind = {};
     const std::string text = DecodeText(*bytes).Utf8;
     bool header = true;
-    for (std::string_view line : Lines(text)) {
+    for (std::string_view rest = text; !rest.empty();) {
+        std::string_view line = CutLine(rest);
         if (std::exchange(header, false) || std::ranges::count(line, ',') < 2) continue;
         const auto time = ParseDateTime(CutHead(line, ','));
         const double speed = LenientNumber(CutHead(line, ','));
