@@ -1,0 +1,76 @@
+"""keelview-report as a script meets it: one JSON object, or one line on standard error and exit status 2."""
+
+import json
+import subprocess
+import sys
+import tempfile
+import unittest
+from pathlib import Path
+
+BUILD = Path(sys.argv[1])
+
+
+class Report(unittest.TestCase):
+    @classmethod
+    def setUpClass(cls):
+        folder = tempfile.TemporaryDirectory()
+        cls.addClassCleanup(folder.cleanup)
+        cls.tree = Path(folder.name)
+        for name in ("raceadmin", "gpsdat"):
+            (cls.tree / name).mkdir()
+        # North over the line at six knots, a fix every ten seconds, clocks nine hours ahead.
+        fixes = [
+            f"T N35{17 + t / 600:08.5f} E13929.00000 05/08/04 03:{30 + t // 60:02}:{t % 60:02} 1\r\n"
+            for t in range(0, 590, 10)
+        ]
+        (cls.tree / "gpsdat" / "a.trk").write_text("".join(fixes), encoding="ascii")
+        race = (
+            'T1, "春" の杯\r\nST, 2004/8/5 12:30:00\r\nFT, 2004/8/5 12:40:00\r\nWD, 350\r\n'
+            "BN, a.trk, Al\tpha\r\nLN, 2117.5, 8368.9, 2117.5, 8369.3\r\nCRS, L1\r\n"
+        )
+        (cls.tree / "raceadmin" / "R1.txt").write_bytes(race.encode("cp932"))
+
+    def run_report(self, *arguments):
+        command = [BUILD / "keelview-report", *arguments]
+        return subprocess.run(command, capture_output=True, timeout=60, text=True, encoding="utf-8")
+
+    def test_a_race_is_one_json_object(self):
+        before = sorted(self.tree.rglob("*"))
+        ran = self.run_report(self.tree, "r1.TXT", "--at", "300.5", "--at", "-1")
+        self.assertEqual((ran.returncode, ran.stderr), (0, ""))
+        report = json.loads(ran.stdout)
+        self.assertEqual(report["race"]["titles"], ['"春" の杯', "", ""])
+        self.assertEqual(report["race"]["time_diff"], 9)
+        (boat,) = report["boats"]
+        self.assertEqual((boat["name"], boat["points"], boat["last_time"]), ("Al\tpha", 59, 580))
+        miles = 580 / 600 * report["scale"]["metres_per_lat_minute"] / 1852
+        self.assertAlmostEqual(boat["distance"], miles, places=4)
+        self.assertAlmostEqual(boat["pass_times"][0], 300, delta=1)
+        self.assertEqual(report["finish_order"], [1])
+        sailing, waiting = report["at"]
+        self.assertAlmostEqual(sailing["boats"][0]["lat"], 2117 + 300.5 / 600, places=4)
+        self.assertAlmostEqual(sailing["boats"][0]["true_wind_angle"], 10)
+        self.assertEqual(sailing["wind"], {"direction_true": 350, "direction_magnetic": 350, "speed": 0})
+        self.assertEqual(waiting["boats"], [None])
+        self.assertEqual(sorted(self.tree.rglob("*")), before)  # it only reads
+
+    def test_wrong_use_is_one_line_and_exit_status_2(self):
+        for arguments in (
+            (),
+            (self.tree,),
+            (self.tree, "R1.txt", "more"),
+            (self.tree, "R1.txt", "--at"),
+            (self.tree, "R1.txt", "--at", "noon"),
+            (self.tree, "R1.txt", "--help-me"),
+            (self.tree, "none.txt"),
+            (self.tree / "none", "R1.txt"),
+            (self.tree, "../raceadmin/R1.txt"),
+        ):
+            with self.subTest(arguments=arguments):
+                ran = self.run_report(*arguments)
+                self.assertEqual((ran.returncode, ran.stdout), (2, ""))
+                self.assertRegex(ran.stderr, r"\A[^\n]+\n\Z")
+
+
+if __name__ == "__main__":
+    unittest.main(argv=["test_report"])
