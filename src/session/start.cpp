@@ -1,41 +1,16 @@
 #include "session/start.h"
 
-#include <optional>
-#include <string_view>
-#include <vector>
+#include <utility>
 
 #include "base/bilingual.h"
 #include "base/files.h"
-#include "base/numbers.h"
-#include "base/strings.h"
-#include "base/text_encoding.h"
+#include "racedata/start_files.h"
 
 namespace keelview {
 
 namespace {
 
-constexpr std::uintmax_t SettingsFileLimit = 1 << 16;
 constexpr double BaseDataSeconds = 60.0;  // how long the unpacking of the base data is waited for
-
-/// The first line of a small text file of the race folder; nothing if there is no line.
-std::optional<std::string> FirstLine(const Settings& settings, std::string_view relative) {
-    const auto bytes = ReadWholeFile(FindBelow(settings.AppPath, relative), SettingsFileLimit);
-    if (!bytes) return {};
-    const std::string text = DecodeText(*bytes).Utf8;
-    const auto lines = Lines(text);
-    if (lines.empty()) return {};
-    return std::string(lines.front());
-}
-
-void ReadVersionFile(Settings& settings) {
-    settings.EditMode = true;
-    settings.UseEnglish = false;
-    const auto line = FirstLine(settings, "raceadmin/Ver.00");
-    if (!line) return;
-    std::string_view rest = *line;
-    settings.EditMode = LenientNumber(CutHead(rest, ',')) != 1;
-    settings.UseEnglish = LenientNumber(rest) > 0;
-}
 
 void SettleLook(Settings& settings, Services& services) {
     settings.AppTitle = Text{"Keelview", "キールビュー"}.Str(settings.UseEnglish);
@@ -100,13 +75,7 @@ void AskForMode(Settings& settings, Services& services) {
 }  // namespace
 
 std::string FirstRace(const Settings& settings) {
-    if (const auto line = FirstLine(settings, "raceadmin/racefile.st")) {
-        std::string_view rest = *line;
-        std::string_view name = Trim(CutHead(rest, ','));
-        if (name.size() >= 2 && name.front() == '"' && name.back() == '"')
-            name = name.substr(1, name.size() - 2);
-        return std::string(name);
-    }
+    if (auto named = ReadStartRace(settings.AppPath)) return *std::move(named);
     const auto races = ListFiles(FindBelow(settings.AppPath, "raceadmin"), "*.txt");
     return races.empty() ? std::string() : races.front();
 }
@@ -114,7 +83,9 @@ std::string FirstRace(const Settings& settings) {
 StartOutcome SettleStart(AppState& app, Services& services) {
     Settings& settings = app.settings;
     settings.AppPath = services.platform.ProgramFolder();
-    ReadVersionFile(settings);
+    const StartSettings chosen = ReadStartSettings(settings.AppPath);
+    settings.EditMode = chosen.EditMode;
+    settings.UseEnglish = chosen.UseEnglish;
     SettleLook(settings, services);
     if (!LocaleIsKnown(settings, services)) return StartOutcome::End;
     if (InstalledFromDisc(settings, services)) return StartOutcome::End;
