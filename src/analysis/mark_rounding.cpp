@@ -22,6 +22,7 @@ constexpr int StartFrom = -120;  // seconds between which the start is looked fo
 constexpr int StartTo = 360;
 constexpr int LongestSearch = 10'000'000;  // seconds, four months: no race file may keep the search longer
 constexpr int QuietSeconds = 4;            // without a segment, after which no test can change its mind
+constexpr int SearchSteps = 200'000'000;   // for all boats together; a hostile race ends in seconds, too
 
 constexpr double NoAngle = 500.0;         // no angle yet
 constexpr double NarrowestAngle = 150.0;  // beyond it the boat is on the inside of the corner
@@ -100,9 +101,10 @@ struct SecondRange {
 class BoatSearch {
   public:
     /// `last` is the position last found, kept from search to search and over all boats: it stands in for
-    /// the boat where the track says nothing.
-    BoatSearch(const Tracks& tracks, int boat, const Course& course, Position& last)
-        : walk_(tracks, boat), course_(course), last_(last) {}
+    /// the boat where the track says nothing. After `steps` seconds that had to be looked at it finds no
+    /// more.
+    BoatSearch(const Tracks& tracks, int boat, int steps, const Course& course, Position& last)
+        : walk_(tracks, boat), steps_(steps), course_(course), last_(last) {}
 
     /// The second at which the line is crossed: the last crossing of the range for the start, the first one
     /// for any other line. 0 when it is not.
@@ -118,7 +120,7 @@ class BoatSearch {
             return Position{north * turnCos - east * turnSin, east * turnCos + north * turnSin};
         };
         int found = 0;
-        Scan(range, [&](int t, int segment) {
+        Scan(range, {line.At, LineRadius}, [&](int t, int segment) {
             if (segment == 0 || !(course_.Distance(line.At, last_) < LineRadius)) return false;
             const auto [y1, x1] = turned(last_);
             const auto [y2, x2] = turned(walk_.On(segment, t + 1));
@@ -136,7 +138,7 @@ class BoatSearch {
     int Rounding(const Entry& mark, SecondRange range) {
         double previous = NoAngle;
         int found = 0;
-        Scan(range, [&](int t, int) {
+        Scan(range, {mark.At, RoundingRadius}, [&](int t, int) {
             if (!mark.HasCorner || !(course_.Distance(mark.At, last_) < RoundingRadius)) return false;
             const double angle = WrapDifference(mark.RoundingBearing - course_.Bearing(mark.At, last_));
             if (std::abs(angle) < NarrowestAngle && previous < 360 && previous * angle <= 0) {
@@ -154,7 +156,7 @@ class BoatSearch {
     int NoLongerNearer(const Entry& mark, SecondRange range, int after) {
         double best = 5000;
         int found = 0;
-        Scan(range, [&](int t, int) {
+        Scan(range, {mark.At, RoundingRadius}, [&](int t, int) {
             const double distance = course_.Distance(mark.At, last_);
             if (!(distance < RoundingRadius)) return false;
             if (distance < best) {
@@ -172,7 +174,7 @@ class BoatSearch {
     int NearestApproach(const Entry& mark, SecondRange range) {
         double best = 1000;
         int found = 0;
-        Scan(range, [&](int t, int) {
+        Scan(range, {mark.At, GapRadius}, [&](int t, int) {
             const double distance = course_.Distance(mark.At, last_);
             if (distance < GapRadius && distance < best) {
                 best = distance;
@@ -184,13 +186,31 @@ class BoatSearch {
     }
 
   private:
-    /// Moves through the range and has each second judged, until `found` says so. Long stretches without a
-    /// segment are skipped once the position has stood for a few seconds.
+    /// The circle outside which a search does not look at the boat.
+    struct Circle {
+        Position Centre;
+        double Radius = 0.0;
+    };
+
+    /// The next second to look at after t on a segment: all before it lie outside the circle. A segment's
+    /// last second is looked at too, as the boat stays there when the track ends.
+    int NextSecond(const Circle& circle, int segment, int t) const {
+        const double away = course_.Distance(circle.Centre, last_) - circle.Radius;
+        const int last = walk_.LastSecondOf(segment);
+        if (!(away > 0) || t >= last) return t + 1;
+        constexpr double Caution = 0.999;  // roundings of the way and the speed
+        const double seconds = away / course_.Distance(last_, walk_.On(segment, t + 1)) * Caution;
+        return t + std::clamp(FloorToInt(seconds), 1, last - t);
+    }
+
+    /// Moves through the range and has each second judged at which the boat may be in the circle, until
+    /// `found` says so. Long stretches without a segment are skipped once the position has stood for a few
+    /// seconds.
     template <class Found>
-    void Scan(SecondRange range, Found found) {
+    void Scan(SecondRange range, const Circle& circle, Found found) {
         walk_.Restart();
         int quiet = 0;
-        for (int t = range.From; t <= range.To;) {
+        for (int t = range.From; t <= range.To && steps_ > 0;) {
             const int segment = walk_.SegmentAt(t);
             if (segment > 0) {
                 last_ = walk_.On(segment, t);
@@ -199,12 +219,15 @@ class BoatSearch {
                 t = walk_.NextChance(t);
                 continue;
             }
+            --steps_;
             if (found(t, segment)) return;
-            ++t;
+            const int next = segment > 0 ? NextSecond(circle, segment, t) : t + 1;
+            t = std::min(next, std::max(t + 1, range.To));
         }
     }
 
     TrackWalk walk_;
+    int steps_;
     const Course& course_;
     Position& last_;
 };
@@ -265,16 +288,17 @@ void FindMarkPassTimes(const RaceControl& race, const Tracks& tracks, const Eart
                        MarkPasses& passes) {
     const Course course = PlaceCourse(race, scale);
     const int lastSecond = std::min(race.ReplaySpan, LongestSearch);
+    const int steps = SearchSteps / std::max(race.BoatCount, 1);
     passes.MarkPassTime = {};
     Position last;
     for (int boat = 1; boat <= race.BoatCount; ++boat) {
         if (tracks.TrackPointCount[boat] < 2) continue;
-        BoatSearch search(tracks, boat, course, last);
+        BoatSearch search(tracks, boat, steps, course, last);
         FindPasses(search, course, lastSecond, passes.MarkPassTime[boat]);
     }
     for (int boat = 1; boat <= race.BoatCount; ++boat) {
         if (tracks.TrackPointCount[boat] < 2) continue;
-        BoatSearch search(tracks, boat, course, last);
+        BoatSearch search(tracks, boat, steps, course, last);
         FillGaps(search, course, passes.MarkPassTime[boat]);
     }
     FindFirstPasses(race, course, passes);

@@ -49,6 +49,9 @@ class TrackWalk {
                 lon_[segment] + (lon_[segment + 1] - lon_[segment]) * f};
     }
 
+    /// The last second that a segment holds.
+    int LastSecondOf(int segment) const { return times_[segment + 1] - 1; }
+
     /// After a lookup at t without a segment: the first second at which another one may find one; the
     /// largest int when none will.
     int NextChance(int t) const {
