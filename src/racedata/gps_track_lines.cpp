@@ -5,12 +5,10 @@
 
 #include "base/numbers.h"
 #include "base/strings.h"
+#include "racedata/limits.h"
 
 namespace keelview {
 namespace {
-
-/// Minutes of arc that no unit and no slip of the unit gives; more would spoil the sums that follow.
-constexpr double FarthestMinutes = 1e7;
 
 /// A fix needs a sixth field, whatever it holds.
 constexpr std::size_t FieldsOfFix = 6;

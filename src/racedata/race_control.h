@@ -1,6 +1,7 @@
 #pragma once
 
 #include <array>
+#include <cmath>
 #include <optional>
 #include <string>
 #include <utility>
@@ -11,17 +12,20 @@
 
 namespace keelview {
 
-/// A number of the race control file that is written back as it was typed: the text and its value.
+/// A position's number of the race control file that is written back as it was typed: the text and its
+/// value in minutes of arc, 0 where it lies on no globe.
 class TextNumber {
   public:
     TextNumber() = default;
-    explicit TextNumber(std::string text) : text_(std::move(text)), value_(LenientNumber(text_)) {}
+    explicit TextNumber(std::string text) : text_(std::move(text)), value_(OnGlobe(LenientNumber(text_))) {}
     explicit TextNumber(double value) : text_(NumberText(value)), value_(value) {}
 
     const std::string& Text() const { return text_; }
     operator double() const { return value_; }  // NOLINT(google-explicit-constructor): it is a number
 
   private:
+    static double OnGlobe(double value) { return std::fabs(value) <= FarthestMinutes ? value : 0.0; }
+
     std::string text_;
     double value_ = 0.0;
 };

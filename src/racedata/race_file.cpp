@@ -30,8 +30,10 @@ std::filesystem::path RacePath(const std::filesystem::path& appPath, const std::
     return FindBelow(appPath, "raceadmin/" + name);
 }
 
-double Finite(double value) {
-    return std::isfinite(value) ? value : 0.0;
+/// The leading number of a text; 0 where it is beyond all that is meant.
+double UsableNumber(std::string_view text) {
+    const double value = LenientNumber(text);
+    return std::fabs(value) <= LargestNumber ? value : 0.0;
 }
 
 /// Takes lines into a race, one by one.
@@ -62,7 +64,7 @@ class LineReader {
         return true;
     }
     static bool Take(double& target, std::string_view rest) {
-        target = Finite(LenientNumber(rest));
+        target = UsableNumber(rest);
         return true;
     }
 
@@ -75,16 +77,14 @@ class LineReader {
         if (key == "LL") return ReadLayLines(rest);
         if (key != "BT") return false;
         // More than a week before the start is no pre-start.
-        race_.PreStartMinutes = std::clamp(Finite(LenientNumber(rest)), 0.0, 10080.0);
+        race_.PreStartMinutes = std::clamp(UsableNumber(rest), 0.0, 10080.0);
         race_.PreStartSeconds = race_.PreStartMinutes * 60;
         return true;
     }
 
     bool ReadLength(std::string_view rest) {
         if (reader_ != Reader::Editor) return Take(race_.BoatLength, rest);
-        const auto length = StrictNumber(rest);
-        if (length) race_.BoatLength = Finite(*length);
-        return length.has_value();
+        return StrictNumber(rest) && Take(race_.BoatLength, rest);
     }
 
     bool ReadTimeDiff(std::string_view rest) {
@@ -95,8 +95,8 @@ class LineReader {
 
     bool ReadLayLines(std::string_view rest) {
         if (rest.find(',') == std::string_view::npos) return false;
-        const double up = Finite(LenientNumber(CutHead(rest, ',')));
-        const double down = Finite(LenientNumber(rest));
+        const double up = UsableNumber(CutHead(rest, ','));
+        const double down = UsableNumber(rest);
         if (up != 0) race_.LayLineUp = up;
         if (down != 0) race_.LayLineDown = down;
         return true;

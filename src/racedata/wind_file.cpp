@@ -47,7 +47,9 @@ void LoadWindFile(const std::filesystem::path& appPath, const RaceControl& race,
         const auto time = ParseDateTime(CutHead(line, ','));
         const double speed = LenientNumber(CutHead(line, ','));
         const double direction = LenientNumber(CutHead(line, ','));
-        if (!time || !std::isfinite(speed) || !std::isfinite(direction) || !InPeriod(race, *time)) continue;
+        if (!time || std::fabs(speed) > LargestNumber || std::fabs(direction) > LargestNumber ||
+            !InPeriod(race, *time))
+            continue;
         const CivilTime seconds = *time - *start;
         if (std::abs(seconds) > std::numeric_limits<std::int32_t>::max()) continue;
         wind.WindTimes.push_back(static_cast<std::int32_t>(seconds));
