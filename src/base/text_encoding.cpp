@@ -150,7 +150,7 @@ bool IsValidUtf8(std::string_view bytes) {
 }
 
 std::optional<std::string> EncodeText(std::string_view utf8, TextEncoding encoding) {
-    if (encoding != TextEncoding::ShiftJis) return std::string(utf8);
+    if (encoding != TextEncoding::ShiftJis || IsAllAscii(utf8)) return std::string(utf8);
     Converter converter(ShiftJisTable, "UTF-8");
     std::string bytes;
     if (!converter.Ready() || !converter.Convert(utf8, bytes)) return std::nullopt;
