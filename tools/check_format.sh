@@ -5,5 +5,5 @@ cd "$(dirname "${BASH_SOURCE[0]}")/.."
 
 mode=(--dry-run --Werror)
 [ "${1:-}" != --fix ] || mode=(-i)
-find src tests bench tools \( -name '*.cpp' -o -name '*.h' \) -print0 |
+find src tests bench fuzz tools \( -name '*.cpp' -o -name '*.h' \) -print0 |
     xargs -0 --no-run-if-empty clang-format "${mode[@]}"

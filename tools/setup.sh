@@ -10,6 +10,8 @@ TEST_PACKAGES=(ccache libgtest-dev libgmock-dev libbenchmark-dev x11-utils clang
     "${VIRTUAL_DISPLAY_PACKAGES[@]}")
 # What CI needs on top.
 CI_PACKAGES=(clang-tidy-19)
+# What looking for hostile files needs on top.
+FUZZ_PACKAGES=(clang-19 libclang-rt-19-dev)
 
 # missing_packages PACKAGE... : prints those that are not installed, one a line.
 missing_packages() {
