@@ -71,6 +71,18 @@ TEST_F(TimeSettingTest, WithoutSavingTheFilesTimesComeBack) {
     }
 }
 
+TEST_F(TimeSettingTest, TheTimesOfASingleTrackStay) {
+    Open();
+    app->race.RaceFileName.clear();
+    app->race.SingleTrackFile = "boat1.trk";
+    app->race.BoatCount = 1;
+    TypeTimes("2004/8/5 12:31:00", "2004/8/5 12:39:00");
+    Confirm();
+    EXPECT_EQ(Form().Text9.Text(), "2004/8/5 12:31:00");
+    EXPECT_EQ(app->race.RaceDuration, 480);
+    EXPECT_EQ(app->tracks.TrackTime[1][1], 0);
+}
+
 TEST_F(TimeSettingTest, WhatCannotBeWrittenStaysInMemory) {
     Open();
     std::filesystem::rename(tree.Root() / "raceadmin", tree.Root() / "away");
