@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cstddef>
 
+#include "analysis/race_numbers.h"
 #include "base/files.h"
 #include "base/strings.h"
 #include "base/text_encoding.h"
@@ -103,36 +104,45 @@ class Build {
         for (int i = 1; i <= race.BoatCount; ++i)
             CopyOneFile("gpsdat", race.BoatFile.at(static_cast<std::size_t>(i)));
         CopyOneFile("winddat", race.WindFileName);
-        if (order_.AttachMap)
-            for (int i = 1; i <= race.MapCount; ++i)
-                CopyOneFile("coastline", race.MapFile.at(static_cast<std::size_t>(i)));
+        if (order_.AttachMap) CopyMap(race);
         for (int i = 1; i <= race.AttachCount; ++i)
             CopyOneFile("attachment", race.AttachFile.at(static_cast<std::size_t>(i)));
     }
 
+    /// The coast of a race. Squares of open water have no file. A race that was never opened for editing
+    /// does not name its squares: they follow from its tracks.
+    void CopyMap(const RaceControl& race) const {
+        std::vector<std::string> names(race.MapFile.begin() + 1, race.MapFile.begin() + 1 + race.MapCount);
+        if (names.empty())
+            for (const std::string& cell : LoadRaceNumbers(appPath_, race.RaceFileName).coastCells)
+                names.push_back(cell + ".cst");
+        for (const std::string& name : names) CopyIfThere("coastline", name);
+    }
+
     /// The coast data may be handed on with their notice and licence texts alone. Data of the person's own
     /// may have none.
-    void CopyMapLicences() {
+    void CopyMapLicences() const {
         for (const std::string_view name : {"NOTICE", "COPYING", "COPYING.LESSER"})
-            if (IsFile(FindBelow(appPath_, "coastline") / name)) CopyOneFile("coastline", name);
+            CopyIfThere("coastline", name);
     }
 
     /// Copies a file to the same folder and name below the root; one that is not there is noted.
     void CopyOneFile(std::string_view folder, std::string_view name) {
-        if (name.empty()) return;
-        const fs::path source = FindBelow(FindBelow(appPath_, folder), name);
-        const fs::path place = fs::path(folder) / PlaceOf(name);
-        if (IsFile(source))
-            CopyWhole(source, root_ / place);
-        else
-            Miss(place.generic_string());
+        if (!name.empty() && !CopyIfThere(folder, name)) Miss(PlaceOf(folder, name).generic_string());
     }
 
-    /// The name as a path: a name with backslashes lies in folders here.
-    static fs::path PlaceOf(std::string_view name) {
+    bool CopyIfThere(std::string_view folder, std::string_view name) const {
+        const fs::path source = FindBelow(FindBelow(appPath_, folder), name);
+        if (name.empty() || !IsFile(source)) return false;
+        CopyWhole(source, root_ / PlaceOf(folder, name));
+        return true;
+    }
+
+    /// The name below its folder as a path: a name with backslashes lies in folders here.
+    static fs::path PlaceOf(std::string_view folder, std::string_view name) {
         std::string place(name);
         std::ranges::replace(place, '\\', '/');
-        return place;
+        return fs::path(folder) / place;
     }
 
     void Miss(const std::string& name) {

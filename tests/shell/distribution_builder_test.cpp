@@ -120,6 +120,16 @@ TEST_F(DistributionTest, AWebMediumHoldsAllThatItsRacesName) {
     EXPECT_FALSE(DistributionExists(tree.Root(), "Spring"));
 }
 
+TEST_F(DistributionTest, ARaceThatNamesNoMapGetsTheSquaresUnderItsTracks) {
+    tree.Boat("off Enoshima.trk", 35 * 60 + 17, 139 * 60 + 29, 0.001, 0, 0, 20);  // square 5239
+    tree.Write("coastline/5239.cst", "x");
+    tree.Race("R1.txt", "BN, off Enoshima.trk, Alpha\r\n");
+    order.RaceNames = {"R1.txt"};
+    EXPECT_TRUE(Build().Missing.empty());
+    EXPECT_TRUE(Has("coastline/5239.cst"));
+    EXPECT_FALSE(Has("coastline/5339.cst"));
+}
+
 TEST_F(DistributionTest, ACdRomStartsByItselfInItsLanguage) {
     order.Target = Medium::CdRom;
     order.UseEnglish = true;
