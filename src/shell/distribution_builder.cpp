@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cstddef>
+#include <cstdint>
 
 #include "analysis/race_numbers.h"
 #include "base/files.h"
@@ -43,10 +44,20 @@ void MakeFolder(const fs::path& folder) {
     Check(error, folder);
 }
 
+/// True if a file's folder has less room than another file takes.
+bool NoRoomFor(const fs::path& source, const fs::path& target) {
+    std::error_code error;
+    const std::uintmax_t room = fs::space(target.parent_path(), error).available;
+    return !error && room < FileSize(source).value_or(0);
+}
+
 void CopyWhole(const fs::path& source, const fs::path& target) {
     MakeFolder(target.parent_path());
     std::error_code error;
     fs::copy_file(source, target, fs::copy_options::overwrite_existing, error);
+    // The copy itself calls a full disc an input/output error.
+    if (error == std::errc::io_error && NoRoomFor(source, target))
+        error = std::make_error_code(std::errc::no_space_on_device);
     Check(error, target);
 }
 
