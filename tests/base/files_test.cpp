@@ -97,12 +97,14 @@ TEST(Files, WhatMayNotBeWrittenStaysAsItIs) {
     EXPECT_EQ(WriteFileAtomically(tree.Root() / "marked", "new"), std::errc::permission_denied);
     EXPECT_EQ(WriteFileAtomically(tree.Root() / "shut/file", "new"), std::errc::permission_denied);
     EXPECT_EQ(WriteFileAtomically(tree.Root() / "shut/other", "new"), std::errc::permission_denied);
-    EXPECT_EQ(WriteFileAtomically(tree.Root() / "none/file", "new"), std::errc::no_such_file_or_directory);
+    EXPECT_EQ(WriteFileAtomically(tree.Root() / "marked/file", "new"), std::errc::not_a_directory);
     EXPECT_TRUE(WriteFileAtomically(tree.Root() / "folder", "new"));
     EXPECT_EQ(tree.Read("marked"), "old");
     EXPECT_EQ(tree.Read("shut/file"), "old");
     EXPECT_EQ(Entries(tree.Root()) + Entries(tree.Root() / "shut"), 4U);
     fs::permissions(tree.Root() / "shut", fs::perms{0755});
+    EXPECT_FALSE(WriteFileAtomically(tree.Root() / "none/yet/file", "new"));  // the folders come with it
+    EXPECT_EQ(tree.Read("none/yet/file"), "new");
 }
 
 }  // namespace

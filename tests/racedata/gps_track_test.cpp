@@ -7,6 +7,7 @@
 #include <vector>
 
 #include "racedata/gps_track_lines.h"
+#include "racedata/track_derivation.h"
 #include "support/temp_tree.h"
 
 namespace keelview {
@@ -161,6 +162,7 @@ TEST_F(GpsTrackTest, SmallFilesAndOtherExtensionsGiveNoPointsAndAMissingOneIsNam
     EXPECT_TRUE(Load().empty());
     const std::vector<int> points(tracks.TrackPointCount.begin() + 1, tracks.TrackPointCount.begin() + 8);
     EXPECT_EQ(points, (std::vector<int>{1, 1, 0, 0, 1, 0, 1}));
+    DeriveTracks(*race, scale, tracks);
     for (const auto* array : {&tracks.TrackLat, &tracks.TrackDist, &tracks.TrackSpeed})
         for (int boat = 1; boat <= 7; ++boat)
             EXPECT_EQ((*array)[boat].size(), static_cast<std::size_t>(points[boat - 1] + 1));

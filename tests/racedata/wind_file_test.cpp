@@ -77,8 +77,7 @@ TEST_F(WindFileTest, WhatIsWrittenReadsBack) {
     LoadWindFile(tree.Root(), *race, back);
     EXPECT_EQ(back.WindTimes, wind.WindTimes);
     EXPECT_EQ(back.WindDirections, wind.WindDirections);
-    std::filesystem::remove_all(tree.Root() / "winddat");
-    EXPECT_TRUE(SaveWindFile(tree.Root(), *race, wind));
+    EXPECT_TRUE(SaveWindFile(tree.Root() / "winddat/R2_WIND.CSV", *race, wind));
 }
 
 }  // namespace
