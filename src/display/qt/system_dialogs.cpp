@@ -1,6 +1,9 @@
+#include <QAbstractButton>
 #include <QApplication>
 #include <QInputDialog>
+#include <QLocale>
 #include <QMessageBox>
+#include <utility>
 
 #include "display/qt/convert.h"
 #include "display/qt/system.h"
@@ -8,6 +11,14 @@
 namespace keelview {
 
 namespace {
+
+/// The buttons speak the language of the system, as those of its own boxes do.
+void NameButtons(QMessageBox& box) {
+    if (QLocale::system().language() != QLocale::Japanese) return;
+    for (const auto& [button, words] :
+         {std::pair(QMessageBox::Yes, "はい(&Y)"), {QMessageBox::No, "いいえ(&N)"}})
+        if (QAbstractButton* face = box.button(button)) face->setText(words);
+}
 
 class SystemDialogs : public Dialogs {
   public:
@@ -43,6 +54,7 @@ class SystemDialogs : public Dialogs {
     static int Say(QMessageBox& box, std::string_view text) {
         box.setTextFormat(Qt::PlainText);
         box.setText(ToQt(text));
+        NameButtons(box);
         return box.exec();
     }
 
