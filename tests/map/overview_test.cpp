@@ -112,14 +112,15 @@ TEST_F(OverviewTest, ARightPressTurnsTheWindOfAWindwardUpMapInEditMode) {
                        {false, true, 10, 40, 0, 100},
                        {false, true, 300, 40, -40, 75},
                        {false, true, 300, -40, 40, 255}};
+    bool told = false;
+    Form().Text3.OnChange = [&] { told = app->display.WindTextArmed; };
     for (const auto& c : cases) {
         app->race.NorthUp = c.northUp;
         app->settings.EditMode = c.editMode;
         app->display.WindTextArmed = false;
         app->race.WindDirection = c.up;
         Form().Text3.SetText("-");
-        bool told = false;
-        Form().Text3.OnChange = [&] { told = app->display.WindTextArmed; };
+        told = false;
         TurnMap(c.up);
         ClickFromMiddle(c.right, c.above, Qt::RightButton);
         EXPECT_NEAR(app->view.ScreenUpDirection, c.turned, 1.5);
