@@ -111,17 +111,17 @@ void GroundWidget::SetTitle(const QString& title, Colour colour) {
 void GroundWidget::paintEvent(QPaintEvent* /*event*/) {
     QPainter painter(this);
     if (ground_) painter.fillRect(rect(), ToQt(*ground_));
-    if (title_) PaintTitle(painter);
+    if (title_) PaintTitle(painter, *title_);
     PaintBorder(painter, rect(), border_);
     PaintFocus(painter, *this);
 }
 
-void GroundWidget::PaintTitle(QPainter& painter) const {
+void GroundWidget::PaintTitle(QPainter& painter, const QString& title) const {
     const QFontMetrics metrics(font());
-    const int lineTop = title_->isEmpty() ? 0 : metrics.height() / 2;
+    const int lineTop = title.isEmpty() ? 0 : metrics.height() / 2;
     const QRect line(0, lineTop, width() - 1, height() - 1 - lineTop);
     const int textWidth =
-        title_->isEmpty() ? 0 : std::min(metrics.horizontalAdvance(*title_), width() - 2 * TitleLeft);
+        title.isEmpty() ? 0 : std::min(metrics.horizontalAdvance(title), width() - 2 * TitleLeft);
     const QRect titleBox(TitleLeft, 0, textWidth, metrics.height());
     QRegion outside(rect());
     if (textWidth > 0) outside -= titleBox.adjusted(-TitleGap, 0, TitleGap, 0);
@@ -131,7 +131,7 @@ void GroundWidget::PaintTitle(QPainter& painter) const {
     painter.drawRect(line);
     painter.restore();
     painter.setPen(ToQt(titleColour_));
-    DrawFitted(painter, titleBox, Align::Left, *title_);
+    DrawFitted(painter, titleBox, Align::Left, title);
 }
 
 TextPlate::TextPlate(QWidget* parent, Align align, BorderStyle border)

@@ -29,7 +29,7 @@ class GroundWidget : public QWidget {
     void paintEvent(QPaintEvent* event) override;
 
   private:
-    void PaintTitle(QPainter& painter) const;
+    void PaintTitle(QPainter& painter, const QString& title) const;
     BorderStyle border_;
     std::optional<Colour> ground_;
     std::optional<QString> title_;

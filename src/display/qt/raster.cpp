@@ -27,7 +27,8 @@ void Blend(Pixel& under, Pixel colour, int cover) {
 }
 
 int CoverOf(double share) {
-    return static_cast<int>(share * FullCover + 0.5);
+    // A share is never negative, and this is the innermost step of every thick line.
+    return static_cast<int>(share * FullCover + 0.5);  // NOLINT(bugprone-incorrect-roundings)
 }
 
 /// How much of the pixel from `cell` to `cell` + 1 lies between two places of its axis, 0 to 1.

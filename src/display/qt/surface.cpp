@@ -64,7 +64,7 @@ Surface::Surface(Container& parent, std::string_view name, BorderStyle border)
     Container::Native().ToScale = [this](const QPointF& at) {
         return QPointF(at.x() / Canvas::Native().UnitX(), at.y() / Canvas::Native().UnitY());
     };
-    Move(0, 0, 0, 0);
+    Surface::Move(0, 0, 0, 0);
 }
 
 Surface::~Surface() {

@@ -6,6 +6,7 @@
 #include <QPainter>
 #include <algorithm>
 #include <cmath>
+#include <ranges>
 
 #include "display/qt/convert.h"
 #include "display/qt/native_control.h"
@@ -95,8 +96,8 @@ bool SurfaceBoard::event(QEvent* event) {
 }
 
 bool SurfaceBoard::MoveOnSprite(const QPointF& at) {
-    for (auto sprite = sprites_.rbegin(); sprite != sprites_.rend(); ++sprite) {
-        const SpriteItem& item = **sprite;
+    for (const auto& sprite : std::views::reverse(sprites_)) {
+        const SpriteItem& item = *sprite;
         const QRectF rect = item.Rect();
         const bool inside = at.x() >= rect.left() && at.x() < rect.right() && at.y() >= rect.top() &&
                             at.y() < rect.bottom();
