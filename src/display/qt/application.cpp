@@ -136,8 +136,7 @@ Application::Application(int& argc, char** argv) : impl_(std::make_unique<Impl>(
     LoadOwnFonts();
     QApplication::setQuitOnLastWindowClosed(false);
     QApplication::setApplicationName("Keelview");
-    QApplication::setStyle(new TightStyle);
-    // NOLINTNEXTLINE(clang-analyzer-cplusplus.NewDeleteLeaks): the application has taken the style over
+    QApplication::setStyle(new TightStyle);  // the application takes it over
     QApplication::setPalette(LightPalette());
     QPixmapCache::setCacheLimit(ButtonFaceKilobytes);
     QApplication::setFont(UiFont({}, DefaultPoints, false));
