@@ -124,17 +124,19 @@ void ReplayFrame::UpdateFinishList() {
     const bool visible = last > 0 && t >= FirstFinish(app_);
     form_.Position.SetVisible(visible);
     if (!visible) return;
+    const int listed = app_.fleet.FinishedCount;
     for (int boat = 1; boat <= app_.race.BoatCount; ++boat) {
         const int finish = app_.passes.MarkPassTime[At(boat)][At(last)];
         if (finish > 0 && t >= finish && !app_.fleet.BoatFinished[At(boat)]) AppendFinisher(boat);
     }
+    if (app_.fleet.FinishedCount == listed) return;
+    PlayGun(app_, services_);  // once, however many finished since the last frame
+    DrawFinishList();
 }
 
 void ReplayFrame::AppendFinisher(int boat) {
-    PlayGun(app_, services_);
     app_.fleet.FinishOrder[At(++app_.fleet.FinishedCount)] = boat;
     app_.fleet.BoatFinished[At(boat)] = true;
-    DrawFinishList();
 }
 
 void ReplayFrame::DrawFinishList() {
