@@ -6,6 +6,7 @@
 
 #include <algorithm>
 #include <cerrno>
+#include <chrono>
 #include <cstdlib>
 #include <string>
 #include <utility>
@@ -84,6 +85,20 @@ std::error_code CheckTarget(const fs::path& target, mode_t& mode) {
     if (!MayWrite(target, status)) return std::make_error_code(std::errc::permission_denied);
     mode = status.st_mode & 07777U;
     return {};
+}
+
+constexpr std::string_view AsidePrefix = ".write-";
+
+/// Removes what writers that were killed have left in a folder: files aside that nobody has touched for
+/// hours.
+void SweepAsides(const fs::path& folder) {
+    const auto old = fs::file_time_type::clock::now() - std::chrono::hours(3);
+    std::error_code error;
+    for (fs::directory_iterator entry(folder, error), end; !error && entry != end; entry.increment(error)) {
+        if (!entry->path().filename().string().starts_with(AsidePrefix)) continue;
+        std::error_code unseen;
+        if (entry->last_write_time(unseen) < old && !unseen) fs::remove(entry->path(), unseen);
+    }
 }
 
 /// Writes the file aside and brings it to the disc.
@@ -189,7 +204,9 @@ std::error_code WriteFileAtomically(const fs::path& path, std::string_view bytes
     error = CheckTarget(target, mode);
     if (error) return error;
 
-    std::string aside = (target.parent_path() / ".write-XXXXXX").string();
+    const fs::path folder = target.has_parent_path() ? target.parent_path() : fs::path(".");
+    SweepAsides(folder);
+    std::string aside = (folder / (std::string(AsidePrefix) + "XXXXXX")).string();
     Descriptor file(::mkostemp(aside.data(), O_CLOEXEC));
     if (!file.IsOpen()) return LastError();
     error = WriteAside(file, bytes, mode);
@@ -199,8 +216,8 @@ std::error_code WriteFileAtomically(const fs::path& path, std::string_view bytes
         return error;
     }
     // The name too must reach the disc; where the file system cannot do that, the file stands all the same.
-    const Descriptor folder = OpenToRead(target.has_parent_path() ? target.parent_path() : fs::path("."));
-    if (folder.IsOpen()) ::fsync(folder.Number());
+    const Descriptor names = OpenToRead(folder);
+    if (names.IsOpen()) ::fsync(names.Number());
     return {};
 }
 

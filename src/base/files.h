@@ -22,6 +22,7 @@ bool ReadWholeFile(const std::filesystem::path& path, std::uintmax_t limit, std:
 /// Replaces a file as a whole: writes aside in the same folder, flushes to the disc, renames. A folder that
 /// is not there yet is made. On failure the old file stands untouched, nothing is left beside it, and the
 /// error says why. Permissions of an old file are kept, and a file that may not be written is not replaced.
+/// What a writer that was killed has left beside it goes with a later write, hours on.
 std::error_code WriteFileAtomically(const std::filesystem::path& path, std::string_view bytes);
 
 /// The path of `relative` (its parts separated by '/' or '\\') below `base`, where each part is found

@@ -13,7 +13,10 @@ namespace keelview {
 /// A folder of its own for one test, gone when the test is over.
 class TempTree {
   public:
-    TempTree() : root_(NextRoot()) { std::filesystem::create_directories(root_); }
+    explicit TempTree(const std::filesystem::path& below = std::filesystem::temp_directory_path())
+        : root_(below / NextName()) {
+        std::filesystem::create_directories(root_);
+    }
     ~TempTree() {
         std::error_code ignored;
         std::filesystem::remove_all(root_, ignored);
@@ -37,10 +40,9 @@ class TempTree {
     }
 
   private:
-    static std::filesystem::path NextRoot() {
+    static std::string NextName() {
         static std::atomic<int> number{0};
-        return std::filesystem::temp_directory_path() /
-               ("keelview-test-" + std::to_string(::getpid()) + "-" + std::to_string(++number));
+        return "keelview-test-" + std::to_string(::getpid()) + "-" + std::to_string(++number);
     }
     std::filesystem::path root_;
 };
