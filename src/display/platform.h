@@ -32,7 +32,8 @@ class Platform {
   public:
     virtual ~Platform() = default;
 
-    /// Folder of the program's data, without a separator at its end.
+    /// Folder of the program's data, without a separator at its end: KEELVIEW_TREE where it is set, else as
+    /// SettleDataFolder tells.
     virtual std::filesystem::path ProgramFolder() = 0;
     /// LocaleJapanese for ja_JP, LocaleEnglish for en_US and for C or POSIX, 0 for any other.
     virtual int UserLocale() = 0;

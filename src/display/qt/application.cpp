@@ -136,6 +136,7 @@ Application::Application(int& argc, char** argv) : impl_(std::make_unique<Impl>(
     LoadOwnFonts();
     QApplication::setQuitOnLastWindowClosed(false);
     QApplication::setApplicationName("Keelview");
+    QGuiApplication::setDesktopFileName("org.keelview.Keelview");
     QApplication::setStyle(new TightStyle);  // the application takes it over
     QApplication::setPalette(LightPalette());
     QPixmapCache::setCacheLimit(ButtonFaceKilobytes);

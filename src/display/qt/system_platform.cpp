@@ -15,6 +15,7 @@
 #include <ctime>
 
 #include "base/files.h"
+#include "display/data_folder.h"
 #include "display/platform.h"
 #include "display/qt/convert.h"
 #include "display/qt/native_control.h"
@@ -56,7 +57,9 @@ class SystemPlatform : public Platform {
     std::filesystem::path ProgramFolder() override {
         const std::string tree = Variable("KEELVIEW_TREE");
         if (!tree.empty()) return std::filesystem::path(tree).lexically_normal();
-        return FromQt(QCoreApplication::applicationDirPath());
+        const QString data = QStandardPaths::writableLocation(QStandardPaths::GenericDataLocation);
+        return SettleDataFolder(FromQt(QCoreApplication::applicationFilePath()), FromQt(data + "/keelview"),
+                                UserLocale() == LocaleJapanese);
     }
 
     int UserLocale() override {
