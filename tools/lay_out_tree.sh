@@ -29,18 +29,15 @@ collect() {
     done < <(find "$1" -type f -print0)
 }
 
-# settings : the two small files that steer the start: the mode and the language, and the race to open.
+# settings : the two small files that steer the start: the race to open, and the mode and the language. Those of an
+# installation are for the full program.
 settings() {
-    local browse=1 english=1 race=Enoshima_R1.txt
-    [ "$mode" != edit ] || browse=0
-    if [ "$language" = ja ]; then
-        english=0
-        race=Enoshima_R2.txt
-    fi
-    printf '%s,%s\r\n' "$browse" "$english" >"$scratch/Ver.00"
-    printf '%s\r\n' "$race" >"$scratch/racefile.st"
-    source_of[raceadmin/Ver.00]=$scratch/Ver.00
-    source_of[raceadmin/racefile.st]=$scratch/racefile.st
+    local start=packaging/start/$language
+    collect "$start" raceadmin
+    [ "$mode" = edit ] || {
+        sed 's/^0,/1,/' "$start/Ver.00" >"$scratch/Ver.00"
+        source_of[raceadmin/Ver.00]=$scratch/Ver.00
+    }
 }
 
 # checksums NAME FILE... : fills the associative array NAME with the checksums of the files, by file name.
