@@ -1,93 +1,18 @@
 #include "base/files.h"
 
-#include <fcntl.h>
-#include <sys/stat.h>
-#include <unistd.h>
-
 #include <algorithm>
-#include <cerrno>
 #include <chrono>
 #include <cstdlib>
 #include <string>
 #include <utility>
 
 #include "base/strings.h"
+#include "base/system_files.h"
 
 namespace keelview {
 namespace {
 
 namespace fs = std::filesystem;
-
-std::error_code LastError() {
-    return {errno, std::generic_category()};
-}
-
-/// An open file of the platform, closed when it goes.
-class Descriptor {
-  public:
-    explicit Descriptor(int number) : number_(number) {}
-    ~Descriptor() {
-        if (number_ >= 0) ::close(number_);
-    }
-    Descriptor(const Descriptor&) = delete;
-    Descriptor& operator=(const Descriptor&) = delete;
-    Descriptor(Descriptor&&) = delete;
-    Descriptor& operator=(Descriptor&&) = delete;
-
-    bool IsOpen() const { return number_ >= 0; }
-    int Number() const { return number_; }
-
-    /// Closes now, so that an error on the way to the disc is seen.
-    bool Close() { return ::close(std::exchange(number_, -1)) == 0; }
-
-  private:
-    int number_;
-};
-
-Descriptor OpenToRead(const fs::path& path) {
-    // Without O_NONBLOCK a named pipe would hold the program until someone writes into it.
-    return Descriptor(::open(path.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK));
-}
-
-bool WriteAll(int file, std::string_view bytes) {
-    while (!bytes.empty()) {
-        const ssize_t written = ::write(file, bytes.data(), bytes.size());
-        if (written < 0 && errno == EINTR) continue;
-        if (written < 0) return false;
-        bytes.remove_prefix(static_cast<std::size_t>(written));
-    }
-    return true;
-}
-
-/// The rights of a new file: those that the process gives to all its files.
-mode_t NewFileMode() {
-    const mode_t mask = ::umask(0);
-    ::umask(mask);
-    return 0666U & ~mask;
-}
-
-/// True if the path may be written, by its own marks too: those stop even a user who may do anything.
-bool MayWrite(const fs::path& path, const struct stat& status) {
-    return (status.st_mode & 0222U) != 0 && ::access(path.c_str(), W_OK) == 0;
-}
-
-/// What the target of a replacement is like, or why it cannot be replaced.
-std::error_code CheckTarget(const fs::path& target, mode_t& mode) {
-    struct stat status {};
-    const fs::path folder = target.has_parent_path() ? target.parent_path() : fs::path(".");
-    if (::stat(folder.c_str(), &status) != 0) return LastError();
-    if (!MayWrite(folder, status)) return std::make_error_code(std::errc::permission_denied);
-    if (::stat(target.c_str(), &status) != 0) {
-        mode = NewFileMode();
-        return errno == ENOENT ? std::error_code{} : LastError();
-    }
-    if (!S_ISREG(status.st_mode)) return std::make_error_code(std::errc::is_a_directory);
-    if (!MayWrite(target, status)) return std::make_error_code(std::errc::permission_denied);
-    mode = status.st_mode & 07777U;
-    return {};
-}
-
-constexpr std::string_view AsidePrefix = ".write-";
 
 /// Removes what writers that were killed have left in a folder: files aside that nobody has touched for
 /// hours.
@@ -99,14 +24,6 @@ void SweepAsides(const fs::path& folder) {
         std::error_code unseen;
         if (entry->last_write_time(unseen) < old && !unseen) fs::remove(entry->path(), unseen);
     }
-}
-
-/// Writes the file aside and brings it to the disc.
-std::error_code WriteAside(Descriptor& file, std::string_view bytes, mode_t mode) {
-    if (!WriteAll(file.Number(), bytes)) return LastError();
-    if (::fchmod(file.Number(), mode) != 0 || ::fsync(file.Number()) != 0) return LastError();
-    if (!file.Close()) return LastError();
-    return {};
 }
 
 /// A name that leads nowhere else: ".." and names cut short by a zero byte are set in brackets.
@@ -174,51 +91,20 @@ std::optional<std::string> ReadWholeFile(const fs::path& path, std::uintmax_t li
 }
 
 bool ReadWholeFile(const fs::path& path, std::uintmax_t limit, std::string& bytes) {
-    const Descriptor file = OpenToRead(path);
-    struct stat status {};
-    if (!file.IsOpen() || ::fstat(file.Number(), &status) != 0 || !S_ISREG(status.st_mode)) return false;
-    const auto expected = static_cast<std::uintmax_t>(status.st_size);
-    if (expected > limit) return false;
-    bytes.resize(static_cast<std::size_t>(expected));
-    std::size_t filled = 0;
-    while (filled < bytes.size()) {
-        const ssize_t count = ::read(file.Number(), bytes.data() + filled, bytes.size() - filled);
-        if (count < 0 && errno == EINTR) continue;
-        if (count < 0) return false;
-        if (count == 0) break;  // cut short by someone else meanwhile
-        filled += static_cast<std::size_t>(count);
-    }
-    bytes.resize(filled);
-    return true;
+    return ReadRegularFile(path, limit, bytes);
 }
 
 std::error_code WriteFileAtomically(const fs::path& path, std::string_view bytes) {
     std::error_code error;
     // The target of a link is replaced, not the link.
-    const fs::path target = fs::is_symlink(path, error) ? fs::weakly_canonical(path, error) : path;
+    fs::path target = fs::is_symlink(path, error) ? fs::weakly_canonical(path, error) : path;
     if (error && error != std::errc::no_such_file_or_directory) return error;
     error.clear();
-    if (target.has_parent_path()) fs::create_directories(target.parent_path(), error);
+    if (!target.has_parent_path()) target = fs::path(".") / target;
+    fs::create_directories(target.parent_path(), error);
     if (error) return error;
-    mode_t mode = 0;
-    error = CheckTarget(target, mode);
-    if (error) return error;
-
-    const fs::path folder = target.has_parent_path() ? target.parent_path() : fs::path(".");
-    SweepAsides(folder);
-    std::string aside = (folder / (std::string(AsidePrefix) + "XXXXXX")).string();
-    Descriptor file(::mkostemp(aside.data(), O_CLOEXEC));
-    if (!file.IsOpen()) return LastError();
-    error = WriteAside(file, bytes, mode);
-    if (!error && ::rename(aside.c_str(), target.c_str()) != 0) error = LastError();
-    if (error) {
-        ::unlink(aside.c_str());
-        return error;
-    }
-    // The name too must reach the disc; where the file system cannot do that, the file stands all the same.
-    const Descriptor names = OpenToRead(folder);
-    if (names.IsOpen()) ::fsync(names.Number());
-    return {};
+    SweepAsides(target.parent_path());
+    return ReplaceWholeFile(target, bytes);
 }
 
 fs::path FindBelow(const fs::path& base, std::string_view relative) {

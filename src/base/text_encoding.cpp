@@ -1,57 +1,12 @@
 #include "base/text_encoding.h"
 
-#include <iconv.h>
-
-#include <array>
-#include <cerrno>
-#include <cstdint>
+#include "base/system_text.h"
 
 namespace keelview {
 namespace {
 
 constexpr std::string_view ByteOrderMark = "\xEF\xBB\xBF";
 constexpr std::string_view Replacement = "\xEF\xBF\xBD";  // U+FFFD
-
-/// Code page 932 as glibc knows it: of the tables at hand it gives back most codes as they came.
-constexpr const char* ShiftJisTable = "CP932";
-
-/// One conversion of the platform's tables, closed when it goes.
-class Converter {
-  public:
-    Converter(const char* to, const char* from) : handle_(iconv_open(to, from)) {}
-    ~Converter() {
-        if (Ready()) iconv_close(handle_);
-    }
-    Converter(const Converter&) = delete;
-    Converter& operator=(const Converter&) = delete;
-    Converter(Converter&&) = delete;
-    Converter& operator=(Converter&&) = delete;
-
-    bool Ready() const {
-        // The platform says "no such table" by a pointer of value -1.
-        return reinterpret_cast<std::intptr_t>(handle_) != -1;  // NOLINT(*-reinterpret-cast)
-    }
-
-    /// Converts as far as it goes and cuts what was converted off `text`. True if nothing is left.
-    bool Convert(std::string_view& text, std::string& out) {
-        std::array<char, 4096> buffer{};
-        while (!text.empty()) {
-            char* from = const_cast<char*>(text.data());  // NOLINT(*-const-cast): only read
-            std::size_t fromLeft = text.size();
-            char* to = buffer.data();
-            std::size_t toLeft = buffer.size();
-            const std::size_t result = iconv(handle_, &from, &fromLeft, &to, &toLeft);
-            const bool full = result == static_cast<std::size_t>(-1) && errno == E2BIG;
-            out.append(buffer.data(), buffer.size() - toLeft);
-            text.remove_prefix(text.size() - fromLeft);
-            if (result == static_cast<std::size_t>(-1) && !full) return false;
-        }
-        return true;
-    }
-
-  private:
-    iconv_t handle_;
-};
 
 bool IsAscii(unsigned char c) {
     return c < 0x80;
@@ -108,18 +63,6 @@ std::string ReplaceBadUtf8(std::string_view text) {
     return good;
 }
 
-std::string DecodeShiftJis(std::string_view bytes) {
-    Converter converter("UTF-8", ShiftJisTable);
-    if (!converter.Ready()) return ReplaceBadUtf8(bytes);
-    std::string text;
-    text.reserve(bytes.size() + bytes.size() / 2);
-    while (!converter.Convert(bytes, text)) {
-        text += Replacement;
-        bytes.remove_prefix(1);
-    }
-    return text;
-}
-
 bool IsAllAscii(std::string_view bytes) {
     for (const char c : bytes) {
         if (!IsAscii(static_cast<unsigned char>(c))) return false;
@@ -137,7 +80,7 @@ DecodedText DecodeText(std::string_view bytes) {
     if (IsValidUtf8(bytes) && !LooksLikeHalfWidthKana(bytes)) {
         return {std::string(bytes), TextEncoding::Utf8};
     }
-    return {DecodeShiftJis(bytes), TextEncoding::ShiftJis};
+    return {DecodeCodePage932(bytes, Replacement), TextEncoding::ShiftJis};
 }
 
 bool IsValidUtf8(std::string_view bytes) {
@@ -151,10 +94,7 @@ bool IsValidUtf8(std::string_view bytes) {
 
 std::optional<std::string> EncodeText(std::string_view utf8, TextEncoding encoding) {
     if (encoding != TextEncoding::ShiftJis || IsAllAscii(utf8)) return std::string(utf8);
-    Converter converter(ShiftJisTable, "UTF-8");
-    std::string bytes;
-    if (!converter.Ready() || !converter.Convert(utf8, bytes)) return std::nullopt;
-    return bytes;
+    return EncodeCodePage932(utf8);
 }
 
 }  // namespace keelview

@@ -8,6 +8,7 @@
 #include "base/files.h"
 #include "base/strings.h"
 #include "base/text_encoding.h"
+#include "display/process.h"
 #include "racedata/race_control.h"
 #include "racedata/race_file.h"
 

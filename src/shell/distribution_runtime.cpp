@@ -1,13 +1,7 @@
 #include "shell/distribution_runtime.h"
 
-#include <fcntl.h>
-#include <spawn.h>
-#include <sys/wait.h>
-#include <unistd.h>
-
 #include <algorithm>
 #include <array>
-#include <cerrno>
 #include <initializer_list>
 #include <optional>
 #include <set>
@@ -15,6 +9,7 @@
 
 #include "base/files.h"
 #include "base/strings.h"
+#include "display/process.h"
 
 namespace keelview {
 
@@ -141,34 +136,6 @@ void AddFonts(const fs::path& appPath, Collector& files) {
     }
 }
 
-/// The file actions of a child whose output goes into a pipe, released when they go.
-class ChildFiles {
-  public:
-    explicit ChildFiles(int output) {
-        posix_spawn_file_actions_init(&actions_);
-        posix_spawn_file_actions_adddup2(&actions_, output, STDOUT_FILENO);
-        posix_spawn_file_actions_addopen(&actions_, STDERR_FILENO, "/dev/null", O_WRONLY, 0);
-    }
-    ~ChildFiles() { posix_spawn_file_actions_destroy(&actions_); }
-    ChildFiles(const ChildFiles&) = delete;
-    ChildFiles& operator=(const ChildFiles&) = delete;
-    const posix_spawn_file_actions_t* Get() const { return &actions_; }
-
-  private:
-    posix_spawn_file_actions_t actions_{};
-};
-
-void ReadToEnd(int from, std::string& output) {
-    std::array<char, 4096> buffer{};
-    for (;;) {
-        const ssize_t count = read(from, buffer.data(), buffer.size());
-        if (count > 0)
-            output.append(buffer.data(), static_cast<std::size_t>(count));
-        else if (count == 0 || errno != EINTR)
-            return;
-    }
-}
-
 }  // namespace
 
 std::vector<LoadedLibrary> ParseLibraryListing(std::string_view listing) {
@@ -184,28 +151,6 @@ std::vector<LoadedLibrary> ParseLibraryListing(std::string_view listing) {
         libraries.push_back({std::string(name), path == "not found" ? fs::path() : fs::path(path)});
     }
     return libraries;
-}
-
-int RunAndWait(const std::vector<std::string>& commandLine, std::string& output) {
-    std::array<int, 2> pipeEnds{};
-    if (pipe2(pipeEnds.data(), O_CLOEXEC) != 0) return -1;
-    std::vector<char*> arguments;
-    arguments.reserve(commandLine.size() + 1);
-    for (const std::string& word : commandLine)
-        arguments.push_back(const_cast<char*>(word.c_str()));  // NOLINT(*-const-cast): the child only reads
-    arguments.push_back(nullptr);
-    pid_t child = 0;
-    const ChildFiles files(pipeEnds[1]);
-    const int failed =
-        posix_spawnp(&child, arguments.front(), files.Get(), nullptr, arguments.data(), environ);
-    close(pipeEnds[1]);
-    if (failed == 0) ReadToEnd(pipeEnds[0], output);
-    close(pipeEnds[0]);
-    if (failed != 0) return -1;
-    int status = 0;
-    while (waitpid(child, &status, 0) < 0 && errno == EINTR) {
-    }
-    return WIFEXITED(status) ? WEXITSTATUS(status) : -1;
 }
 
 std::string AskLoader(const fs::path& program) {

@@ -46,8 +46,4 @@ using LibraryListing = std::function<std::string(const std::filesystem::path& fi
 RuntimeFiles FindRuntimeFiles(const std::filesystem::path& appPath, bool minimal,
                               const LibraryListing& listing = AskLoader);
 
-/// Runs a program found on the search path and waits for its end; its exit status, or -1 if it cannot be
-/// run. What it writes to its output is added to `output`, what it writes to its error output is dropped.
-int RunAndWait(const std::vector<std::string>& commandLine, std::string& output);
-
 }  // namespace keelview

@@ -9,6 +9,7 @@
 #include <string>
 
 #include "base/files.h"
+#include "display/process.h"
 #include "support/race_tree.h"
 
 namespace keelview {

@@ -1,5 +1,7 @@
 #include <QApplication>
 #include <QCoreApplication>
+#include <QDateTime>
+#include <QDesktopServices>
 #include <QElapsedTimer>
 #include <QEventLoop>
 #include <QFileInfo>
@@ -12,7 +14,6 @@
 #include <QWidget>
 #include <chrono>
 #include <cstdlib>
-#include <ctime>
 
 #include "base/files.h"
 #include "display/data_folder.h"
@@ -50,6 +51,16 @@ bool StartApart(const QString& program, const QStringList& arguments, const QStr
     process.setStandardOutputFile(QProcess::nullDevice());
     process.setStandardErrorFile(QProcess::nullDevice());
     return process.startDetached();
+}
+
+/// Leaves a document or an address to the toolkit, which knows how other desktops open them. On Linux it
+/// would ask for the same opener that we have not found.
+bool OpenedByToolkit([[maybe_unused]] const QString& document) {
+#ifdef Q_OS_LINUX
+    return false;
+#else
+    return QDesktopServices::openUrl(QUrl::fromUserInput(document));
+#endif
 }
 
 class SystemPlatform : public Platform {
@@ -90,8 +101,11 @@ class SystemPlatform : public Platform {
     }
 
     void PlaySound(const std::filesystem::path& file) override {
-        const QString player = QStandardPaths::findExecutable("aplay");
-        if (!player.isEmpty()) StartApart(player, {"-q", QString::fromStdString(file.string())}, {});
+        const QString sound = QString::fromStdString(file.string());
+        for (const char* name : {"aplay", "pw-play", "paplay", "afplay"}) {
+            const QString player = QStandardPaths::findExecutable(name);
+            if (!player.isEmpty() && StartApart(player, {sound}, {})) return;
+        }
     }
 
     ScreenInfo Screen() override {
@@ -130,14 +144,9 @@ class SystemPlatform : public Platform {
 
   private:
     static ClockReading Now(bool local) {
-        const auto now = std::chrono::system_clock::now();
-        const auto whole = std::chrono::floor<std::chrono::seconds>(now);
-        const std::time_t seconds = std::chrono::system_clock::to_time_t(whole);
-        std::tm parts{};
-        if (local) localtime_r(&seconds, &parts);
-        const auto milliseconds = std::chrono::duration_cast<std::chrono::milliseconds>(now - whole);
-        return {static_cast<CivilTime>(seconds) + (local ? parts.tm_gmtoff : 0),
-                static_cast<int>(milliseconds.count())};
+        const QDateTime now = QDateTime::currentDateTime();
+        return {static_cast<CivilTime>(now.toSecsSinceEpoch()) + (local ? now.offsetFromUtc() : 0),
+                now.time().msec()};
     }
 
     static std::string ReadMounts() {
@@ -160,7 +169,7 @@ int SystemPlatform::OpenDocument(const std::string& target, const std::filesyste
         document = file.absoluteFilePath();
     }
     const QString opener = QStandardPaths::findExecutable("xdg-open");
-    if (opener.isEmpty()) return NoProgram;
+    if (opener.isEmpty()) return OpenedByToolkit(document) ? Opened : NoProgram;
     const QString folderName = QString::fromStdString(folder.string());
     return StartApart(opener, {document}, QFileInfo(folderName).isDir() ? folderName : QString())
                ? Opened
