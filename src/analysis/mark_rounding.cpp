@@ -192,12 +192,15 @@ class BoatSearch {
         double Radius = 0.0;
     };
 
-    /// The next second to look at after t on a segment: all before it lie outside the circle. A segment's
-    /// last second is looked at too, as the boat stays there when the track ends.
+    /// The next second to look at after t on a segment: all before it lie outside the circle. The last
+    /// second of a segment or of several is looked at too, as the boat stays there when the track ends.
     int NextSecond(const Circle& circle, int segment, int t) const {
         const double away = course_.Distance(circle.Centre, last_) - circle.Radius;
         const int last = walk_.LastSecondOf(segment);
-        if (!(away > 0) || t >= last) return t + 1;
+        if (!(away > 0)) return t + 1;
+        const int farUntil = walk_.FarUntil(segment, circle.Centre, circle.Radius, course_.LonScale);
+        if (farUntil > t) return farUntil;
+        if (t >= last) return t + 1;
         constexpr double Caution = 0.999;  // roundings of the way and the speed
         const double seconds = away / course_.Distance(last_, walk_.On(segment, t + 1)) * Caution;
         return t + std::clamp(FloorToInt(seconds), 1, last - t);
@@ -250,9 +253,20 @@ void FindPasses(BoatSearch& search, const Course& course, int lastSecond, PassTi
     }
 }
 
+/// True if an entry that a nearest approach could fill has no time; the last one stays as it is.
+bool IsGap(const Course& course, const PassTimes& times, int c) {
+    return times[c] == 0 && !course.Entries[c].IsLine;
+}
+
+bool HasGap(const Course& course, const PassTimes& times) {
+    for (int c = 1; c < course.Count; ++c)
+        if (IsGap(course, times, c)) return true;
+    return false;
+}
+
 void FillGaps(BoatSearch& search, const Course& course, PassTimes& times) {
     for (int c = 1; c < course.Count; ++c) {
-        if (times[c] != 0 || course.Entries[c].IsLine) continue;
+        if (!IsGap(course, times, c)) continue;
         const SecondRange range =
             c == 1 ? SecondRange{StartFrom, times[2]} : SecondRange{times[c - 1] + 1, times[c + 1] - 1};
         times[c] = search.NearestApproach(course.Entries[c], range);
@@ -297,7 +311,7 @@ void FindMarkPassTimes(const RaceControl& race, const Tracks& tracks, const Eart
         FindPasses(search, course, lastSecond, passes.MarkPassTime[boat]);
     }
     for (int boat = 1; boat <= race.BoatCount; ++boat) {
-        if (tracks.TrackPointCount[boat] < 2) continue;
+        if (tracks.TrackPointCount[boat] < 2 || !HasGap(course, passes.MarkPassTime[boat])) continue;
         BoatSearch search(tracks, boat, steps, course, last);
         FillGaps(search, course, passes.MarkPassTime[boat]);
     }

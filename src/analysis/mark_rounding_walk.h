@@ -1,6 +1,7 @@
 #pragma once
 
 #include <algorithm>
+#include <cstddef>
 #include <cstdint>
 #include <limits>
 #include <vector>
@@ -27,6 +28,7 @@ class TrackWalk {
         for (int i = 2; i <= count_; ++i) lowestUpTo_[i] = std::min(lowestUpTo_[i], lowestUpTo_[i - 1]);
         for (int i = count_ - 1; i >= 1; --i)
             highestFrom_[i] = std::max(highestFrom_[i], highestFrom_[i + 1]);
+        for (int first = 1; first < count_; first += BlockSize) blocks_.push_back(Enclose(first));
     }
 
     /// Back to the first segment, for a walk from the beginning.
@@ -52,6 +54,17 @@ class TrackWalk {
     /// The last second that a segment holds.
     int LastSecondOf(int segment) const { return times_[segment + 1] - 1; }
 
+    /// A last second up to which the boat, now on a segment, keeps further away than `radius` from a place;
+    /// that of an earlier moment where nothing is known. Distances are in minutes of arc, and `lonScale` is
+    /// the length of a minute of longitude.
+    int FarUntil(int segment, const Position& place, double radius, double lonScale) const {
+        const Block& block = blocks_[static_cast<std::size_t>((segment - 1) / BlockSize)];
+        const double north = std::max({block.South - place.Lat, place.Lat - block.North, 0.0});
+        const double east = std::max({block.West - place.Lon, place.Lon - block.East, 0.0}) * lonScale;
+        const bool far = north * north + east * east > radius * radius * Caution;
+        return far ? block.LastSecond : std::numeric_limits<int>::min();
+    }
+
     /// After a lookup at t without a segment: the first second at which another one may find one; the
     /// largest int when none will.
     int NextChance(int t) const {
@@ -61,6 +74,31 @@ class TrackWalk {
     }
 
   private:
+    static constexpr int BlockSize = 64;         // segments; a track of a day has some hundred blocks
+    static constexpr double Caution = 1.000001;  // roundings of the distances
+
+    /// The place and time that some segments take up.
+    struct Block {
+        double South = 0.0;
+        double North = 0.0;
+        double West = 0.0;
+        double East = 0.0;
+        int LastSecond = 0;  ///< the smallest int where times fall back: the walk may leave the block early
+    };
+
+    Block Enclose(int first) const {
+        const int last = std::min(first + BlockSize, count_);
+        Block block{lat_[first], lat_[first], lon_[first], lon_[first], times_[last] - 1};
+        for (int i = first + 1; i <= last; ++i) {
+            block.South = std::min(block.South, lat_[i]);
+            block.North = std::max(block.North, lat_[i]);
+            block.West = std::min(block.West, lon_[i]);
+            block.East = std::max(block.East, lon_[i]);
+            if (times_[i] < times_[i - 1]) block.LastSecond = std::numeric_limits<int>::min();
+        }
+        return block;
+    }
+
     int FirstPointAtOrBefore(int t) const {
         const auto first = lowestUpTo_.begin();
         return static_cast<int>(
@@ -75,6 +113,7 @@ class TrackWalk {
     int segment_ = 1;
     std::vector<std::int32_t> lowestUpTo_;   ///< smallest time of points 1 to i
     std::vector<std::int32_t> highestFrom_;  ///< largest time of points i to the last
+    std::vector<Block> blocks_;
 };
 
 }  // namespace keelview

@@ -102,13 +102,28 @@ struct Situation {
     int Expected;
 };
 
+/// The same way with a fix at every second.
+Track EverySecond(const Track& track) {
+    Track dense{track.front()};
+    for (std::size_t i = 1; i < track.size(); ++i) {
+        const Fix from = track[i - 1];
+        const double seconds = track[i].Second - from.Second;
+        for (int s = 1; s <= seconds; ++s)
+            dense.push_back({from.Second + s, from.North + (track[i].North - from.North) * s / seconds,
+                             from.East + (track[i].East - from.East) * s / seconds});
+    }
+    return dense;
+}
+
 void CheckAll(const std::vector<Situation>& situations) {
     for (const Situation& situation : situations) {
         SCOPED_TRACE(situation.Name);
-        Water water;
-        water.Course(situation.Course);
-        water.Boat(situation.Sailed);
-        EXPECT_EQ(water.Times(situation.Entry), std::vector<int>{situation.Expected});
+        for (const Track& track : {situation.Sailed, EverySecond(situation.Sailed)}) {
+            Water water;
+            water.Course(situation.Course);
+            water.Boat(track);
+            EXPECT_EQ(water.Times(situation.Entry), std::vector<int>{situation.Expected}) << track.size();
+        }
     }
 }
 
@@ -294,6 +309,17 @@ TEST(MarkRounding, MilesSailedCountFromTheGun) {
     EXPECT_DOUBLE_EQ(water.passes.MarkPassDist[1][2], 0.623);
     EXPECT_DOUBLE_EQ(water.passes.MarkPassDist[1][3], 0.0) << "not reached";
     EXPECT_DOUBLE_EQ(water.passes.MarkPassDist[2][1], 0.031) << "a track that begins after the gun";
+}
+
+TEST(MarkRounding, AClockThatFellBackFarFromTheMarksCostsNoRounding) {
+    Track sailed = EverySecond({{0, 5000, 0}, {150, 5000, 50}});
+    for (const Fix& fix :
+         EverySecond({{90, 4000, 500}, {200, 1020, 52}, {220, 1020, -48}, {300, 4000, -500}}))
+        sailed.push_back(fix);
+    Water water;
+    water.Course({"L1", "MK1", "L1"});
+    water.Boat(sailed);
+    EXPECT_EQ(water.Times(2), std::vector<int>{211});
 }
 
 TEST(MarkRounding, FullTablesAndLongGapsComeToAnEnd) {
