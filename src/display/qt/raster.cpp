@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <cstdint>
 #include <vector>
 
 namespace keelview::raster {
@@ -94,6 +95,37 @@ void DrawOnAxis(const Target& target, const Place& from, const Place& to, const 
     }
 }
 
+/// The largest whole number that is not above a value that fits in an int; the innermost loops call it.
+int FloorOf(double value) {
+    const int whole = static_cast<int>(value);
+    return whole - static_cast<int>(whole > value);
+}
+
+// Places across a slanting line are walked as whole numbers of 2^-32 pixels, and covered in 2^-8.
+using Fixed = std::int64_t;
+constexpr int FixedBits = 32;
+constexpr int CoverBits = 8;
+
+Fixed ToFixed(double value) {
+    return static_cast<Fixed>(value * static_cast<double>(Fixed{1} << FixedBits));
+}
+
+int ToCoverSteps(Fixed value) {
+    constexpr int drop = FixedBits - CoverBits;
+    return static_cast<int>((value + (Fixed{1} << (drop - 1))) >> drop);
+}
+
+/// Blends the pixels across a line, from `low` to `high` in steps of coverage; `apart` leads from one pixel
+/// to the next. Of the line's length `along` of 256 lie in these pixels.
+void BlendAcross(Pixel* pixels, int apart, int count, int low, int high, int along, Pixel colour) {
+    const int last = std::min(count - 1, (high - 1) >> CoverBits);
+    for (int v = std::max(0, low >> CoverBits); v <= last; ++v) {
+        const int begin = v << CoverBits;
+        const int cover = (std::min(high, begin + FullCover) - std::max(low, begin)) * along >> CoverBits;
+        Blend(pixels[v * apart], colour, cover);
+    }
+}
+
 /// A slanting line, walked along its longer axis. `Steep` exchanges the axes.
 template <bool Steep>
 void DrawSlanting(const Target& target, const Place& from, const Place& to, const Place& origin,
@@ -110,25 +142,21 @@ void DrawSlanting(const Target& target, const Place& from, const Place& to, cons
     const double stretch = std::sqrt(1.0 + slope * slope);  // length per step of the walk
     const double half = stroke.Width / 2.0 * stretch;
     const double reach = stroke.Width / 2.0 / stretch;
-    const double start = Steep ? origin.Y : origin.X;
-    const int walkEnd = Steep ? target.Height : target.Width;
-    const int crossEnd = Steep ? target.Width : target.Height;
-    const int first = std::max(0, static_cast<int>(std::floor(u1 - reach)));
-    const int last = std::min(walkEnd - 1, static_cast<int>(std::ceil(u2 + reach)) - 1);
-    DashWalk dashes(stroke, (first + 0.5 - start) * stretch, stretch);
-    for (int u = first; u <= last; ++u) {
-        const double middle = v1 + slope * (u + 0.5 - u1);
+    const double begin = u1 - reach;
+    const double end = u2 + reach;
+    const int first = std::max(0, FloorOf(begin));
+    const int last = std::min((Steep ? target.Height : target.Width) - 1, -FloorOf(-end) - 1);
+    DashWalk dashes(stroke, (first + 0.5 - (Steep ? origin.Y : origin.X)) * stretch, stretch);
+    const Fixed step = ToFixed(slope);
+    const Fixed thick = ToFixed(2.0 * half);
+    Fixed low = ToFixed(v1 + slope * (first + 0.5 - u1) - half);
+    for (int u = first; u <= last; ++u, low += step) {
         if (!dashes.Next()) continue;
-        const double along = Overlap(u1 - reach, u2 + reach, u);
-        const double low = middle - half;
-        const double high = middle + half;
-        const int vFirst = std::max(0, static_cast<int>(std::floor(low)));
-        const int vLast = std::min(crossEnd - 1, static_cast<int>(std::floor(high)));
-        for (int v = vFirst; v <= vLast; ++v) {
-            const int cover = CoverOf(Overlap(low, high, v) * along);
-            Pixel& pixel = Steep ? target.Bits[u * target.Stride + v] : target.Bits[v * target.Stride + u];
-            if (cover > 0) Blend(pixel, stroke.Colour, cover);
-        }
+        const bool whole = u >= begin && u + 1 <= end;
+        const int along = whole ? FullCover : CoverOf(Overlap(begin, end, u));
+        Pixel* across = Steep ? target.Bits + u * target.Stride : target.Bits + u;
+        BlendAcross(across, Steep ? 1 : target.Stride, Steep ? target.Width : target.Height,
+                    ToCoverSteps(low), ToCoverSteps(low + thick), along, stroke.Colour);
     }
 }
 
@@ -223,6 +251,7 @@ class AreaSum {
 // Liang and Barsky, "A New Concept and Method for Line Clipping", ACM TOG 3 (1984).
 bool ClipLine(const Target& target, double margin, Place& from, Place& to) {
     if (!Finite(from) || !Finite(to)) return false;
+    if ((SideOf(target, from, margin) | SideOf(target, to, margin)) == 0) return true;
     const double dx = to.X - from.X;
     const double dy = to.Y - from.Y;
     double enter = 0.0;
