@@ -8,7 +8,7 @@ shift
 
 files=("$@")
 if [ "${#files[@]}" -eq 0 ]; then
-    mapfile -t files < <(find src -name '*.cpp' | sort)
+    mapfile -t files < <(sed -n "s|.*\"file\": \"$PWD/\(src/.*\.cpp\)\".*|\1|p" "$build/compile_commands.json" | sort -u)
 fi
 if printf '%s\0' "${files[@]}" |
     xargs -0 -P "$(nproc)" -n 1 clang-tidy-19 -p "$build" --quiet --extra-arg=-Wno-unknown-warning-option 2>/dev/null; then

@@ -6,56 +6,31 @@
 #include <memory>
 #include <string>
 
-#include "base/numbers.h"
-#include "display/fake_platform.h"
-#include "session/start.h"
-#include "shell/race_desk.h"
-#include "support/race_tree.h"
+#include "support/desk_parts.h"
 
 namespace keelview {
 namespace {
 
-constexpr double Lat = 35 * 60 + 17;
-constexpr double Lon = 139 * 60 + 29;
-constexpr double SixKnots = 6.0 / 3600;  // minutes of arc a second
-
 /// A race of two boats: Alpha sails north over the line L1 at second 100 and over it alone; Beta stops
 /// early.
-struct RaceSessionTest : testing::Test {
-    RaceTree tree;
-    FakePlatform platform;
-    ScriptedDialogs dialogs;
-    Services services{platform, dialogs};
-    std::unique_ptr<AppState> app = std::make_unique<AppState>();
-    std::unique_ptr<Splash> splash;
-    std::unique_ptr<RaceDesk> desk;
+struct RaceSessionTest : testing::Test, DeskParts {
     RaceSession* session = nullptr;
 
     void SetUp() override {
-        platform.Folder = tree.Root();
         platform.Locale = LocaleEnglish;
         tree.Boat("a.trk", Lat, Lon, SixKnots, 0, -200, 620);
         tree.Boat("b.trk", Lat, Lon + 0.1, SixKnots, 0, -100, 300);
-        const double line = Lat + SixKnots * 100;
-        tree.Race("R1.txt", "BN, a.trk, Alpha\r\nBN, b.trk, Beta\r\nLN, " + NumberText(line) + ", " +
-                                NumberText(Lon - 0.05) + ", " + NumberText(line) + ", " +
-                                NumberText(Lon + 0.05) + "\r\nCRS, L1\r\n");
+        tree.Race("R1.txt", "BN, a.trk, Alpha\r\nBN, b.trk, Beta\r\n" + LineAcross(0.1));
         tree.Write("gun.wav", "RIFF");
     }
 
     bool Open() {
         SettleStart(*app, services);
-        splash = std::make_unique<Splash>(platform.Screen(), true, "", 1.0);
-        desk = std::make_unique<RaceDesk>(*app, services, *splash);
+        MakeDesk(true);
         session = &desk->session;
         const bool opened = session->LoadRace();
         session->Display().Timer1.SetEnabled(false);
         return opened;
-    }
-    RaceDisp& Form() { return session->Display(); }
-    void FrameAt(double time) {
-        app->clock.ReplayTime = time;
-        session->TheFrame().DrawFrame();
     }
 };
 

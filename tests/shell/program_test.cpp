@@ -19,9 +19,9 @@
 namespace keelview {
 namespace {
 
-constexpr double Lat = 35 * 60 + 17;
-constexpr double Lon = 139 * 60 + 29;
-constexpr double SixKnots = 6.0 / 3600;  // minutes of arc a second
+constexpr double Lat = RaceTree::Lat;
+constexpr double Lon = RaceTree::Lon;
+constexpr double SixKnots = RaceTree::SixKnots;
 
 /// The program in a tree with one race of two boats, which has all that a race can leave behind.
 struct ProgramTest : testing::Test {

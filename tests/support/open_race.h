@@ -2,33 +2,16 @@
 
 #include <gtest/gtest.h>
 
-#include <memory>
 #include <string>
 
-#include "base/numbers.h"
-#include "display/fake_platform.h"
-#include "session/start.h"
-#include "shell/race_desk.h"
+#include "support/desk_parts.h"
 #include "support/qt_driver.h"
-#include "support/race_tree.h"
 
 namespace keelview {
 
 /// A race on the disc, opened in EditMode on a display that is shown with all that a person can do at it.
 /// No timer runs; the map takes the mouse, and auto trace is off.
-struct OpenRace {
-    static constexpr double Lat = 35 * 60 + 17;
-    static constexpr double Lon = 139 * 60 + 29;
-    static constexpr double SixKnots = 6.0 / 3600;  // minutes of arc a second
-
-    RaceTree tree;
-    FakePlatform platform;
-    ScriptedDialogs dialogs;
-    Services services{platform, dialogs};
-    std::unique_ptr<AppState> app = std::make_unique<AppState>();
-    std::unique_ptr<Splash> splash;
-    std::unique_ptr<RaceDesk> desk;
-
+struct OpenRace : DeskParts {
     /// Boats sail north side by side, "Boat 1" in the west; `lines` are further lines of R1.txt.
     void WriteRace(int boats, const std::string& lines = {}) {
         std::string names;
@@ -42,12 +25,10 @@ struct OpenRace {
     void Open(bool english = true, int boats = 2) {
         WriteRace(boats);
         tree.Write("raceadmin/Ver.00", english ? "0,1" : "0,0");
-        platform.Folder = tree.Root();
         dialogs.AnswerYesNo(true);  // edit data
         SettleStart(*app, services);
         app->race.RaceFileName = "R1.txt";  // chosen at the menu
-        splash = std::make_unique<Splash>(platform.Screen(), true, "", 1.0);
-        desk = std::make_unique<RaceDesk>(*app, services, *splash);
+        MakeDesk(true);
         ASSERT_TRUE(desk->session.LoadRace());
         Form().ShowNow();
         driver::Settle();
@@ -56,7 +37,6 @@ struct OpenRace {
             control->SetEnabled(true);
     }
 
-    RaceDisp& Form() const { return desk->session.Display(); }
     Surface& Map() const { return Form().Picture1; }
 
     /// The pixel of a position on the map.

@@ -12,6 +12,11 @@ namespace keelview {
 /// second. The start is 2004/08/05 12:30:00 local, nine hours ahead of the tracks; one race is 600 seconds
 /// long.
 struct RaceTree : TempTree {
+    // Off Enoshima, in minutes of arc.
+    static constexpr double Lat = 35 * 60 + 17;
+    static constexpr double Lon = 139 * 60 + 29;
+    static constexpr double SixKnots = 6.0 / 3600;  ///< minutes of arc a second
+
     /// One boat's track: `north` and `east` minutes of arc per second, from second `first` to `last`.
     void Boat(const std::string& file, double lat, double lon, double north, double east, int first,
               int last) {
