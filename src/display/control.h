@@ -213,6 +213,7 @@ class TextBox : public Control {
     std::function<void()> OnChange;
 };
 
+/// A push button; OnClick tells that it was pushed.
 class Button : public Control {
   public:
     Button(Container& parent, std::string_view name, std::string_view caption = {});
@@ -220,6 +221,7 @@ class Button : public Control {
     std::string Caption() const;
 };
 
+/// A box with or without its tick.
 class CheckBox : public Control {
   public:
     CheckBox(Container& parent, std::string_view name, std::string_view caption = {}, bool value = false);
@@ -242,6 +244,7 @@ class OptionButton : public Control {
     void SetValue(bool value);
 };
 
+/// A field with a list that drops down; items count from 0.
 class ComboBox : public Control {
   public:
     ComboBox(Container& parent, std::string_view name);
@@ -255,6 +258,7 @@ class ComboBox : public Control {
     void SetText(std::string_view text);
 };
 
+/// A list of rows, of which a person chooses one or several; rows count from 0.
 class ListBox : public Control {
   public:
     ListBox(Container& parent, std::string_view name, bool multiSelect = false);

@@ -76,9 +76,9 @@ void LinkProgram(const fs::path& program, const fs::path& folder) {
 }  // namespace
 
 fs::path SettleDataFolder(const fs::path& program, const fs::path& userFolder, bool japanese) {
-    const fs::path programFolder = program.parent_path();
+    fs::path programFolder = program.parent_path();
     if (IsFolder(FindBelow(programFolder, RaceFolder))) return programFolder;
-    const fs::path shared = (programFolder / "../share/keelview").lexically_normal();
+    fs::path shared = (programFolder / "../share/keelview").lexically_normal();
     if (!IsFolder(shared / RaceFolder)) return programFolder;
     const fs::path startFiles = shared / StartFolder / (japanese ? "ja" : "en");
     if (!IsFolder(FindBelow(userFolder, RaceFolder)) && LayOut(shared, userFolder, startFiles))

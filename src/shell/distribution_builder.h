@@ -28,6 +28,7 @@ struct DistributionOrder {
     bool UseEnglish = false;   ///< the language of the package
 };
 
+/// What came of building a distribution.
 struct DistributionResult {
     std::error_code Error;             ///< why it could not be built; nothing of it is left then
     std::filesystem::path FailedAt;    ///< the file or folder that met with the error

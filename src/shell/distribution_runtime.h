@@ -20,6 +20,7 @@ struct RuntimeFile {
     std::filesystem::path Target;  ///< below the distribution's top folder
 };
 
+/// All that a distribution needs to start.
 struct RuntimeFiles {
     std::vector<RuntimeFile> Files;    ///< no target twice
     std::vector<std::string> Missing;  ///< what the program needs and this machine does not have

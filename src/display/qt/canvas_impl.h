@@ -13,6 +13,7 @@
 
 namespace keelview {
 
+/// The image of a picture as the toolkit holds it.
 struct Picture::Impl {
     QImage Image;
 };

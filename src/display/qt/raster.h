@@ -17,6 +17,7 @@ struct Target {
     int Stride = 0;  ///< pixels from one row to the next
 };
 
+/// A place in device pixels.
 struct Place {
     double X = 0.0;
     double Y = 0.0;
