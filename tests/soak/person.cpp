@@ -12,29 +12,47 @@
 #include <QWindow>
 #include <algorithm>
 #include <array>
-#include <map>
 #include <vector>
 
 namespace keelview {
 
 namespace {
 
-// What a person comes back to, by window. Chance alone would seldom get a film going or a race saved.
-const std::vector<QString>& Favourites(const QString& window) {
-    static const std::map<QString, std::vector<QString>> all{
-        {"Cover", {"Command3", "Command7", "Combo1", "Command5", "Command5", "Command2", "Command9"}},
-        {"fmCompile",
-         {"Command6", "Command1", "Combo1", "Command2", "List1", "Text1", "Command9", "Command4"}},
+// What people do in one go, by window: controls that are used in this order. Chance alone would seldom set
+// a mark or save a race.
+const std::vector<Errand>& Errands() {
+    static const std::vector<Errand> all{
+        {"Cover", {"Command3", "Command5"}},
+        {"Cover", {"Command3", "Combo1", "Command5"}},
+        {"Cover", {"Command7", "Combo1", "Command5"}},
+        {"Cover", {"Command2"}},
+        {"Cover", {"Command9"}},
+        {"fmCompile", {"Command6"}},
+        {"fmCompile", {"Command1", "Command2", "List1"}},
+        {"fmCompile", {"Command10", "Command11"}},
+        {"fmCompile", {"Text1", "Command9"}},
+        {"fmCompile", {"Command4"}},
         {"FmFileSelect", {"File1", "Command1"}},
-        {"Haifu", {"Combo1", "List1", "Command1", "Command2"}},
-        {"RaceDisp", {"Picture1", "Picture1", "Picture1", "GPIC",     "PicTime",  "PicTimeBar", "sWind",
-                      "Picture2", "Picture6", "Option6",  "Option6",  "Option8",  "Option9",    "Option9",
-                      "Option10", "Option11", "HScroll1", "Command2", "Command3", "Command5",   "Check5",
-                      "Check2",   "Combo1",   "Command9", "Command4", "Command12"}},
+        {"FmFileSelect", {"Text1", "Command1"}},
+        {"Haifu", {"List1", "List2", "Combo1", "Command1"}},
+        {"RaceDisp", {"Option6"}},
+        {"RaceDisp", {"Option9", "Option6"}},
+        {"RaceDisp", {"Option8", "HScroll1"}},
+        {"RaceDisp", {"Check5"}},
+        {"RaceDisp", {"Picture1", "Picture1"}},
+        {"RaceDisp", {"Command2", "Picture1", "Picture1"}},
+        {"RaceDisp", {"Command3", "Picture1", "Picture1"}},
+        {"RaceDisp", {"Command5", "Picture1", "Picture1", "Picture1", "Command8"}},
+        {"RaceDisp", {"Option7", "Check2", "Picture1", "Picture1"}},
+        {"RaceDisp", {"Option10", "GPIC", "Command12", "GPIC", "GPIC", "GPIC", "Command12"}},
+        {"RaceDisp", {"Option10", "PicTimeBar", "PicTimeBar"}},
+        {"RaceDisp", {"Option11", "Option12", "PicTime", "Option4", "PicTime", "Command11"}},
+        {"RaceDisp", {"Picture2", "sWind", "sWind"}},
+        {"RaceDisp", {"Text3", "Picture6"}},
+        {"RaceDisp", {"Text9", "Command4"}},
+        {"RaceDisp", {"Combo1", "Command9"}},
     };
-    static const std::vector<QString> none;
-    const auto found = all.find(window);
-    return found != all.end() ? found->second : none;
+    return all;
 }
 
 // What is typed: numbers, moments of the demo races, names to save under, and what nobody expects.
@@ -83,10 +101,11 @@ QWidget* Front(Dice& dice) {
 /// before it is over, and may take this window away.
 class Deed {
   public:
-    Deed(QWidget& window, Dice& dice, const std::function<void(const std::string&)>& note)
+    Deed(QWidget& window, Dice& dice, OnErrand& errand, const std::function<void(const std::string&)>& note)
         : window_(&window),
           native_(window.windowHandle()),
           dice_(dice),
+          errand_(errand),
           note_(note),
           where_(window.objectName().isEmpty() ? window.metaObject()->className()
                                                : window.objectName().toStdString()) {}
@@ -109,14 +128,26 @@ class Deed {
         return dice_.OneIn(3) ? dice_.Of(some) : Qt::KeyboardModifiers();
     }
 
-    const QWidget* Choose() const {
-        const auto& names = Favourites(window_->objectName());
-        if (!names.empty() && dice_.OneIn(3)) {
-            const auto* favourite = window_->findChild<QWidget*>(dice_.Of(names));
-            if (favourite != nullptr && favourite->isVisible()) return favourite;
-        }
+    const QWidget* Choose() {
+        if (!dice_.OneIn(3))
+            if (const QWidget* next = NextOfErrand()) return next;
         const auto shown = Shown(*window_);
         return shown.empty() ? nullptr : dice_.Of(shown);
+    }
+
+    /// What the errand wants next, or another one where it is over; nothing if that is not to be seen.
+    const QWidget* NextOfErrand() {
+        const auto here = [this](const Errand& errand) { return window_->objectName() == errand.Window; };
+        if (errand_.What == nullptr || errand_.Done == errand_.What->Controls.size() ||
+            !here(*errand_.What)) {
+            std::vector<const Errand*> some;
+            for (const Errand& errand : Errands())
+                if (here(errand)) some.push_back(&errand);
+            if (some.empty()) return nullptr;
+            errand_ = {dice_.Of(some), 0};
+        }
+        const auto* next = window_->findChild<QWidget*>(errand_.What->Controls[errand_.Done++]);
+        return next != nullptr && next->isVisible() ? next : nullptr;
     }
 
     void Use(const QWidget& control) {
@@ -126,7 +157,7 @@ class Deed {
         const QPoint at = part.topLeft() + QPoint(dice_.Below(std::max(1, part.width())),
                                                   dice_.Below(std::max(1, part.height())));
         const bool takesText = TakesText(control);
-        if (!takesText && dice_.OneIn(2)) return Point(at);
+        if (!takesText && dice_.OneIn(3)) return Point(at);
         Note("click");
         Click(at, Qt::LeftButton, {});
         if (takesText && Stands()) Type();
@@ -226,6 +257,7 @@ class Deed {
     QPointer<QWidget> window_;
     QPointer<QWindow> native_;
     Dice& dice_;
+    OnErrand& errand_;
     const std::function<void(const std::string&)>& note_;
     std::string where_;
 };
@@ -236,7 +268,7 @@ void Person::Act() {
     QWidget* window = Front(dice_);
     if (window == nullptr || window->windowHandle() == nullptr) return;
     ++actions_;
-    Deed(*window, dice_, note_).Do();
+    Deed(*window, dice_, errand_, note_).Do();
 }
 
 }  // namespace keelview
