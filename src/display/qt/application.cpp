@@ -29,9 +29,6 @@ namespace {
 
 constexpr double DefaultPoints = 9.0;
 
-// The style keeps the faces of all buttons that it ever drew, up to this. Those of one display take 50.
-constexpr int ButtonFaceKilobytes = 1024;
-
 /// The colours of the controls, the same whatever the desktop's own are: the forms paint on them.
 QPalette LightPalette() {
     const QColor face = ToQt(ButtonFace);
@@ -139,7 +136,10 @@ Application::Application(int& argc, char** argv) : impl_(std::make_unique<Impl>(
     QGuiApplication::setDesktopFileName("org.keelview.Keelview");
     QApplication::setStyle(new TightStyle);  // the application takes it over
     QApplication::setPalette(LightPalette());
-    QPixmapCache::setCacheLimit(ButtonFaceKilobytes);
+    // The style would keep the faces of buttons by the palettes of their forms, which no other form has.
+    // The names of those faces stay even when the faces are gone, some 20 KB an opened race, and drawing a
+    // button anew takes no time that counts.
+    QPixmapCache::setCacheLimit(0);
     QApplication::setFont(UiFont({}, DefaultPoints, false));
     QIcon icon;
     for (const char* name : {"icon.png", "icon32.png", "icon48.png", "icon128.png"})

@@ -8,8 +8,19 @@
 
 namespace keelview {
 
+namespace {
+
+// A property of the toolkit's application: its end and that of the mark are one.
+constexpr const char* EndedMark = "keelviewEnded";
+
+}  // namespace
+
 bool ProcessEnded() {
-    return qApp != nullptr && qApp->property("keelviewEnded").toBool();
+    return qApp != nullptr && qApp->property(EndedMark).toBool();
+}
+
+void SetProcessEnded(bool ended) {
+    qApp->setProperty(EndedMark, ended);
 }
 
 NativeControl::NativeControl(QWidget* outer, std::string_view name, QWidget* inner)

@@ -15,6 +15,8 @@ namespace keelview {
 
 /// True once the end of the process was asked for: no handler runs after that.
 bool ProcessEnded();
+/// Says whether it was; taken back where the program is to start once more in the same process.
+void SetProcessEnded(bool ended);
 
 /// A control's widget, and the way of its events to the control. The widget is deleted when the event loop
 /// is idle, so that a handler may let go of the control it was called by.

@@ -135,7 +135,7 @@ class SystemPlatform : public Platform {
     }
 
     void EndProcess() override {
-        qApp->setProperty("keelviewEnded", true);
+        SetProcessEnded(true);
         for (QWidget* window : QApplication::topLevelWidgets()) window->hide();
         QCoreApplication::exit(0);
     }
