@@ -83,6 +83,41 @@ double SpriteSide(AppState& app, bool enlarge) {
     return std::min(std::max(side, Smallest), Largest);
 }
 
+/// A boat's row of the list, as it is before the film.
+void FillRow(RaceDisp& form, int row, const std::string& name, Colour colour) {
+    const auto place = [row](auto& array) {
+        array[row].Move(array[0].Left(), array[0].Top() + RaceDisp::RowPitch * row, array[0].Width(),
+                        array[0].Height());
+        array[row].Show();
+    };
+    place(form.Bnam);
+    place(form.Text5);
+    place(form.Text6);
+    place(form.Maru);
+    form.Bnam[row].SetBackColor(colour);
+    form.Bnam[row].SetForeColor(White);
+    form.Bnam[row].SetCaption(name);
+    form.Bnam[row].SetValue(true);
+    form.Maru[row].SetValue(false);
+    form.Text5[row].SetText("");
+    form.Text6[row].SetText("");
+    form.Bar[row].SetBorderColor(colour);
+    form.Bar[row].SetVisible(false);
+}
+
+/// A boat's pictures on the map and on the overview.
+void ReadySprites(RaceDisp& form, int row, Colour colour, Colour sea) {
+    form.Boat[row].Fill = FillStyle::Solid;
+    form.Boat[row].ForeColor = colour;
+    form.Boat[row].BackColor = sea;
+    form.Boat[row].SetVisible(false);
+    Sprite& marker = form.BoatS[row];
+    marker.BackColor = colour;
+    marker.Cls();
+    marker.Box(0, 0, marker.Width() - 1, marker.Height() - 1, White);
+    marker.SetVisible(false);
+}
+
 }  // namespace
 
 void CreateBoatControls(AppState& app, RaceDisp& form) {
@@ -94,36 +129,10 @@ void CreateBoatControls(AppState& app, RaceDisp& form) {
     form.Text5.Load(count);
     form.Text6.Load(count);
     form.Maru.Load(count);
-    const auto place = [](auto& array, int row) {
-        array[row].Move(array[0].Left(), array[0].Top() + RaceDisp::RowPitch * row, array[0].Width(),
-                        array[0].Height());
-        array[row].Show();
-    };
     for (int row = 0; row < count; ++row) {
         const auto boat = static_cast<std::size_t>(row) + 1;
-        const Colour colour = app.display.BoatColour[boat];
-        place(form.Bnam, row);
-        place(form.Text5, row);
-        place(form.Text6, row);
-        place(form.Maru, row);
-        form.Bnam[row].SetBackColor(colour);
-        form.Bnam[row].SetForeColor(White);
-        form.Bnam[row].SetCaption(app.race.BoatName[boat]);
-        form.Bnam[row].SetValue(true);
-        form.Maru[row].SetValue(false);
-        form.Text5[row].SetText("");
-        form.Text6[row].SetText("");
-        form.Bar[row].SetBorderColor(colour);
-        form.Bar[row].SetVisible(false);
-        form.Boat[row].Fill = FillStyle::Solid;
-        form.Boat[row].ForeColor = colour;
-        form.Boat[row].BackColor = app.display.SeaColour;
-        form.Boat[row].SetVisible(false);
-        Sprite& marker = form.BoatS[row];
-        marker.BackColor = colour;
-        marker.Cls();
-        marker.Box(0, 0, marker.Width() - 1, marker.Height() - 1, White);
-        marker.SetVisible(false);
+        FillRow(form, row, app.race.BoatName[boat], app.display.BoatColour[boat]);
+        ReadySprites(form, row, app.display.BoatColour[boat], app.display.SeaColour);
     }
     app.display.BoatControlsBuilt = true;
 }
