@@ -13,6 +13,18 @@ namespace keelview {
 /// controls do lives in the rooms that work on them. Places are pixels of the parent; controls of one
 /// parent are declared from the lowest to the topmost.
 class RaceDisp : public Form {
+    // What its text boxes are like.
+    static constexpr TextBox::Kind Readout{
+        .Alignment = Align::Centre, .Border = true, .MultiLine = false, .ReadOnly = true};
+    static constexpr TextBox::Kind PlainReadout{
+        .Alignment = Align::Centre, .Border = false, .MultiLine = false, .ReadOnly = true};
+    static constexpr TextBox::Kind RightReadout{
+        .Alignment = Align::Right, .Border = false, .MultiLine = false, .ReadOnly = true};
+    static constexpr TextBox::Kind Hint{
+        .Alignment = Align::Centre, .Border = false, .MultiLine = true, .ReadOnly = true};
+    static constexpr TextBox::Kind Field{
+        .Alignment = Align::Centre, .Border = true, .MultiLine = false, .ReadOnly = false};
+
   public:
     /// Makes all controls with their stored defaults, in the language and font of the settings.
     explicit RaceDisp(const Settings& settings);
@@ -44,127 +56,128 @@ class RaceDisp : public Form {
     /// The six sea colour cells, from the lightest to the darkest.
     std::array<Surface*, 6> ColourCells() { return {&BCOL1, &BCOL2, &BCOL3, &BCOL4, &BCOL5, &BCOL6}; }
 
-    Surface PicTime;     // the data view: leg tables and charts
-    Surface GPIC;        // the boat graphs, in the place of the map
-    Surface Picture1;    // the map
-    Surface PicTimeBar;  // the vertical time bar
-    Panel Picture5;      // top panel of the right-hand column
-    Surface Picture8;    // boat list
-    Panel Picture7;      // control panel, over the end of a long boat list at rest
-    Surface Picture3;    // load progress, leg chart
-    Surface Picture13;   // hidden composition of the screen capture
-    Timer Timer1;        // replay tick
-    Timer Timer2;        // switches auto trace on, 2 seconds after the start
-    Timer Timer3;        // calibration of the film's speed, pass clock
+    Surface PicTime{*this, "PicTime", BorderStyle::Flat};        // the data view: leg tables and charts
+    Surface GPIC{*this, "GPIC"};                                 // the boat graphs, in the place of the map
+    Surface Picture1{*this, "Picture1"};                         // the map
+    Surface PicTimeBar{*this, "PicTimeBar", BorderStyle::Flat};  // the vertical time bar
+    Panel Picture5{*this, "Picture5"};                           // top panel of the right-hand column
+    Surface Picture8{*this, "Picture8"};                         // boat list
+    Panel Picture7{*this, "Picture7"};  // control panel, over the end of a long boat list at rest
+    Surface Picture3{*this, "Picture3", BorderStyle::None};    // load progress, leg chart
+    Surface Picture13{*this, "Picture13", BorderStyle::Flat};  // hidden composition of the screen capture
+    Timer Timer1;                                              // replay tick
+    Timer Timer2;  // switches auto trace on, 2 seconds after the start
+    Timer Timer3;  // calibration of the film's speed, pass clock
 
     // On the map.
-    TextBox Text3;     // race wind direction
-    Surface Picture2;  // wind compass
-    TextBox Text13;    // wind direction, in Picture2
-    TextBox Text14;    // wind speed, in Picture2
-    Panel Picture9;    // course setting panel
-    Label Label4;      // "Course Order"
-    ListBox List1;     // the course order
-    Button Command8;   // "Delete Order"
-    TextBox Text4;     // large countdown around the start
-    Panel Picture12;   // zoom panel of auto trace
-    ScrollBar HScroll2;
-    Label Label7;    // "ZOOM"
-    TextBox Text15;  // "Real Size" or "Enlarged"
-    TextBox Text11;  // countdown and elapsed time
-    Surface Blue_P;  // blue flag with a white centre
-    Surface Seven;   // flag with a numeral 7
-    TextBox Text12;  // load message
-    Surface sWind;   // wind graph
-    LineObject Line8;
-    LineObject Line9;
-    Surface Position;              // finish list
-    LineObject Line4;              // rubber band of range and bearing, and of a line being set
-    ControlArray<LineObject> Bar;  // cross-wind lines
+    TextBox Text3{Picture1, "Text3", Field};                    // race wind direction
+    Surface Picture2{Picture1, "Picture2", BorderStyle::Flat};  // wind compass
+    TextBox Text13{Picture2, "Text13", Readout};                // wind direction, in Picture2
+    TextBox Text14{Picture2, "Text14", Readout};                // wind speed, in Picture2
+    Panel Picture9{Picture1, "Picture9"};                       // course setting panel
+    Label Label4{Picture9, "Label4"};                           // "Course Order"
+    ListBox List1{Picture9, "List1"};                           // the course order
+    Button Command8{Picture9, "Command8"};                      // "Delete Order"
+    TextBox Text4{Picture1, "Text4", PlainReadout};             // large countdown around the start
+    Panel Picture12{Picture1, "Picture12", BorderStyle::Flat};  // zoom panel of auto trace
+    ScrollBar HScroll2{Picture12, "HScroll2"};
+    Label Label7{Picture12, "Label7"};                    // "ZOOM"
+    TextBox Text15{Picture1, "Text15", PlainReadout};     // "Real Size" or "Enlarged"
+    TextBox Text11{Picture1, "Text11", PlainReadout};     // countdown and elapsed time
+    Surface Blue_P{Picture1, "Blue_P"};                   // blue flag with a white centre
+    Surface Seven{Picture1, "Seven", BorderStyle::Flat};  // flag with a numeral 7
+    TextBox Text12{Picture1, "Text12", Hint};             // load message
+    Surface sWind{Picture1, "sWind", BorderStyle::Flat};  // wind graph
+    LineObject Line8{sWind, "Line8", Red};
+    LineObject Line9{sWind, "Line9", Red};
+    Surface Position{Picture1, "Position", BorderStyle::Flat};  // finish list
+    LineObject Line4{Picture1, "Line4",
+                     Rgb(255, 255, 128)};  // rubber band of range and bearing, and of a line being set
+    ControlArray<LineObject> Bar;          // cross-wind lines
     ControlArray<Sprite> Boat;
-    TextBox Text8;  // second hint box
+    TextBox Text8{Picture1, "Text8", PlainReadout};  // second hint box
 
     // On the graphs.
-    Button Command12;  // "Make Wind Data"
-    LineObject Line1;  // horizontal cursor
-    LineObject Line2;  // vertical cursors
-    LineObject Line3;
-    LineObject Line7;
+    Button Command12{GPIC, "Command12"};                // "Make Wind Data"
+    LineObject Line1{GPIC, "Line1", Rgb(0, 255, 255)};  // horizontal cursor
+    LineObject Line2{GPIC, "Line2", Red};               // vertical cursors
+    LineObject Line3{GPIC, "Line3", Blue};
+    LineObject Line7{GPIC, "Line7", Rgb(0, 192, 0)};
 
-    LineObject Line5;  // replay position, on the time bar
+    LineObject Line5{PicTimeBar, "Line5", Red};  // replay position, on the time bar
 
     // On the data view.
-    Frame Frame2;
-    OptionButton Option1;   // "Time"
-    OptionButton Option4;   // "Dist"
-    OptionButton Option5;   // "SPD"
-    OptionButton Option12;  // "ANA"
-    Button Command11;       // "Exit"
+    Frame Frame2{PicTime, "Frame2"};
+    OptionButton Option1{Frame2, "Option1", {}, true};  // "Time"
+    OptionButton Option4{Frame2, "Option4"};            // "Dist"
+    OptionButton Option5{Frame2, "Option5"};            // "SPD"
+    OptionButton Option12{Frame2, "Option12"};          // "ANA"
+    Button Command11{Frame2, "Command11"};              // "Exit"
 
     // In the top panel.
-    Surface Picture6;  // overview
+    Surface Picture6{Picture5, "Picture6"};  // overview
     ControlArray<Sprite> BoatS;
-    Surface Picture4;   // logo, English
-    Surface Picture11;  // logo, Japanese
+    Surface Picture4{Picture5, "Picture4", BorderStyle::None};    // logo, English
+    Surface Picture11{Picture5, "Picture11", BorderStyle::None};  // logo, Japanese
 
     // In the boat list.
-    TextBox Text1;  // date and time of the replay clock
-    Label Label5;   // column titles
+    TextBox Text1{Picture8, "Text1", PlainReadout};  // date and time of the replay clock
+    Label Label5{Picture8, "Label5"};                // column titles
     ControlArray<CheckBox> Bnam;
     ControlArray<TextBox> Text5;  // boat speed
     ControlArray<TextBox> Text6;  // true wind angle
     ControlArray<CheckBox> Maru;  // ring and name
 
     // In the control panel.
-    Frame Frame3;           // "TRACK"
-    OptionButton Option6;   // "FWD"
-    OptionButton Option7;   // "STOP"
-    OptionButton Option8;   // "BACK"
-    Button Command6;        // "+"
-    Button Command7;        // "-"
-    Frame Frame1;           // "Direction"
-    OptionButton Option3;   // "Windwd"
-    OptionButton Option2;   // "Northwd"
-    Frame Frame4;           // "Screen"
-    OptionButton Option9;   // "Track"
-    OptionButton Option10;  // "Graph"
-    OptionButton Option11;  // "Data"
-    TextBox Text2;          // replay speed
-    ScrollBar HScroll1;     // replay speed
-    Button Command2;        // "Set Mark"
-    Button Command3;        // "Set Line"
-    Button Command5;        // "Set Course"
-    Label Label6;           // "Race File"
-    ComboBox Combo1;
-    Button Command9;   // "Show"
-    Label Label2;      // "Start"
-    TextBox Text9;     // race start
-    Button btnHATENA;  // "? "
-    Label Label3;      // "Finish"
-    TextBox Text10;    // race finish
-    Button Command4;   // "Above time OK"
-    CheckBox Check9;   // "Name"
-    CheckBox Check7;   // "Map"
-    CheckBox Check3;   // "HINT"
-    CheckBox Check10;  // "Enlarge"
-    CheckBox Check4;   // "Ref Line"
-    CheckBox Check6;   // "Wake"
-    CheckBox Check2;   // "R/B"
-    CheckBox Check5;   // "AutoTrace"
-    CheckBox Check1;   // "TimeMk"
-    CheckBox Check8;   // "LayLine"
-    Surface BCOL1;
-    Surface BCOL2;
-    Surface BCOL3;
-    Surface BCOL4;
-    Surface BCOL5;
-    Surface BCOL6;
-    Button Command10;  // "Save/Print"
-    Button Command13;  // "Refference"
-    Button Command1;   // "EXIT"
-    Label Label1;      // the maker's web page
+    Frame Frame3{Picture7, "Frame3"};                   // "TRACK"
+    OptionButton Option6{Frame3, "Option6", {}, true};  // "FWD"
+    OptionButton Option7{Frame3, "Option7"};            // "STOP"
+    OptionButton Option8{Frame3, "Option8"};            // "BACK"
+    Button Command6{Frame3, "Command6"};                // "+"
+    Button Command7{Frame3, "Command7"};                // "-"
+    Frame Frame1{Picture7, "Frame1"};                   // "Direction"
+    OptionButton Option3{Frame1, "Option3"};            // "Windwd"
+    OptionButton Option2{Frame1, "Option2"};            // "Northwd"
+    Frame Frame4{Picture7, "Frame4"};                   // "Screen"
+    OptionButton Option9{Frame4, "Option9", {}, true};  // "Track"
+    OptionButton Option10{Frame4, "Option10"};          // "Graph"
+    OptionButton Option11{Frame4, "Option11"};          // "Data"
+    TextBox Text2{Picture7, "Text2", Readout};          // replay speed
+    ScrollBar HScroll1{Picture7, "HScroll1"};           // replay speed
+    Button Command2{Picture7, "Command2"};              // "Set Mark"
+    Button Command3{Picture7, "Command3"};              // "Set Line"
+    Button Command5{Picture7, "Command5"};              // "Set Course"
+    Label Label6{Picture7, "Label6"};                   // "Race File"
+    ComboBox Combo1{Picture7, "Combo1"};
+    Button Command9{Picture7, "Command9"};            // "Show"
+    Label Label2{Picture7, "Label2"};                 // "Start"
+    TextBox Text9{Picture7, "Text9", Field};          // race start
+    Button btnHATENA{Picture7, "btnHATENA"};          // "? "
+    Label Label3{Picture7, "Label3"};                 // "Finish"
+    TextBox Text10{Picture7, "Text10", Field};        // race finish
+    Button Command4{Picture7, "Command4"};            // "Above time OK"
+    CheckBox Check9{Picture7, "Check9"};              // "Name"
+    CheckBox Check7{Picture7, "Check7", {}, true};    // "Map"
+    CheckBox Check3{Picture7, "Check3", {}, true};    // "HINT"
+    CheckBox Check10{Picture7, "Check10", {}, true};  // "Enlarge"
+    CheckBox Check4{Picture7, "Check4"};              // "Ref Line"
+    CheckBox Check6{Picture7, "Check6", {}, true};    // "Wake"
+    CheckBox Check2{Picture7, "Check2"};              // "R/B"
+    CheckBox Check5{Picture7, "Check5"};              // "AutoTrace"
+    CheckBox Check1{Picture7, "Check1"};              // "TimeMk"
+    CheckBox Check8{Picture7, "Check8", {}, true};    // "LayLine"
+    Surface BCOL1{Picture7, "BCOL1", BorderStyle::Flat};
+    Surface BCOL2{Picture7, "BCOL2", BorderStyle::Flat};
+    Surface BCOL3{Picture7, "BCOL3", BorderStyle::Flat};
+    Surface BCOL4{Picture7, "BCOL4", BorderStyle::Flat};
+    Surface BCOL5{Picture7, "BCOL5", BorderStyle::Flat};
+    Surface BCOL6{Picture7, "BCOL6", BorderStyle::Flat};
+    Button Command10{Picture7, "Command10"};  // "Save/Print"
+    Button Command13{Picture7, "Command13"};  // "Refference"
+    Button Command1{Picture7, "Command1"};    // "EXIT"
+    Label Label1{Picture7, "Label1"};         // the maker's web page
 
-    TextBox Text7;  // the hint box, above everything
+    TextBox Text7{*this, "Text7", Hint};  // the hint box, above everything
 
   private:
     void ApplyCaptions(bool useEnglish);

@@ -15,15 +15,6 @@ namespace keelview {
 
 namespace {
 
-constexpr TextBox::Kind Centred{
-    .Alignment = Align::Centre, .Border = true, .MultiLine = false, .ReadOnly = false};
-constexpr TextBox::Kind CentredPlain{
-    .Alignment = Align::Centre, .Border = false, .MultiLine = false, .ReadOnly = false};
-constexpr TextBox::Kind Shown{
-    .Alignment = Align::Centre, .Border = true, .MultiLine = false, .ReadOnly = true};
-constexpr TextBox::Kind OneLineNote{
-    .Alignment = Align::Centre, .Border = false, .MultiLine = false, .ReadOnly = true};
-
 constexpr std::string_view BetweenNameAndFile = "        ";
 
 // Fields that only saving takes, by their place in typed_.
@@ -34,55 +25,6 @@ enum : std::size_t { StartField, FinishField, LengthField, PreStartField, TitleF
 FmCompile::FmCompile(AppState& app, Services& services, FileQuestion& question,
                      std::function<void()> showDisplay)
     : Form("fmCompile", Kind::Fixed, 658, 626),
-      Shape1(*this, "Shape1", BorderStyle::None),
-      Shape2(*this, "Shape2", BorderStyle::None),
-      Label14(*this, "Label14"),
-      Label8(*this, "Label8"),
-      Text7(*this, "Text7", TextBox::Kind{}),
-      Label9(*this, "Label9"),
-      Text8(*this, "Text8", TextBox::Kind{}),
-      Label12(*this, "Label12"),
-      Command1(*this, "Command1"),
-      Label10(*this, "Label10"),
-      Text9(*this, "Text9", Centred),
-      Label7(*this, "Label7"),
-      Text10(*this, "Text10", Centred),
-      Label2(*this, "Label2"),
-      Text1(*this, "Text1", Centred),
-      Label3(*this, "Label3"),
-      Text2(*this, "Text2", Centred),
-      Label1(*this, "Label1"),
-      Text3(*this, "Text3", CentredPlain),
-      Label5(*this, "Label5"),
-      Text5(*this, "Text5", CentredPlain),
-      Label6(*this, "Label6"),
-      Text6(*this, "Text6", Centred),
-      Label13(*this, "Label13"),
-      Text12(*this, "Text12", Centred),
-      List1(*this, "List1"),
-      Frame1(*this, "Frame1"),
-      Combo1(Frame1, "Combo1"),
-      Command2(Frame1, "Command2"),
-      Command3(Frame1, "Command3"),
-      Command6(*this, "Command6"),
-      Command9(*this, "Command9"),
-      Label15(*this, "Label15"),
-      Frame2(*this, "Frame2"),
-      Option2(Frame2, "Option2", {}, true),
-      Option1(Frame2, "Option1"),
-      Label4(*this, "Label4"),
-      Text4(*this, "Text4", CentredPlain),
-      Label16(*this, "Label16"),
-      List2(*this, "List2"),
-      Command10(*this, "Command10"),
-      Command11(*this, "Command11"),
-      Label11(*this, "Label11"),
-      Text11(*this, "Text11", Shown),
-      Command5(*this, "Command5"),
-      Command7(*this, "Command7"),
-      Command4(*this, "Command4"),
-      Command8(*this, "Command8"),
-      Text13(*this, "Text13", OneLineNote),
       app_(app),
       services_(services),
       question_(question),

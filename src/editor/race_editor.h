@@ -19,6 +19,16 @@ namespace keelview {
 /// its own; the race of the shared state changes only when a file has been saved, and is then the saved
 /// one.
 class FmCompile : public Form {
+    // What its text boxes are like.
+    static constexpr TextBox::Kind Centred{
+        .Alignment = Align::Centre, .Border = true, .MultiLine = false, .ReadOnly = false};
+    static constexpr TextBox::Kind CentredPlain{
+        .Alignment = Align::Centre, .Border = false, .MultiLine = false, .ReadOnly = false};
+    static constexpr TextBox::Kind Shown{
+        .Alignment = Align::Centre, .Border = true, .MultiLine = false, .ReadOnly = true};
+    static constexpr TextBox::Kind OneLineNote{
+        .Alignment = Align::Centre, .Border = false, .MultiLine = false, .ReadOnly = true};
+
   public:
     /// `showDisplay` opens the race of the shared state; `question` stands for the whole run of the
     /// program.
@@ -27,61 +37,61 @@ class FmCompile : public Form {
     /// The race as it stands in the editor.
     const RaceControl& Draft() const { return draft_; }
 
-    Surface Shape1;  // behind what must be filled in
-    Surface Shape2;  // behind what can also be set on the display
+    Surface Shape1{*this, "Shape1", BorderStyle::None};  // behind what must be filled in
+    Surface Shape2{*this, "Shape2", BorderStyle::None};  // behind what can also be set on the display
 
     // What must be filled in.
-    Label Label14;    // instructions
-    Label Label8;     // "Title 1 <*>"
-    TextBox Text7;    // first title
-    Label Label9;     // "Title 2 <*>"
-    TextBox Text8;    // second title
-    Label Label12;    // title of the boat list
-    Button Command1;  // "Choose GPS file"
-    Label Label10;    // "LayLine <UP>"
-    TextBox Text9;
-    Label Label7;  // "(DN)"
-    TextBox Text10;
-    Label Label2;  // "Start Time"
-    TextBox Text1;
-    Label Label3;  // "FinishTime"
-    TextBox Text2;
-    Label Label1;  // "Time Diff"
-    TextBox Text3;
-    Label Label5;  // "LOA           m"
-    TextBox Text5;
-    Label Label6;  // "Mag Variation <W=->"
-    TextBox Text6;
-    Label Label13;  // "Pre Start Time <min>"
-    TextBox Text12;
-    ListBox List1;  // the boats
-    Frame Frame1;   // track file chooser
-    ComboBox Combo1;
-    Button Command2;  // "OK"
-    Button Command3;  // "CANCEL"
+    Label Label14{*this, "Label14"};                 // instructions
+    Label Label8{*this, "Label8"};                   // "Title 1 <*>"
+    TextBox Text7{*this, "Text7", TextBox::Kind{}};  // first title
+    Label Label9{*this, "Label9"};                   // "Title 2 <*>"
+    TextBox Text8{*this, "Text8", TextBox::Kind{}};  // second title
+    Label Label12{*this, "Label12"};                 // title of the boat list
+    Button Command1{*this, "Command1"};              // "Choose GPS file"
+    Label Label10{*this, "Label10"};                 // "LayLine <UP>"
+    TextBox Text9{*this, "Text9", Centred};
+    Label Label7{*this, "Label7"};  // "(DN)"
+    TextBox Text10{*this, "Text10", Centred};
+    Label Label2{*this, "Label2"};  // "Start Time"
+    TextBox Text1{*this, "Text1", Centred};
+    Label Label3{*this, "Label3"};  // "FinishTime"
+    TextBox Text2{*this, "Text2", Centred};
+    Label Label1{*this, "Label1"};  // "Time Diff"
+    TextBox Text3{*this, "Text3", CentredPlain};
+    Label Label5{*this, "Label5"};  // "LOA           m"
+    TextBox Text5{*this, "Text5", CentredPlain};
+    Label Label6{*this, "Label6"};  // "Mag Variation <W=->"
+    TextBox Text6{*this, "Text6", Centred};
+    Label Label13{*this, "Label13"};  // "Pre Start Time <min>"
+    TextBox Text12{*this, "Text12", Centred};
+    ListBox List1{*this, "List1"};  // the boats
+    Frame Frame1{*this, "Frame1"};  // track file chooser
+    ComboBox Combo1{Frame1, "Combo1"};
+    Button Command2{Frame1, "Command2"};  // "OK"
+    Button Command3{Frame1, "Command3"};  // "CANCEL"
 
-    Button Command6;  // "Open Race Control File"
-    Button Command9;  // "Save File and Show Race"
+    Button Command6{*this, "Command6"};  // "Open Race Control File"
+    Button Command9{*this, "Command9"};  // "Save File and Show Race"
 
     // What can also be set on the display.
-    Label Label15;
-    Frame Frame2;          // "Map Direction"
-    OptionButton Option2;  // "WindWd"
-    OptionButton Option1;  // "NothWd"
-    Label Label4;          // "Wind Direction"
-    TextBox Text4;
-    Label Label16;     // "Att Files"
-    ListBox List2;     // the attachments
-    Button Command10;  // "Choose Attachment Files"
-    Button Command11;  // "Clear"
-    Label Label11;     // "Wind Data"
-    TextBox Text11;
-    Button Command5;  // "Edit Race Control File with NotePad"
-    Button Command7;  // "Choose Wind Data File"
+    Label Label15{*this, "Label15"};
+    Frame Frame2{*this, "Frame2"};                      // "Map Direction"
+    OptionButton Option2{Frame2, "Option2", {}, true};  // "WindWd"
+    OptionButton Option1{Frame2, "Option1"};            // "NothWd"
+    Label Label4{*this, "Label4"};                      // "Wind Direction"
+    TextBox Text4{*this, "Text4", CentredPlain};
+    Label Label16{*this, "Label16"};       // "Att Files"
+    ListBox List2{*this, "List2"};         // the attachments
+    Button Command10{*this, "Command10"};  // "Choose Attachment Files"
+    Button Command11{*this, "Command11"};  // "Clear"
+    Label Label11{*this, "Label11"};       // "Wind Data"
+    TextBox Text11{*this, "Text11", Shown};
+    Button Command5{*this, "Command5"};  // "Edit Race Control File with NotePad"
+    Button Command7{*this, "Command7"};  // "Choose Wind Data File"
 
-    Button Command4;  // "Save File and Show Race"
-    Button Command8;  // "EXIT"
-    TextBox Text13;   // hint of the boat list
+    Button Command4{*this, "Command4"};            // "Save File and Show Race"
+    Button Command8{*this, "Command8"};            // "EXIT"
+    TextBox Text13{*this, "Text13", OneLineNote};  // hint of the boat list
 
   private:
     /// A field whose text is taken only by saving, with the text that the form itself put there last.
