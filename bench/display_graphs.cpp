@@ -1,8 +1,8 @@
 #include <benchmark/benchmark.h>
 
-#include "analysis/boat_graphs.h"
-#include "analysis/leg_tables.h"
 #include "display_race.h"
+#include "instruments/boat_graphs.h"
+#include "instruments/leg_tables.h"
 
 namespace keelview::bench {
 namespace {

@@ -2,10 +2,10 @@
 
 #include <cmath>
 
-#include "analysis/time_bar.h"
-#include "analysis/wind_panel.h"
 #include "display_race.h"
-#include "map/overview.h"
+#include "instruments/overview.h"
+#include "instruments/time_bar.h"
+#include "instruments/wind_panel.h"
 
 namespace keelview::bench {
 namespace {

@@ -2,12 +2,13 @@
 
 #include <memory>
 
-#include "display/fake_platform.h"
-#include "display/race_disp.h"
 #include "long_race.h"
 #include "map/boat_sprite.h"
 #include "map/chart.h"
 #include "session/app_state.h"
+#include "session/race_disp.h"
+#include "support/fake_platform.h"
+#include "support/scripted_dialogs.h"
 
 namespace keelview::bench {
 

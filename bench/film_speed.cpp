@@ -8,9 +8,9 @@
 #include <memory>
 
 #include "display/application.h"
-#include "display/splash.h"
-#include "session/start.h"
-#include "shell/race_desk.h"
+#include "instruments/race_desk.h"
+#include "shell/splash.h"
+#include "shell/start.h"
 
 namespace {
 

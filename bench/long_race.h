@@ -7,11 +7,11 @@
 #include <string>
 #include <vector>
 
+#include "analysis/track_derivation.h"
 #include "base/angles.h"
 #include "racedata/coastline.h"
 #include "racedata/gps_track.h"
 #include "racedata/race_control.h"
-#include "racedata/track_derivation.h"
 #include "racedata/wind_file.h"
 
 namespace keelview::bench {

@@ -5,10 +5,10 @@
 #include <memory>
 #include <vector>
 
+#include "analysis/track_derivation.h"
 #include "analysis/wind_at.h"
 #include "racedata/coastline.h"
 #include "racedata/gps_track.h"
-#include "racedata/track_derivation.h"
 #include "racedata/wind_file.h"
 #include "target.h"
 

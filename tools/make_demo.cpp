@@ -15,12 +15,12 @@
 #include <string_view>
 #include <vector>
 
+#include "analysis/track_derivation.h"
 #include "base/angles.h"
 #include "base/dates.h"
 #include "base/files.h"
 #include "base/text_encoding.h"
 #include "demo_plans.h"
-#include "racedata/track_derivation.h"
 
 namespace {
 

@@ -3,10 +3,10 @@
 #include <algorithm>
 #include <cmath>
 
+#include "analysis/track_derivation.h"
 #include "base/bilingual.h"
 #include "base/numbers.h"
 #include "base/strings.h"
-#include "racedata/track_derivation.h"
 
 namespace keelview {
 

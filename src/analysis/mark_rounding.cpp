@@ -5,9 +5,9 @@
 #include <cmath>
 
 #include "analysis/mark_rounding_walk.h"
+#include "analysis/track_derivation.h"
 #include "base/angles.h"
 #include "base/numbers.h"
-#include "racedata/track_derivation.h"
 
 namespace keelview {
 

@@ -5,11 +5,11 @@
 #include <vector>
 
 #include "analysis/mark_rounding.h"
+#include "analysis/track_derivation.h"
 #include "racedata/coastline.h"
 #include "racedata/gps_track.h"
 #include "racedata/race_control.h"
 #include "racedata/race_file.h"
-#include "racedata/track_derivation.h"
 #include "racedata/wind_file.h"
 
 namespace keelview {

@@ -1,8 +1,8 @@
 #pragma once
 
-#include "display/race_disp.h"
 #include "map/chart.h"
 #include "session/app_state.h"
+#include "session/race_disp.h"
 
 namespace keelview {
 

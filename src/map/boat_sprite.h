@@ -1,7 +1,7 @@
 #pragma once
 
-#include "display/race_disp.h"
 #include "session/app_state.h"
+#include "session/race_disp.h"
 
 namespace keelview {
 

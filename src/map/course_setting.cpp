@@ -5,8 +5,8 @@
 #include <string>
 #include <utility>
 
+#include "analysis/nearest_entry.h"
 #include "display/hint_box.h"
-#include "map/nearest_entry.h"
 
 namespace keelview {
 

@@ -2,11 +2,11 @@
 
 #include <string_view>
 
-#include "display/race_disp.h"
 #include "map/chart.h"
-#include "map/course_changes.h"
 #include "map/replay_frame.h"
 #include "session/app_state.h"
+#include "session/course_changes.h"
+#include "session/race_disp.h"
 
 namespace keelview {
 

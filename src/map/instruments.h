@@ -1,10 +1,10 @@
 #pragma once
 
-#include "analysis/time_bar.h"
-#include "analysis/wind_panel.h"
-#include "display/race_disp.h"
-#include "map/overview.h"
+#include "instruments/overview.h"
+#include "instruments/time_bar.h"
+#include "instruments/wind_panel.h"
 #include "session/app_state.h"
+#include "session/race_disp.h"
 
 namespace keelview {
 

@@ -1,11 +1,11 @@
 #pragma once
 
-#include "display/race_disp.h"
 #include "map/chart.h"
 #include "map/course_setting.h"
 #include "map/measuring.h"
 #include "map/replay_frame.h"
 #include "session/app_state.h"
+#include "session/race_disp.h"
 
 namespace keelview {
 

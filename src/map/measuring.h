@@ -2,9 +2,9 @@
 
 #include <optional>
 
-#include "display/race_disp.h"
-#include "map/view.h"
+#include "analysis/view.h"
 #include "session/app_state.h"
+#include "session/race_disp.h"
 
 namespace keelview {
 

@@ -6,11 +6,11 @@
 #include <string>
 #include <vector>
 
-#include "analysis/time_axis.h"
 #include "analysis/track_at.h"
 #include "base/angles.h"
 #include "base/dates.h"
 #include "base/numbers.h"
+#include "instruments/time_axis.h"
 #include "map/boat_sprite.h"
 #include "session/save_race.h"
 

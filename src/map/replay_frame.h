@@ -2,10 +2,10 @@
 
 #include <string>
 
-#include "display/race_disp.h"
 #include "map/chart.h"
 #include "map/instruments.h"
 #include "session/app_state.h"
+#include "session/race_disp.h"
 
 namespace keelview {
 

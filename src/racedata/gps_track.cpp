@@ -4,10 +4,10 @@
 #include <cstdlib>
 #include <string_view>
 
+#include "analysis/track_derivation.h"
 #include "base/files.h"
 #include "base/strings.h"
 #include "racedata/gps_track_lines.h"
-#include "racedata/track_derivation.h"
 
 namespace keelview {
 namespace {

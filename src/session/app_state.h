@@ -5,14 +5,14 @@
 #include <string>
 
 #include "analysis/mark_rounding.h"
+#include "analysis/track_derivation.h"
+#include "analysis/view.h"
 #include "display/colour.h"
 #include "display/dialogs.h"
 #include "display/platform.h"
-#include "map/view.h"
 #include "racedata/coastline.h"
 #include "racedata/gps_track.h"
 #include "racedata/race_control.h"
-#include "racedata/track_derivation.h"
 #include "racedata/wind_file.h"
 
 namespace keelview {

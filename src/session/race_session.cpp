@@ -4,6 +4,7 @@
 #include <cmath>
 
 #include "analysis/race_numbers.h"
+#include "analysis/track_derivation.h"
 #include "base/bilingual.h"
 #include "base/dates.h"
 #include "base/files.h"
@@ -11,7 +12,6 @@
 #include "map/boat_sprite.h"
 #include "map/sea_colours.h"
 #include "racedata/race_file.h"
-#include "racedata/track_derivation.h"
 #include "session/save_race.h"
 
 namespace keelview {

@@ -5,13 +5,13 @@
 #include <string_view>
 #include <vector>
 
-#include "display/race_disp.h"
-#include "display/splash.h"
 #include "map/chart.h"
 #include "map/instruments.h"
 #include "map/replay_frame.h"
 #include "session/app_state.h"
+#include "session/race_disp.h"
 #include "session/replay_clock.h"
+#include "shell/splash.h"
 
 namespace keelview {
 

@@ -1,9 +1,9 @@
 #pragma once
 
-#include "display/race_disp.h"
 #include "map/chart.h"
 #include "map/replay_frame.h"
 #include "session/app_state.h"
+#include "session/race_disp.h"
 
 namespace keelview {
 

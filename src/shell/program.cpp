@@ -2,7 +2,7 @@
 
 #include <utility>
 
-#include "shell/distribution.h"
+#include "distribution/distribution.h"
 
 namespace keelview {
 

@@ -3,13 +3,13 @@
 #include <functional>
 #include <memory>
 
-#include "display/splash.h"
 #include "editor/file_select.h"
 #include "editor/race_editor.h"
+#include "instruments/race_desk.h"
 #include "session/app_state.h"
-#include "session/start.h"
 #include "shell/cover.h"
-#include "shell/race_desk.h"
+#include "shell/splash.h"
+#include "shell/start.h"
 
 namespace keelview {
 

@@ -5,7 +5,7 @@
 #include <string>
 #include <vector>
 
-#include "racedata/track_derivation.h"
+#include "analysis/track_derivation.h"
 
 namespace keelview {
 namespace {

@@ -5,6 +5,7 @@
 #include <string>
 
 #include "support/qt_driver.h"
+#include "support/scripted_dialogs.h"
 #include "support/temp_tree.h"
 
 namespace keelview {

@@ -8,10 +8,11 @@
 #include <memory>
 #include <string>
 
-#include "display/fake_platform.h"
-#include "shell/when_modal.h"
+#include "support/fake_platform.h"
 #include "support/qt_driver.h"
 #include "support/race_tree.h"
+#include "support/scripted_dialogs.h"
+#include "support/when_modal.h"
 
 namespace keelview {
 namespace {

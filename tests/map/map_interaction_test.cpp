@@ -7,7 +7,7 @@
 #include <string>
 #include <vector>
 
-#include "map/nearest_entry.h"
+#include "analysis/nearest_entry.h"
 #include "support/open_race.h"
 
 namespace keelview {

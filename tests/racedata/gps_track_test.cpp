@@ -6,8 +6,8 @@
 #include <string>
 #include <vector>
 
+#include "analysis/track_derivation.h"
 #include "racedata/gps_track_lines.h"
-#include "racedata/track_derivation.h"
 #include "support/temp_tree.h"
 
 namespace keelview {

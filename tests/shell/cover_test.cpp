@@ -5,8 +5,9 @@
 #include <memory>
 #include <string>
 
-#include "display/fake_platform.h"
+#include "support/fake_platform.h"
 #include "support/qt_driver.h"
+#include "support/scripted_dialogs.h"
 #include "support/temp_tree.h"
 
 namespace keelview {

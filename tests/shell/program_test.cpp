@@ -9,12 +9,13 @@
 #include <string>
 
 #include "display/application.h"
-#include "display/fake_platform.h"
-#include "shell/when_modal.h"
 #include "support/application.h"
+#include "support/fake_platform.h"
 #include "support/memory.h"
 #include "support/qt_driver.h"
 #include "support/race_tree.h"
+#include "support/scripted_dialogs.h"
+#include "support/when_modal.h"
 
 namespace keelview {
 namespace {

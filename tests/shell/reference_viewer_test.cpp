@@ -5,10 +5,11 @@
 #include <QElapsedTimer>
 #include <string>
 
-#include "display/fake_platform.h"
-#include "shell/when_modal.h"
+#include "support/fake_platform.h"
 #include "support/qt_driver.h"
+#include "support/scripted_dialogs.h"
 #include "support/temp_tree.h"
+#include "support/when_modal.h"
 
 namespace keelview {
 namespace {

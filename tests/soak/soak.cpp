@@ -13,7 +13,7 @@
 
 #include "display/qt/canvas_impl.h"
 #include "display/qt/native_control.h"
-#include "session/start.h"
+#include "shell/start.h"
 #include "soak/simulated_clock.h"
 #include "soak/soak_platform.h"
 #include "support/memory.h"

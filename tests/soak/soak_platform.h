@@ -5,9 +5,9 @@
 #include <string>
 #include <utility>
 
-#include "display/fake_platform.h"
 #include "soak/dice.h"
 #include "soak/simulated_clock.h"
+#include "support/fake_platform.h"
 
 namespace keelview {
 

@@ -4,10 +4,11 @@
 #include <string>
 
 #include "base/numbers.h"
-#include "display/fake_platform.h"
-#include "session/start.h"
-#include "shell/race_desk.h"
+#include "instruments/race_desk.h"
+#include "shell/start.h"
+#include "support/fake_platform.h"
 #include "support/race_tree.h"
+#include "support/scripted_dialogs.h"
 
 namespace keelview {
 

@@ -6,12 +6,13 @@
 #include <string>
 #include <vector>
 
-#include "display/fake_platform.h"
 #include "display/qt/native_control.h"
-#include "display/race_disp.h"
 #include "map/boat_sprite.h"
 #include "map/chart.h"
 #include "session/app_state.h"
+#include "session/race_disp.h"
+#include "support/fake_platform.h"
+#include "support/scripted_dialogs.h"
 
 namespace keelview {
 

@@ -1,0 +1,240 @@
+#include "distribution/distribution_builder.h"
+
+#include <algorithm>
+#include <cstddef>
+#include <cstdint>
+
+#include "analysis/race_numbers.h"
+#include "base/files.h"
+#include "base/strings.h"
+#include "base/text_encoding.h"
+#include "distribution/process.h"
+#include "racedata/race_control.h"
+#include "racedata/race_file.h"
+
+namespace keelview {
+
+namespace fs = std::filesystem;
+
+namespace {
+
+constexpr std::string_view DistributionFolder = "distribution";
+constexpr std::string_view UnfinishedMark = ".unfinished";
+constexpr std::string_view PackedEnd = ".tar.gz";
+constexpr std::string_view StartSound = "gun.wav";
+
+// Names that some file system of a reader, or the command line of the packer, would not take.
+constexpr std::string_view ForbiddenInNames = "/\\:*?\"<>|";
+
+/// Where the toolkit finds its plug-ins: below the program, not at their place on the builder's machine.
+constexpr std::string_view ToolkitSettings = "[Paths]\nPrefix = .\nPlugins = plugins\n";
+
+/// Thrown within a build by the step that failed.
+struct BuildFailure {
+    std::error_code Error;
+    fs::path At;
+};
+
+void Check(const std::error_code& error, const fs::path& at) {
+    if (error) throw BuildFailure{error, at};
+}
+
+void MakeFolder(const fs::path& folder) {
+    std::error_code error;
+    fs::create_directories(folder, error);
+    Check(error, folder);
+}
+
+/// True if a file's folder has less room than another file takes.
+bool NoRoomFor(const fs::path& source, const fs::path& target) {
+    std::error_code error;
+    const std::uintmax_t room = fs::space(target.parent_path(), error).available;
+    return !error && room < FileSize(source).value_or(0);
+}
+
+void CopyWhole(const fs::path& source, const fs::path& target) {
+    MakeFolder(target.parent_path());
+    std::error_code error;
+    fs::copy_file(source, target, fs::copy_options::overwrite_existing, error);
+    // The copy itself calls a full disc an input/output error.
+    if (error == std::errc::io_error && NoRoomFor(source, target))
+        error = std::make_error_code(std::errc::no_space_on_device);
+    Check(error, target);
+}
+
+/// A short text file in Shift-JIS where its text fits, else in UTF-8.
+void WriteLines(const fs::path& file, std::string_view text) {
+    const auto bytes = EncodeText(text, TextEncoding::ShiftJis);
+    Check(WriteFileAtomically(file, bytes ? *bytes : text), file);
+}
+
+/// One build, told as its steps.
+class Build {
+  public:
+    Build(const fs::path& appPath, const DistributionOrder& order, const fs::path& root)
+        : appPath_(appPath), order_(order), root_(root) {}
+
+    void MakeFolders() const {
+        for (const char* folder : {"raceadmin", "gpsdat", "winddat", "attachment"})
+            MakeFolder(root_ / folder);
+        if (order_.AttachMap) MakeFolder(root_ / "coastline");
+    }
+
+    void CopyProgram(const LibraryListing& listing) {
+        const bool minimal = order_.Target == Medium::Web && order_.MinimiseSize;
+        const RuntimeFiles files = FindRuntimeFiles(appPath_, minimal, listing);
+        for (const RuntimeFile& file : files.Files) CopyWhole(file.Source, root_ / file.Target);
+        for (const std::string& name : files.Missing) Miss(name);
+        WriteLines(root_ / "qt.conf", ToolkitSettings);
+        CopyOneFile({}, StartSound);
+    }
+
+    void WriteSettings() const {
+        if (!order_.StartRace.empty())
+            WriteLines(root_ / "raceadmin" / "racefile.st", order_.StartRace + "\r\n");
+        if (order_.Target == Medium::CdRom) {
+            const std::string program(ProgramFileName);
+            WriteLines(root_ / "autorun.inf",
+                       "[autorun]\r\nIcon = " + program + "\r\nopen = " + program + "\r\n");
+        }
+        WriteLines(root_ / "raceadmin" / "ver.00", order_.UseEnglish ? "1,1\r\n" : "1,0\r\n");
+    }
+
+    void CopyRaces() {
+        for (const std::string& race : order_.RaceNames) CopyOneFile("raceadmin", race);
+        for (const std::string& race : order_.RaceNames) GatherRaceFiles(race);
+        if (order_.AttachMap) CopyMapLicences();
+    }
+
+    std::vector<std::string> TakeMissing() { return std::move(missing_); }
+
+  private:
+    void GatherRaceFiles(const std::string& raceName) {
+        RaceControl race;
+        race.RaceFileName = raceName;
+        if (!ReadRaceFileForDistribution(appPath_, race)) return;
+        for (int i = 1; i <= race.BoatCount; ++i)
+            CopyOneFile("gpsdat", race.BoatFile.at(static_cast<std::size_t>(i)));
+        CopyOneFile("winddat", race.WindFileName);
+        if (order_.AttachMap) CopyMap(race);
+        for (int i = 1; i <= race.AttachCount; ++i)
+            CopyOneFile("attachment", race.AttachFile.at(static_cast<std::size_t>(i)));
+    }
+
+    /// The coast of a race. Squares of open water have no file. A race that was never opened for editing
+    /// does not name its squares: they follow from its tracks.
+    void CopyMap(const RaceControl& race) const {
+        std::vector<std::string> names(race.MapFile.begin() + 1, race.MapFile.begin() + 1 + race.MapCount);
+        if (names.empty())
+            for (const std::string& cell : LoadRaceNumbers(appPath_, race.RaceFileName).coastCells)
+                names.push_back(cell + ".cst");
+        for (const std::string& name : names) CopyIfThere("coastline", name);
+    }
+
+    /// The coast data may be handed on with their notice and licence texts alone. Data of the person's own
+    /// may have none.
+    void CopyMapLicences() const {
+        for (const std::string_view name : {"NOTICE", "COPYING", "COPYING.LESSER"})
+            CopyIfThere("coastline", name);
+    }
+
+    /// Copies a file to the same folder and name below the root; one that is not there is noted.
+    void CopyOneFile(std::string_view folder, std::string_view name) {
+        if (!name.empty() && !CopyIfThere(folder, name)) Miss(PlaceOf(folder, name).generic_string());
+    }
+
+    bool CopyIfThere(std::string_view folder, std::string_view name) const {
+        const fs::path source = FindBelow(FindBelow(appPath_, folder), name);
+        if (name.empty() || !IsFile(source)) return false;
+        CopyWhole(source, root_ / PlaceOf(folder, name));
+        return true;
+    }
+
+    /// The name below its folder as a path: a name with backslashes lies in folders here.
+    static fs::path PlaceOf(std::string_view folder, std::string_view name) {
+        std::string place(name);
+        std::ranges::replace(place, '\\', '/');
+        return fs::path(folder) / place;
+    }
+
+    void Miss(const std::string& name) {
+        if (std::ranges::find(missing_, name) == missing_.end()) missing_.push_back(name);
+    }
+
+    const fs::path& appPath_;
+    const DistributionOrder& order_;
+    const fs::path& root_;
+    std::vector<std::string> missing_;
+};
+
+/// Packs a finished folder beside itself; false, and nothing left of the packed file, if that fails.
+bool Pack(const fs::path& distribution, const std::string& folderName) {
+    const fs::path packed = distribution / (folderName + std::string(PackedEnd));
+    fs::path unfinished = packed;
+    unfinished += UnfinishedMark;
+    std::string nothing;
+    std::error_code error;
+    const int status =
+        RunAndWait({"tar", "--create", "--gzip", "--file", unfinished.string(), "--force-local",
+                    "--owner=0", "--group=0", "--directory", distribution.string(), "--", folderName},
+                   nothing);
+    if (status == 0) {
+        fs::rename(unfinished, packed, error);
+        if (!error) return true;
+    }
+    fs::remove(unfinished, error);
+    return false;
+}
+
+}  // namespace
+
+std::optional<Text> FolderNameTrouble(std::string_view name) {
+    if (Trim(name).empty())
+        return Text{"Input folder name to be saved", "収納するフォルダー名を入れてください"};
+    const bool forbidden = name.find_first_of(ForbiddenInNames) != std::string_view::npos ||
+                           std::ranges::any_of(name, [](unsigned char c) { return c < ' '; });
+    if (forbidden || name.front() == '.' || name.front() == '-' || name.back() == '.' ||
+        name.ends_with(UnfinishedMark))
+        return Text{"A folder name must not hold / \\ : * ? \" < > | nor begin with a point or a minus",
+                    "フォルダー名に / \\ : * ? \" < > | は使えません。先頭の . と - も使えません。"};
+    return std::nullopt;
+}
+
+bool DistributionExists(const fs::path& appPath, std::string_view folderName) {
+    const fs::path distribution = FindBelow(appPath, DistributionFolder);
+    std::error_code error;
+    return std::ranges::any_of(
+        std::initializer_list<std::string_view>{"", PackedEnd}, [&](std::string_view end) {
+            return fs::exists(FindBelow(distribution, std::string(folderName) + std::string(end)), error);
+        });
+}
+
+DistributionResult BuildDistribution(const fs::path& appPath, const DistributionOrder& order,
+                                     const LibraryListing& listing) {
+    const fs::path distribution = FindBelow(appPath, DistributionFolder);
+    const fs::path root = distribution / order.FolderName;
+    const fs::path unfinished = distribution / (order.FolderName + std::string(UnfinishedMark));
+    std::error_code error;
+    DistributionResult result;
+    try {
+        fs::remove_all(unfinished, error);  // of a build that was cut short
+        Check(error, unfinished);
+        Build build(appPath, order, unfinished);
+        build.MakeFolders();
+        build.CopyProgram(listing);
+        build.WriteSettings();
+        build.CopyRaces();
+        result.Missing = build.TakeMissing();
+        fs::rename(unfinished, root, error);
+        Check(error, root);
+    } catch (const BuildFailure& failure) {
+        fs::remove_all(unfinished, error);
+        result.Error = failure.Error;
+        result.FailedAt = failure.At;
+        return result;
+    }
+    result.Packed = order.Target == Medium::Web && Pack(distribution, order.FolderName);
+    return result;
+}
+
+}  // namespace keelview

@@ -1,0 +1,200 @@
+#include "instruments/hint_table.h"
+
+namespace keelview {
+
+namespace {
+
+using enum HintGate;
+
+/// A hint above its control that begins at the left of the control panel.
+ControlHint AtLeft(Control& of, HintGate gate, HintSize size, Text words) {
+    return {.Of = &of, .Gate = gate, .Size = size, .Words = words};
+}
+
+/// A hint above its control that ends `inset` pixels before the right edge of the control panel.
+ControlHint AtRight(Control& of, HintGate gate, HintSize size, double inset, Text words) {
+    ControlHint hint = AtLeft(of, gate, size, words);
+    hint.Column = HintColumn::PanelRight;
+    hint.Inset = inset;
+    return hint;
+}
+
+/// The film's speed, the race file, the course.
+std::vector<ControlHint> RaceHints(RaceDisp& form) {
+    return {
+        AtRight(
+            form.Text2, Always, {270, 16}, 10,
+            {"Change Playback Speed with the Right Slide Bar", "早送り速度を右のスライドバーで変更します"}),
+        AtRight(form.Command2, HintsOn, {200, 45}, 5,
+                {"Click this button and Set the\n"
+                 "Mark on the Map.\n"
+                 "< Auto trace is to be Off >",
+                 "このボタンを押してから地図をクリック\n"
+                 "するとマークを設定できます。\n"
+                 "<自動追尾をOffにすること>"}),
+        AtRight(form.Command3, HintsOn, {220, 45}, 5,
+                {"Click this button, then click the End Of\n"
+                 "Line on the map.   < 2Pnts >\n"
+                 "< Auto trace is to be Off >",
+                 "このボタンを押してから地図を2点クリック\n"
+                 "するとラインを設定できます。\n"
+                 "<自動追尾をOffにすること>"}),
+        AtRight(form.Command5, HintsOn, {220, 45}, 5,
+                {"Click this button, then click Lines\n"
+                 "and Marks to set the course order\n"
+                 "< Auto trace is to be Off >",
+                 "このボタンを押してから地図上のライン、\n"
+                 "マークを押してコースを設定します。\n"
+                 "<自動追尾をOffにすること>"}),
+        AtRight(form.Command9, HintsOn, {230, 32}, 10,
+                {"Choose Race File in Left Box.\n"
+                 "Then Click Here to Show.",
+                 "左の窓でレースを選択してからこの\n"
+                 "ボタンを押せば選択したレースが見れます"}),
+    };
+}
+
+std::vector<ControlHint> CheckBoxHints(RaceDisp& form) {
+    ControlHint hintSwitch =
+        AtLeft(form.Check3, Always, {170, 16}, {"ON/OFF of HINT", "ヒントをON/OFFします"});
+    hintSwitch.Gap = 4;
+    ControlHint enlarge = AtLeft(form.Check10, HintsOn, {200, 30},
+                                 {"Enlarge minimum boat size\n"
+                                  "when checked",
+                                  "艇の最低表示サイズを拡大します。\n"
+                                  "ﾁｪｯｸを外すと実ｻｲｽﾞで表示します。"});
+    enlarge.Column = HintColumn::OnControl;
+    enlarge.Inset = -150;
+    enlarge.HidesBoatLabel = true;
+    return {
+        AtLeft(form.Check9, Always, {150, 15}, {"Show all boat name or not", "全艇名の表示をon-offします"}),
+        AtLeft(form.Check7, Always, {170, 16}, {"Draw coast line or not", "海岸線の表示をon-offします"}),
+        hintSwitch,
+        enlarge,
+        AtLeft(form.Check4, HintsOn, {170, 32},
+               {"Draw cross wind line\n"
+                "to compare the height.",
+                "各艇の高さを比較します\n"
+                "（風上が上の時に有効です）"}),
+        AtLeft(form.Check6, HintsOn, {170, 32},
+               {"Draw all tracks.\n"
+                "( When auto trace is off )",
+                "航跡描画をON/OFFします\n"
+                "（自動追尾時は無効です）"}),
+        AtLeft(form.Check2, Always, {220, 81},
+               {"Range and bearing from first clicked\n"
+                "point to present mouse point can be\n"
+                "measured when checked.\n"
+                "< Uncheck to exit measuring mode>",
+                "地図で距離・方位を測定します。\n"
+                "このボタンを押すと測定モードになります\n"
+                "測定モードの状態で地図をクリックすると\n"
+                "測定の基点が設定され、マウスを移動して\n"
+                "そこからの距離・方位を測定します\n"
+                "（再度押すと測定モードを解除）"}),
+        AtLeft(form.Check5, HintsOn, {170, 16}, {"On-off the auto trace mode", "自動追尾をON/OFFします"}),
+        AtLeft(form.Check8, Always, {170, 15}, {"Draw lay line or not", "レイラインの表示をon-offします"}),
+    };
+}
+
+/// Each cell tells its hint on its own colour.
+std::vector<ControlHint> ColourCellHints(RaceDisp& form) {
+    std::vector<ControlHint> hints;
+    for (Surface* cell : form.ColourCells()) {
+        ControlHint hint = AtLeft(*cell, HintsOn, {160, 17}, {"Change sea color", "海面の色を変更します"});
+        hint.Inset = 20;
+        hint.OnOwnColour = true;
+        hint.Ink = cell == &form.BCOL1 ? Black : White;
+        hints.push_back(hint);
+    }
+    return hints;
+}
+
+/// Picture, documents, manual, web page, exit.
+std::vector<ControlHint> DoorHints(RaceDisp& form) {
+    ControlHint manual =
+        AtLeft(form.btnHATENA, Always, {100, 17, 150}, {"Show HELP", "操作マニュアルを表示します。"});
+    manual.Column = HintColumn::Beside;
+    manual.Inset = 5;
+    manual.Row = HintRow::Below;
+    manual.Gap = 0;
+    return {
+        manual,
+        AtLeft(form.Command10, Always, {220, 40},
+               {"Start up graphical software\n"
+                "and show present screen on it.\n"
+                "（to retouch, print, save ）",
+                "画像処理ソフトを立ち上げて現在\n"
+                "表示されている画面の画像を表示します。\n"
+                "（書き加え、修正、保存など可能）"}),
+        AtLeft(form.Command13, Always, {220, 32},
+               {"Show Reffernce Data.\n"
+                "<ex. Saling Notice, Race Results >",
+                "関係する資料を参照します。\n"
+                "<　例.　帆走指示書、レース結果、写真>"}),
+        AtLeft(form.Command1, MenuBehind, {180, 17},
+               {"Exit and return to Menu", "メニュー画面に戻ります。"}),
+        AtRight(form.Label1, Always, {280, 32}, 10,
+                {"Link to Quaymark Ltd site\n"
+                 "( for latest information )",
+                 "ｸｴｲﾏｰｸ（QMK）のﾎｰﾑﾍﾟｰｼﾞを開きます\n"
+                 "ここから最新データをﾀﾞｳﾝﾛｰﾄﾞできます(準備中)"}),
+    };
+}
+
+/// The entry of wind on the graphs. This text exists in Japanese only.
+ControlHint WindEntryHint(RaceDisp& form) {
+    constexpr std::string_view Words =
+        "ここをクリックすると風向入力モードになります。\n"
+        "入力モードにしてからグラフをクリックして風向を\n"
+        "入力していきます\n"
+        "（時間軸の順序は問いませんので途中追加もＯＫです）\n"
+        "\n"
+        "再度このボタンを押すとデータが記録されて入力モード\n"
+        "から脱出できます。";
+    ControlHint hint = AtLeft(form.Command12, HintsOn, {300, 90}, {Words, Words});
+    hint.Column = HintColumn::OnControl;
+    hint.Inset = 0;
+    hint.Row = HintRow::Below;
+    hint.Gap = 21;
+    hint.HidesBoatLabel = true;
+    return hint;
+}
+
+double LeftOf(const ControlHint& hint, const RaceDisp& form, double controlLeft, double width) {
+    const double panelLeft = form.Picture7.Left();
+    switch (hint.Column) {
+        case HintColumn::PanelLeft:
+            return panelLeft + hint.Inset;
+        case HintColumn::PanelRight:
+            return panelLeft + form.Picture7.Width() - width - hint.Inset;
+        case HintColumn::OnControl:
+            return controlLeft + hint.Inset;
+        case HintColumn::Beside:
+            return controlLeft - width - hint.Inset;
+    }
+    return panelLeft;
+}
+
+}  // namespace
+
+std::vector<ControlHint> ControlHints(RaceDisp& form) {
+    std::vector<ControlHint> hints{WindEntryHint(form)};
+    for (const auto& group : {RaceHints(form), CheckBoxHints(form), ColourCellHints(form), DoorHints(form)})
+        hints.insert(hints.end(), group.begin(), group.end());
+    return hints;
+}
+
+HintPlace PlaceOf(const ControlHint& hint, const RaceDisp& form, bool useEnglish) {
+    const bool onGraphs = hint.Of == &form.Command12;
+    const Control& parent = onGraphs ? static_cast<const Control&>(form.GPIC) : form.Picture7;
+    const double width = useEnglish ? hint.Size.Width : hint.Size.WidthJapanese;
+    const double height = hint.Size.Height;
+    const double top = parent.Top() + hint.Of->Top();
+    return {.Left = LeftOf(hint, form, parent.Left() + hint.Of->Left(), width),
+            .Top = hint.Row == HintRow::Above ? top - height - hint.Gap : top + hint.Gap,
+            .Width = width,
+            .Height = height};
+}
+
+}  // namespace keelview

@@ -1,0 +1,26 @@
+#pragma once
+
+#include <vector>
+
+#include "instruments/hint_table.h"
+#include "session/app_state.h"
+#include "session/race_disp.h"
+
+namespace keelview {
+
+/// The hints of the control panel: a control tells what it is for as soon as the pointer moves over it, in
+/// Text7, until the pointer reaches something that hides the box.
+class Hints {
+  public:
+    Hints(AppState& app, RaceDisp& form);
+
+  private:
+    void Show(const ControlHint& hint);
+    bool MayShow(const ControlHint& hint) const;
+
+    AppState& app_;
+    RaceDisp& form_;
+    std::vector<ControlHint> hints_;
+};
+
+}  // namespace keelview

@@ -1,0 +1,109 @@
+#include "instruments/screen_capture.h"
+
+#include <string>
+
+#include "base/files.h"
+#include "session/save_race.h"
+
+namespace keelview {
+
+namespace {
+
+constexpr std::string_view CaptureFile = "gpsdat/無題.bmp";
+
+constexpr double Margin = 5.0;
+constexpr double ColumnGap = 10.0;  // from the view to the column at its right
+constexpr double TextHeight = 35.0;
+constexpr double RowPitch = 16.0;
+constexpr double RowHeight = 13.0;
+constexpr double SmallestPoints = 6.0;
+
+constexpr Text NotWritten{"The picture could not be written.", "画像ファイルを書き込めません。"};
+constexpr Text WrittenTo{"The picture was saved here:", "画像ファイルの保存先："};
+
+}  // namespace
+
+ScreenCapture::ScreenCapture(AppState& app, RaceDisp& form, Services& services)
+    : app_(app), form_(form), services_(services) {
+    form_.Command10.OnClick = [this] { Command10_Click(); };
+}
+
+void ScreenCapture::Command10_Click() {
+    const auto file = FindBelow(app_.settings.AppPath, CaptureFile);
+    if (!Compose().SaveBitmap(file))
+        Tell(NotWritten, file);
+    else if (!OpenDocument(app_, services_, file.string()))
+        Tell(WrittenTo, file);  // a person can open it there by other means
+}
+
+void ScreenCapture::Tell(Text what, const std::filesystem::path& file) {
+    services_.dialogs.Ok(what.Str(app_.settings.UseEnglish) + "\r\n" + file.string(),
+                         app_.settings.AppTitle);
+}
+
+Picture ScreenCapture::Compose() {
+    Surface& sheet = form_.Picture13;
+    const Surface& overview = form_.Picture6;
+    sheet.Move(0, 0, form_.Picture1.Width() + overview.Width() + Margin + ColumnGap,
+               form_.Picture1.Height() + 2 * Margin);
+    sheet.Cls();
+    const double left = form_.Picture1.Width() + ColumnGap;
+    const double below = overview.Height() + Margin;
+    sheet.PaintPicture(overview.Image(), left, Margin);
+    PrintRace(left, below);
+    PaintBoatColours(left, below + TextHeight);
+    PaintView();
+    const Picture picture = sheet.Image();
+    sheet.Move(0, 0, 1, 1);
+    return picture;
+}
+
+void ScreenCapture::PrintRace(double left, double top) {
+    form_.Picture13.ForeColor = Black;
+    PrintFitted(left, top, "ファイル名： " + app_.race.RaceFileName);
+    PrintFitted(left, form_.Picture13.CurrentY, "日時： " + form_.Text1.Text());
+}
+
+/// Prints a line in letters small enough for the column, if that can be.
+void ScreenCapture::PrintFitted(double left, double top, const std::string& line) {
+    Surface& sheet = form_.Picture13;
+    const double points = sheet.FontSize;
+    while (left + sheet.TextWidth(line) > sheet.ScaleWidth() && sheet.FontSize > SmallestPoints)
+        sheet.FontSize -= 0.75;
+    sheet.PrintAt(left, top, line);
+    sheet.FontSize = points;
+}
+
+void ScreenCapture::PaintBoatColours(double left, double top) {
+    Surface& sheet = form_.Picture13;
+    sheet.ForeColor = White;
+    for (int boat = 1; boat <= app_.race.BoatCount; ++boat) {
+        const auto b = static_cast<std::size_t>(boat);
+        const double y = top + (boat - 1) * RowPitch;
+        sheet.FilledBox(left, y, left + form_.Picture6.Width() - 2, y + RowHeight,
+                        app_.display.BoatColour[b]);
+        sheet.PrintAt(left + 3, y + 1, app_.race.BoatName[b]);
+    }
+}
+
+void ScreenCapture::PaintView() {
+    Surface& sheet = form_.Picture13;
+    switch (app_.display.ViewMode) {
+        case ViewKind::Map:
+            sheet.PaintPicture(form_.Picture1.Image(), Margin, Margin);
+            for (int row = 0; row < app_.race.BoatCount; ++row) {
+                const Sprite& boat = form_.Boat[row];
+                if (boat.Visible())
+                    sheet.PaintPicture(boat.Shape(), boat.Left() + Margin, boat.Top() + Margin);
+            }
+            break;
+        case ViewKind::Graph:
+            sheet.PaintPicture(form_.GPIC.Image(), Margin, Margin);
+            break;
+        case ViewKind::Data:
+            sheet.PaintPicture(form_.PicTime.Image(), Margin, Margin);
+            break;
+    }
+}
+
+}  // namespace keelview

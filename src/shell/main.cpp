@@ -1,0 +1,20 @@
+#include <functional>
+#include <memory>
+#include <utility>
+
+#include "display/application.h"
+#include "session/app_state.h"
+#include "shell/program.h"
+#include "shell/start.h"
+
+int main(int argc, char** argv) {
+    using namespace keelview;
+    Application application(argc, argv);
+    Services services{application.ThePlatform(), application.TheDialogs()};
+    const auto app = std::make_unique<AppState>();
+    const StartOutcome outcome = SettleStart(*app, services);
+    if (outcome == StartOutcome::End) return 0;
+    Program program(*app, services,
+                    [&application](std::function<void()> task) { application.Later(std::move(task)); });
+    return program.Start(outcome) ? application.Run() : 0;
+}

@@ -1,0 +1,184 @@
+#include "distribution/distribution_builder.h"
+
+#include <gtest/gtest.h>
+#include <sys/resource.h>
+
+#include <algorithm>
+#include <csignal>
+#include <filesystem>
+#include <string>
+
+#include "base/files.h"
+#include "distribution/process.h"
+#include "support/race_tree.h"
+
+namespace keelview {
+namespace {
+
+namespace fs = std::filesystem;
+
+TEST(LibraryListing, TheSystemsOwnLibrariesStayOut) {
+    const auto libraries = ParseLibraryListing(
+        "\tlinux-vdso.so.1 (0x00007ffd)\n"
+        "\tlibQt6Core.so.6 => /usr/lib/x86_64-linux-gnu/libQt6Core.so.6 (0x00007f1)\n"
+        "\tlibstdc++.so.6 => /opt/my (new) libs/libstdc++.so.6 (0x00007f2)\n"
+        "\tlibc.so.6 => /lib/x86_64-linux-gnu/libc.so.6 (0x00007f3)\n"
+        "\tlibxcb-cursor.so.0 => not found\n"
+        "\t/lib64/ld-linux-x86-64.so.2 (0x00007f4)\n"
+        "\tlibm.so.6 => /lib/x86_64-linux-gnu/libm.so.6 (0x00007f5)\n"
+        "\tstatically linked\n");
+    ASSERT_EQ(libraries.size(), 3U);
+    EXPECT_EQ(libraries[0].Name, "libQt6Core.so.6");
+    EXPECT_EQ(libraries[1].Path, "/opt/my (new) libs/libstdc++.so.6");
+    EXPECT_EQ(libraries[2].Name, "libxcb-cursor.so.0");
+    EXPECT_TRUE(libraries[2].Path.empty());
+}
+
+TEST(LibraryListing, ProgramsOfThisMachineCanBeAsked) {
+    EXPECT_NE(AskLoader(fs::read_symlink("/proc/self/exe")).find("libc.so"), std::string::npos);
+    EXPECT_EQ(AskLoader("/nowhere/at all"), "");
+    std::string output;
+    EXPECT_EQ(RunAndWait({"sh", "-c", "echo 'a b'; exit 3"}, output), 3);
+    EXPECT_EQ(output, "a b\n");
+    EXPECT_EQ(RunAndWait({"no-such-program-here"}, output), -1);
+}
+
+TEST(FolderName, OnlyPlainNamesCanBeUsed) {
+    for (const char* good : {"Enoshima 2004", "江の島", "a.b", "R1,R2"})
+        EXPECT_FALSE(FolderNameTrouble(good)) << good;
+    for (const char* bad :
+         {"", "   ", "a/b", "/", "..", ".", "../x", "a\\b", "-r", "what?", "a\nb", "x.unfinished"})
+        EXPECT_TRUE(FolderNameTrouble(bad)) << bad;
+}
+
+/// A tree with a program that needs one library of a toolkit of its own, and two races.
+struct DistributionTest : testing::Test {
+    RaceTree tree;
+    DistributionOrder order;
+
+    void SetUp() override {
+        order.FolderName = "Spring Cup";
+        order.RaceNames = {"R1.txt", "R2.txt", "R1.txt"};  // one of them twice
+        tree.Write("keelview", "program");
+        fs::permissions(tree.Root() / "keelview", fs::perms::owner_all);
+        tree.Write("qt/lib/libQt6Core.so.6", "core");
+        tree.Write("qt/plugins/platforms/libqxcb.so", "xcb");
+        tree.Write("qt/plugins/platforminputcontexts/libcompose.so", "compose");
+        for (const char* font :
+             {"LiberationSans-Regular.ttf", "LiberationSans-Bold.ttf", "VL-PGothic-Regular.ttf"})
+            tree.Write(std::string("fonts/") + font, "font");
+        tree.Write("gun.wav", "RIFF");
+        tree.Boat("a.trk", 35 * 60, 139 * 60, 0.001, 0, 0, 20);
+        tree.Write("GPSDAT-is-not-it/b.trk", "");
+        tree.Write("winddat/wind, east.CSV", "x");
+        for (const char* file : {"5339.cst", "5340.cst", "NOTICE", "COPYING.LESSER"})
+            tree.Write(std::string("coastline/") + file, "x");
+        tree.Write("attachment/notice \"1\".pdf", "x");
+        tree.Race("R1.txt",
+                  "BN, A.TRK, Alpha\r\nBN, gone.trk, Ghost\r\nWF, wind, east.CSV\r\nMAP, 5339\r\n");
+        tree.Race("R2.txt", "AT,  notice \"1\".pdf\r\nAT, ../../secret\r\nBN, gone.trk, Ghost\r\n");
+    }
+
+    DistributionResult Build() {
+        return BuildDistribution(tree.Root(), order, [this](const fs::path& file) {
+            return file.filename() == "keelview"
+                       ? "libQt6Core.so.6 => " + (tree.Root() / "qt/lib/libQt6Core.so.6").string() +
+                             " (0x1)\n"
+                       : std::string();
+        });
+    }
+    fs::path Built(const std::string& place) const {
+        return tree.Root() / "distribution/Spring Cup" / place;
+    }
+    bool Has(const std::string& place) const { return IsFile(Built(place)); }
+};
+
+TEST_F(DistributionTest, AWebMediumHoldsAllThatItsRacesName) {
+    const DistributionResult result = Build();
+    ASSERT_FALSE(result.Error) << result.Error.message();
+    for (const char* place :
+         {"keelview", "qt.conf", "lib/libQt6Core.so.6", "plugins/platforms/libqxcb.so",
+          "fonts/VL-PGothic-Regular.ttf", "gun.wav", "raceadmin/R1.txt", "raceadmin/R2.txt", "gpsdat/A.TRK",
+          "winddat/wind, east.CSV", "coastline/5339.cst", "coastline/NOTICE", "coastline/COPYING.LESSER",
+          "attachment/notice \"1\".pdf"})
+        EXPECT_TRUE(Has(place)) << place;
+    EXPECT_EQ(*ReadWholeFile(Built("raceadmin/ver.00")), "1,0\r\n");
+    for (const char* place : {"raceadmin/racefile.st", "autorun.inf", "coastline/5340.cst",
+                              "plugins/platforminputcontexts/libcompose.so"})
+        EXPECT_FALSE(Has(place)) << place;
+    EXPECT_EQ(fs::status(Built("keelview")).permissions() & fs::perms::owner_exec, fs::perms::owner_exec);
+    EXPECT_EQ(result.Missing, (std::vector<std::string>{"gpsdat/gone.trk", "attachment/../../secret"}));
+    EXPECT_FALSE(fs::exists(tree.Root() / "distribution/Spring Cup.unfinished"));
+
+    ASSERT_TRUE(result.Packed);
+    std::string names;
+    RunAndWait({"tar", "-tzf", (tree.Root() / "distribution/Spring Cup.tar.gz").string()}, names);
+    EXPECT_NE(names.find("Spring Cup/gpsdat/A.TRK\n"), std::string::npos) << names;
+    for (const char* name : {"Spring Cup", "SPRING CUP", "spring cup"})
+        EXPECT_TRUE(DistributionExists(tree.Root(), name)) << name;
+    fs::remove_all(tree.Root() / "distribution/Spring Cup");
+    EXPECT_TRUE(DistributionExists(tree.Root(), "Spring Cup"));  // its packed file is still there
+    EXPECT_FALSE(DistributionExists(tree.Root(), "Spring"));
+}
+
+TEST_F(DistributionTest, ARaceThatNamesNoMapGetsTheSquaresUnderItsTracks) {
+    tree.Boat("off Enoshima.trk", 35 * 60 + 17, 139 * 60 + 29, 0.001, 0, 0, 20);  // square 5239
+    tree.Write("coastline/5239.cst", "x");
+    tree.Race("R1.txt", "BN, off Enoshima.trk, Alpha\r\n");
+    order.RaceNames = {"R1.txt"};
+    EXPECT_TRUE(Build().Missing.empty());
+    EXPECT_TRUE(Has("coastline/5239.cst"));
+    EXPECT_FALSE(Has("coastline/5339.cst"));
+}
+
+TEST_F(DistributionTest, ACdRomStartsByItselfInItsLanguage) {
+    order.Target = Medium::CdRom;
+    order.UseEnglish = true;
+    order.AttachMap = false;
+    order.StartRace = "第1レース.txt";
+    const DistributionResult result = Build();
+    ASSERT_FALSE(result.Error);
+    EXPECT_EQ(*ReadWholeFile(Built("autorun.inf")), "[autorun]\r\nIcon = keelview\r\nopen = keelview\r\n");
+    EXPECT_EQ(*ReadWholeFile(Built("raceadmin/ver.00")), "1,1\r\n");
+    EXPECT_EQ(*ReadWholeFile(Built("raceadmin/racefile.st")),
+              "\x91\xe6\x31\x83\x8c\x81\x5b\x83\x58.txt\r\n");
+    EXPECT_TRUE(Has("plugins/platforminputcontexts/libcompose.so"));
+    EXPECT_FALSE(fs::exists(Built("coastline")));
+    EXPECT_FALSE(result.Packed);
+}
+
+TEST_F(DistributionTest, WhatTheProgramNeedsAndIsNotThereIsTold) {
+    fs::remove_all(tree.Root() / "qt/plugins");
+    fs::remove(tree.Root() / "gun.wav");
+    DistributionResult result = Build();
+    EXPECT_FALSE(result.Error);
+    for (const char* name : {"platforms/libqxcb.so", "gun.wav"})
+        EXPECT_NE(std::ranges::find(result.Missing, name), result.Missing.end()) << name;
+}
+
+TEST_F(DistributionTest, ABuildThatFailsLeavesNothing) {
+    tree.Write("gpsdat/a.trk", std::string(300'000, 'T'));
+    rlimit before{};
+    getrlimit(RLIMIT_FSIZE, &before);
+    const auto oldHandler = std::signal(SIGXFSZ, SIG_IGN);
+    const rlimit full{100'000, before.rlim_max};  // stands for a disc that is full in the middle
+    setrlimit(RLIMIT_FSIZE, &full);
+    const DistributionResult result = Build();
+    setrlimit(RLIMIT_FSIZE, &before);
+    std::signal(SIGXFSZ, oldHandler);
+    EXPECT_TRUE(result.Error);
+    EXPECT_EQ(result.FailedAt.filename(), "A.TRK");
+    EXPECT_TRUE(fs::is_empty(tree.Root() / "distribution"));
+
+    EXPECT_FALSE(Build().Error);  // and the next one succeeds
+}
+
+TEST_F(DistributionTest, AFolderThatCannotBeMadeIsAnError) {
+    tree.Write("distribution", "a file in the way");
+    const DistributionResult result = Build();
+    EXPECT_TRUE(result.Error);
+    EXPECT_FALSE(result.FailedAt.empty());
+}
+
+}  // namespace
+}  // namespace keelview

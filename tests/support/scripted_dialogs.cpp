@@ -1,0 +1,32 @@
+#include "support/scripted_dialogs.h"
+
+#include <stdexcept>
+
+namespace keelview {
+
+ScriptedDialogs::Answer ScriptedDialogs::Next(std::string_view kind, std::string_view text,
+                                              std::string_view title) {
+    said_.push_back({std::string(kind), std::string(text), std::string(title)});
+    if (answers_.empty()) throw std::logic_error("asked without an answer: " + std::string(text));
+    if (answers_.front().Kind != kind)
+        throw std::logic_error("asked as " + std::string(kind) + ", but the answer is for " +
+                               answers_.front().Kind + ": " + std::string(text));
+    Answer answer = answers_.front();
+    answers_.pop_front();
+    return answer;
+}
+
+void ScriptedDialogs::Ok(std::string_view text, std::string_view title) {
+    Next("ok", text, title);
+}
+
+bool ScriptedDialogs::YesNo(std::string_view text, std::string_view title) {
+    return Next("yesno", text, title).Yes;
+}
+
+std::optional<std::string> ScriptedDialogs::Input(std::string_view prompt, std::string_view title,
+                                                  std::string_view /*proposal*/) {
+    return Next("input", prompt, title).Text;
+}
+
+}  // namespace keelview

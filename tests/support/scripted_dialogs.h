@@ -1,0 +1,46 @@
+#pragma once
+
+#include <deque>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "display/dialogs.h"
+
+namespace keelview {
+
+/// Answers in place of a person, for tests and scripts. Asking more than the script holds throws
+/// std::logic_error; everything that was said is kept.
+class ScriptedDialogs : public Dialogs {
+  public:
+    struct Said {
+        std::string Kind;  ///< "ok", "yesno", "input"
+        std::string Text;
+        std::string Title;
+    };
+    void AnswerOk() { answers_.push_back({"ok", true, {}}); }
+    void AnswerYesNo(bool yes) { answers_.push_back({"yesno", yes, {}}); }
+    void AnswerInput(std::optional<std::string> text) {
+        answers_.push_back({"input", true, std::move(text)});
+    }
+    bool AllAnswered() const { return answers_.empty(); }
+    const std::vector<Said>& All() const { return said_; }
+
+    void Ok(std::string_view text, std::string_view title) override;
+    bool YesNo(std::string_view text, std::string_view title) override;
+    std::optional<std::string> Input(std::string_view prompt, std::string_view title,
+                                     std::string_view proposal) override;
+
+  private:
+    struct Answer {
+        std::string Kind;
+        bool Yes = true;
+        std::optional<std::string> Text;
+    };
+    Answer Next(std::string_view kind, std::string_view text, std::string_view title);
+    std::deque<Answer> answers_;
+    std::vector<Said> said_;
+};
+
+}  // namespace keelview
