@@ -4,7 +4,6 @@
 // is written to the tree.
 
 #include <cstdio>
-#include <exception>
 #include <filesystem>
 #include <optional>
 #include <string>
@@ -88,9 +87,5 @@ int Run(const std::vector<std::string_view>& arguments) {
 }  // namespace keelview
 
 int main(int argc, char** argv) {
-    try {
-        return keelview::Run(std::vector<std::string_view>(argv + (argc > 0 ? 1 : 0), argv + argc));
-    } catch (const std::exception& fault) {
-        return keelview::Complain(fault.what());
-    }
+    return keelview::Run(std::vector<std::string_view>(argv + (argc > 0 ? 1 : 0), argv + argc));
 }
