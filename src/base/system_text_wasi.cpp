@@ -1,10 +1,11 @@
+#include <code_page_932.h>  // made by the build
+
 #include <algorithm>
 #include <array>
 #include <utility>
 
 #include "base/system_text.h"
 #include "base/text_encoding.h"
-#include "code_page_932.h"
 
 namespace keelview {
 namespace {
