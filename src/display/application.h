@@ -20,8 +20,6 @@ class Application {
 
     Platform& ThePlatform();
     Dialogs& TheDialogs();
-    /// The title of message boxes that give none.
-    void SetDefaultTitle(std::string_view title);
     /// Runs until the last window is closed or EndProcess is called; the exit status.
     int Run();
     /// Has something done once, when the running event is over, and with it all those in whose midst it

@@ -123,9 +123,8 @@ struct Application::Impl {
 
     EventCounter Native;
     LastWindowWatch Watch;
-    std::string Title = "Keelview";
     std::unique_ptr<Platform> System = MakePlatform();
-    std::unique_ptr<Dialogs> Questions = MakeDialogs(Title);
+    std::unique_ptr<Dialogs> Questions = MakeDialogs();
 };
 
 Application::Application(int& argc, char** argv) : impl_(std::make_unique<Impl>(argc, argv)) {
@@ -158,10 +157,6 @@ Platform& Application::ThePlatform() {
 
 Dialogs& Application::TheDialogs() {
     return *impl_->Questions;
-}
-
-void Application::SetDefaultTitle(std::string_view title) {
-    impl_->Title = title;
 }
 
 int Application::Run() {

@@ -2,13 +2,13 @@
 #include <QCoreApplication>
 #include <QDateTime>
 #include <QDesktopServices>
-#include <QElapsedTimer>
 #include <QEventLoop>
 #include <QFileInfo>
 #include <QGuiApplication>
 #include <QProcess>
 #include <QScreen>
 #include <QStandardPaths>
+#include <QStorageInfo>
 #include <QTimer>
 #include <QUrl>
 #include <QWidget>
@@ -34,6 +34,16 @@ constexpr int NoSuchFile = 2;
 constexpr int NoSuchPath = 3;
 constexpr int NotAllowed = 5;
 constexpr int NoProgram = 31;
+
+constexpr int DriveIsFixed = 3;
+
+/// The locale of a name such as "ja_JP.UTF-8", as the environment has it.
+int LocaleCode(std::string_view name) {
+    const std::string_view language = name.substr(0, name.find_first_of(".@"));
+    if (language == "ja_JP" || language == "ja") return LocaleJapanese;
+    if (language == "en_US" || language == "C" || language == "POSIX") return LocaleEnglish;
+    return 0;
+}
 
 /// A variable of the environment; empty where it is not set.
 std::string Variable(const char* name) {
@@ -80,9 +90,9 @@ class SystemPlatform : public Platform {
     }
 
     int DriveType(const std::filesystem::path& folder) override {
-        std::error_code error;
-        const std::filesystem::path real = std::filesystem::canonical(folder, error);
-        return DriveTypeIn(ReadMounts(), error ? folder : real);
+        const QByteArray kind =
+            QStorageInfo(QString::fromStdString(folder.string())).fileSystemType().toLower();
+        return kind == "iso9660" || kind == "udf" || kind == "cdfs" ? DriveIsCdRom : DriveIsFixed;
     }
 
     ClockReading UtcNow() override { return Now(false); }
@@ -147,11 +157,6 @@ class SystemPlatform : public Platform {
         const QDateTime now = QDateTime::currentDateTime();
         return {static_cast<CivilTime>(now.toSecsSinceEpoch()) + (local ? now.offsetFromUtc() : 0),
                 now.time().msec()};
-    }
-
-    static std::string ReadMounts() {
-        QFile mounts("/proc/mounts");
-        return mounts.open(QIODevice::ReadOnly) ? mounts.readAll().toStdString() : std::string();
     }
 
     bool busy_ = false;
