@@ -61,10 +61,6 @@ void ThinRows(std::vector<Point>& line) {
     line.resize(kept);
 }
 
-PixelPoint Pixel(const Point& at) {
-    return {FloorToInt(at.X + 0.5), FloorToInt(at.Y + 0.5)};
-}
-
 /// The colour of the time grid's line number i: every 10, 30 and 60 minutes stand out.
 Colour GridColour(int i) {
     if (i % 12 == 0) return Red;
@@ -152,8 +148,7 @@ void BoatGraphs::DrawWindSpeed() {
         const Point at{WindSpeedToX(app_.wind.WindSpeeds[i].value_or(0.0)), Y(app_.wind.WindTimes[i])};
         if (i > 1) {
             if (last.Y < bottom_) {
-                const PixelPoint corners[] = {Pixel(at), Pixel(last), Pixel({SpeedAxisLeft, last.Y}),
-                                              Pixel({SpeedAxisLeft, at.Y})};
+                const Point corners[] = {at, last, {SpeedAxisLeft, last.Y}, {SpeedAxisLeft, at.Y}};
                 page.Polygon(corners);
             }
             page.Line(at.X, at.Y, last.X, last.Y, WindRed);

@@ -40,10 +40,6 @@ Point Beside(const Point& from, double direction, double distance) {
     return {from.X + std::sin(radians) * distance, from.Y - std::cos(radians) * distance};
 }
 
-PixelPoint WholePixels(const Point& at) {
-    return {FloorToInt(at.X + 0.5), FloorToInt(at.Y + 0.5)};
-}
-
 Point CompassCentre(const Surface& compass) {
     const double half = compass.Width() / 2;
     return {half, half + CompassDrop};
@@ -103,9 +99,8 @@ void WindPanel::DrawWindArrow() {
     Surface& compass = form_.Picture2;
     const double direction = app_.windNow.WindNow - app_.view.ScreenUpDirection;
     const Point tip = Beside(CompassCentre(compass), direction, ArrowDistance);
-    const std::array<PixelPoint, 3> corners{
-        WholePixels(tip), WholePixels(Beside(tip, direction + ArrowHalfAngle, ArrowSide)),
-        WholePixels(Beside(tip, direction - ArrowHalfAngle, ArrowSide))};
+    const std::array<Point, 3> corners{tip, Beside(tip, direction + ArrowHalfAngle, ArrowSide),
+                                       Beside(tip, direction - ArrowHalfAngle, ArrowSide)};
     compass.FillColor = Red;
     compass.ForeColor = Red;
     compass.Polygon(corners);

@@ -11,7 +11,6 @@
 #include <cstdio>
 #include <cstdlib>
 
-#include "display/qt/canvas_impl.h"
 #include "display/qt/native_control.h"
 #include "session/start.h"
 #include "soak/simulated_clock.h"
@@ -134,9 +133,11 @@ void Soak::Step() {
 /// Has the ticks of a new display counted.
 void Soak::CountTicks() {
     if (!program_ || program_->TheDesk() == nullptr) return;
-    std::function<void()>& onTimer = program_->TheDesk()->session.Display().Timer1.OnTimer;
-    if (onTimer.target<CountedTick>() != nullptr) return;
-    onTimer = CountedTick{onTimer, [this] { Tick(); }};
+    Event<>& onTimer = program_->TheDesk()->session.Display().Timer1.OnTimer;
+    const std::function<void()> told = onTimer.Current();
+    if (told.target<CountedTick>() != nullptr) return;
+    onTimer.Clear();
+    onTimer = CountedTick{told, [this] { Tick(); }};
     ++races_;
     raceClosed_ = true;
 }
@@ -159,11 +160,8 @@ void Soak::Tick() {
 }
 
 void Soak::DigestPicture(const Surface& surface) {
-    const QImage image = surface.Image().Native()->Image;
-    for (int y = 0; y < image.height(); ++y) {
-        const auto* row = reinterpret_cast<const QRgb*>(image.constScanLine(y));
-        for (int x = 0; x < image.width(); ++x) Digest(row[x] & 0xffffffU);
-    }
+    const Picture picture = surface.Image();
+    for (const Pixel pixel : picture.Data().Bits) Digest(pixel & 0xffffffU);
 }
 
 void Soak::Note(const std::string& what) {

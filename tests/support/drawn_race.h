@@ -73,7 +73,7 @@ struct DrawnRace {
 
 /// The part of a control that the mouse meets.
 inline QWidget* Face(const Control& control) {
-    return control.Native().Inner;
+    return NativeControl::Of(control).Inner;
 }
 
 inline void ClickOn(const Control& control) {

@@ -1,4 +1,4 @@
-#include "display/qt/raster.h"
+#include "display/raster.h"
 
 #include <algorithm>
 #include <cmath>
@@ -15,6 +15,11 @@ constexpr double AxisTolerance = 0.02;
 // Coverage is counted in 256 steps.
 constexpr int FullCover = 256;
 
+// Half a step of a pixel's alpha, as it stands in the product of alpha and coverage.
+constexpr Pixel HalfOfAlpha = 0x00800000U;
+
+/// Lays an opaque colour over a pixel, which may be clear. Colours are rounded down, but the alpha to the
+/// nearest: so a shape on a clear ground that is laid over a colour looks as if it had been drawn there.
 void Blend(Pixel& under, Pixel colour, int cover) {
     if (cover >= FullCover) {
         under = colour;
@@ -23,8 +28,19 @@ void Blend(Pixel& under, Pixel colour, int cover) {
     const Pixel rest = static_cast<Pixel>(FullCover - cover);
     const Pixel part = static_cast<Pixel>(cover);
     const Pixel redBlue = ((under & 0x00FF00FFU) * rest + (colour & 0x00FF00FFU) * part) >> 8U;
-    const Pixel green = ((under & 0x0000FF00U) * rest + (colour & 0x0000FF00U) * part) >> 8U;
-    under = 0xFF000000U | (redBlue & 0x00FF00FFU) | (green & 0x0000FF00U);
+    const Pixel alphaGreen =
+        (under >> 8U & 0x00FF00FFU) * rest + (colour >> 8U & 0x00FF00FFU) * part + HalfOfAlpha;
+    under = (redBlue & 0x00FF00FFU) | (alphaGreen & 0xFF00FF00U);
+}
+
+/// A pixel with its alpha laid over another; 255ths are rounded to the nearest.
+Pixel Over(Pixel under, Pixel above) {
+    const Pixel rest = 255U - (above >> 24U);
+    const auto share = [rest](Pixel two) {
+        const Pixel product = two * rest;
+        return (product + (product >> 8U & 0x00FF00FFU) + 0x00800080U) >> 8U & 0x00FF00FFU;
+    };
+    return above + (share(under & 0x00FF00FFU) | share(under >> 8U & 0x00FF00FFU) << 8U);
 }
 
 int CoverOf(double share) {
@@ -40,7 +56,7 @@ double Overlap(double low, double high, double cell) {
 // Places further away than this are taken for no place at all; the arithmetic stays exact within it.
 constexpr double FarAway = 1e12;
 
-bool Finite(const Place& place) {
+bool Finite(const Point& place) {
     return std::abs(place.X) < FarAway && std::abs(place.Y) < FarAway;
 }
 
@@ -69,7 +85,7 @@ class DashWalk {
 };
 
 /// A line within AxisTolerance of level or upright, as whole pixels.
-void DrawOnAxis(const Target& target, const Place& from, const Place& to, const Place& origin,
+void DrawOnAxis(Pixels& image, const Point& from, const Point& to, const Point& origin,
                 const Stroke& stroke, bool level) {
     const double thick = std::max(1.0, std::round(stroke.Width));
     const double reach = stroke.Width / 2.0;
@@ -80,18 +96,18 @@ void DrawOnAxis(const Target& target, const Place& from, const Place& to, const 
     const double high = std::max(low + 1.0, std::round(std::max(first, last) + reach));
     if (stroke.Dash <= 0.0) {
         if (level)
-            FillRows(target, low, side, high, side + thick, stroke.Colour);
+            FillRows(image, low, side, high, side + thick, stroke.Colour);
         else
-            FillRows(target, side, low, side + thick, high, stroke.Colour);
+            FillRows(image, side, low, side + thick, high, stroke.Colour);
         return;
     }
     DashWalk dashes(stroke, low + 0.5 - (level ? origin.X : origin.Y), 1.0);
     for (double at = low; at < high; ++at) {
         if (!dashes.Next()) continue;
         if (level)
-            FillRows(target, at, side, at + 1.0, side + thick, stroke.Colour);
+            FillRows(image, at, side, at + 1.0, side + thick, stroke.Colour);
         else
-            FillRows(target, side, at, side + thick, at + 1.0, stroke.Colour);
+            FillRows(image, side, at, side + thick, at + 1.0, stroke.Colour);
     }
 }
 
@@ -128,7 +144,7 @@ void BlendAcross(Pixel* pixels, int apart, int count, int low, int high, int alo
 
 /// A slanting line, walked along its longer axis. `Steep` exchanges the axes.
 template <bool Steep>
-void DrawSlanting(const Target& target, const Place& from, const Place& to, const Place& origin,
+void DrawSlanting(Pixels& image, const Point& from, const Point& to, const Point& origin,
                   const Stroke& stroke) {
     double u1 = Steep ? from.Y : from.X;
     double v1 = Steep ? from.X : from.Y;
@@ -145,7 +161,7 @@ void DrawSlanting(const Target& target, const Place& from, const Place& to, cons
     const double begin = u1 - reach;
     const double end = u2 + reach;
     const int first = std::max(0, FloorOf(begin));
-    const int last = std::min((Steep ? target.Height : target.Width) - 1, -FloorOf(-end) - 1);
+    const int last = std::min((Steep ? image.Height : image.Width) - 1, -FloorOf(-end) - 1);
     DashWalk dashes(stroke, (first + 0.5 - (Steep ? origin.Y : origin.X)) * stretch, stretch);
     const Fixed step = ToFixed(slope);
     const Fixed thick = ToFixed(2.0 * half);
@@ -154,9 +170,9 @@ void DrawSlanting(const Target& target, const Place& from, const Place& to, cons
         if (!dashes.Next()) continue;
         const bool whole = u >= begin && u + 1 <= end;
         const int along = whole ? FullCover : CoverOf(Overlap(begin, end, u));
-        Pixel* across = Steep ? target.Bits + u * target.Stride : target.Bits + u;
-        BlendAcross(across, Steep ? 1 : target.Stride, Steep ? target.Width : target.Height,
-                    ToCoverSteps(low), ToCoverSteps(low + thick), along, stroke.Colour);
+        Pixel* across = Steep ? image.Row(u) : image.Row(0) + u;
+        BlendAcross(across, Steep ? 1 : image.Width, Steep ? image.Width : image.Height, ToCoverSteps(low),
+                    ToCoverSteps(low + thick), along, stroke.Colour);
     }
 }
 
@@ -169,7 +185,7 @@ class AreaSum {
         cells_.assign(static_cast<std::size_t>(width_ + 2) * static_cast<std::size_t>(height_), 0.0F);
     }
 
-    void AddEdge(Place from, Place to) {
+    void AddEdge(Point from, Point to) {
         if (from.Y == to.Y) return;
         const double sign = from.Y < to.Y ? 1.0 : -1.0;
         if (from.Y > to.Y) std::swap(from, to);
@@ -184,12 +200,12 @@ class AreaSum {
         }
     }
 
-    void Paint(const Target& target, Pixel colour) const {
+    void Paint(Pixels& image, Pixel colour) const {
         for (int row = 0; row < height_; ++row) {
             double sum = 0.0;
             const float* cell =
                 &cells_[static_cast<std::size_t>(row) * static_cast<std::size_t>(width_ + 2)];
-            Pixel* pixel = target.Bits + (top_ + row) * target.Stride + left_;
+            Pixel* pixel = image.Row(top_ + row) + left_;
             for (int column = 0; column < width_; ++column) {
                 sum += cell[column];
                 const int cover = CoverOf(std::min(1.0, std::abs(sum)));
@@ -249,9 +265,9 @@ class AreaSum {
 }  // namespace
 
 // Liang and Barsky, "A New Concept and Method for Line Clipping", ACM TOG 3 (1984).
-bool ClipLine(const Target& target, double margin, Place& from, Place& to) {
+bool ClipLine(const Pixels& image, double margin, Point& from, Point& to) {
     if (!Finite(from) || !Finite(to)) return false;
-    if ((SideOf(target, from, margin) | SideOf(target, to, margin)) == 0) return true;
+    if ((SideOf(image, from, margin) | SideOf(image, to, margin)) == 0) return true;
     const double dx = to.X - from.X;
     const double dy = to.Y - from.Y;
     double enter = 0.0;
@@ -265,45 +281,45 @@ bool ClipLine(const Target& target, double margin, Place& from, Place& to) {
             leave = std::min(leave, at);
         return enter <= leave;
     };
-    if (!cut(-dx, from.X + margin) || !cut(dx, target.Width + margin - from.X) ||
-        !cut(-dy, from.Y + margin) || !cut(dy, target.Height + margin - from.Y))
+    if (!cut(-dx, from.X + margin) || !cut(dx, image.Width + margin - from.X) ||
+        !cut(-dy, from.Y + margin) || !cut(dy, image.Height + margin - from.Y))
         return false;
-    const Place start = from;
+    const Point start = from;
     if (leave < 1.0) to = {start.X + leave * dx, start.Y + leave * dy};
     if (enter > 0.0) from = {start.X + enter * dx, start.Y + enter * dy};
     return true;
 }
 
-void DrawSegment(const Target& target, Place from, Place to, const Stroke& stroke) {
-    const Place origin = from;
-    if (!ClipLine(target, stroke.Width + 2.0, from, to)) return;
+void DrawSegment(Pixels& image, Point from, Point to, const Stroke& stroke) {
+    const Point origin = from;
+    if (!ClipLine(image, stroke.Width + 2.0, from, to)) return;
     const double wide = std::abs(to.X - from.X);
     const double high = std::abs(to.Y - from.Y);
     if (high < AxisTolerance)
-        DrawOnAxis(target, from, to, origin, stroke, true);
+        DrawOnAxis(image, from, to, origin, stroke, true);
     else if (wide < AxisTolerance)
-        DrawOnAxis(target, from, to, origin, stroke, false);
+        DrawOnAxis(image, from, to, origin, stroke, false);
     else if (wide >= high)
-        DrawSlanting<false>(target, from, to, origin, stroke);
+        DrawSlanting<false>(image, from, to, origin, stroke);
     else
-        DrawSlanting<true>(target, from, to, origin, stroke);
+        DrawSlanting<true>(image, from, to, origin, stroke);
 }
 
-void FillRows(const Target& target, double left, double top, double right, double bottom, Pixel colour) {
+void FillRows(Pixels& image, double left, double top, double right, double bottom, Pixel colour) {
     const auto within = [](double value, int limit) {
         return std::isnan(value) ? 0 : static_cast<int>(std::clamp(value, 0.0, static_cast<double>(limit)));
     };
-    const int x1 = within(left, target.Width);
-    const int x2 = within(right, target.Width);
-    const int y1 = within(top, target.Height);
-    const int y2 = within(bottom, target.Height);
+    const int x1 = within(left, image.Width);
+    const int x2 = within(right, image.Width);
+    const int y1 = within(top, image.Height);
+    const int y2 = within(bottom, image.Height);
     for (int y = y1; y < y2 && x1 < x2; ++y) {
-        Pixel* row = target.Bits + y * target.Stride;
+        Pixel* row = image.Row(y);
         std::fill(row + x1, row + x2, colour);
     }
 }
 
-void DrawRing(const Target& target, Place centre, double radius, double width, Pixel colour, bool filled,
+void DrawRing(Pixels& image, Point centre, double radius, double width, Pixel colour, bool filled,
               Pixel fill) {
     if (!Finite(centre) || !(radius >= 0.0 && radius < FarAway)) return;
     const double outer = radius + width / 2.0;
@@ -311,21 +327,21 @@ void DrawRing(const Target& target, Place centre, double radius, double width, P
     const auto limited = [](double value, int limit) {
         return static_cast<int>(std::clamp(std::floor(value), 0.0, static_cast<double>(limit)));
     };
-    const int top = limited(centre.Y - outer - 1.0, target.Height);
-    const int bottom = limited(centre.Y + outer + 2.0, target.Height);
+    const int top = limited(centre.Y - outer - 1.0, image.Height);
+    const int bottom = limited(centre.Y + outer + 2.0, image.Height);
     for (int y = top; y < bottom; ++y) {
         const double dy = y + 0.5 - centre.Y;
         const double outerSquare = (outer + 1.0) * (outer + 1.0) - dy * dy;
         if (outerSquare <= 0.0) continue;
         const double reach = std::sqrt(outerSquare);
-        const int left = limited(centre.X - reach, target.Width);
-        const int right = limited(centre.X + reach + 1.0, target.Width);
+        const int left = limited(centre.X - reach, image.Width);
+        const int right = limited(centre.X + reach + 1.0, image.Width);
         // Between these the row lies wholly inside the ring.
         const double innerSquare = inner > 1.0 ? (inner - 1.0) * (inner - 1.0) - dy * dy : 0.0;
         const double hollow = innerSquare > 0.0 ? std::sqrt(innerSquare) : 0.0;
-        const int hollowLeft = limited(centre.X - hollow + 1.0, target.Width);
-        const int hollowRight = limited(centre.X + hollow - 1.0, target.Width);
-        Pixel* row = target.Bits + y * target.Stride;
+        const int hollowLeft = limited(centre.X - hollow + 1.0, image.Width);
+        const int hollowRight = limited(centre.X + hollow - 1.0, image.Width);
+        Pixel* row = image.Row(y);
         for (int x = left; x < right; ++x) {
             if (x >= hollowLeft && x < hollowRight) {
                 if (filled) std::fill(row + x, row + hollowRight, fill);
@@ -344,27 +360,39 @@ void DrawRing(const Target& target, Place centre, double radius, double width, P
     }
 }
 
-void FillPolygon(const Target& target, std::span<const Place> corners, Pixel colour) {
+void FillPolygon(Pixels& image, std::span<const Point> corners, Pixel colour) {
     if (corners.size() < 3) return;
-    Place low = corners[0];
-    Place high = corners[0];
-    for (const Place& corner : corners) {
+    Bounds box;
+    for (const Point& corner : corners) {
         if (!Finite(corner)) return;
-        low = {std::min(low.X, corner.X), std::min(low.Y, corner.Y)};
-        high = {std::max(high.X, corner.X), std::max(high.Y, corner.Y)};
+        box.Add(corner);
     }
     const auto limited = [](double value, int limit) {
         return static_cast<int>(std::clamp(value, 0.0, static_cast<double>(limit)));
     };
-    const int left = limited(std::floor(low.X), target.Width);
-    const int right = limited(std::ceil(high.X), target.Width);
-    const int top = limited(std::floor(low.Y), target.Height);
-    const int bottom = limited(std::ceil(high.Y), target.Height);
+    const int left = limited(std::floor(box.Low.X), image.Width);
+    const int right = limited(std::ceil(box.High.X), image.Width);
+    const int top = limited(std::floor(box.Low.Y), image.Height);
+    const int bottom = limited(std::ceil(box.High.Y), image.Height);
     if (left >= right || top >= bottom) return;
     AreaSum sum(left, top, right, bottom);
     for (std::size_t i = 0; i < corners.size(); ++i)
         sum.AddEdge(corners[i], corners[(i + 1) % corners.size()]);
-    sum.Paint(target, colour);
+    sum.Paint(image, colour);
+}
+
+void LayOver(Pixels& image, const Pixels& picture, int left, int top) {
+    const int first = std::max(0, -left);
+    const int last = std::min(picture.Width, image.Width - left);
+    if (first >= last) return;
+    for (int y = std::max(0, -top); y < std::min(picture.Height, image.Height - top); ++y) {
+        const Pixel* from = picture.Row(y);
+        Pixel* to = image.Row(top + y) + left;
+        if (picture.Opaque)
+            std::copy(from + first, from + last, to + first);
+        else
+            for (int x = first; x < last; ++x) to[x] = Over(to[x], from[x]);
+    }
 }
 
 }  // namespace keelview::raster
