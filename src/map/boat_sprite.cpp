@@ -57,19 +57,20 @@ double HeadingAt(const Tracks& tracks, int boat, int point, double time) {
 /// A closed polygon of corners round a place; angles grow by `turn` (1 or -1) from `direction`.
 void FillCorners(Sprite& boat, std::span<const Corner> corners, const ScreenPoint& from, double side,
                  double direction, double turn) {
-    std::array<PixelPoint, SmallHull.size()> points;
+    std::array<Point, SmallHull.size()> points;
     for (std::size_t i = 0; i < corners.size(); ++i) {
         const ScreenPoint at = Polar(from, corners[i].Radius * side, direction + corners[i].Angle * turn);
-        points[i] = {static_cast<int>(std::lround(at.X)), static_cast<int>(std::lround(at.Y))};
+        points[i] = {at.X, at.Y};
     }
     boat.Polygon(std::span(points).first(corners.size()));
 }
 
-void DrawRing(Sprite& boat, double side, Colour sea) {
-    boat.FillColor = sea;
+void DrawRing(Sprite& boat, double side) {
+    boat.Fill = FillStyle::None;
     boat.DrawWidth = 3;
     boat.Circle(side / 2, side / 2, side / 2 - 1, Red);
     boat.DrawWidth = 1;
+    boat.Fill = FillStyle::Solid;
 }
 
 /// The side of a sprite in pixels; notes whether it is the boat's true size.
@@ -106,14 +107,12 @@ void FillRow(RaceDisp& form, int row, const std::string& name, Colour colour) {
 }
 
 /// A boat's pictures on the map and on the overview.
-void ReadySprites(RaceDisp& form, int row, Colour colour, Colour sea) {
+void ReadySprites(RaceDisp& form, int row, Colour colour) {
     form.Boat[row].Fill = FillStyle::Solid;
     form.Boat[row].ForeColor = colour;
-    form.Boat[row].BackColor = sea;
     form.Boat[row].SetVisible(false);
     Sprite& marker = form.BoatS[row];
-    marker.BackColor = colour;
-    marker.Cls();
+    marker.FilledBox(0, 0, marker.Width() - 1, marker.Height() - 1, colour);
     marker.Box(0, 0, marker.Width() - 1, marker.Height() - 1, White);
     marker.SetVisible(false);
 }
@@ -132,7 +131,7 @@ void CreateBoatControls(AppState& app, RaceDisp& form) {
     for (int row = 0; row < count; ++row) {
         const auto boat = static_cast<std::size_t>(row) + 1;
         FillRow(form, row, app.race.BoatName[boat], app.display.BoatColour[boat]);
-        ReadySprites(form, row, app.display.BoatColour[boat], app.display.SeaColour);
+        ReadySprites(form, row, app.display.BoatColour[boat]);
     }
     app.display.BoatControlsBuilt = true;
 }
@@ -154,12 +153,8 @@ double DrawBoatSprite(AppState& app, RaceDisp& form, int boat, int point, double
     const BoatShape shape = ShapeOf(app.race.BoatLength);
     Sprite& sprite = form.Boat[boat - 1];
     const Colour colour = app.display.BoatColour[static_cast<std::size_t>(boat)];
-    sprite.BackColor = app.display.SeaColour;
-    sprite.SetClearColor(app.display.SeaColour);  // boats at a crowded line stay whole
     sprite.SetSize(side, side);
-    sprite.Cls();
-    if (form.Maru[boat - 1].Value() || app.display.HoverBoat == boat - 1)
-        DrawRing(sprite, side, app.display.SeaColour);
+    if (form.Maru[boat - 1].Value() || app.display.HoverBoat == boat - 1) DrawRing(sprite, side);
     sprite.ForeColor = colour;
     sprite.FillColor = colour;
 

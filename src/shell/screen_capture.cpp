@@ -94,7 +94,7 @@ void ScreenCapture::PaintView() {
             for (int row = 0; row < app_.race.BoatCount; ++row) {
                 const Sprite& boat = form_.Boat[row];
                 if (boat.Visible())
-                    sheet.PaintPicture(boat.Shape(), boat.Left() + Margin, boat.Top() + Margin);
+                    sheet.PaintPicture(boat.Image(), boat.Left() + Margin, boat.Top() + Margin);
             }
             break;
         case ViewKind::Graph:
