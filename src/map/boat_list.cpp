@@ -18,6 +18,11 @@ constexpr Text RingHint{"Cecked boat is focused and his\nname are shown during i
                         "チェックを入れた艇をフォーカスします\nこれにより常時艇名,艇速が表示されます"};
 constexpr Text AllHint{"Click to focus all boats", "ここをクリックすると全艇にチェックが入ります"};
 
+template <class... Events>
+void Clear(Events&... events) {
+    (events.Clear(), ...);
+}
+
 }  // namespace
 
 BoatList::BoatList(AppState& app, RaceDisp& form, ViewSwitch& views)
@@ -33,12 +38,17 @@ BoatList::BoatList(AppState& app, RaceDisp& form, ViewSwitch& views)
 void BoatList::ConnectRows() {
     for (int row = 0; row < app_.race.BoatCount; ++row) {
         CheckBox& name = form_.Bnam[row];
+        CheckBox& ring = form_.Maru[row];
+        Sprite& boat = form_.Boat[row];
+        // The first row stays from race to race.
+        Clear(name.OnClick, name.OnMouseUp, name.OnMouseMove, ring.OnClick, ring.OnMouseMove,
+              boat.OnMouseMove);
         name.OnClick = [this] { Bnam_Click(); };
         name.OnMouseUp = [this, row](const MouseEvent& event) { Bnam_MouseUp(row, event.Button); };
         name.OnMouseMove = [this, row](const MouseEvent&) { Bnam_MouseMove(row); };
-        form_.Maru[row].OnClick = [this] { Maru_Click(); };
-        form_.Maru[row].OnMouseMove = [this, row](const MouseEvent&) { Maru_MouseMove(row); };
-        form_.Boat[row].OnMouseMove = [this, row](const MouseEvent&) { Boat_MouseMove(row); };
+        ring.OnClick = [this] { Maru_Click(); };
+        ring.OnMouseMove = [this, row](const MouseEvent&) { Maru_MouseMove(row); };
+        boat.OnMouseMove = [this, row](const MouseEvent&) { Boat_MouseMove(row); };
     }
 }
 

@@ -34,7 +34,6 @@ ControlPanel::ControlPanel(AppState& app, Services& services, RaceSession& sessi
     };
     form_.btnHATENA.OnClick = [this] { btnHATENA_Click(); };
     form_.Label1.OnClick = [this] { Label1_Click(); };
-    form_.Command1.OnClick = [this] { form_.Close(); };
     const auto cells = form_.ColourCells();
     for (std::size_t cell = 0; cell < cells.size(); ++cell)
         cells[cell]->OnClick = [this, cell] { BCOL_Click(cell); };
