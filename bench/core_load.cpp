@@ -24,7 +24,7 @@ void LoadAndDerive(benchmark::State& state) {
     EarthScale scale;
     for (auto _ : state) tree.Load(tracks, area, scale);
     const double all = static_cast<double>(Boats) * fixes;
-    if (tracks.TrackPointCount[Boats] != fixes) state.SkipWithError("not all fixes were read");
+    if (tracks.Boats[Boats].Count() != fixes) state.SkipWithError("not all fixes were read");
     state.SetItemsProcessed(static_cast<std::int64_t>(all) * state.iterations());
     state.counters["bytes_a_fix"] = static_cast<double>(ResidentKilobytes() - before) * 1024 / all;
 }

@@ -1,7 +1,5 @@
 #include <benchmark/benchmark.h>
 
-#include <memory>
-
 #include "analysis/mark_rounding.h"
 #include "long_race.h"
 
@@ -13,31 +11,31 @@ struct Sailed {
     Tracks tracks;
     TrackArea area;
     EarthScale scale;
-    std::unique_ptr<MarkPasses> passes = std::make_unique<MarkPasses>();
+    MarkPasses passes;
     Sailed() { SailFleet(race, tracks, area, scale); }
 };
 
 /// Twenty entries that every boat rounds.
 void MarkRoundings(benchmark::State& state) {
     Sailed sailed;
-    for (auto _ : state) FindMarkPassTimes(sailed.race, sailed.tracks, sailed.scale, *sailed.passes);
-    if (sailed.passes->FirstPassTime[Entries] == NobodyPassed) state.SkipWithError("nobody got round");
+    for (auto _ : state) FindMarkPassTimes(sailed.race, sailed.tracks, sailed.scale, sailed.passes);
+    if (sailed.passes.FirstPassTime[Entries] == NobodyPassed) state.SkipWithError("nobody got round");
 }
 BENCHMARK(MarkRoundings)->Unit(benchmark::kMillisecond);
 
 /// Twenty entries that nobody comes near: each is searched for to the end of every track, twice.
 void MarksNobodyReaches(benchmark::State& state) {
     Sailed sailed;
-    for (const int mark : {1, 2}) sailed.race.MarkLon[mark] = TextNumber(MiddleLon + 60);
-    for (auto _ : state) FindMarkPassTimes(sailed.race, sailed.tracks, sailed.scale, *sailed.passes);
-    if (sailed.passes->FirstPassTime[Entries] != NobodyPassed) state.SkipWithError("somebody got round");
+    for (Mark& mark : sailed.race.Marks) mark.MarkLon = TextNumber(MiddleLon + 60);
+    for (auto _ : state) FindMarkPassTimes(sailed.race, sailed.tracks, sailed.scale, sailed.passes);
+    if (sailed.passes.FirstPassTime[Entries] != NobodyPassed) state.SkipWithError("somebody got round");
 }
 BENCHMARK(MarksNobodyReaches)->Unit(benchmark::kMillisecond);
 
 void PassDistances(benchmark::State& state) {
     Sailed sailed;
-    FindMarkPassTimes(sailed.race, sailed.tracks, sailed.scale, *sailed.passes);
-    for (auto _ : state) ComputeMarkPassDist(sailed.race, sailed.tracks, *sailed.passes);
+    FindMarkPassTimes(sailed.race, sailed.tracks, sailed.scale, sailed.passes);
+    for (auto _ : state) ComputeMarkPassDist(sailed.race, sailed.tracks, sailed.passes);
 }
 BENCHMARK(PassDistances)->Unit(benchmark::kMillisecond);
 

@@ -28,7 +28,7 @@ extern "C" {
 }
 
 [[gnu::noinline]] void CountedFrames(bench::Film& film) {
-    for (int frame = 0; frame < 100; ++frame) film.TickInAutoTrace();
+    for (int frame = 0; frame < 100; ++frame) film.Tick();
 }
 }
 
@@ -38,7 +38,7 @@ int Load() {
     const bench::TrackTree tree(bench::Fixes);
     Tracks tracks;
     CountedLoad(tree, tracks);
-    return tracks.TrackPointCount[bench::Boats] == bench::Fixes ? 0 : 1;
+    return tracks.Boats[bench::Boats].Count() == bench::Fixes ? 0 : 1;
 }
 
 int Roundings() {

@@ -11,7 +11,7 @@ const auto FrameStatistics = [](benchmark::internal::Benchmark* bench) {
 
 void AutoTraceFrame(benchmark::State& state) {
     Film film;
-    for (auto _ : state) film.TickInAutoTrace();
+    for (auto _ : state) film.Tick();
 }
 BENCHMARK(AutoTraceFrame)->Apply(FrameStatistics);
 
@@ -19,8 +19,8 @@ BENCHMARK(AutoTraceFrame)->Apply(FrameStatistics);
 void AutoTraceFrameShown(benchmark::State& state) {
     Film film;
     for (auto _ : state) {
-        film.TickInAutoTrace();
-        film.shown->Picture1.Refresh();
+        film.Tick();
+        film.Form().Picture1.Refresh();
     }
 }
 BENCHMARK(AutoTraceFrameShown)->Apply(FrameStatistics);
@@ -28,20 +28,17 @@ BENCHMARK(AutoTraceFrameShown)->Apply(FrameStatistics);
 /// One tick on a map that stands still: the boats move over it.
 void PlainFrame(benchmark::State& state) {
     Film film;
-    film.shown->Check5.SetValue(false);
-    film.chart.DrawAll();
-    for (auto _ : state) {
-        film.app->clock.ReplayTime += StepSeconds;
-        film.frame.DrawFrame();
-    }
+    film.Form().Check5.SetValue(false);
+    film.ShowMoment();
+    for (auto _ : state) film.Tick();
 }
 BENCHMARK(PlainFrame)->Apply(FrameStatistics);
 
 /// The whole chart with the tracks of all boats.
 void ChartWithTracks(benchmark::State& state) {
     Film film;
-    film.shown->Check5.SetValue(false);
-    for (auto _ : state) film.chart.DrawAll();
+    film.Form().Check5.SetValue(false);
+    for (auto _ : state) film.desk->chart.Repaint(Changed::Layers);
 }
 BENCHMARK(ChartWithTracks)->Unit(benchmark::kMillisecond);
 

@@ -1,8 +1,6 @@
 #include <benchmark/benchmark.h>
 
 #include "display_race.h"
-#include "instruments/boat_graphs.h"
-#include "instruments/leg_tables.h"
 
 namespace keelview::bench {
 namespace {
@@ -11,22 +9,23 @@ constexpr int WindSamples = 5000;
 
 /// `focus`: how many boats are in focus.
 void DrawGraphs(benchmark::State& state) {
-    Display display(WindSamples);
-    for (int row = 0; row < Boats; ++row) display.shown->Bnam[row].SetValue(row < state.range(0));
-    BoatGraphs graphs(*display.app, *display.shown);
-    for (auto _ : state) graphs.DrawBoatGraphs();
+    const Display display(WindSamples);
+    for (int row = 0; row < Boats; ++row) display.Form().Bnam[row].SetValue(row < state.range(0));
+    display.app->shown.ViewMode = ViewKind::Graph;
+    for (auto _ : state) display.desk->graphs.Repaint(Changed::Focus);
     state.SetItemsProcessed(state.iterations() * 2 * Boats * Fixes);
 }
 BENCHMARK(DrawGraphs)->ArgName("focus")->Arg(Boats)->Arg(1)->Unit(benchmark::kMillisecond);
 
 /// `kind`: time, distance, speed, analysis.
 void DrawDataPage(benchmark::State& state) {
-    Display display(WindSamples);
-    OptionButton* options[] = {&display.shown->Option1, &display.shown->Option4, &display.shown->Option5,
-                               &display.shown->Option12};
+    const Display display(WindSamples);
+    FindAllPasses(display.app->race, display.app->tracks, display.app->scale, display.app->passes);
+    RaceDisp& form = display.Form();
+    OptionButton* options[] = {&form.Option1, &form.Option4, &form.Option5, &form.Option12};
     options[state.range(0) - 1]->SetValue(true);
-    LegTables tables(*display.app, *display.shown, display.services);
-    for (auto _ : state) tables.ShowLegStatistics();
+    display.app->shown.ViewMode = ViewKind::Data;
+    for (auto _ : state) display.desk->tables.Repaint(Changed::Mode);
 }
 BENCHMARK(DrawDataPage)->ArgName("kind")->DenseRange(1, 4)->Unit(benchmark::kMillisecond);
 

@@ -3,28 +3,17 @@
 #include <cmath>
 
 #include "display_race.h"
-#include "instruments/overview.h"
-#include "instruments/time_bar.h"
-#include "instruments/wind_panel.h"
 
 namespace keelview::bench {
 namespace {
 
 constexpr int WindSamples = 10000;
 
-/// The race display with its instruments.
-struct Panel : Display {
-    Panel() : Display(WindSamples) {}
-    Overview overview{*app, *shown};
-    TimeBar timeBar{*app, *shown};
-    WindPanel windPanel{*app, *shown};
-};
-
 void OverviewAndTimeBar(benchmark::State& state) {
-    Panel display;
+    const Display display(WindSamples);
     for (auto _ : state) {
-        display.overview.DrawOverviewMap();
-        display.timeBar.DrawTimeBar();
+        display.desk->overview.Repaint(Changed::Race);
+        display.desk->timeBar.Repaint(Changed::Race);
     }
     state.SetItemsProcessed(state.iterations() * Boats * Fixes);
 }
@@ -32,13 +21,15 @@ BENCHMARK(OverviewAndTimeBar)->Unit(benchmark::kMillisecond);
 
 /// At the beginning, in the midst and at the end of a wind file, and jumping about in it.
 void WindPanelUpdate(benchmark::State& state) {
-    Panel display;
-    display.windPanel.ShowForRace();
+    const Display display(WindSamples);
+    Moment now;
     double jump = 0;
     for (auto _ : state) {
-        display.app->clock.ReplayTime = static_cast<double>(state.range(0)) + jump;
+        now.Time = static_cast<double>(state.range(0)) + jump;
         if (state.range(1) != 0) jump = std::fmod(jump + 7919, Fixes);
-        display.windPanel.UpdateWindPanel();
+        now.WindNow = WindAt(display.app->race, display.app->wind, now.Time);
+        display.desk->windPanel.Repaint(Changed::Colours);  // draws it at each call
+        display.desk->windPanel.Show(now);
     }
 }
 BENCHMARK(WindPanelUpdate)
@@ -50,8 +41,8 @@ BENCHMARK(WindPanelUpdate)
     ->Unit(benchmark::kMicrosecond);
 
 void WindGraph(benchmark::State& state) {
-    Panel display;
-    for (auto _ : state) display.windPanel.DrawWindGraph();
+    const Display display(WindSamples);
+    for (auto _ : state) display.desk->windPanel.Repaint(Changed::Wind);
 }
 BENCHMARK(WindGraph)->Unit(benchmark::kMicrosecond);
 

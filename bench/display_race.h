@@ -2,11 +2,8 @@
 
 #include <memory>
 
+#include "instruments/race_desk.h"
 #include "long_race.h"
-#include "map/boat_sprite.h"
-#include "map/chart.h"
-#include "session/app_state.h"
-#include "session/race_disp.h"
 #include "support/fake_platform.h"
 #include "support/scripted_dialogs.h"
 
@@ -18,26 +15,29 @@ struct Display {
     FakePlatform platform;
     ScriptedDialogs dialogs;
     Services services{platform, dialogs};
-    std::unique_ptr<RaceDisp> shown;
+    std::unique_ptr<RaceDesk> desk;
 
     explicit Display(int windSamples) {
         app->settings.UseEnglish = true;
         app->race = LongRace();
         SailFleet(app->race, app->tracks, app->area, app->scale);
         BlowWind(windSamples, app->race, app->wind);
-        app->clock.ReplayRangeEnd = app->clock.LastFixTime = Fixes;
-        app->clock.ReplayRangeStart = -60;
-        app->view.ViewCentreLat = app->view.GridOriginLat = MiddleLat;
-        app->view.ViewCentreLon = app->view.GridOriginLon = MiddleLon;
-        app->passes.FirstPassTime.fill(NobodyPassed);
-        shown = std::make_unique<RaceDisp>(app->settings);
-        RaceDisp& form = *shown;
+        desk = std::make_unique<RaceDesk>(*app, services);
+        RaceDisp& form = Form();
         form.Move(0, 0, 1310, 1010);
+        form.LoadBoats(Boats);
         form.LayoutPanels(app->settings, Boats);
-        app->view.MapSide = app->view.MapWidth = app->view.MapHeight = form.MapSide();
-        Chart::SetBoatPalette(app->display);
-        CreateBoatControls(*app, form);
+        app->clock.ReplayRangeEnd = Fixes;
+        app->clock.ReplayRangeStart = -60;
+        app->view.CentreOn({MiddleLat, MiddleLon});
+        app->view.GridOriginLat = MiddleLat;
+        app->view.GridOriginLon = MiddleLon;
+        app->view.MapSide = form.MapSide();
+        desk->session.TheStage().Repaint(Changed::All | Changed::Boats);
+        ShowMoment();
     }
+    RaceDisp& Form() const { return desk->form; }
+    void ShowMoment() const { desk->session.TheStage().ShowMoment(); }
 };
 
 }  // namespace keelview::bench

@@ -9,7 +9,6 @@
 
 #include "display/application.h"
 #include "instruments/race_desk.h"
-#include "shell/splash.h"
 #include "shell/start.h"
 
 namespace {
@@ -38,8 +37,7 @@ int main(int argc, char** argv) {
     app->settings.AppPath = std::filesystem::absolute(argv[1]);
     app->settings.EditMode = false;
     app->race.RaceFileName = FirstRace(app->settings);
-    Splash splash(platform.Screen(), true, app->settings.UiFontName, 1);
-    RaceDesk desk(*app, services, splash);
+    RaceDesk desk(*app, services);
     if (!desk.session.StartSession()) return 1;
     LetRun(platform, 3);  // auto trace is on, and the step is calibrated
     desk.session.Display().HScroll1.SetValue(speed);
@@ -50,7 +48,7 @@ int main(int argc, char** argv) {
     while (platform.SteadySeconds() < realFrom + seconds) {
         platform.Pause(5);
         double moved = app->clock.ReplayTime - last;
-        if (moved < 0) moved += app->clock.LastFixTime - app->clock.ReplayRangeStart;  // it began anew
+        if (moved < 0) moved += LatestFixTime(app->tracks) - app->clock.ReplayRangeStart;  // it began anew
         race += moved;
         last = app->clock.ReplayTime;
     }

@@ -1,15 +1,13 @@
 #pragma once
 
 #include <cmath>
-#include <cstddef>
 #include <cstdint>
 #include <numbers>
 #include <string>
-#include <vector>
 
 #include "analysis/track_derivation.h"
 #include "base/angles.h"
-#include "racedata/coastline.h"
+#include "base/position.h"
 #include "racedata/gps_track.h"
 #include "racedata/race_control.h"
 #include "racedata/wind_file.h"
@@ -36,29 +34,22 @@ inline Position PlaceAt(int boat, int second) {
 
 /// A start line below the lower mark, then up and down: L1, MK1, MK2, MK1, and so on.
 inline void SetCourse(RaceControl& race, int entries) {
-    race.MarkCount = 2;
-    race.MarkLat[1] = TextNumber(MiddleLat + HalfBeat);
-    race.MarkLat[2] = TextNumber(MiddleLat - HalfBeat);
-    race.LineCount = 1;
-    race.LineLat1[1] = race.LineLat2[1] = TextNumber(MiddleLat - 0.9 * HalfBeat);
-    race.LineLon1[1] = TextNumber(MiddleLon - 0.1);
-    race.LineLon2[1] = TextNumber(MiddleLon + 0.15);
-    for (const int mark : {1, 2}) race.MarkLon[mark] = TextNumber(MiddleLon);
-    race.CourseCount = entries;
-    race.CourseOrder[1] = "L1";
-    for (int entry = 2; entry <= entries; ++entry) race.CourseOrder[entry] = entry % 2 == 0 ? "MK1" : "MK2";
+    const TextNumber lineLat(MiddleLat - 0.9 * HalfBeat);
+    race.Marks = {{TextNumber(MiddleLat + HalfBeat), TextNumber(MiddleLon)},
+                  {TextNumber(MiddleLat - HalfBeat), TextNumber(MiddleLon)}};
+    race.Lines = {{lineLat, TextNumber(MiddleLon - 0.1), lineLat, TextNumber(MiddleLon + 0.15)}};
+    race.CourseOrder = {"L1"};
+    for (int entry = 2; entry <= entries; ++entry) race.CourseOrder.Add(entry % 2 == 0 ? "MK1" : "MK2");
 }
 
 /// The race of all boats with their course, without a wind file.
 inline RaceControl LongRace() {
     RaceControl race;
     race.RaceFileName = "long.txt";
-    race.StartTimeText = "2026/10/03 12:30:00";
+    race.Start = RaceTime("2026/10/03 12:30:00");
     race.RaceDuration = Fixes;
-    race.ReplaySpan = Fixes + 240;
     race.WindDirection = 5;
-    race.BoatCount = Boats;
-    for (int boat = 1; boat <= Boats; ++boat) race.BoatName[boat] = "JPN " + std::to_string(4000 + boat);
+    for (int boat = 1; boat <= Boats; ++boat) race.Boats.Add({"", "JPN " + std::to_string(4000 + boat)});
     SetCourse(race, Entries);
     return race;
 }
@@ -66,17 +57,14 @@ inline RaceControl LongRace() {
 /// The tracks of all boats, derived.
 inline void SailFleet(const RaceControl& race, Tracks& tracks, TrackArea& area, EarthScale& scale) {
     tracks = {};
-    for (auto* column :
-         {&tracks.TrackLat, &tracks.TrackLon, &tracks.TrackDist, &tracks.TrackSpeed, &tracks.TrackCourse})
-        column->assign(Boats + 1, Tracks::Doubles(Fixes + 1));
-    tracks.TrackTime.assign(Boats + 1, std::vector<std::int32_t>(Fixes + 1));
+    tracks.Boats.Resize(Boats);
     for (int boat = 1; boat <= Boats; ++boat) {
-        tracks.TrackPointCount[boat] = Fixes;
-        for (int point = 1; point <= Fixes; ++point) {
-            const Position at = PlaceAt(boat, point);
-            tracks.TrackLat[boat][point] = at.Lat;
-            tracks.TrackLon[boat][point] = at.Lon;
-            tracks.TrackTime[boat][point] = point - 60;
+        Track& track = tracks.Boats[boat];
+        for (int second = 1; second <= Fixes; ++second) {
+            const Position at = PlaceAt(boat, second);
+            track.TrackLat.Add(at.Lat);
+            track.TrackLon.Add(at.Lon);
+            track.TrackTime.Add(second - 60);
         }
     }
     area = {};
@@ -91,12 +79,9 @@ inline void SailFleet(const RaceControl& race, Tracks& tracks, TrackArea& area, 
 inline void BlowWind(int samples, RaceControl& race, WindData& wind) {
     race.WindFileName = "long.csv";
     wind = {};
-    wind.WindCount = samples;
-    for (int i = 1; i <= samples; ++i) {
-        wind.WindTimes.push_back(static_cast<std::int32_t>(std::int64_t{i} * Fixes / samples));
-        wind.WindSpeeds.emplace_back(10 + std::sin(i / 50.0));
-        wind.WindDirections.push_back(WrapDirection(5 + 15 * std::sin(i / 300.0)));
-    }
+    for (int i = 1; i <= samples; ++i)
+        wind.Add({static_cast<std::int32_t>(std::int64_t{i} * Fixes / samples), 10 + std::sin(i / 50.0),
+                  WrapDirection(5 + 15 * std::sin(i / 300.0))});
 }
 
 }  // namespace keelview::bench

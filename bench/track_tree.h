@@ -17,8 +17,9 @@ struct TrackTree {
     explicit TrackTree(int fixes) {
         std::filesystem::create_directories(Root / "gpsdat");
         for (int boat = 1; boat <= Boats; ++boat) {
-            Race.BoatFile[boat] = std::to_string(boat) + ".trk";
-            std::ofstream file(Root / "gpsdat" / Race.BoatFile[boat]);
+            const std::string name = std::to_string(boat) + ".trk";
+            Race.Boats[boat].BoatFile = name;
+            std::ofstream file(Root / "gpsdat" / name);
             file << "H  SOFTWARE\r\nM  WGS 84\r\nU  LAT LON DM\r\n";
             for (int second = 0; second < fixes; ++second) WriteFix(file, boat, second);
         }
@@ -31,7 +32,7 @@ struct TrackTree {
     void Load(Tracks& tracks, TrackArea& area, EarthScale& scale) const {
         RaceControl race = Race;
         race.TimeDiff = 9;
-        race.StartTimeText.clear();  // the whole track, whatever its date
+        race.Start = {};  // the whole track, whatever its date
         LoadAllTracks(Root, race, tracks, area, scale, {});
         DeriveTracks(race, scale, tracks);
     }

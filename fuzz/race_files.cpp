@@ -1,7 +1,6 @@
 // The race control file as its three readers take it. What was read and written must read back as the same.
 
-#include <array>
-#include <memory>
+#include <algorithm>
 
 #include "base/strings.h"
 #include "racedata/race_file.h"
@@ -15,44 +14,46 @@ namespace {
 constexpr const char* RaceName = "R.txt";
 
 /// The race in the file of that name, as empty as at the start of the program. The tree holds two tracks.
-std::unique_ptr<RaceControl> LaidOut(std::string_view input) {
+RaceControl LaidOut(std::string_view input) {
     static const bool prepared = [] {
         for (const char* name : {"gpsdat/a.trk", "gpsdat/b.trk", "winddat/w.csv"}) Tree().Write(name, "");
         return true;
     }();
     Require(prepared, "the tree can be written");
     Tree().Write("raceadmin/R.txt", input);
-    auto race = std::make_unique<RaceControl>();
-    race->RaceFileName = RaceName;
+    RaceControl race;
+    race.RaceFileName = RaceName;
     return race;
 }
 
 void RequireLimits(const RaceControl& race) {
-    Require(race.BoatCount <= MaxBoats && race.MarkCount <= MaxMarks && race.LineCount <= MaxLines &&
-                race.CourseCount <= MaxCourseEntries && race.MapCount <= MaxCells &&
-                race.AttachCount <= MaxAttachments,
+    Require(race.Boats.Count() <= MaxBoats && race.Marks.Count() <= MaxMarks &&
+                race.Lines.Count() <= MaxLines && race.CourseOrder.Count() <= MaxCourseEntries &&
+                race.MapFile.Count() <= MaxCells && race.AttachFile.Count() <= MaxAttachments,
             "counts stay within their limits");
 }
 
-template <class Array>
-bool Same(const Array& a, const Array& b, int count) {
-    for (int i = 1; i <= count; ++i)
-        if (a[i] != b[i]) return false;
-    return true;
+bool SameText(const TextNumber& a, const TextNumber& b) {
+    return a.Text() == b.Text();
 }
 
-template <>
-bool Same(const std::array<TextNumber, MaxMarks + 1>& a, const std::array<TextNumber, MaxMarks + 1>& b,
-          int count) {
-    for (int i = 1; i <= count; ++i)
-        if (a[i].Text() != b[i].Text()) return false;
-    return true;
+bool SameBoat(const BoatEntry& a, const BoatEntry& b) {
+    return a.BoatFile == b.BoatFile && a.BoatName == b.BoatName;
+}
+
+bool SameMark(const Mark& a, const Mark& b) {
+    return SameText(a.MarkLat, b.MarkLat) && SameText(a.MarkLon, b.MarkLon);
+}
+
+bool SameLine(const Line& a, const Line& b) {
+    return SameText(a.LineLat1, b.LineLat1) && SameText(a.LineLon1, b.LineLon1) &&
+           SameText(a.LineLat2, b.LineLat2) && SameText(a.LineLon2, b.LineLon2);
 }
 
 void RequireSame(const RaceControl& a, const RaceControl& b) {
     Require(a.RaceTitle1 == b.RaceTitle1 && a.RaceTitle2 == b.RaceTitle2 && a.RaceTitle3 == b.RaceTitle3,
             "titles read back");
-    Require(a.StartTimeText == b.StartTimeText && a.FinishTimeText == b.FinishTimeText &&
+    Require(a.Start.Typed() == b.Start.Typed() && a.Finish.Typed() == b.Finish.Typed() &&
                 a.TimeDiff == b.TimeDiff && a.WindFileName == b.WindFileName && a.NorthUp == b.NorthUp,
             "times and wind read back");
     Require(NumberText(a.MagVariation) == NumberText(b.MagVariation) &&
@@ -60,48 +61,42 @@ void RequireSame(const RaceControl& a, const RaceControl& b) {
                 NumberText(a.LayLineUp) == NumberText(b.LayLineUp) &&
                 NumberText(a.LayLineDown) == NumberText(b.LayLineDown),
             "numbers read back");
-    Require(a.BoatCount == b.BoatCount && Same(a.BoatFile, b.BoatFile, a.BoatCount) &&
-                Same(a.BoatName, b.BoatName, a.BoatCount),
-            "boats read back");
-    Require(a.MarkCount == b.MarkCount && Same(a.MarkLat, b.MarkLat, a.MarkCount) &&
-                Same(a.MarkLon, b.MarkLon, a.MarkCount) && a.LineCount == b.LineCount,
-            "marks and lines read back");
-    Require(a.CourseCount == b.CourseCount && Same(a.CourseOrder, b.CourseOrder, a.CourseCount),
-            "the course reads back");
-    Require(a.AttachCount == b.AttachCount, "attachments read back");
-    for (int i = 1; i <= a.AttachCount; ++i)
-        Require(Trim(a.AttachFile[i]) == Trim(b.AttachFile[i]), "attachments keep their names");
+    Require(std::ranges::equal(a.Boats, b.Boats, SameBoat), "boats read back");
+    Require(std::ranges::equal(a.Marks, b.Marks, SameMark), "marks read back");
+    Require(std::ranges::equal(a.Lines, b.Lines, SameLine), "lines read back");
+    Require(a.CourseOrder == b.CourseOrder, "the course reads back");
+    Require(std::ranges::equal(a.AttachFile, b.AttachFile, {}, Trim, Trim), "attachments keep their names");
 }
 
 }  // namespace
 
 void ReadRaceForDisplay(std::string_view input) {
-    const auto race = LaidOut(input);
-    Require(ReadRaceFile(Tree().Root(), *race).Opened, "a file that is there opens");
-    RequireLimits(*race);
-    for (int entry = 1; entry <= race->CourseCount; ++entry) ParseCourseKey(race->CourseOrder[entry]);
-    Require(!SaveRaceFile(Tree().Root(), *race), "what was read can be written");
-    auto again = std::make_unique<RaceControl>();
-    again->RaceFileName = RaceName;
-    ReadRaceFile(Tree().Root(), *again);
-    RequireSame(*race, *again);
+    RaceControl race = LaidOut(input);
+    Require(ReadRaceFile(Tree().Root(), race).Opened, "a file that is there opens");
+    RequireLimits(race);
+    for (const std::string& key : race.CourseOrder) ParseCourseKey(key);
+    Require(!SaveRaceFile(Tree().Root(), race), "what was read can be written");
+    RaceControl again;
+    again.RaceFileName = RaceName;
+    ReadRaceFile(Tree().Root(), again);
+    RequireSame(race, again);
 }
 
 void ReadRaceForEditor(std::string_view input) {
-    const auto race = LaidOut(input);
-    Require(ReadRaceFileForEdit(Tree().Root(), *race), "a file that is there opens");
-    RequireLimits(*race);
-    Require(!SaveRaceFile(Tree().Root(), *race), "what was read can be written");
-    auto again = std::make_unique<RaceControl>();
-    again->RaceFileName = RaceName;
-    ReadRaceFileForEdit(Tree().Root(), *again);
-    RequireSame(*race, *again);
+    RaceControl race = LaidOut(input);
+    Require(ReadRaceFileForEdit(Tree().Root(), race), "a file that is there opens");
+    RequireLimits(race);
+    Require(!SaveRaceFile(Tree().Root(), race), "what was read can be written");
+    RaceControl again;
+    again.RaceFileName = RaceName;
+    ReadRaceFileForEdit(Tree().Root(), again);
+    RequireSame(race, again);
 }
 
 void ReadRaceForDistribution(std::string_view input) {
-    const auto race = LaidOut(input);
-    Require(ReadRaceFileForDistribution(Tree().Root(), *race), "a file that is there opens");
-    RequireLimits(*race);
+    RaceControl race = LaidOut(input);
+    Require(ReadRaceFileForDistribution(Tree().Root(), race), "a file that is there opens");
+    RequireLimits(race);
 }
 
 void ReadStartFiles(std::string_view input) {

@@ -8,19 +8,18 @@
 #include <cmath>
 #include <cstdio>
 #include <filesystem>
-#include <iostream>
 #include <random>
 #include <span>
 #include <string>
 #include <string_view>
 #include <vector>
 
-#include "analysis/track_derivation.h"
 #include "base/angles.h"
 #include "base/dates.h"
 #include "base/files.h"
 #include "base/text_encoding.h"
 #include "demo_plans.h"
+#include "racedata/earth_scale.h"
 
 namespace {
 
@@ -102,8 +101,9 @@ class Sailor {
         const double share = (number + 0.5) / static_cast<double>(plan.Names.size());
         slot_ = {course.Pin.East + (course.Committee.East - course.Pin.East) * (0.06 + 0.88 * share),
                  course.Pin.North + (course.Committee.North - course.Pin.North) * (0.06 + 0.88 * share)};
-        at_ = Along(Along(slot_, plan.Wind + 180, dice.Between(40, 160)), plan.Wind + 90,
-                    dice.Between(-80, 80));
+        const double aside = dice.Between(-80, 80);
+        const double behind = dice.Between(40, 160);
+        at_ = Along(Along(slot_, plan.Wind + 180, behind), plan.Wind + 90, aside);
         skill_ = dice.Between(0.93, 1.03);
         height_ = dice.Between(-1.5, 1.5);
         tack_ = dice.Between(0, 1) < 0.6 ? 1 : -1;
@@ -293,9 +293,8 @@ class DemoRace {
     void Save(std::string_view where, std::string_view text, bool shiftJis) {
         const auto bytes = EncodeText(text, shiftJis ? TextEncoding::ShiftJis : TextEncoding::Utf8);
         const auto path = folder_ / where;
-        std::filesystem::create_directories(path.parent_path());
         if (!bytes || WriteFileAtomically(path, *bytes)) {
-            std::cerr << "make_demo: " << path.string() << " could not be written\n";
+            std::fprintf(stderr, "make_demo: %s could not be written\n", path.string().c_str());
             sound_ = false;
         }
     }
@@ -372,12 +371,11 @@ class DemoRace {
 
 int main(int argc, char** argv) {
     if (argc != 2) {
-        std::cerr << "usage: make_demo FOLDER\n";
+        std::fputs("usage: make_demo FOLDER\n", stderr);
         return 2;
     }
     const std::filesystem::path folder = argv[1];
     const bool sound = DemoRace(folder, EnglishRace()).Write() && DemoRace(folder, JapaneseRace()).Write();
-    std::filesystem::create_directories(folder / "attachment");
     const auto failed = WriteFileAtomically(folder / "attachment" / "sailing_instructions.txt",
                                             "Sagami Bay Autumn Series\r\n\r\nCourse: three times to the "
                                             "windward mark, round the leeward mark; finish down the wind."

@@ -12,6 +12,9 @@ TEST_PACKAGES=(ccache libgtest-dev libgmock-dev libbenchmark-dev x11-utils clang
 CI_PACKAGES=(clang-tidy-19)
 # What looking for hostile files needs on top.
 FUZZ_PACKAGES=(clang-19 libclang-rt-19-dev)
+# What compiling for a browser, and running that, needs on top.
+BROWSER_PACKAGES=(clang-22 lld-22 libc++-22-dev-wasm32 libc++abi-22-dev-wasm32 libclang-rt-22-dev-wasm32 wasi-libc
+    nodejs python3)
 
 # missing_packages PACKAGE... : prints those that are not installed, one a line.
 missing_packages() {

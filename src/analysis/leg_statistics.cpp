@@ -3,10 +3,9 @@
 #include <algorithm>
 #include <cmath>
 
-#include "analysis/track_derivation.h"
-#include "base/bilingual.h"
 #include "base/numbers.h"
 #include "base/strings.h"
+#include "racedata/earth_scale.h"
 
 namespace keelview {
 
@@ -41,32 +40,62 @@ double CumulativeValue(const MarkPasses& passes, StatKind kind, int boat, int en
     return time > 0 ? RoundDecimals(SpeedOver(miles, time).value_or(0.0), 3) : 0.0;
 }
 
-std::optional<double> LegValue(const MarkPasses& passes, StatKind kind, int boat, int entry) {
-    if (passes.MarkPassTime[boat][entry] <= 0) return std::nullopt;
-    const int time = LegTime(passes, boat, entry);
-    const double miles = LegMiles(passes, boat, entry);
-    if (kind == StatKind::Time) return time;
-    if (kind == StatKind::Distance) return WholeMetres(miles);
+std::optional<double> LegKnots(double miles, int time) {
     const std::optional<double> knots = SpeedOver(miles, time);
     return knots ? std::optional(CutTo3Decimals(*knots)) : std::nullopt;
 }
 
-void FindColumnExtremes(const RaceControl& race, int entry, LegTable& table) {
-    double min = NoMinimum;
-    double max = LowestMaximum;
-    for (int boat = 1; boat <= race.BoatCount; ++boat) {
-        const std::optional<double>& value = table.Value[boat][entry];
-        if (!value) continue;
-        if (*value > 0 && *value < min) min = *value;
-        max = std::max(max, *value);
-    }
-    table.ColMin[entry] = min;
-    table.ColMax[entry] = max;
+std::optional<double> LegValue(const MarkPasses& passes, StatKind kind, int boat, int entry) {
+    if (passes.MarkPassTime[boat][entry] <= 0) return std::nullopt;
+    if (kind == StatKind::Time) return LegTime(passes, boat, entry);
+    const double miles = LegMiles(passes, boat, entry);
+    if (kind == StatKind::Distance) return WholeMetres(miles);
+    return LegKnots(miles, LegTime(passes, boat, entry));
 }
 
-void FindSpread(const RaceControl& race, int firstEntry, LegTable& table) {
+/// True if the passes are as many as the race has boats and entries; those of a course before may be fewer.
+bool AreOf(const MarkPasses& passes, const RaceControl& race) {
+    const auto fit = [&](const auto& table) {
+        return table.Count() == race.Boats.Count() && std::ranges::all_of(table, [&](const auto& row) {
+                   return row.Count() == race.CourseOrder.Count();
+               });
+    };
+    return fit(passes.MarkPassTime) && fit(passes.MarkPassDist);
+}
+
+LegTable EmptyTable(const RaceControl& race) {
+    const int entries = race.CourseOrder.Count();
+    return {.Value = MarkPasses::ByBoatAndEntry<std::optional<double>>(
+                race.Boats.Count(), OneBased<std::optional<double>>(entries)),
+            .ColMax = OneBased<double>(entries),
+            .ColMin = OneBased<double>(entries)};
+}
+
+/// Fills a table from an entry on with what `valueAt` gives for a boat and an entry, and finds the
+/// extremes.
+template <class ValueAt>
+void FillTable(int firstEntry, ValueAt valueAt, LegTable& table) {
+    const int entries = table.ColMax.Count();
+    for (int entry = firstEntry; entry <= entries; ++entry) {
+        table.ColMin[entry] = NoMinimum;
+        table.ColMax[entry] = LowestMaximum;
+    }
+    for (int boat = 1; boat <= table.Value.Count(); ++boat) {
+        auto& row = table.Value[boat];
+        for (int entry = firstEntry; entry <= entries; ++entry) {
+            const std::optional<double> filled = valueAt(boat, entry);
+            if (!filled) continue;
+            const double value = *filled;
+            row[entry] = value;
+            if (value > 0) table.ColMin[entry] = std::min(table.ColMin[entry], value);
+            table.ColMax[entry] = std::max(table.ColMax[entry], value);
+        }
+    }
+}
+
+void FindSpread(int firstEntry, LegTable& table) {
     table.Spread = LowestSpread;
-    for (int entry = firstEntry; entry <= race.CourseCount; ++entry)
+    for (int entry = firstEntry; entry <= table.ColMax.Count(); ++entry)
         table.Spread = std::max(table.Spread, table.ColMax[entry] - table.ColMin[entry]);
 }
 
@@ -75,41 +104,42 @@ struct Effort {
     bool Counts = false;
     int Time = 0;
     double Metres = 0.0;
-    std::optional<double> Knots;
+    double Knots = 0.0;  ///< 0 without a duration
 };
 
 Effort TotalEffort(const MarkPasses& passes, int boat, int lastEntry) {
     const int time = passes.MarkPassTime[boat][lastEntry];
     const double miles = passes.MarkPassDist[boat][lastEntry];
-    return {time > 0, time, WholeMetres(miles), SpeedOver(miles, time)};
+    return {time > 0, time, WholeMetres(miles), SpeedOver(miles, time).value_or(0.0)};
 }
 
 Effort LegEffort(const MarkPasses& passes, int boat, int entry) {
-    return {passes.MarkPassTime[boat][entry] > 0, LegTime(passes, boat, entry),
-            LegValue(passes, StatKind::Distance, boat, entry).value_or(0.0),
-            LegValue(passes, StatKind::Speed, boat, entry)};
+    if (passes.MarkPassTime[boat][entry] <= 0) return {};
+    const int time = LegTime(passes, boat, entry);
+    const double miles = LegMiles(passes, boat, entry);
+    return {true, time, WholeMetres(miles), LegKnots(miles, time).value_or(0.0)};
 }
 
-std::optional<double> Ratio(std::optional<double> value, std::optional<double> reference) {
-    if (!value || !reference || *reference == 0.0) return std::nullopt;
-    return *value / *reference - 1.0;
+void CompareTo(double reference, double value, std::optional<double>& share) {
+    if (reference != 0.0) share = value / reference - 1.0;
 }
 
-FactorColumn CompareEfforts(const std::array<Effort, MaxBoats + 1>& efforts, int boatCount) {
-    FactorColumn column;
-    for (int boat = 1; boat <= boatCount; ++boat) {
+void CompareEfforts(const OneBased<Effort>& efforts, FactorColumn& column) {
+    for (int boat = 1; boat <= efforts.Count(); ++boat) {
         const Effort& effort = efforts[boat];
         const int shortest = column.BestBoat > 0 ? efforts[column.BestBoat].Time : LongestBestTime;
         if (effort.Counts && effort.Time > 0 && effort.Time < shortest) column.BestBoat = boat;
     }
-    const Effort& best = efforts[column.BestBoat];
-    for (int boat = 1; boat <= boatCount; ++boat) {
+    const Effort best = column.BestBoat > 0 ? efforts[column.BestBoat] : Effort{};
+    for (int boat = 1; boat <= efforts.Count(); ++boat) {
         const Effort& effort = efforts[boat];
         if (!effort.Counts) continue;
-        column.Share[boat] = {true, Ratio(effort.Time, best.Time), Ratio(effort.Metres, best.Metres),
-                              Ratio(effort.Knots, best.Knots)};
+        FactorShare& share = column.Share[boat];
+        share.Counts = true;
+        CompareTo(best.Time, effort.Time, share.Time);
+        CompareTo(best.Metres, effort.Metres, share.Distance);
+        if (effort.Time != 0) CompareTo(best.Knots, effort.Knots, share.Speed);
     }
-    return column;
 }
 
 /// A text between double quotes, where a quote inside is doubled.
@@ -132,11 +162,13 @@ void AppendCells(const LegTable& table, int boat, int firstEntry, int lastEntry,
 }  // namespace
 
 int LegTime(const MarkPasses& passes, int boat, int entry) {
-    return passes.MarkPassTime[boat][entry] - passes.MarkPassTime[boat][entry - 1];
+    const OneBased<int>& times = passes.MarkPassTime[boat];
+    return times[entry] - (entry > 1 ? times[entry - 1] : 0);
 }
 
 double LegMiles(const MarkPasses& passes, int boat, int entry) {
-    return passes.MarkPassDist[boat][entry] - passes.MarkPassDist[boat][entry - 1];
+    const OneBased<double>& miles = passes.MarkPassDist[boat];
+    return miles[entry] - (entry > 1 ? miles[entry - 1] : 0.0);
 }
 
 std::optional<double> SpeedOver(double miles, int seconds) {
@@ -145,19 +177,15 @@ std::optional<double> SpeedOver(double miles, int seconds) {
 }
 
 LegStatistics ComputeLegStatistics(const RaceControl& race, const MarkPasses& passes, StatKind kind) {
-    LegStatistics statistics;
-    statistics.Kind = kind;
-    if (kind == StatKind::Analysis) return statistics;
-    for (int entry = 1; entry <= race.CourseCount; ++entry) {
-        for (int boat = 1; boat <= race.BoatCount; ++boat) {
-            statistics.Cumulative.Value[boat][entry] = CumulativeValue(passes, kind, boat, entry);
-            if (entry > 1) statistics.ByLeg.Value[boat][entry] = LegValue(passes, kind, boat, entry);
-        }
-        FindColumnExtremes(race, entry, statistics.Cumulative);
-        if (entry > 1) FindColumnExtremes(race, entry, statistics.ByLeg);
-    }
-    FindSpread(race, kind == StatKind::Speed ? 2 : 1, statistics.Cumulative);
-    FindSpread(race, 1, statistics.ByLeg);
+    LegStatistics statistics{kind, EmptyTable(race), EmptyTable(race)};
+    if (kind == StatKind::Analysis || !AreOf(passes, race)) return statistics;
+    FillTable(
+        1, [&](int boat, int entry) { return CumulativeValue(passes, kind, boat, entry); },
+        statistics.Cumulative);
+    FillTable(
+        2, [&](int boat, int entry) { return LegValue(passes, kind, boat, entry); }, statistics.ByLeg);
+    FindSpread(kind == StatKind::Speed ? 2 : 1, statistics.Cumulative);
+    FindSpread(1, statistics.ByLeg);
     return statistics;
 }
 
@@ -167,15 +195,15 @@ bool IsBest(const LegTable& table, StatKind kind, int boat, int entry) {
 }
 
 std::optional<FactorAnalysis> AnalyseFactors(const RaceControl& race, const MarkPasses& passes) {
-    if (race.CourseCount < 1 || race.CourseCount > MaxAnalysisEntries) return std::nullopt;
-    FactorAnalysis analysis;
-    std::array<Effort, MaxBoats + 1> efforts{};
-    for (int entry = 1; entry <= race.CourseCount; ++entry) {
-        for (int boat = 1; boat <= race.BoatCount; ++boat) {
+    const int entries = race.CourseOrder.Count();
+    if (entries < 1 || entries > MaxAnalysisEntries || !AreOf(passes, race)) return std::nullopt;
+    FactorAnalysis analysis(entries, {.Share = OneBased<FactorShare>(race.Boats.Count())});
+    OneBased<Effort> efforts(race.Boats.Count());
+    for (int entry = 1; entry <= entries; ++entry) {
+        for (int boat = 1; boat <= efforts.Count(); ++boat)
             efforts[boat] =
-                entry == 1 ? TotalEffort(passes, boat, race.CourseCount) : LegEffort(passes, boat, entry);
-        }
-        analysis.Column[entry] = CompareEfforts(efforts, race.BoatCount);
+                entry == 1 ? TotalEffort(passes, boat, entries) : LegEffort(passes, boat, entry);
+        CompareEfforts(efforts, analysis[entry]);
     }
     return analysis;
 }
@@ -201,15 +229,15 @@ DiffAxis ChooseDiffAxis(double spread) {
 
 std::string LegStatisticsCsv(const RaceControl& race, const LegStatistics& statistics) {
     std::string csv = "\xEF\xBB\xBF\"Boat\"";
-    for (int entry = 1; entry <= race.CourseCount; ++entry)
-        csv += ',' + Quoted(Trim(race.CourseOrder[entry]));
-    for (int entry = 2; entry <= race.CourseCount; ++entry)
+    const int entries = race.CourseOrder.Count();
+    for (const std::string& entry : race.CourseOrder) csv += ',' + Quoted(Trim(entry));
+    for (int entry = 2; entry <= entries; ++entry)
         csv += ',' + Quoted(">" + std::string(Trim(race.CourseOrder[entry])));
     csv += "\r\n";
-    for (int boat = 1; boat <= race.BoatCount; ++boat) {
-        csv += Quoted(race.BoatName[boat]);
-        AppendCells(statistics.Cumulative, boat, 1, race.CourseCount, csv);
-        AppendCells(statistics.ByLeg, boat, 2, race.CourseCount, csv);
+    for (int boat = 1; boat <= race.Boats.Count(); ++boat) {
+        csv += Quoted(race.Boats[boat].BoatName);
+        AppendCells(statistics.Cumulative, boat, 1, entries, csv);
+        AppendCells(statistics.ByLeg, boat, 2, entries, csv);
         csv += "\r\n";
     }
     return csv;

@@ -1,11 +1,11 @@
 #pragma once
 
-#include <array>
 #include <optional>
 #include <string>
 #include <string_view>
 
 #include "analysis/mark_rounding.h"
+#include "base/bilingual.h"
 #include "racedata/race_control.h"
 
 namespace keelview {
@@ -16,12 +16,12 @@ enum class StatKind { Time = 1, Distance = 2, Speed = 3, Analysis = 4 };
 /// Longest course that the factor analysis takes.
 inline constexpr int MaxAnalysisEntries = 20;
 
-/// Seconds, metres or knots by boat (from 1) and course entry (from 1), with the extremes of each column.
+/// Seconds, metres or knots by boat and course entry, with the extremes of each column.
 struct LegTable {
-    MarkPasses::ByBoatAndEntry<std::optional<double>> Value{};  ///< nothing: the cell stays empty
-    std::array<double, MaxCourseEntries + 1> ColMax{};          ///< largest value of a column, at least -10
-    std::array<double, MaxCourseEntries + 1> ColMin{};  ///< smallest positive value below 99999, else 99999
-    double Spread = 0.0;  ///< largest ColMax - ColMin of any column, at least -100
+    MarkPasses::ByBoatAndEntry<std::optional<double>> Value;  ///< nothing: the cell stays empty
+    OneBased<double> ColMax;                                  ///< largest value of a column, at least -10
+    OneBased<double> ColMin;  ///< smallest positive value below 99999, else 99999
+    double Spread = 0.0;      ///< largest ColMax - ColMin of any column, at least -100
 };
 
 /// One kind of statistics up to each entry and for the leg that ends at each entry. A leg has the number of
@@ -37,6 +37,7 @@ struct LegStatistics {
 /// By leg: a boat that did not reach the end of the leg has an empty cell, and so has a speed without a
 /// duration; a leg after a missed entry counts from time 0 and distance 0. Cumulative speeds are rounded to
 /// three decimals, speeds by leg are cut to them. Entry 1 plays no part in the spread of cumulative speeds.
+/// Passes of another number of boats or entries than the race's leave all cells empty.
 LegStatistics ComputeLegStatistics(const RaceControl& race, const MarkPasses& passes, StatKind kind);
 
 /// True if the cell holds the best value of its column: the least time or distance, the highest speed.
@@ -64,17 +65,15 @@ struct FactorShare {
 /// One part of the race in the factor analysis.
 struct FactorColumn {
     int BestBoat = 0;  ///< the boat with the shortest time, the lowest number among equals; 0 when none
-    std::array<FactorShare, MaxBoats + 1> Share{};  ///< by boat
+    OneBased<FactorShare> Share;  ///< by boat
 };
 
 /// Every boat's time split into distance and speed. Column 1 is the whole race, column c the leg that ends
 /// at entry c.
-struct FactorAnalysis {
-    std::array<FactorColumn, MaxAnalysisEntries + 1> Column{};
-};
+using FactorAnalysis = OneBased<FactorColumn>;
 
-/// The analysis of a course; nothing if it has no entry or more than MaxAnalysisEntries. A best boat has a
-/// time above 0 and below 100000 seconds.
+/// The analysis of a course; nothing if it has no entry or more than MaxAnalysisEntries, or if the passes
+/// are not as many as its boats and entries. A best boat has a time above 0 and below 100000 seconds.
 std::optional<FactorAnalysis> AnalyseFactors(const RaceControl& race, const MarkPasses& passes);
 
 /// Said in place of the analysis of a longer course.

@@ -1,11 +1,10 @@
 #include "analysis/mark_rounding.h"
 
 #include <algorithm>
-#include <array>
 #include <cmath>
 
 #include "analysis/mark_rounding_walk.h"
-#include "analysis/track_derivation.h"
+#include "analysis/track_at.h"
 #include "base/angles.h"
 #include "base/numbers.h"
 
@@ -20,9 +19,8 @@ constexpr double LineRadius = 0.3;
 
 constexpr int StartFrom = -120;  // seconds between which the start is looked for
 constexpr int StartTo = 360;
-constexpr int LongestSearch = 10'000'000;  // seconds, four months: no race file may keep the search longer
-constexpr int QuietSeconds = 4;            // without a segment, after which no test can change its mind
-constexpr int SearchSteps = 200'000'000;   // for all boats together; a hostile race ends in seconds, too
+constexpr int QuietSeconds = 4;           // without a segment, after which no test can change its mind
+constexpr int SearchSteps = 200'000'000;  // for all boats together; a hostile race ends in seconds, too
 
 constexpr double NoAngle = 500.0;         // no angle yet
 constexpr double NarrowestAngle = 150.0;  // beyond it the boat is on the inside of the corner
@@ -37,10 +35,10 @@ struct Entry {
 };
 
 struct Course {
-    int Count = 0;
     double LonScale = 1.0;
-    std::array<Entry, MaxCourseEntries + 1> Entries;
+    OneBased<Entry> Entries;
 
+    int Count() const { return Entries.Count(); }
     double East(const Position& from, const Position& to) const { return (to.Lon - from.Lon) * LonScale; }
     double Distance(const Position& from, const Position& to) const {
         const double north = to.Lat - from.Lat;
@@ -56,32 +54,32 @@ Entry PlaceEntry(const RaceControl& race, const std::string& text) {
     const CourseKey key = ParseCourseKey(text);
     Entry entry;
     entry.IsLine = key.IsLine;
-    if (key.Number < 1 || key.Number > (key.IsLine ? race.LineCount : race.MarkCount)) return entry;
-    if (key.IsLine) {
-        entry.At = {race.LineLat1[key.Number], race.LineLon1[key.Number]};
-        entry.SecondEnd = {race.LineLat2[key.Number], race.LineLon2[key.Number]};
-    } else {
-        entry.At = {race.MarkLat[key.Number], race.MarkLon[key.Number]};
+    if (key.IsLine && race.Lines.Holds(key.Number)) {
+        entry.At = race.Lines[key.Number].FirstEnd();
+        entry.SecondEnd = race.Lines[key.Number].SecondEnd();
+    } else if (!key.IsLine && race.Marks.Holds(key.Number)) {
+        entry.At = race.Marks[key.Number].At();
     }
     return entry;
+}
+
+/// As WrapDirection, but 360 stays: as 0 it would turn the bisector of a course straight south round.
+double UpTo360(double degrees) {
+    return degrees > 360 ? degrees - 360 : degrees;
 }
 
 /// Halves the angle between the way back to the last entry and the way on, and turns it round, so that it
 /// points out of the corner.
 double OutwardBisector(double bearingIn, double bearingOut) {
-    double back = bearingIn + 180;
-    if (back > 360) back -= 360;
-    double bisector = back + WrapDifference(bearingOut - back) / 2 + 180;
-    if (bisector > 360) bisector -= 360;
-    return bisector;
+    const double back = UpTo360(bearingIn + 180);
+    return UpTo360(back + WrapDifference(bearingOut - back) / 2 + 180);
 }
 
 Course PlaceCourse(const RaceControl& race, const EarthScale& scale) {
     Course course;
-    course.Count = std::min(race.CourseCount, MaxCourseEntries);
     course.LonScale = scale.LonScale;
-    for (int c = 1; c <= course.Count; ++c) course.Entries[c] = PlaceEntry(race, race.CourseOrder[c]);
-    for (int c = 1; c < course.Count; ++c) {
+    for (const std::string& key : race.CourseOrder) course.Entries.Add(PlaceEntry(race, key));
+    for (int c = 1; c < course.Count(); ++c) {
         Entry& entry = course.Entries[c];
         entry.HasCorner = true;
         if (c == 1) continue;  // a course that begins with a mark is tested against true north
@@ -103,8 +101,8 @@ class BoatSearch {
     /// `last` is the position last found, kept from search to search and over all boats: it stands in for
     /// the boat where the track says nothing. After `steps` seconds that had to be looked at it finds no
     /// more.
-    BoatSearch(const Tracks& tracks, int boat, int steps, const Course& course, Position& last)
-        : walk_(tracks, boat), steps_(steps), course_(course), last_(last) {}
+    BoatSearch(const Track& track, int steps, const Course& course, Position& last)
+        : walk_(track), steps_(steps), course_(course), last_(last) {}
 
     /// The second at which the line is crossed: the last crossing of the range for the start, the first one
     /// for any other line. 0 when it is not.
@@ -235,10 +233,10 @@ class BoatSearch {
     Position& last_;
 };
 
-using PassTimes = std::array<int, MaxCourseEntries + 1>;
+using PassTimes = OneBased<int>;
 
 void FindPasses(BoatSearch& search, const Course& course, int lastSecond, PassTimes& times) {
-    for (int c = 1; c <= course.Count; ++c) {
+    for (int c = 1; c <= course.Count(); ++c) {
         const Entry& entry = course.Entries[c];
         const bool isStart = c == 1;
         const SecondRange range =
@@ -259,13 +257,13 @@ bool IsGap(const Course& course, const PassTimes& times, int c) {
 }
 
 bool HasGap(const Course& course, const PassTimes& times) {
-    for (int c = 1; c < course.Count; ++c)
+    for (int c = 1; c < course.Count(); ++c)
         if (IsGap(course, times, c)) return true;
     return false;
 }
 
 void FillGaps(BoatSearch& search, const Course& course, PassTimes& times) {
-    for (int c = 1; c < course.Count; ++c) {
+    for (int c = 1; c < course.Count(); ++c) {
         if (!IsGap(course, times, c)) continue;
         const SecondRange range =
             c == 1 ? SecondRange{StartFrom, times[2]} : SecondRange{times[c - 1] + 1, times[c + 1] - 1};
@@ -273,27 +271,28 @@ void FillGaps(BoatSearch& search, const Course& course, PassTimes& times) {
     }
 }
 
-void FindFirstPasses(const RaceControl& race, const Course& course, MarkPasses& passes) {
-    passes.FirstPassTime = MarkPasses::Nobody();
-    for (int c = 1; c <= course.Count; ++c) {
-        const int before = c > 1 ? passes.FirstPassTime[c - 1] : 0;
-        for (int boat = 1; boat <= race.BoatCount; ++boat) {
-            const int time = passes.MarkPassTime[boat][c];
-            if (time > before && time < passes.FirstPassTime[c]) passes.FirstPassTime[c] = time;
-        }
+void FindFirstPasses(MarkPasses& passes) {
+    int before = 0;
+    for (int c = 1; c <= passes.FirstPassTime.Count(); ++c) {
+        int& first = passes.FirstPassTime[c];
+        for (const PassTimes& times : passes.MarkPassTime)
+            if (times[c] > before && times[c] < first) first = times[c];
+        before = first;
     }
 }
 
 /// Miles sailed up to second t; 0 where no segment holds it.
-double DistanceAt(const Tracks& tracks, int boat, int t) {
-    const auto& times = tracks.TrackTime[boat];
-    const auto& dist = tracks.TrackDist[boat];
-    for (int i = 1; i < tracks.TrackPointCount[boat]; ++i) {
-        if (times[i] > t || times[i + 1] <= t) continue;
-        const double from = times[i];
-        return dist[i] + (dist[i + 1] - dist[i]) * ((t - from) / (times[i + 1] - from));
-    }
-    return 0;
+double DistanceAt(const Track& track, int t) {
+    const int segment = FirstSegment(track, t);
+    if (segment == 0) return 0;
+    const double from = track.TrackTime[segment];
+    const double miles = track.TrackDist[segment];
+    return miles +
+           (track.TrackDist[segment + 1] - miles) * ((t - from) / (track.TrackTime[segment + 1] - from));
+}
+
+bool HasSegment(const Tracks& tracks, int boat) {
+    return tracks.Boats.Holds(boat) && tracks.Boats[boat].Count() > 1;
 }
 
 }  // namespace
@@ -301,32 +300,51 @@ double DistanceAt(const Tracks& tracks, int boat, int t) {
 void FindMarkPassTimes(const RaceControl& race, const Tracks& tracks, const EarthScale& scale,
                        MarkPasses& passes) {
     const Course course = PlaceCourse(race, scale);
-    const int lastSecond = std::min(race.ReplaySpan, LongestSearch);
-    const int steps = SearchSteps / std::max(race.BoatCount, 1);
-    passes.MarkPassTime = {};
+    const int boats = race.Boats.Count();
+    const int lastSecond = std::min(ReplaySpan(race), LongestRace);
+    const int steps = SearchSteps / std::max(boats, 1);
+    passes.MarkPassTime.Assign(boats, PassTimes(course.Count()));
+    passes.FirstPassTime.Assign(course.Count(), NobodyPassed);
+    passes.MarkPassDist.Assign(boats, OneBased<double>(course.Count()));
     Position last;
-    for (int boat = 1; boat <= race.BoatCount; ++boat) {
-        if (tracks.TrackPointCount[boat] < 2) continue;
-        BoatSearch search(tracks, boat, steps, course, last);
+    for (int boat = 1; boat <= boats; ++boat) {
+        if (!HasSegment(tracks, boat)) continue;
+        BoatSearch search(tracks.Boats[boat], steps, course, last);
         FindPasses(search, course, lastSecond, passes.MarkPassTime[boat]);
     }
-    for (int boat = 1; boat <= race.BoatCount; ++boat) {
-        if (tracks.TrackPointCount[boat] < 2 || !HasGap(course, passes.MarkPassTime[boat])) continue;
-        BoatSearch search(tracks, boat, steps, course, last);
+    for (int boat = 1; boat <= boats; ++boat) {
+        if (!HasSegment(tracks, boat) || !HasGap(course, passes.MarkPassTime[boat])) continue;
+        BoatSearch search(tracks.Boats[boat], steps, course, last);
         FillGaps(search, course, passes.MarkPassTime[boat]);
     }
-    FindFirstPasses(race, course, passes);
+    FindFirstPasses(passes);
 }
 
 void ComputeMarkPassDist(const RaceControl& race, const Tracks& tracks, MarkPasses& passes) {
-    passes.MarkPassDist = {};
-    for (int boat = 1; boat <= race.BoatCount; ++boat) {
-        if (tracks.TrackPointCount[boat] < 2) continue;
-        const double atStart = DistanceAt(tracks, boat, 0);
-        for (int c = 1; c <= std::min(race.CourseCount, MaxCourseEntries); ++c)
+    passes.MarkPassDist.Assign(race.Boats.Count(), OneBased<double>(race.CourseOrder.Count()));
+    for (int boat = 1; boat <= race.Boats.Count(); ++boat) {
+        if (!HasSegment(tracks, boat)) continue;
+        const Track& track = tracks.Boats[boat];
+        const double atStart = DistanceAt(track, 0);
+        for (int c = 1; c <= race.CourseOrder.Count(); ++c)
             passes.MarkPassDist[boat][c] =
-                RoundDecimals(DistanceAt(tracks, boat, passes.MarkPassTime[boat][c]) - atStart, 3);
+                RoundDecimals(DistanceAt(track, PassTime(passes, boat, c)) - atStart, 3);
     }
+}
+
+void FindAllPasses(const RaceControl& race, const Tracks& tracks, const EarthScale& scale,
+                   MarkPasses& passes) {
+    FindMarkPassTimes(race, tracks, scale, passes);
+    ComputeMarkPassDist(race, tracks, passes);
+}
+
+int FirstFinishTime(const MarkPasses& passes) {
+    return passes.FirstPassTime.Empty() ? NobodyPassed : passes.FirstPassTime.Last();
+}
+
+int FinishTime(const MarkPasses& passes, int boat) {
+    if (!passes.MarkPassTime.Holds(boat)) return 0;
+    return PassTime(passes, boat, passes.MarkPassTime[boat].Count());
 }
 
 }  // namespace keelview

@@ -1,12 +1,12 @@
 #pragma once
 
 #include <algorithm>
-#include <cstddef>
 #include <cstdint>
 #include <limits>
-#include <vector>
 
-#include "racedata/coastline.h"
+#include "analysis/track_at.h"
+#include "base/one_based.h"
+#include "base/position.h"
 #include "racedata/gps_track.h"
 
 namespace keelview {
@@ -17,18 +17,17 @@ namespace keelview {
 /// of the points, whatever the times are.
 class TrackWalk {
   public:
-    /// `boat` must have at least two points; `tracks` must outlive the walk.
-    TrackWalk(const Tracks& tracks, int boat)
-        : lat_(tracks.TrackLat[boat]),
-          lon_(tracks.TrackLon[boat]),
-          times_(tracks.TrackTime[boat]),
-          count_(tracks.TrackPointCount[boat]),
-          lowestUpTo_(times_.begin(), times_.begin() + count_ + 1),
-          highestFrom_(lowestUpTo_) {
+    /// The track must have at least two points, and outlive the walk.
+    explicit TrackWalk(const Track& track)
+        : track_(track),
+          times_(track.TrackTime),
+          count_(track.Count()),
+          lowestUpTo_(times_),
+          highestFrom_(times_) {
         for (int i = 2; i <= count_; ++i) lowestUpTo_[i] = std::min(lowestUpTo_[i], lowestUpTo_[i - 1]);
         for (int i = count_ - 1; i >= 1; --i)
             highestFrom_[i] = std::max(highestFrom_[i], highestFrom_[i + 1]);
-        for (int first = 1; first < count_; first += BlockSize) blocks_.push_back(Enclose(first));
+        for (int first = 1; first < count_; first += BlockSize) blocks_.Add(Enclose(first));
     }
 
     /// Back to the first segment, for a walk from the beginning.
@@ -44,12 +43,7 @@ class TrackWalk {
     }
 
     /// The straight way along a segment at second t, which may lie past its end.
-    Position On(int segment, int t) const {
-        const double from = times_[segment];
-        const double f = (t - from) / (times_[segment + 1] - from);
-        return {lat_[segment] + (lat_[segment + 1] - lat_[segment]) * f,
-                lon_[segment] + (lon_[segment + 1] - lon_[segment]) * f};
-    }
+    Position On(int segment, int t) const { return PositionOn(track_, segment, t); }
 
     /// The last second that a segment holds.
     int LastSecondOf(int segment) const { return times_[segment + 1] - 1; }
@@ -58,7 +52,7 @@ class TrackWalk {
     /// that of an earlier moment where nothing is known. Distances are in minutes of arc, and `lonScale` is
     /// the length of a minute of longitude.
     int FarUntil(int segment, const Position& place, double radius, double lonScale) const {
-        const Block& block = blocks_[static_cast<std::size_t>((segment - 1) / BlockSize)];
+        const Block& block = blocks_[(segment - 1) / BlockSize + 1];
         const double north = std::max({block.South - place.Lat, place.Lat - block.North, 0.0});
         const double east = std::max({block.West - place.Lon, place.Lon - block.East, 0.0}) * lonScale;
         const bool far = north * north + east * east > radius * radius * Caution;
@@ -88,32 +82,32 @@ class TrackWalk {
 
     Block Enclose(int first) const {
         const int last = std::min(first + BlockSize, count_);
-        Block block{lat_[first], lat_[first], lon_[first], lon_[first], times_[last] - 1};
+        const Position begin = track_.At(first);
+        Block block{begin.Lat, begin.Lat, begin.Lon, begin.Lon, times_[last] - 1};
         for (int i = first + 1; i <= last; ++i) {
-            block.South = std::min(block.South, lat_[i]);
-            block.North = std::max(block.North, lat_[i]);
-            block.West = std::min(block.West, lon_[i]);
-            block.East = std::max(block.East, lon_[i]);
+            const Position at = track_.At(i);
+            block.South = std::min(block.South, at.Lat);
+            block.North = std::max(block.North, at.Lat);
+            block.West = std::min(block.West, at.Lon);
+            block.East = std::max(block.East, at.Lon);
             if (times_[i] < times_[i - 1]) block.LastSecond = std::numeric_limits<int>::min();
         }
         return block;
     }
 
     int FirstPointAtOrBefore(int t) const {
-        const auto first = lowestUpTo_.begin();
-        return static_cast<int>(
-            std::partition_point(first + 1, lowestUpTo_.end(), [t](auto lowest) { return lowest > t; }) -
-            first);
+        const auto found = std::partition_point(lowestUpTo_.begin(), lowestUpTo_.end(),
+                                                [t](auto lowest) { return lowest > t; });
+        return static_cast<int>(found - lowestUpTo_.begin()) + 1;
     }
 
-    const std::vector<double>& lat_;
-    const std::vector<double>& lon_;
-    const std::vector<std::int32_t>& times_;
+    const Track& track_;
+    const OneBased<std::int32_t>& times_;
     int count_ = 0;
     int segment_ = 1;
-    std::vector<std::int32_t> lowestUpTo_;   ///< smallest time of points 1 to i
-    std::vector<std::int32_t> highestFrom_;  ///< largest time of points i to the last
-    std::vector<Block> blocks_;
+    OneBased<std::int32_t> lowestUpTo_;   ///< smallest time of points 1 to i
+    OneBased<std::int32_t> highestFrom_;  ///< largest time of points i to the last
+    OneBased<Block> blocks_;
 };
 
 }  // namespace keelview

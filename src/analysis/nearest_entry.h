@@ -2,8 +2,8 @@
 
 #include <optional>
 
-#include "analysis/view.h"
-#include "racedata/gps_track.h"
+#include "base/position.h"
+#include "racedata/earth_scale.h"
 #include "racedata/race_control.h"
 
 namespace keelview {
@@ -12,6 +12,6 @@ namespace keelview {
 /// `zoomFactor` minutes; nothing where there is none. At equal distances the earlier one counts, marks
 /// before lines and first ends before second ones.
 std::optional<CourseKey> NearestEntry(const RaceControl& race, const EarthScale& scale, double zoomFactor,
-                                      const MapPosition& at);
+                                      const Position& at);
 
 }  // namespace keelview

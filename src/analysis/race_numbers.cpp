@@ -1,83 +1,103 @@
 #include "analysis/race_numbers.h"
 
 #include <algorithm>
+#include <utility>
 
-#include "base/numbers.h"
+#include "analysis/track_derivation.h"
 
 namespace keelview {
 
 namespace {
 
-constexpr int HomeTimeDiff = 9;           // hours
-constexpr double SpanMarginSeconds = 60;  // beyond race and pre-start
+constexpr int HomeTimeDiff = 9;  // hours from UTC of the home waters, where a file does not say any
+
+/// The race of the one boat of SingleTrackFile. Nothing of the race before stays but what every race takes
+/// over, and the times that were set for the track.
+RaceControl SingleTrackRace(const RaceControl& before) {
+    RaceControl race;
+    race.SingleTrackFile = before.SingleTrackFile;
+    race.MagVariation = before.MagVariation;
+    race.BoatLength = before.BoatLength;
+    race.TimeDiff = before.TimeDiff;
+    race.DataFromTime = before.DataFromTime;
+    race.DataToTime = before.DataToTime;
+    if (race.SingleTrackFile.empty()) return race;
+    race.Start = before.Start;
+    race.Finish = before.Finish;
+    race.Boats.Add({race.SingleTrackFile, race.SingleTrackFile.substr(0, race.SingleTrackFile.find('.'))});
+    return race;
+}
+
+/// The period of a single track: the times that were set for it, or that it told itself.
+void SettleSinglePeriod(RaceControl& race) {
+    const auto& start = race.Start.At();
+    const auto& finish = race.Finish.At();
+    if (!start || !finish) return;
+    race.RaceDuration = DurationBetween(*start, *finish);
+    race.DataFromTime = start;
+    race.DataToTime = finish;
+}
+
+void LoadWind(const std::filesystem::path& appPath, RaceNumbers& numbers) {
+    if (WindFileExists(appPath, numbers.race))
+        LoadWindFile(appPath, numbers.race, numbers.wind);
+    else
+        numbers.race.WindFileName.clear();
+}
+
+void LoadCoast(const std::filesystem::path& appPath, RaceNumbers& numbers) {
+    const CoastArea area{numbers.area.HomeCentreLat, numbers.area.HomeCentreLon, numbers.area.AreaSpan,
+                         numbers.scale.LonScale};
+    const std::vector<std::string> cells = CoastCells(area);
+    numbers.race.MapFile = {cells.begin(), cells.end()};
+    numbers.coast = LoadCoastlines(appPath, cells, area);
+}
 
 }  // namespace
 
-void SettleTimeDiff(RaceControl& race) {
+LoadResult LoadRace(const std::filesystem::path& appPath, RaceNumbers& numbers,
+                    const TrackProgress& progress) {
+    const RaceControl before = std::move(numbers.race);
+    const bool isSingle = before.RaceFileName.empty();
+    numbers = {};
+    RaceControl& race = numbers.race;
+    race = isSingle ? SingleTrackRace(before) : before;
+    if (!isSingle) numbers.report = ReadRaceFile(appPath, race);
     if (race.TimeDiff == 0) race.TimeDiff = HomeTimeDiff;
+    LoadResult result;
+    result.Missing = LoadAllTracks(appPath, race, numbers.tracks, numbers.area, numbers.scale, progress);
+    if (isSingle) SettleSinglePeriod(race);
+    LoadWind(appPath, numbers);
+    DeriveTracks(race, numbers.scale, numbers.tracks);
+    const bool hasFix = HasAnyFix(numbers.tracks);
+    if (hasFix) LoadCoast(appPath, numbers);
+    FindAllPasses(race, numbers.tracks, numbers.scale, numbers.passes);
+    if (!isSingle && !numbers.report.Opened)
+        result.Outcome = LoadOutcome::NoRaceFile;
+    else if (!result.Missing.empty())
+        result.Outcome = LoadOutcome::NoTrackFile;
+    else if (!hasFix)
+        result.Outcome = LoadOutcome::NoFix;
+    return result;
 }
 
-void SettleReplaySpan(RaceControl& race) {
-    race.ReplaySpan = FloorToInt(race.RaceDuration + race.PreStartSeconds + SpanMarginSeconds);
-}
-
-void LoadRaceWind(const std::filesystem::path& appPath, RaceControl& race, WindData& wind) {
-    wind = {};
-    if (WindFileExists(appPath, race))
-        LoadWindFile(appPath, race, wind);
-    else
-        race.WindFileName.clear();
-}
-
-int LatestFixTime(const RaceControl& race, const Tracks& tracks) {
+int LatestFixTime(const Tracks& tracks) {
     int latest = 0;
-    for (int boat = 1; boat <= race.BoatCount; ++boat)
-        if (const int count = tracks.TrackPointCount[boat]; count > 0)
-            latest = std::max(latest, tracks.TrackTime[boat][count]);
+    for (const Track& track : tracks.Boats)
+        if (track.Count() > 0) latest = std::max(latest, track.TrackTime.Last());
     return latest;
 }
 
-bool HasAnyFix(const RaceControl& race, const Tracks& tracks) {
-    const auto& counts = tracks.TrackPointCount;
-    return std::any_of(counts.begin() + 1, counts.begin() + 1 + race.BoatCount,
-                       [](int count) { return count > 0; });
+bool HasAnyFix(const Tracks& tracks) {
+    return std::ranges::any_of(tracks.Boats, [](const Track& track) { return track.Count() > 0; });
 }
 
-void FindAllPasses(const RaceControl& race, const Tracks& tracks, const EarthScale& scale,
-                   MarkPasses& passes) {
-    passes = {};
-    FindMarkPassTimes(race, tracks, scale, passes);
-    ComputeMarkPassDist(race, tracks, passes);
-}
-
-std::vector<int> FinishOrder(const RaceControl& race, const MarkPasses& passes) {
+std::vector<int> FinishOrder(const MarkPasses& passes) {
     std::vector<int> order;
-    if (race.CourseCount < 1) return order;
-    const auto finish = [&](int boat) { return passes.MarkPassTime[boat][race.CourseCount]; };
-    for (int boat = 1; boat <= race.BoatCount; ++boat)
-        if (finish(boat) > 0) order.push_back(boat);
-    std::stable_sort(order.begin(), order.end(), [&](int a, int b) { return finish(a) < finish(b); });
+    for (int boat = 1; boat <= passes.MarkPassTime.Count(); ++boat)
+        if (FinishTime(passes, boat) > 0) order.push_back(boat);
+    std::ranges::stable_sort(order, {}, [&](int boat) { return FinishTime(passes, boat); });
     return order;
-}
-
-RaceNumbers LoadRaceNumbers(const std::filesystem::path& appPath, const std::string& raceFileName) {
-    RaceNumbers numbers;
-    RaceControl& race = numbers.race;
-    race.RaceFileName = raceFileName;
-    numbers.report = ReadRaceFile(appPath, race);
-    SettleTimeDiff(race);
-    LoadAllTracks(appPath, race, numbers.tracks, numbers.area, numbers.scale, {});
-    SettleReplaySpan(race);
-    LoadRaceWind(appPath, race, numbers.wind);
-    DeriveTracks(race, numbers.scale, numbers.tracks);
-    if (HasAnyFix(race, numbers.tracks)) {
-        const CoastArea area{numbers.area.HomeCentreLat, numbers.area.HomeCentreLon, numbers.area.AreaSpan,
-                             numbers.scale.LonScale};
-        numbers.coastCells = CoastCells(area);
-        numbers.coast = LoadCoastlines(appPath, numbers.coastCells, area);
-    }
-    FindAllPasses(race, numbers.tracks, numbers.scale, numbers.passes);
-    return numbers;
 }
 
 }  // namespace keelview

@@ -5,7 +5,6 @@
 #include <vector>
 
 #include "analysis/mark_rounding.h"
-#include "analysis/track_derivation.h"
 #include "racedata/coastline.h"
 #include "racedata/gps_track.h"
 #include "racedata/race_control.h"
@@ -14,32 +13,7 @@
 
 namespace keelview {
 
-// The steps that every load of a race takes between its readers, whether it is shown or told as text.
-
-/// Gives the race the hours of its home waters, 9, where its file does not say any.
-void SettleTimeDiff(RaceControl& race);
-
-/// Sets ReplaySpan: the race, its pre-start and one minute more.
-void SettleReplaySpan(RaceControl& race);
-
-/// Reads the race's wind samples; where there is no such file, the race names none any more and `wind`
-/// holds no samples.
-void LoadRaceWind(const std::filesystem::path& appPath, RaceControl& race, WindData& wind);
-
-/// The largest time of any boat's last point, seconds from the start; 0 at least.
-int LatestFixTime(const RaceControl& race, const Tracks& tracks);
-
-/// True if some boat of the race has a position.
-bool HasAnyFix(const RaceControl& race, const Tracks& tracks);
-
-/// Times and distances at the course entries, all anew; nobody passes anything in a race without a course.
-void FindAllPasses(const RaceControl& race, const Tracks& tracks, const EarthScale& scale,
-                   MarkPasses& passes);
-
-/// Boats (from 1) with a time at the last course entry, earliest first, equal times by boat number.
-std::vector<int> FinishOrder(const RaceControl& race, const MarkPasses& passes);
-
-/// Everything that one race control file leads to, as numbers.
+/// Everything that one race leads to, as numbers.
 struct RaceNumbers {
     RaceControl race;
     Tracks tracks;
@@ -47,14 +21,39 @@ struct RaceNumbers {
     EarthScale scale;
     WindData wind;
     Coast coast;
-    std::vector<std::string> coastCells;  ///< grid squares that the race area touches
-    MarkPasses passes;                    ///< with distances
-    RaceFileReport report;
+    MarkPasses passes;      ///< with distances
+    RaceFileReport report;  ///< what reading the race control file met with
 };
 
-/// Loads the race `raceFileName` of the tree at `appPath` without a display and works everything out. A
-/// race in which no boat has a fix keeps an empty area and no coast. If the file cannot be read,
-/// report.Opened is false and all else is as a race without boats has it. Writes nothing.
-RaceNumbers LoadRaceNumbers(const std::filesystem::path& appPath, const std::string& raceFileName);
+/// How a load went: what a person must know who wanted to see the race.
+enum class LoadOutcome {
+    Sound,
+    NoRaceFile,   ///< the race control file cannot be read; all else is as a race without boats has it
+    NoTrackFile,  ///< a track file does not exist: RaceNumbers has the tracks up to there
+    NoFix         ///< no boat has a position: an empty area, no coast
+};
+
+struct LoadResult {
+    LoadOutcome Outcome = LoadOutcome::Sound;
+    std::filesystem::path Missing;  ///< the track file of NoTrackFile
+};
+
+/// Loads the race that `numbers.race` names: by RaceFileName, or, where that is empty, the one boat of
+/// SingleTrackFile. The one way from files to numbers, for whoever shows, tells or tests a race. Everything
+/// in `numbers` is made anew; MagVariation and BoatLength of the race before stay where the file has no
+/// such key, and a single track takes Start, Finish, DataFromTime, DataToTime and TimeDiff as they stand. A
+/// race without a sound outcome is worked out as far as it goes. race.MapFile has the coast cells of the
+/// race area. Writes nothing.
+LoadResult LoadRace(const std::filesystem::path& appPath, RaceNumbers& numbers,
+                    const TrackProgress& progress = {});
+
+/// The largest time of any boat's last point, seconds from the start; 0 at least.
+int LatestFixTime(const Tracks& tracks);
+
+/// True if some boat of the race has a position.
+bool HasAnyFix(const Tracks& tracks);
+
+/// Boats (from 1) with a time at the last course entry, earliest first, equal times by boat number.
+std::vector<int> FinishOrder(const MarkPasses& passes);
 
 }  // namespace keelview

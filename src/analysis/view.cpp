@@ -1,47 +1,72 @@
 #include "analysis/view.h"
 
+#include <algorithm>
 #include <cmath>
 
-#include "analysis/track_derivation.h"
 #include "base/angles.h"
+#include "racedata/earth_scale.h"
 
 namespace keelview {
 
 namespace {
 
-constexpr double SnapBelowZoom = 0.6;
 constexpr double WholeChartZoom = 0.5;
+constexpr double SmallestBox = 0.02;  // minutes; a single boat would be shown at infinite zoom
+constexpr double BoxShare = 0.85;     // of the area's share of the map, at AutoTraceZoom 1
 constexpr double LongestBarPixels = 400.0;
+
+double PixelsPerLatMinute(const View& view, const TrackArea& area) {
+    return view.MapSide / area.AreaSpan * view.MapFillFactor * view.ZoomFactor;
+}
 
 }  // namespace
 
-void RefreshScales(const TrackArea& area, const EarthScale& scale, View& view) {
-    view.ScreenUpRadians = view.ScreenUpDirection * DegToRad;
-    view.ScreenUpSin = std::sin(view.ScreenUpRadians);
-    view.ScreenUpCos = std::cos(view.ScreenUpRadians);
-    view.PixelsPerLatMinute = view.MapSide / area.AreaSpan * view.MapFillFactor * view.ZoomFactor;
-    view.PixelsPerLonMinute = view.PixelsPerLatMinute * scale.LonScale;
-    view.MapCentreX = view.MapSide / 2;
-    view.MapCentreY = view.MapSide / 2;
-    // Without a track there is no scale yet; a minute is a nautical mile then.
-    const double metres = scale.MetresPerLatMinute > 0 ? scale.MetresPerLatMinute : MetresPerNauticalMile;
-    view.PixelsPerMetre = view.PixelsPerLatMinute / metres;
+Projection::Projection(const Position& centre, const Point& at, double up, double perLatMinute,
+                       double perLonMinute)
+    : centre_(centre),
+      at_(at),
+      sine_(std::sin(up * DegToRad)),
+      cosine_(std::cos(up * DegToRad)),
+      perLatMinute_(perLatMinute),
+      perLonMinute_(perLonMinute) {}
+
+Position Projection::ToEarth(const Point& pixel) const {
+    const double right = pixel.X - at_.X;
+    const double down = pixel.Y - at_.Y;
+    const double east = right * cosine_ - down * sine_;
+    const double south = right * sine_ + down * cosine_;
+    return {centre_.Lat - south / perLatMinute_, centre_.Lon + east / perLonMinute_};
 }
 
-MapPosition ScreenToMap(const View& view, double x, double y) {
-    const double right = x - view.MapCentreX;
-    const double down = y - view.MapCentreY;
-    const double east = right * view.ScreenUpCos - down * view.ScreenUpSin;
-    const double south = right * view.ScreenUpSin + down * view.ScreenUpCos;
-    return {view.ViewCentreLat - south / view.PixelsPerLatMinute,
-            view.ViewCentreLon + east / view.PixelsPerLonMinute};
+Projection MapProjection(const View& view, const TrackArea& area, const EarthScale& scale) {
+    const double perLatMinute = PixelsPerLatMinute(view, area);
+    const double middle = view.MapSide / 2;
+    return {view.Centre(),
+            {middle, middle},
+            view.ScreenUpDirection,
+            perLatMinute,
+            perLatMinute * scale.LonScale};
+}
+
+double PixelsPerMetre(const View& view, const TrackArea& area, const EarthScale& scale) {
+    const double metres = scale.MetresPerLatMinute > 0 ? scale.MetresPerLatMinute : MetresPerNauticalMile;
+    return PixelsPerLatMinute(view, area) / metres;
 }
 
 void SnapToWholeChart(const TrackArea& area, View& view) {
-    if (!(view.ZoomFactor < SnapBelowZoom)) return;
+    if (!(view.ZoomFactor < WholeChartBelow)) return;
     view.ZoomFactor = WholeChartZoom;
-    view.ViewCentreLat = area.HomeCentreLat;
-    view.ViewCentreLon = area.HomeCentreLon;
+    view.CentreOn({area.HomeCentreLat, area.HomeCentreLon});
+}
+
+void FitTo(std::span<const Position> places, const TrackArea& area, const EarthScale& scale, View& view) {
+    if (places.empty()) return;
+    const auto [south, north] = std::ranges::minmax(places, {}, &Position::Lat);
+    const auto [west, east] = std::ranges::minmax(places, {}, &Position::Lon);
+    view.CentreOn({(north.Lat + south.Lat) / 2, (east.Lon + west.Lon) / 2});
+    const double box =
+        std::max({north.Lat - south.Lat, (east.Lon - west.Lon) * scale.LonScale, SmallestBox});
+    view.ZoomFactor = area.AreaSpan / (box / view.AutoTraceZoom) * BoxShare;
 }
 
 ScaleBar ChooseScaleBar(double pixelsPerMetre) {

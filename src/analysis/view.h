@@ -1,17 +1,45 @@
 #pragma once
 
+#include <span>
+
+#include "base/point.h"
+#include "base/position.h"
 #include "racedata/gps_track.h"
 
 namespace keelview {
 
-/// A point of a picture in pixels, y growing downwards.
-struct ScreenPoint {
-    double X = 0.0;
-    double Y = 0.0;
+/// A flat picture of the water, scaled and turned: a position to a pixel and back. It serves the map and
+/// the overview alike.
+class Projection {
+  public:
+    Projection() = default;
+    /// `centre` stands at the point `at` of the picture, the direction `up` (degrees) points up, and a
+    /// minute of latitude and of longitude have so many pixels.
+    Projection(const Position& centre, const Point& at, double up, double perLatMinute,
+               double perLonMinute);
+
+    /// The pixel of a position; it may lie off the picture.
+    Point ToScreen(const Position& position) const {
+        const double east = (position.Lon - centre_.Lon) * perLonMinute_;
+        const double south = (centre_.Lat - position.Lat) * perLatMinute_;
+        return {east * cosine_ + south * sine_ + at_.X, south * cosine_ - east * sine_ + at_.Y};
+    }
+    /// The position under a pixel: the way back.
+    Position ToEarth(const Point& pixel) const;
+
+    const Point& Middle() const { return at_; }
+    double PerLatMinute() const { return perLatMinute_; }  ///< pixels of a minute of latitude
+
+  private:
+    Position centre_;
+    Point at_;
+    double sine_ = 0.0;
+    double cosine_ = 1.0;
+    double perLatMinute_ = 1.0;
+    double perLonMinute_ = 1.0;
 };
 
-/// Which part of the water the map shows: the chart is a flat plane, scaled and turned, without a
-/// projection.
+/// Which part of the water the map shows.
 struct View {
     double ViewCentreLat = 0.0;  ///< minutes of arc at the middle of the map
     double ViewCentreLon = 0.0;
@@ -23,41 +51,31 @@ struct View {
     double MapFillFactor = 0.75;     ///< share of the map side that AreaSpan takes at ZoomFactor 1
     double ScreenUpDirection = 0.0;  ///< degrees, compass direction at the top of the map
     double MapSide = 0.0;            ///< pixels, side of the square map
-    double MapWidth = 0.0;           ///< pixels, as read at the last course drawing
-    double MapHeight = 0.0;
 
-    // Brought up to date by RefreshScales.
-    double ScreenUpRadians = 0.0;
-    double ScreenUpSin = 0.0;
-    double ScreenUpCos = 1.0;
-    double MapCentreX = 0.0;  ///< pixels
-    double MapCentreY = 0.0;
-    double PixelsPerLatMinute = 1.0;
-    double PixelsPerLonMinute = 1.0;
-    double PixelsPerMetre = 1.0;
+    Position Centre() const { return {ViewCentreLat, ViewCentreLon}; }
+    void CentreOn(const Position& at) {
+        ViewCentreLat = at.Lat;
+        ViewCentreLon = at.Lon;
+    }
 };
 
-/// Works out the scales, the map's middle and the turn from the rest of the view.
-void RefreshScales(const TrackArea& area, const EarthScale& scale, View& view);
+/// At this zoom and below the whole chart is shown, and its middle stays at the home centre.
+inline constexpr double WholeChartBelow = 0.6;
 
-/// The pixel of a position (minutes of arc); values outside 0 to MapSide lie off the map.
-inline ScreenPoint MapToScreen(const View& view, double lat, double lon) {
-    const double east = (lon - view.ViewCentreLon) * view.PixelsPerLonMinute;
-    const double south = (view.ViewCentreLat - lat) * view.PixelsPerLatMinute;
-    return {east * view.ScreenUpCos + south * view.ScreenUpSin + view.MapCentreX,
-            south * view.ScreenUpCos - east * view.ScreenUpSin + view.MapCentreY};
-}
+/// The map's projection.
+Projection MapProjection(const View& view, const TrackArea& area, const EarthScale& scale);
 
-/// A position in minutes of arc under a pixel: the way back of MapToScreen.
-struct MapPosition {
-    double Lat = 0.0;
-    double Lon = 0.0;
-};
-MapPosition ScreenToMap(const View& view, double x, double y);
+/// Pixels of the map for a metre. Without a track there is no scale yet; a minute is a nautical mile then.
+double PixelsPerMetre(const View& view, const TrackArea& area, const EarthScale& scale);
 
 /// The snap to the whole chart: a ZoomFactor below 0.6 becomes 0.5 around the home centre. ManualZoom
 /// stays.
 void SnapToWholeChart(const TrackArea& area, View& view);
+
+/// The view that follows: sets the middle and the zoom so that all the places are on the map, the smallest
+/// box being 0.02 minutes (37 metres), and the boats taking the share AutoTraceZoom of it. ManualZoom
+/// stays. Nothing changes without a place.
+void FitTo(std::span<const Position> places, const TrackArea& area, const EarthScale& scale, View& view);
 
 /// The length of the scale bar: the largest 1, 2 or 5 times a power of ten metres not above 400 pixels.
 struct ScaleBar {

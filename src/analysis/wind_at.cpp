@@ -2,44 +2,50 @@
 
 #include <algorithm>
 
+#include "analysis/last_at_or_before.h"
 #include "base/angles.h"
 #include "base/numbers.h"
 
 namespace keelview {
 
-int FindWindSample(const WindData& wind, double t) {
-    const int count = wind.WindCount;
-    if (count == 0 || t >= wind.WindTimes[count]) return count;
-    if (!(t >= wind.WindTimes[1])) return 0;
-    // WindTimes[low] <= t < WindTimes[high] holds all the way.
-    int low = 1;
-    int high = count;
-    while (high - low > 1) {
-        const int middle = low + (high - low) / 2;
-        (wind.WindTimes[middle] <= t ? low : high) = middle;
-    }
-    return low;
+namespace {
+
+/// The moment t of the way from one sample to the next, in which the direction turns by `turn` degrees.
+WindSample OnTheWay(const WindSample& from, const WindSample& to, double turn, double t) {
+    const double f = (t - from.WindTime) / (static_cast<double>(to.WindTime) - from.WindTime);
+    const double speed = from.WindSpeed.value_or(0);
+    return {.WindTime = FloorToInt(t),
+            .WindSpeed = speed + (to.WindSpeed.value_or(0) - speed) * f,
+            .WindDirection = from.WindDirection + turn * f};
 }
 
-WindSample WindAt(const RaceControl& race, const WindData& wind, double t) {
-    if (race.WindFileName.empty() || wind.WindCount == 0)
+}  // namespace
+
+int FindWindSample(const WindData& wind, double t) {
+    return LastAtOrBefore(wind, t, &WindSample::WindTime);
+}
+
+WindSample BetweenSamples(const WindData& wind, int sample, double t) {
+    const WindSample& from = wind[sample];
+    const WindSample& to = wind[sample + 1];
+    return OnTheWay(from, to, TurnBetween(from.WindDirection, to.WindDirection), t);
+}
+
+Wind WindAt(const RaceControl& race, const WindData& wind, double t) {
+    if (!HasWindFile(race) || wind.Empty())
         return {WrapDirection(race.WindDirection - race.MagVariation), WrapDirection(race.WindDirection),
                 0};
     const int found = FindWindSample(wind, t);
-    const int k = std::max(found, 1);
-    double direction = wind.WindDirections[k];
-    double speed = wind.WindSpeeds[k].value_or(0);
-    if (found >= 1 && found < wind.WindCount) {
-        const double from = wind.WindTimes[k];
-        const double f = (t - from) / (wind.WindTimes[k + 1] - from);
-        direction += WrapDifference(wind.WindDirections[k + 1] - direction) * f;
-        speed += (wind.WindSpeeds[k + 1].value_or(0) - speed) * f;
-    }
-    WindSample sample;
-    sample.DirectionMagnetic = WrapDirection(direction);
-    sample.DirectionTrue = WrapDirection(sample.DirectionMagnetic + race.MagVariation);
-    sample.Speed = RoundDecimals(speed, 1);
-    return sample;
+    WindSample sample = wind[std::max(found, 1)];
+    // A direction far off, which only a faulty file holds, is told here by one test each way, as ever.
+    if (found >= 1 && found < wind.Count())
+        sample = OnTheWay(sample, wind[found + 1],
+                          WrapDifference(wind[found + 1].WindDirection - sample.WindDirection), t);
+    Wind now;
+    now.DirectionMagnetic = WrapDirection(sample.WindDirection);
+    now.DirectionTrue = WrapDirection(now.DirectionMagnetic + race.MagVariation);
+    now.Speed = RoundDecimals(sample.WindSpeed.value_or(0), 1);
+    return now;
 }
 
 }  // namespace keelview

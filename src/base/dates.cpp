@@ -12,7 +12,6 @@
 namespace keelview {
 namespace {
 
-constexpr CivilTime SecondsPerDay = 86400;
 constexpr CivilTime FirstMoment = -62135596800;  // 0001/01/01 00:00:00
 constexpr CivilTime LastMoment = 253402300799;   // 9999/12/31 23:59:59
 
@@ -88,8 +87,9 @@ std::optional<CivilTime> OnDay(const DateParts& date, std::string_view time) {
     return MakeCivilTime(date.Year, date.Month, date.Day, hourOfDay, *minute, *second);
 }
 
-CivilTime FloorDivide(CivilTime value, CivilTime by) {
-    return value / by - (value % by < 0 ? 1 : 0);
+/// A moment as the calendar of the standard library has it, held inside the years of four digits.
+std::chrono::sys_seconds OnCalendar(CivilTime time) {
+    return std::chrono::sys_seconds{std::chrono::seconds{std::clamp(time, FirstMoment, LastMoment)}};
 }
 
 /// Three numbers with a separator, filled up with zeros: the first to its width, the others to two digits.
@@ -112,8 +112,8 @@ std::optional<CivilTime> MakeCivilTime(int year, int month, int day, int hour, i
                                            std::chrono::month{static_cast<unsigned>(month)},
                                            std::chrono::day{static_cast<unsigned>(day)}};
     if (!date.ok()) return std::nullopt;
-    const CivilTime days = std::chrono::sys_days{date}.time_since_epoch().count();
-    return days * SecondsPerDay + hour * 3600 + minute * 60 + second;
+    const std::chrono::sys_seconds midnight = std::chrono::sys_days{date};
+    return midnight.time_since_epoch().count() + hour * 3600 + minute * 60 + second;
 }
 
 std::optional<CivilTime> ParseDateTime(std::string_view text) {
@@ -129,21 +129,22 @@ std::string DateTimeText(CivilTime time) {
 }
 
 std::string DateText(CivilTime time) {
-    time = std::clamp(time, FirstMoment, LastMoment);
-    const std::chrono::sys_days day{std::chrono::days{FloorDivide(time, SecondsPerDay)}};
-    const std::chrono::year_month_day date{day};
+    const std::chrono::year_month_day date{std::chrono::floor<std::chrono::days>(OnCalendar(time))};
     return Joined(static_cast<int>(date.year()), 4, '/', static_cast<unsigned>(date.month()),
                   static_cast<unsigned>(date.day()));
 }
 
 std::string TimeOfDayText(CivilTime time) {
-    time = std::clamp(time, FirstMoment, LastMoment);
-    const CivilTime ofDay = time - FloorDivide(time, SecondsPerDay) * SecondsPerDay;
-    return Joined(ofDay / 3600, 2, ':', ofDay / 60 % 60, ofDay % 60);
+    const std::chrono::sys_seconds moment = OnCalendar(time);
+    const std::chrono::hh_mm_ss ofDay{moment - std::chrono::floor<std::chrono::days>(moment)};
+    return Joined(ofDay.hours().count(), 2, ':', ofDay.minutes().count(), ofDay.seconds().count());
 }
 
 std::int64_t MinuteBoundaries(CivilTime from, CivilTime to) {
-    return FloorDivide(to, 60) - FloorDivide(from, 60);
+    const auto minute = [](CivilTime time) {
+        return std::chrono::floor<std::chrono::minutes>(std::chrono::seconds{time}).count();
+    };
+    return minute(to) - minute(from);
 }
 
 std::string DurationText(std::int64_t seconds) {

@@ -1,8 +1,6 @@
 #include "base/files.h"
 
 #include <algorithm>
-#include <chrono>
-#include <cstdlib>
 #include <string>
 #include <utility>
 
@@ -14,18 +12,6 @@ namespace {
 
 namespace fs = std::filesystem;
 
-/// Removes what writers that were killed have left in a folder: files aside that nobody has touched for
-/// hours.
-void SweepAsides(const fs::path& folder) {
-    const auto old = fs::file_time_type::clock::now() - std::chrono::hours(3);
-    std::error_code error;
-    for (fs::directory_iterator entry(folder, error), end; !error && entry != end; entry.increment(error)) {
-        if (!entry->path().filename().string().starts_with(AsidePrefix)) continue;
-        std::error_code unseen;
-        if (entry->last_write_time(unseen) < old && !unseen) fs::remove(entry->path(), unseen);
-    }
-}
-
 /// A name that leads nowhere else: ".." and names cut short by a zero byte are set in brackets.
 std::string HarmlessName(std::string_view name) {
     if (name != ".." && name.find('\0') == std::string_view::npos) return std::string(name);
@@ -36,13 +22,10 @@ std::string HarmlessName(std::string_view name) {
 
 /// The name of an entry of a folder that equals `name` but for case; the first by bytes of several.
 std::string NameIn(const fs::path& folder, const std::string& name) {
-    std::error_code error;
-    if (fs::exists(folder / name, error)) return name;
+    if (PathExists(folder / name)) return name;
     std::string found;
-    for (fs::directory_iterator entry(folder, error), end; !error && entry != end; entry.increment(error)) {
-        const std::string here = entry->path().filename().string();
+    for (const std::string& here : NamesInFolder(folder))
         if (EqualNoCase(here, name) && (found.empty() || here < found)) found = here;
-    }
     return found.empty() ? name : found;
 }
 
@@ -95,16 +78,7 @@ bool ReadWholeFile(const fs::path& path, std::uintmax_t limit, std::string& byte
 }
 
 std::error_code WriteFileAtomically(const fs::path& path, std::string_view bytes) {
-    std::error_code error;
-    // The target of a link is replaced, not the link.
-    fs::path target = fs::is_symlink(path, error) ? fs::weakly_canonical(path, error) : path;
-    if (error && error != std::errc::no_such_file_or_directory) return error;
-    error.clear();
-    if (!target.has_parent_path()) target = fs::path(".") / target;
-    fs::create_directories(target.parent_path(), error);
-    if (error) return error;
-    SweepAsides(target.parent_path());
-    return ReplaceWholeFile(target, bytes);
+    return ReplaceWholeFile(path, bytes);
 }
 
 fs::path FindBelow(const fs::path& base, std::string_view relative) {
@@ -119,28 +93,19 @@ fs::path FindBelow(const fs::path& base, std::string_view relative) {
 }
 
 bool IsFile(const fs::path& path) {
-    std::error_code error;
-    return fs::is_regular_file(path, error);
+    return RegularFileSize(path).has_value();
 }
 
 std::optional<std::uintmax_t> FileSize(const fs::path& path) {
-    if (!IsFile(path)) return std::nullopt;
-    std::error_code error;
-    const std::uintmax_t size = fs::file_size(path, error);
-    if (error) return std::nullopt;
-    return size;
+    return RegularFileSize(path);
 }
 
 std::vector<std::string> ListFiles(const fs::path& folder, std::string_view pattern) {
     const std::string upperPattern = pattern == "*.*" ? "*" : UpperAscii(pattern);
     std::vector<std::string> names;
-    std::error_code error;
-    for (fs::directory_iterator entry(folder, error), end; !error && entry != end; entry.increment(error)) {
-        std::error_code unseen;
-        if (!entry->is_regular_file(unseen)) continue;
-        std::string name = entry->path().filename().string();
-        if (Matches(UpperAscii(name), upperPattern)) names.push_back(std::move(name));
-    }
+    for (std::string& name : NamesInFolder(folder))
+        if (Matches(UpperAscii(name), upperPattern) && IsFile(folder / name))
+            names.push_back(std::move(name));
     std::sort(names.begin(), names.end(), [](const std::string& a, const std::string& b) {
         const std::string upperA = UpperAscii(a);
         const std::string upperB = UpperAscii(b);

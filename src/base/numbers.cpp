@@ -28,43 +28,21 @@ Leading LeadingNumber(std::string_view text) {
     return {text[0] == '-' ? -value : value, static_cast<std::size_t>(end - text.data())};
 }
 
-constexpr int SignificantDigits = 15;
-
-/// A value taken apart: digits without zeros at their end, and the power of ten of the first of them.
-struct Digits {
-    std::string Text;
-    int Exponent = 0;
-};
-
-Digits DigitsOf(double magnitude) {
-    std::array<char, 40> buffer{};
-    const auto [end, error] = std::to_chars(buffer.data(), buffer.data() + buffer.size(), magnitude,
-                                            std::chars_format::scientific, SignificantDigits - 1);
-    if (error != std::errc{}) return {"0", 0};
-    std::string_view text(buffer.data(), static_cast<std::size_t>(end - buffer.data()));
-    const std::string_view mantissa = CutHead(text, 'e');
-    Digits digits;
-    for (const char c : mantissa) {
-        if (c != '.') digits.Text += c;
-    }
-    while (digits.Text.size() > 1 && digits.Text.back() == '0') digits.Text.pop_back();
-    digits.Exponent = static_cast<int>(LenientNumber(text));
+/// A finite number that is not negative, with at most 15 significant digits.
+std::string MagnitudeText(double magnitude) {
+    std::array<char, 32> buffer{};
+    const char* end = std::to_chars(buffer.data(), buffer.data() + buffer.size(), magnitude,
+                                    std::chars_format::general, 15)
+                          .ptr;
+    std::string_view power(buffer.data(), static_cast<std::size_t>(end - buffer.data()));
+    std::string digits(CutHead(power, 'e'));
+    if (power.empty()) return digits;
+    const int exponent = static_cast<int>(LenientNumber(power));
+    if (exponent < -9 || exponent > 15) return digits + "E" + std::to_string(exponent);
+    std::erase(digits, '.');
+    if (exponent < 0) return "0." + std::string(static_cast<std::size_t>(-exponent - 1), '0') + digits;
+    digits.resize(16, '0');  // 15, the only power of ten that is left
     return digits;
-}
-
-std::string PlainForm(const Digits& digits) {
-    if (digits.Exponent < 0) {
-        return "0." + std::string(static_cast<std::size_t>(-digits.Exponent - 1), '0') + digits.Text;
-    }
-    const auto whole = static_cast<std::size_t>(digits.Exponent) + 1;
-    if (digits.Text.size() <= whole) return digits.Text + std::string(whole - digits.Text.size(), '0');
-    return digits.Text.substr(0, whole) + "." + digits.Text.substr(whole);
-}
-
-std::string ExponentForm(const Digits& digits) {
-    std::string text = digits.Text.substr(0, 1);
-    if (digits.Text.size() > 1) text += "." + digits.Text.substr(1);
-    return text + "E" + std::to_string(digits.Exponent);
 }
 
 std::string WithoutLeadingZero(std::string text) {
@@ -112,9 +90,7 @@ int FloorToInt(double value) {
 
 std::string NumberText(double value) {
     if (value == 0.0 || !std::isfinite(value)) return "0";
-    const Digits digits = DigitsOf(std::fabs(value));
-    const bool plain = digits.Exponent >= -9 && digits.Exponent <= 15;
-    return (value < 0.0 ? "-" : "") + (plain ? PlainForm(digits) : ExponentForm(digits));
+    return (value < 0.0 ? "-" : "") + MagnitudeText(std::fabs(value));
 }
 
 std::string SurfaceNumberText(double value) {

@@ -2,23 +2,30 @@
 
 #include <cstdint>
 #include <filesystem>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <system_error>
+#include <vector>
 
 namespace keelview {
 
-// What whole files need of the system beyond the standard library; one implementation for each system.
+// All that the rooms without a window ask of a file system. Each system has an implementation of its own,
+// so that those rooms also run where the standard library knows no files.
 
-/// How the name of a file begins that is being written aside.
-inline constexpr std::string_view AsidePrefix = ".write-";
+/// The size of a regular file in bytes, also where a link leads to it; nothing if there is none.
+std::optional<std::uintmax_t> RegularFileSize(const std::filesystem::path& path);
+
+/// True if anything that can be seen stands at the path, or where a link at the path leads.
+bool PathExists(const std::filesystem::path& path);
+
+/// The names (UTF-8) of all that is in a folder, in no order; none if it cannot be read.
+std::vector<std::string> NamesInFolder(const std::filesystem::path& folder);
 
 /// Reads a regular file. False if it is none (a folder, a pipe), cannot be read or is longer than `limit`.
 bool ReadRegularFile(const std::filesystem::path& path, std::uintmax_t limit, std::string& bytes);
 
-/// Writes a file beside the target, brings it to the disc and gives it the target's name. The target names
-/// its folder, which is there, and is no link. On failure the old file stands, and nothing is left beside
-/// it. A target that is no file, and one that its own marks or its folder forbid to write, is an error.
-std::error_code ReplaceWholeFile(const std::filesystem::path& target, std::string_view bytes);
+/// Replaces a file as a whole, as WriteFileAtomically promises it.
+std::error_code ReplaceWholeFile(const std::filesystem::path& path, std::string_view bytes);
 
 }  // namespace keelview

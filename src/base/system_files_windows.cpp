@@ -7,6 +7,7 @@
 #include <utility>
 
 #include "base/system_files.h"
+#include "base/system_replace.h"
 
 namespace keelview {
 namespace {
@@ -79,7 +80,7 @@ bool ReadRegularFile(const fs::path& path, std::uintmax_t limit, std::string& by
     return true;
 }
 
-std::error_code ReplaceWholeFile(const fs::path& target, std::string_view bytes) {
+std::error_code ReplaceTarget(const fs::path& target, std::string_view bytes) {
     if (const std::error_code error = CheckTarget(target)) return error;
     const fs::path aside = NameAside(target);
     NewFile file(aside);

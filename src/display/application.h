@@ -9,19 +9,23 @@
 
 namespace keelview {
 
+/// Where the data lie, by the program's file, a folder of the user's own for it, and whether the system
+/// speaks Japanese.
+using DataFolderRule = std::function<std::filesystem::path(
+    const std::filesystem::path& program, const std::filesystem::path& userFolder, bool japanese)>;
+
 /// The toolkit's application: made once, first of all, with the arguments of the process. Sets the look
 /// (tight Fusion), the faces that hold both languages, and the icon.
 class Application {
   public:
-    Application(int& argc, char** argv);
+    /// Without a rule the data lie beside the program.
+    Application(int& argc, char** argv, DataFolderRule dataFolder = {});
     ~Application();
     Application(const Application&) = delete;
     Application& operator=(const Application&) = delete;
 
     Platform& ThePlatform();
     Dialogs& TheDialogs();
-    /// The title of message boxes that give none.
-    void SetDefaultTitle(std::string_view title);
     /// Runs until the last window is closed or EndProcess is called; the exit status.
     int Run();
     /// Has something done once, when the running event is over, and with it all those in whose midst it

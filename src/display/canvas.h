@@ -1,6 +1,6 @@
 #pragma once
 
-#include <cstdint>
+#include <algorithm>
 #include <filesystem>
 #include <memory>
 #include <span>
@@ -8,21 +8,17 @@
 #include <string_view>
 #include <vector>
 
+#include "base/point.h"
 #include "display/colour.h"
+#include "display/pixels.h"
 
 namespace keelview {
 
-/// A point in the scale of a canvas.
-struct Point {
-    double X = 0.0;
-    double Y = 0.0;
-};
+class PlatformPen;
 
-/// A corner of a polygon in whole pixels.
-struct PixelPoint {
-    int X = 0;
-    int Y = 0;
-};
+namespace raster {
+struct Stroke;
+}
 
 enum class FillStyle { Solid = 0, None = 1 };
 enum class DrawStyle { Solid = 0, Dotted = 2 };
@@ -30,24 +26,24 @@ enum class DrawStyle { Solid = 0, Dotted = 2 };
 /// An image that can be painted or saved; copies share the same pixels and never change.
 class Picture {
   public:
-    struct Impl;
-    Picture();
-    explicit Picture(std::shared_ptr<const Impl> impl);
+    Picture() = default;
+    explicit Picture(Pixels image);
     /// The image of a file (PNG, JPEG, GIF, BMP); an empty picture if it cannot be read.
     static Picture FromFile(const std::filesystem::path& path);
     /// One of the images built into the program, by its name in assets, such as "blue_p.png".
     static Picture FromAssets(std::string_view name);
-    bool Empty() const;
+    bool Empty() const { return image_ == nullptr; }
     int Width() const;   ///< pixels
     int Height() const;  ///< pixels
     /// The colour of a pixel; Black outside the image.
     Colour PixelAt(int x, int y) const;
     /// Writes the image as a Windows bitmap file; false if that fails.
     bool SaveBitmap(const std::filesystem::path& path) const;
-    const Impl* Native() const { return impl_.get(); }
+    /// The image itself; an empty one for an empty picture.
+    const Pixels& Data() const;
 
   private:
-    std::shared_ptr<const Impl> impl_;
+    std::shared_ptr<const Pixels> image_;
 };
 
 /// A retained image with its pen: what is drawn stays until Cls. Drawing only marks the image as changed;
@@ -55,7 +51,6 @@ class Picture {
 /// otherwise; line widths and polygon points are always pixels.
 class Canvas {
   public:
-    Canvas();
     virtual ~Canvas();
     Canvas(const Canvas&) = delete;
     Canvas& operator=(const Canvas&) = delete;
@@ -79,8 +74,6 @@ class Canvas {
     /// Line between two points in a colour; leaves CurrentX, CurrentY at its end, as all lines do.
     void Line(double x1, double y1, double x2, double y2, Colour colour);
     void Line(double x1, double y1, double x2, double y2);                      ///< in ForeColor
-    void LineTo(double x2, double y2, Colour colour);                           ///< from CurrentX, CurrentY
-    void LineTo(double x2, double y2);                                          ///< the same in ForeColor
     void Box(double x1, double y1, double x2, double y2, Colour colour);        ///< outline
     void FilledBox(double x1, double y1, double x2, double y2, Colour colour);  ///< outline included
     /// Joined lines through all points, DrawWidth wide; parts far outside the picture cost next to nothing.
@@ -90,9 +83,11 @@ class Canvas {
     /// Circle outlined in a colour, filled by Fill and FillColor; radius in the canvas's scale.
     void Circle(double x, double y, double radius, Colour colour);
     void Circle(double x, double y, double radius);  ///< outlined in ForeColor
-    /// Closed polygon in whole pixels, outlined with ForeColor at DrawWidth, filled by Fill and FillColor.
-    void Polygon(std::span<const PixelPoint> points);
-    /// Clears the image to BackColor and sets CurrentX, CurrentY to 0.
+    /// Closed polygon through points in pixels, which are taken to the nearest whole ones; outlined with
+    /// ForeColor at DrawWidth, filled by Fill and FillColor.
+    void Polygon(std::span<const Point> points);
+    /// Clears the image to its ground (BackColor, or nothing for a clear one) and sets CurrentX, CurrentY
+    /// to 0.
     void Cls();
     /// Text in ForeColor with its top left at CurrentX, CurrentY; then CurrentX is 0 and CurrentY a line
     /// down.
@@ -100,23 +95,42 @@ class Canvas {
     /// Print at a place: the same with CurrentX and CurrentY set before.
     void PrintAt(double x, double y, std::string_view text);
     double TextWidth(std::string_view text) const;
-    double TextHeight(std::string_view text) const;
     /// Copies a whole picture at its own size.
     void PaintPicture(const Picture& picture, double x, double y);
     /// The image as it stands.
     Picture Image() const;
 
-    struct Impl;
-    Impl& Native() const { return *impl_; }
-
   protected:
-    /// The image takes a size in pixels; what was drawn stays at its place, new parts are BackColor.
+    enum class Ground { BackColor, Clear };
+    /// `longestSide`: of the image in device pixels; a larger one is held coarser.
+    explicit Canvas(Ground ground = Ground::BackColor, int longestSide = 16384);
+    /// The image takes a size in pixels; what was drawn stays at its place, new parts are ground.
     void ResizeImage(int width, int height);
-    /// Told after each drawing operation that the screen must follow.
-    virtual void Changed() {}
+    /// The image takes a size in pixels and is cleared.
+    void RenewImage(int width, int height);
+    /// Told after each drawing operation which part the screen must follow, in pixels.
+    virtual void Changed(const Bounds& /*part*/) {}
+    const Pixels& Retained() const { return image_; }
+    double UnitX() const { return userWidth_ > 0.0 ? width_ / userWidth_ : 1.0; }     ///< pixels of a unit
+    double UnitY() const { return userHeight_ > 0.0 ? height_ / userHeight_ : 1.0; }  ///< pixels of a unit
 
   private:
-    std::unique_ptr<Impl> impl_;
+    Pixel GroundPixel() const { return ground_ == Ground::Clear ? ClearPixel : PixelOf(BackColor); }
+    Pixels Blank(int width, int height, std::vector<Pixel> bits = {}) const;
+    Point PlaceOf(double x, double y, int lineWidth) const;
+    raster::Stroke StrokeOf(Colour colour) const;
+    int PenWidth() const { return std::max(1, DrawWidth); }
+    void ChangedAround(const Bounds& box, double room);
+    void ChangedAll();
+
+    Ground ground_;
+    int longestSide_;
+    Pixels image_;
+    int width_ = 0;           // pixels of the layout
+    int height_ = 0;          // pixels of the layout
+    double userWidth_ = 0.0;  // user scale; 0 counts pixels
+    double userHeight_ = 0.0;
+    std::unique_ptr<PlatformPen> pen_;
 };
 
 }  // namespace keelview

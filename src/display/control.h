@@ -8,6 +8,7 @@
 
 #include "display/canvas.h"
 #include "display/colour.h"
+#include "display/event.h"
 
 namespace keelview {
 
@@ -39,9 +40,7 @@ class Control {
     double Height() const;
     void Move(double left, double top);
     virtual void Move(double left, double top, double width, double height);
-    void SetLeft(double left) { Move(left, Top()); }
     void SetTop(double top) { Move(Left(), top); }
-    void SetWidth(double width) { Move(Left(), Top(), width, Height()); }
     void SetHeight(double height) { Move(Left(), Top(), Width(), height); }
 
     bool Visible() const;  ///< its own setting, also while its parent is hidden
@@ -64,20 +63,18 @@ class Control {
     void Raise();
     /// Width of a text in the control's font, pixels.
     double TextWidth(std::string_view text) const;
-    /// What the control shows now with all that stands in it, whether or not it is on the screen.
-    Picture Grab() const;
 
-    std::function<void()> OnClick;
-    std::function<void(const MouseEvent&)> OnMouseDown;
-    std::function<void(const MouseEvent&)> OnMouseUp;
-    std::function<void(const MouseEvent&)> OnMouseMove;  ///< with or without a button held
-
-    NativeControl& Native() const { return *native_; }
+    Event<> OnClick;
+    Event<const MouseEvent&> OnMouseDown;
+    Event<const MouseEvent&> OnMouseUp;
+    Event<const MouseEvent&> OnMouseMove;  ///< with or without a button held
 
   protected:
     explicit Control(std::unique_ptr<NativeControl> native);
+    NativeControl& Native() const { return *native_; }
 
   private:
+    friend struct NativeControl;
     std::unique_ptr<NativeControl> native_;
 };
 
@@ -126,26 +123,18 @@ class Surface : public Container, public Canvas {
     void Refresh();
 
   protected:
-    void Changed() override;
-
-  private:
-    friend class Sprite;
-    friend class LineObject;
+    void Changed(const Bounds& part) override;
 };
 
-/// A small image that floats over a surface's image, above its lines: a boat, a marker. It is composited by
+/// A small image that floats over a surface's image, above its lines: a boat, a marker. It is clear where
+/// nothing is drawn, so that what lies close together hides no more than its own shape. It is composited by
 /// the surface, so that many of them may move in each frame.
 class Sprite : public Canvas {
   public:
     Sprite(Surface& parent, std::string_view name, double width, double height);
     ~Sprite() override;
     void Move(double left, double top);         ///< pixels of the surface's drawing area
-    void SetSize(double width, double height);  ///< clears the image to BackColor
-    /// Pixels in this colour let the surface through, so that what lies close together hides no more than
-    /// its own shape.
-    void SetClearColor(Colour colour);
-    /// The image as it is seen, without the pixels that let the surface through.
-    Picture Shape() const;
+    void SetSize(double width, double height);  ///< clears the image
     double Left() const;
     double Top() const;
     double Width() const;
@@ -154,10 +143,10 @@ class Sprite : public Canvas {
     void SetVisible(bool visible);
     /// The pointer moves over the sprite while it is visible; the surface then hears nothing of it. Other
     /// mouse events go to the surface.
-    std::function<void(const MouseEvent&)> OnMouseMove;
+    Event<const MouseEvent&> OnMouseMove;
 
   protected:
-    void Changed() override;
+    void Changed(const Bounds& part) override;
 
   private:
     struct Place;
@@ -179,7 +168,6 @@ class LineObject {
     bool Visible() const;
     void SetVisible(bool visible);
     void SetBorderColor(Colour colour);
-    Colour BorderColor() const;
 
   private:
     struct Impl;
@@ -210,7 +198,7 @@ class TextBox : public Control {
     /// Fires OnChange where the text differs from what stood there.
     void SetText(std::string_view text);
     std::string Text() const;
-    std::function<void()> OnChange;
+    Event<> OnChange;
 };
 
 /// A push button; OnClick tells that it was pushed.
@@ -252,28 +240,22 @@ class ComboBox : public Control {
     void AddItem(std::string_view item);
     int ListCount() const;
     int ListIndex() const;  ///< -1 when none is chosen
-    void SetListIndex(int index);
     std::string Text() const;
     /// Chooses the item with this text; shows the text as it stands where there is none.
     void SetText(std::string_view text);
 };
 
-/// A list of rows, of which a person chooses one or several; rows count from 0.
+/// A list of rows, of which a person chooses one; rows count from 0.
 class ListBox : public Control {
   public:
-    ListBox(Container& parent, std::string_view name, bool multiSelect = false);
+    ListBox(Container& parent, std::string_view name);
     /// Rows of this height, pixels, instead of that of the font; for items added from then on.
     void SetRowHeight(int height);
     void Clear();
     void AddItem(std::string_view item);
-    void RemoveItem(int index);
     int ListCount() const;
     int ListIndex() const;  ///< -1 when none is chosen
-    void SetListIndex(int index);
     std::string Item(int index) const;
-    bool Selected(int index) const;
-    void SetSelected(int index, bool selected);
-    std::function<void()> OnDoubleClick;
 };
 
 /// A horizontal scroll bar.
@@ -281,12 +263,11 @@ class ScrollBar : public Control {
   public:
     ScrollBar(Container& parent, std::string_view name);
     void SetRange(int min, int max);
-    int Min() const;
     int Max() const;
     int Value() const;
     /// Fires OnChange where the value changes.
     void SetValue(int value);
-    std::function<void()> OnChange;  ///< also while it is dragged
+    Event<> OnChange;  ///< also while it is dragged
 };
 
 /// Fires every Interval milliseconds while it is enabled; one with interval 0 does not fire. It starts
@@ -300,7 +281,7 @@ class Timer {
     void SetInterval(int milliseconds);
     void SetEnabled(bool enabled);
     bool Enabled() const;
-    std::function<void()> OnTimer;
+    Event<> OnTimer;
 
   private:
     struct Impl;
@@ -308,7 +289,7 @@ class Timer {
 };
 
 /// Controls of one kind that stand for the boats: element i is boat i + 1. Element 0 is made with the form,
-/// the others by Load and removed by UnloadAbove0.
+/// the others by Load and removed by UnloadAbove.
 template <class T>
 class ControlArray {
   public:
@@ -321,8 +302,9 @@ class ControlArray {
     void Load(int count) {
         while (Count() < count) elements_.push_back(maker_(Count()));
     }
-    void UnloadAbove0() {
-        while (Count() > 1) elements_.pop_back();
+    /// Removes the last elements until there are `count`; the first one stays.
+    void UnloadAbove(int count) {
+        while (Count() > 1 && Count() > count) elements_.pop_back();
     }
 
   private:

@@ -8,8 +8,9 @@
 
 namespace keelview {
 
-/// Key codes that the forms know.
+/// The keys that the forms tell apart.
 inline constexpr int ShiftKey = 16;
+inline constexpr int OtherKey = 1;
 
 /// A window. Its places are pixels of its inner area.
 class Form : public Container {
@@ -27,7 +28,6 @@ class Form : public Container {
     void SetIcon(const Picture& icon);
     double ScaleWidth() const;   ///< inner width, pixels
     double ScaleHeight() const;  ///< inner height, pixels
-    void CentreOnScreen();
     /// Shows the window and paints it at once.
     void ShowNow();
     /// Shows the window and waits until it is closed; other windows take no events meanwhile.
@@ -39,12 +39,12 @@ class Form : public Container {
     void Close();
     bool Closed() const;
 
-    std::function<void()> OnQueryUnload;     ///< the window is about to close, by Close or by the person
-    std::function<void()> OnUnload;          ///< the window is closed
-    std::function<void(int key)> OnKeyDown;  ///< sees keys before any control of the form
-    std::function<void(int key)> OnKeyUp;
+    Event<> OnQueryUnload;  ///< the window is about to close, by Close or by the person
+    Event<> OnUnload;       ///< the window is closed
+    Event<int> OnKeyDown;   ///< sees keys before any control of the form
+    Event<int> OnKeyUp;
     /// The window manager gave the window another inner size than it asked for.
-    std::function<void()> OnResize;
+    Event<> OnResize;
 };
 
 }  // namespace keelview

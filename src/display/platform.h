@@ -3,7 +3,6 @@
 #include <cstdint>
 #include <filesystem>
 #include <string>
-#include <string_view>
 
 #include "base/dates.h"
 
@@ -33,7 +32,7 @@ class Platform {
     virtual ~Platform() = default;
 
     /// Folder of the program's data, without a separator at its end: KEELVIEW_TREE where it is set, else as
-    /// SettleDataFolder tells.
+    /// the application's rule for it tells.
     virtual std::filesystem::path ProgramFolder() = 0;
     /// LocaleJapanese for ja_JP, LocaleEnglish for en_US and for C or POSIX, 0 for any other.
     virtual int UserLocale() = 0;
@@ -63,17 +62,6 @@ class Platform {
     /// True once EndProcess was called: a loop that waits for something lets go.
     virtual bool Ending() = 0;
 };
-
-/// UtcNow or LocalNow as days since 1899/12/30 with a fraction that holds the milliseconds.
-double DateValue(const ClockReading& reading);
-
-/// The locale of a name such as "ja_JP.UTF-8", as the environment has it: LocaleJapanese, LocaleEnglish or
-/// 0, as UserLocale tells.
-int LocaleCode(std::string_view name);
-
-/// DriveIsCdRom if the deepest mount of a table (in the form of /proc/mounts) that holds the folder is an
-/// optical disc, another number otherwise.
-int DriveTypeIn(std::string_view mounts, const std::filesystem::path& folder);
 
 /// The number of hour boundaries between UTC and local time, positive east of Greenwich (9 in Japan).
 int LocalUtcOffsetHours(Platform& platform);

@@ -113,22 +113,21 @@ class Build {
         RaceControl race;
         race.RaceFileName = raceName;
         if (!ReadRaceFileForDistribution(appPath_, race)) return;
-        for (int i = 1; i <= race.BoatCount; ++i)
-            CopyOneFile("gpsdat", race.BoatFile.at(static_cast<std::size_t>(i)));
+        for (const BoatEntry& boat : race.Boats) CopyOneFile("gpsdat", boat.BoatFile);
         CopyOneFile("winddat", race.WindFileName);
         if (order_.AttachMap) CopyMap(race);
-        for (int i = 1; i <= race.AttachCount; ++i)
-            CopyOneFile("attachment", race.AttachFile.at(static_cast<std::size_t>(i)));
+        for (const std::string& file : race.AttachFile) CopyOneFile("attachment", file);
     }
 
     /// The coast of a race. Squares of open water have no file. A race that was never opened for editing
     /// does not name its squares: they follow from its tracks.
     void CopyMap(const RaceControl& race) const {
-        std::vector<std::string> names(race.MapFile.begin() + 1, race.MapFile.begin() + 1 + race.MapCount);
-        if (names.empty())
-            for (const std::string& cell : LoadRaceNumbers(appPath_, race.RaceFileName).coastCells)
-                names.push_back(cell + ".cst");
-        for (const std::string& name : names) CopyIfThere("coastline", name);
+        for (const std::string& name : race.MapFile) CopyIfThere("coastline", name);
+        if (!race.MapFile.Empty()) return;
+        RaceNumbers numbers;
+        numbers.race.RaceFileName = race.RaceFileName;
+        LoadRace(appPath_, numbers);
+        for (const std::string& cell : numbers.race.MapFile) CopyIfThere("coastline", cell + ".cst");
     }
 
     /// The coast data may be handed on with their notice and licence texts alone. Data of the person's own

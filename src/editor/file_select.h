@@ -4,10 +4,10 @@
 #include <string>
 #include <string_view>
 
-#include "base/bilingual.h"
 #include "display/control.h"
 #include "display/form.h"
 #include "session/app_state.h"
+#include "session/voice.h"
 
 namespace keelview {
 
@@ -24,26 +24,23 @@ struct FileQuestion {
     std::string FileResultName;         ///< result: the name alone
 };
 
-/// The dialog that asks for one file name inside one folder.
-class FmFileSelect : public Form {
+/// The dialog `FmFileSelect` that asks for one file name inside one folder.
+class FileSelect : public Form {
   public:
-    FmFileSelect(const Settings& settings, Dialogs& dialogs, FileQuestion& question);
+    FileSelect(const Settings& settings, Dialogs& dialogs, FileQuestion& question);
 
-    ListBox File1;    // the files of the folder
-    TextBox Text1;    // the name
-    Button Command2;  // "CANCEL"
-    Button Command1;  // "OK"
+    ListBox File1{*this, "File1"};                   // the files of the folder
+    TextBox Text1{*this, "Text1", TextBox::Kind{}};  // the name
+    Button Command2{*this, "Command2"};              // "CANCEL"
+    Button Command1{*this, "Command1"};              // "OK"
 
   private:
     void File1_Click();
     void Command1_Click();
     void Command2_Click();
-    void Say(Text text);
-    bool OverwriteAllowed();
     void Take(const std::filesystem::path& path, const std::string& name);
 
-    const Settings& settings_;
-    Dialogs& dialogs_;
+    Voice voice_;
     FileQuestion& question_;
 };
 

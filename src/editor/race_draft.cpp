@@ -2,8 +2,7 @@
 
 #include <algorithm>
 #include <array>
-#include <cmath>
-#include <cstddef>
+#include <utility>
 
 #include "base/numbers.h"
 #include "base/strings.h"
@@ -15,7 +14,7 @@ namespace keelview {
 namespace {
 
 constexpr CivilTime SecondsPerHour = 3600;
-constexpr CivilTime FirstFixToStart = 240;
+constexpr double HomeVariation = -7.0;  // degrees, of the home waters
 constexpr std::string_view CellExtension = ".cst";
 
 /// A number field of the editor with what it may hold.
@@ -47,15 +46,13 @@ std::string NumberTrouble(const NumberField& field, bool useEnglish) {
 }
 
 /// The date check: what is wrong with start and finish.
-std::optional<Text> DateTrouble(const DraftFields& fields) {
-    const auto start = ParseDateTime(fields.Start);
-    if (!start)
+std::optional<Text> DateTrouble(const RaceTime& start, const RaceTime& finish) {
+    if (!start.At())
         return Text{"Incorrect start date or time", "スタートの日付、時間の入力スタイルが正しくありません"};
-    const auto finish = ParseDateTime(fields.Finish);
-    if (!finish)
+    if (!finish.At())
         return Text{"Incorrect finish date or time",
                     "フィニッシュの日付、時間の入力スタイルが正しくありません"};
-    if (*finish <= *start)
+    if (*finish.At() <= *start.At())
         return Text{"The finish must be after the start",
                     "フィニッシュはスタートより後の日時にしてください"};
     return std::nullopt;
@@ -64,27 +61,27 @@ std::optional<Text> DateTrouble(const DraftFields& fields) {
 }  // namespace
 
 RaceControl NewDraft(const RaceControl& last, int timeDiff) {
+    const RaceControl fresh;
     RaceControl draft = last;
     draft.RaceFileName.clear();
     draft.SingleTrackFile.clear();
-    draft.StartTimeText.clear();
-    draft.FinishTimeText.clear();
+    draft.Start = {};
+    draft.Finish = {};
     draft.DataFromTime.reset();
     draft.DataToTime.reset();
-    draft.BoatCount = 0;
-    draft.MapCount = 0;  // the cells of the race before it; the display finds those of the new one
+    draft.Boats.Clear();
+    draft.MapFile.Clear();  // the cells of the race before it; the display finds those of the new one
     draft.TimeDiff = timeDiff;
-    draft.MagVariation = -7.0;
-    draft.LayLineUp = 45.0;
-    draft.LayLineDown = 160.0;
-    draft.BoatLength = 4.7;
-    draft.PreStartMinutes = 3.0;
-    draft.PreStartSeconds = 180.0;
+    draft.MagVariation = HomeVariation;
+    draft.BoatLength = StandardBoatLength;
+    draft.LayLineUp = fresh.LayLineUp;
+    draft.LayLineDown = fresh.LayLineDown;
+    draft.PreStartMinutes = fresh.PreStartMinutes;
     return draft;
 }
 
 std::string ProposedBoatName(const RaceControl& race) {
-    return "BOAT" + std::to_string(race.BoatCount + 1);
+    return "BOAT" + std::to_string(race.Boats.Count() + 1);
 }
 
 bool FitsBoatLine(std::string_view boatFile) {
@@ -92,59 +89,32 @@ bool FitsBoatLine(std::string_view boatFile) {
            Trim(boatFile) == boatFile;
 }
 
-bool AddBoat(RaceControl& race, std::string_view boatFile, std::string_view boatName) {
-    if (race.BoatCount >= MaxBoats) return false;
-    const auto boat = static_cast<std::size_t>(++race.BoatCount);
-    race.BoatFile.at(boat) = boatFile;
-    race.BoatName.at(boat) = boatName;
-    return true;
-}
-
-void RemoveBoat(RaceControl& race, int boat) {
-    if (boat < 1 || boat > race.BoatCount) return;
-    const auto last = race.BoatCount;
-    std::shift_left(race.BoatFile.begin() + boat, race.BoatFile.begin() + last + 1, 1);
-    std::shift_left(race.BoatName.begin() + boat, race.BoatName.begin() + last + 1, 1);
-    race.BoatFile.at(static_cast<std::size_t>(last)).clear();
-    race.BoatName.at(static_cast<std::size_t>(last)).clear();
-    --race.BoatCount;
-}
-
-bool AddAttachment(RaceControl& race, std::string_view attachFile) {
-    if (race.AttachCount >= MaxAttachments) return false;
-    race.AttachFile.at(static_cast<std::size_t>(++race.AttachCount)) = attachFile;
-    return true;
-}
-
 std::optional<TrackTimes> ReadFirstTrackTimes(const std::filesystem::path& appPath,
                                               const std::string& boatFile) {
     // The display's own reader, with no start and no zone given, keeps every fix on the clock of the GPS.
     RaceControl alone;
-    alone.BoatCount = 1;
-    alone.BoatFile[1] = boatFile;
+    alone.Boats.Add({boatFile, {}});
     Tracks tracks;
     TrackArea area;
     EarthScale scale;
-    if (!LoadAllTracks(appPath, alone, tracks, area, scale, [](int) {}).empty()) return std::nullopt;
-    if (tracks.TrackPointCount[1] == 0 || !tracks.FirstGpsTime || !tracks.LastGpsTime) return std::nullopt;
-    return TrackTimes{*tracks.FirstGpsTime, *tracks.LastGpsTime, tracks.TrackLon.at(1).at(1)};
-}
-
-int TimeZoneOfLongitude(double longitude) {
-    return FloorToInt(longitude / 15 / 60 + 0.5);
+    if (!LoadAllTracks(appPath, alone, tracks, area, scale, {}).empty()) return std::nullopt;
+    const Track& track = tracks.Boats[1];
+    if (track.Count() == 0 || !tracks.FirstGpsTime || !tracks.LastGpsTime) return std::nullopt;
+    return TrackTimes{*tracks.FirstGpsTime, *tracks.LastGpsTime, track.TrackLon[1]};
 }
 
 void ProposeTimes(const std::optional<TrackTimes>& track, RaceControl& race) {
     if (!track) return;
     if (race.TimeDiff == 0) race.TimeDiff = TimeZoneOfLongitude(track->FirstLongitude);
     const CivilTime toLocal = race.TimeDiff * SecondsPerHour;
-    if (race.StartTimeText.empty())
-        race.StartTimeText = DateTimeText(track->First + toLocal + FirstFixToStart);
-    if (race.FinishTimeText.empty()) race.FinishTimeText = DateTimeText(track->Last + toLocal);
+    if (race.Start.Empty()) race.Start = RaceTime(track->First + toLocal + FirstFixToStart);
+    if (race.Finish.Empty()) race.Finish = RaceTime(track->Last + toLocal);
 }
 
 std::optional<std::string> TakeFields(const DraftFields& fields, bool useEnglish, RaceControl& race) {
-    if (const auto trouble = DateTrouble(fields)) return trouble->Str(useEnglish);
+    const RaceTime start{std::string(Trim(fields.Start))};
+    const RaceTime finish{std::string(Trim(fields.Finish))};
+    if (const auto trouble = DateTrouble(start, finish)) return trouble->Str(useEnglish);
 
     // A day holds every zone, and the track reader moves a fix by one day at most.
     const NumberField timeDiff{{"Time Diff", "時差"}, fields.TimeDiff, -24, 24};
@@ -168,9 +138,8 @@ std::optional<std::string> TakeFields(const DraftFields& fields, bool useEnglish
     race.LayLineUp = LenientNumber(fields.LayLineUp);
     race.LayLineDown = LenientNumber(fields.LayLineDown);
     race.PreStartMinutes = LenientNumber(fields.PreStartMinutes);
-    race.PreStartSeconds = race.PreStartMinutes * 60;
-    race.StartTimeText = Trim(fields.Start);
-    race.FinishTimeText = Trim(fields.Finish);
+    race.Start = start;
+    race.Finish = finish;
     race.RaceTitle1 = fields.Title1;
     race.RaceTitle2 = fields.Title2;
     return std::nullopt;
@@ -180,17 +149,16 @@ bool OpenDraft(const std::filesystem::path& appPath, const std::string& raceFile
     RaceControl opened = draft;
     opened.RaceFileName = raceFileName;
     if (!ReadRaceFileForEdit(appPath, opened)) return false;
+    // The editor's reader leaves the cells out, the distribution's names their files.
     RaceControl cells;
     cells.RaceFileName = raceFileName;
-    opened.MapCount = 0;
     if (ReadRaceFileForDistribution(appPath, cells)) {
-        for (int cell = 1; cell <= cells.MapCount; ++cell) {
-            std::string name = cells.MapFile.at(static_cast<std::size_t>(cell));
+        for (std::string& name : cells.MapFile) {
             if (name.ends_with(CellExtension)) name.resize(name.size() - CellExtension.size());
-            opened.MapFile.at(static_cast<std::size_t>(++opened.MapCount)) = name;
+            opened.MapFile.Add(std::move(name));
         }
     }
-    draft = opened;
+    draft = std::move(opened);
     return true;
 }
 

@@ -25,15 +25,6 @@ std::string ProposedBoatName(const RaceControl& race);
 /// ends.
 bool FitsBoatLine(std::string_view boatFile);
 
-/// Adds a boat behind the others; false, and nothing changed, where the race has MaxBoats already.
-bool AddBoat(RaceControl& race, std::string_view boatFile, std::string_view boatName);
-
-/// Removes a boat (from 1); the later ones move up. Nothing happens for a number that no boat has.
-void RemoveBoat(RaceControl& race, int boat);
-
-/// Adds an attached document; false, and nothing changed, where the race has MaxAttachments already.
-bool AddAttachment(RaceControl& race, std::string_view attachFile);
-
 /// When and where a track begins, and when it ends.
 struct TrackTimes {
     CivilTime First = 0;          ///< UTC
@@ -45,10 +36,6 @@ struct TrackTimes {
 /// the display either: too small, another extension, no fix in it.
 std::optional<TrackTimes> ReadFirstTrackTimes(const std::filesystem::path& appPath,
                                               const std::string& boatFile);
-
-/// The time zone of a longitude (minutes of arc) in hours from UTC: one for each 15 degrees, to the nearest
-/// hour, halves going up. Longitude 139.75 E gives 9.
-int TimeZoneOfLongitude(double longitude);
 
 /// Fills in what a track can tell and the race does not have yet: a TimeDiff of 0 becomes the zone of its
 /// longitude, an empty start the local time four minutes after its first fix, an empty finish that of its

@@ -9,7 +9,7 @@
 #include "base/strings.h"
 #include "racedata/gps_track.h"
 #include "racedata/race_file.h"
-#include "session/save_race.h"
+#include "session/documents.h"
 
 namespace keelview {
 
@@ -22,31 +22,32 @@ enum : std::size_t { StartField, FinishField, LengthField, PreStartField, TitleF
 
 }  // namespace
 
-FmCompile::FmCompile(AppState& app, Services& services, FileQuestion& question,
-                     std::function<void()> showDisplay)
+RaceEditor::RaceEditor(const Settings& settings, RaceControl& race, Services& services,
+                       FileQuestion& question, std::function<void()> showDisplay)
     : Form("fmCompile", Kind::Fixed, 658, 626),
-      app_(app),
+      settings_(settings),
+      race_(race),
       services_(services),
+      voice_(settings, services.dialogs),
       question_(question),
       showDisplay_(std::move(showDisplay)),
-      draft_(NewDraft(app.race, LocalUtcOffsetHours(services.platform))) {
+      draft_(NewDraft(race, LocalUtcOffsetHours(services.platform))) {
     // A race file without these keys takes what the program held last.
-    app_.race.MagVariation = draft_.MagVariation;
-    app_.race.BoatLength = draft_.BoatLength;
+    race_.MagVariation = draft_.MagVariation;
+    race_.BoatLength = draft_.BoatLength;
 
-    SetFont(app_.settings.UiFontName, 9 * app_.settings.FontScale);
-    ApplyCaptions();
-    Place();
+    SetFont(settings.UiFontName, 9 * settings.FontScale);
+    LayOut();
     ApplyColours();
     Frame1.Hide();
     Text13.Hide();
     Command5.SetEnabled(false);
     Text3.SetText(std::to_string(draft_.TimeDiff));
-    Text5.SetText("4.7");
-    Text6.SetText("-7");
-    Text9.SetText("45");
-    Text10.SetText("160");
-    Text12.SetText("3");
+    Text5.SetText(NumberText(draft_.BoatLength));
+    Text6.SetText(NumberText(draft_.MagVariation));
+    Text9.SetText(NumberText(draft_.LayLineUp));
+    Text10.SetText(NumberText(draft_.LayLineDown));
+    Text12.SetText(NumberText(draft_.PreStartMinutes));
     typed_ = {{&Text1, {}}, {&Text2, {}}, {&Text5, {}}, {&Text12, {}}, {&Text7, {}}, {&Text8, {}}};
     ForgetTyped();
     ConnectFields();
@@ -54,9 +55,9 @@ FmCompile::FmCompile(AppState& app, Services& services, FileQuestion& question,
     ConnectHints();
 }
 
-void FmCompile::ConnectFields() {
+void RaceEditor::ConnectFields() {
     Text3.OnChange = [this] { Text3_Change(); };
-    Text4.OnChange = [this] { Text4_Change(); };
+    Text4.OnChange = [this] { draft_.WindDirection = LenientNumber(Text4.Text()); };
     Text6.OnChange = [this] { draft_.MagVariation = LenientNumber(Text6.Text()); };
     Text9.OnChange = [this] { draft_.LayLineUp = LenientNumber(Text9.Text()); };
     Text10.OnChange = [this] { draft_.LayLineDown = LenientNumber(Text10.Text()); };
@@ -64,7 +65,7 @@ void FmCompile::ConnectFields() {
     Option2.OnClick = [this] { draft_.NorthUp = false; };
 }
 
-void FmCompile::ConnectButtons() {
+void RaceEditor::ConnectButtons() {
     Command1.OnClick = [this] { Command1_Click(); };
     Command2.OnClick = [this] { Command2_Click(); };
     Command3.OnClick = [this] { Frame1.Hide(); };
@@ -79,77 +80,74 @@ void FmCompile::ConnectButtons() {
     List1.OnMouseDown = [this](const MouseEvent& event) { List1_MouseDown(event); };
 }
 
-void FmCompile::ConnectHints() {
+void RaceEditor::ConnectHints() {
     List1.OnMouseMove = [this](const MouseEvent&) { List1_MouseMove(); };
     for (Control* ground : std::initializer_list<Control*>{this, &Shape1, &Shape2})
         ground->OnMouseMove = [this](const MouseEvent&) { Text13.Hide(); };
 }
 
-void FmCompile::Text3_Change() {
+void RaceEditor::Text3_Change() {
     // A minus sign alone is on its way to a number; the last whole number counts until then.
     if (const auto hours = StrictInteger(Text3.Text())) draft_.TimeDiff = *hours;
 }
 
-void FmCompile::Text4_Change() {
-    draft_.WindDirection = LenientNumber(Text4.Text());
-}
-
-void FmCompile::Command1_Click() {
-    app_.settings.FileListIsRace = false;
+void RaceEditor::Command1_Click() {
     Combo1.Clear();
-    const auto names = ListFiles(FindBelow(app_.settings.AppPath, "gpsdat"), "*");
+    const auto names = ListFiles(FindBelow(settings_.AppPath, "gpsdat"), "*");
     for (const std::string& name : names) Combo1.AddItem(name);
     Combo1.SetText(names.empty() ? std::string{} : names.front());
     Frame1.Show();
 }
 
-void FmCompile::Command2_Click() {
+void RaceEditor::Command2_Click() {
     const std::string file = Combo1.Text();
-    if (Trim(file).empty()) return Say({"Choose a GPS file", "GPSファイルを選択してください"});
+    if (Trim(file).empty()) return voice_.Say({"Choose a GPS file", "GPSファイルを選択してください"});
     if (!FitsBoatLine(file))
-        return Say({"A GPS file name must not hold a comma, a slash, or blanks at its ends",
-                    "GPSファイル名にコンマ、斜線、前後の空白は使えません"},
-                   file);
-    if (!IsFile(TrackPath(app_.settings.AppPath, file)))
-        return Say({"GPS file not found", "GPSファイルがありません"}, file);
-    if (draft_.BoatCount >= MaxBoats)
-        return Say({"A race has at most 50 boats", "1レースの艇数は50艇までです"});
+        return voice_.Say({"A GPS file name must not hold a comma, a slash, or blanks at its ends",
+                           "GPSファイル名にコンマ、斜線、前後の空白は使えません"},
+                          file);
+    if (!IsFile(TrackPath(settings_.AppPath, file)))
+        return voice_.Say({"GPS file not found", "GPSファイルがありません"}, file);
+    if (draft_.Boats.IsFull())
+        return voice_.Say({"A race has at most 50 boats", "1レースの艇数は50艇までです"});
 
-    const Text prompt{"Input Boat Name to be Displayed\r\n(Max 13 Ltrs)",
-                      "表示される艇名を入力してください\r\n(Max 13 Ltrs)"};
-    const auto name = services_.dialogs.Input(prompt.In(English()), {}, ProposedBoatName(draft_));
+    const auto name = voice_.AskLine({"Input Boat Name to be Displayed\r\n(Max 13 Ltrs)",
+                                      "表示される艇名を入力してください\r\n(Max 13 Ltrs)"},
+                                     {}, ProposedBoatName(draft_));
     Frame1.Hide();
-    if (!name || Trim(*name).empty() || !AddBoat(draft_, file, *name)) return;
-    TakeFirstTrack(file, draft_.BoatCount == 1);
+    if (!name || Trim(*name).empty()) return;
+    draft_.Boats.Add({file, *name});
+    TakeFirstTrack(file, draft_.Boats.Count() == 1);
     RefreshEditor();
 }
 
-void FmCompile::TakeFirstTrack(const std::string& boatFile, bool firstBoat) {
-    const auto times = ReadFirstTrackTimes(app_.settings.AppPath, boatFile);
+void RaceEditor::TakeFirstTrack(const std::string& boatFile, bool firstBoat) {
+    const auto times = ReadFirstTrackTimes(settings_.AppPath, boatFile);
     if (firstBoat) firstTrack_ = times;
     if (!times)
-        Say({"No GPS data in this file, so this boat will have no track",
-             "このファイルにはGPSデータがないため、この艇の軌跡は表示されません"},
-            boatFile);
+        voice_.Say({"No GPS data in this file, so this boat will have no track",
+                    "このファイルにはGPSデータがないため、この艇の軌跡は表示されません"},
+                   boatFile);
 }
 
-void FmCompile::Command5_Click() {
-    const auto raceadmin = FindBelow(app_.settings.AppPath, "raceadmin");
-    OpenDocument(app_, services_, FindBelow(raceadmin, draft_.RaceFileName).string());
+void RaceEditor::Command5_Click() {
+    const auto raceadmin = FindBelow(settings_.AppPath, "raceadmin");
+    OpenDocument(settings_, services_, FindBelow(raceadmin, draft_.RaceFileName).string());
 }
 
-void FmCompile::Command6_Click() {
+void RaceEditor::Command6_Click() {
     question_.FilePattern = "*.*";
     if (!AskFile(FileQuestion::Mode::MustExist, "raceadmin", "txt")) return;
-    if (!OpenDraft(app_.settings.AppPath, question_.FileResultName, draft_))
-        return Say({"The race control file could not be read", "レース管理ファイルを読み込めませんでした"},
-                   question_.FileResultName);
+    if (!OpenDraft(settings_.AppPath, question_.FileResultName, draft_))
+        return voice_.Say(
+            {"The race control file could not be read", "レース管理ファイルを読み込めませんでした"},
+            question_.FileResultName);
     ForgetTyped();
     RefreshEditor();
     Command5.SetEnabled(true);
 }
 
-void FmCompile::Command7_Click() {
+void RaceEditor::Command7_Click() {
     Frame1.Hide();
     draft_.WindFileName =
         AskFile(FileQuestion::Mode::ToWrite, "winddat", "csv") ? question_.FileResultName : std::string{};
@@ -157,46 +155,45 @@ void FmCompile::Command7_Click() {
     RefreshEditor();
 }
 
-void FmCompile::Command10_Click() {
+void RaceEditor::Command10_Click() {
     question_.FilePattern = "*.*";
     if (!AskFile(FileQuestion::Mode::MustExist, "attachment", "*.*")) return;
-    if (!AddAttachment(draft_, question_.FileResultName))
-        return Say({"A race has at most 50 attachments", "添付資料は50件までです"});
+    if (!draft_.AttachFile.Add(question_.FileResultName))
+        return voice_.Say({"A race has at most 50 attachments", "添付資料は50件までです"});
     SaveDraft();
     RefreshEditor();
 }
 
-void FmCompile::Command11_Click() {
-    draft_.AttachCount = 0;
+void RaceEditor::Command11_Click() {
+    draft_.AttachFile.Clear();
     SaveDraft();
     RefreshEditor();
 }
 
-void FmCompile::List1_MouseDown(const MouseEvent& event) {
+void RaceEditor::List1_MouseDown(const MouseEvent& event) {
     // With Ctrl held a click on the chosen row takes the choice away first; that row is meant.
     const int before = std::exchange(chosenRow_, List1.ListIndex());
     const int row = chosenRow_ >= 0 ? chosenRow_ : before;
-    if (!event.AnyModifier || row < 0) return;
-    RemoveBoat(draft_, row + 1);
+    if (!event.AnyModifier || !draft_.Boats.Holds(row + 1)) return;
+    draft_.Boats.Erase(row + 1);
     RefreshEditor();
 }
 
-void FmCompile::List1_MouseMove() {
-    const Text hint{"Shift + Click to Delete One Data.",
-                    "Shift　を押しながらクリックすると１行消去します。"};
-    Text13.SetText(hint.In(English()));
+void RaceEditor::List1_MouseMove() {
+    Text13.SetText(voice_.In(
+        {"Shift + Click to Delete One Data.", "Shift　を押しながらクリックすると１行消去します。"}));
     Text13.Move(List1.Left(), List1.Top() - 25, 300, 17);
     Text13.Show();
 }
 
-void FmCompile::RefreshEditor() {
-    SetCaption(Text{"Edit Race Control FIle   ", "レース管理ファイル編集   "}.Str(English()) +
+void RaceEditor::RefreshEditor() {
+    SetCaption(voice_.Str({"Edit Race Control FIle   ", "レース管理ファイル編集   "}) +
                draft_.RaceFileName);
     if (!draft_.RaceTitle1.empty()) ShowUnlessTyped(TitleField1, draft_.RaceTitle1);
     if (!draft_.RaceTitle2.empty()) ShowUnlessTyped(TitleField2, draft_.RaceTitle2);
     ProposeTimes(firstTrack_, draft_);
-    ShowUnlessTyped(StartField, draft_.StartTimeText);
-    ShowUnlessTyped(FinishField, draft_.FinishTimeText);
+    ShowUnlessTyped(StartField, draft_.Start.Typed());
+    ShowUnlessTyped(FinishField, draft_.Finish.Typed());
     ShowUnlessTyped(LengthField, NumberText(draft_.BoatLength));
     ShowUnlessTyped(PreStartField, NumberText(draft_.PreStartMinutes));
     Text3.SetText(std::to_string(draft_.TimeDiff));
@@ -209,7 +206,7 @@ void FmCompile::RefreshEditor() {
     Refresh();
 }
 
-void FmCompile::ShowUnlessTyped(std::size_t field, std::string_view text) {
+void RaceEditor::ShowUnlessTyped(std::size_t field, std::string_view text) {
     TypedField& typed = typed_.at(field);
     const std::string standing = typed.Box->Text();
     if (!Trim(standing).empty() && standing != typed.Shown) return;
@@ -217,74 +214,65 @@ void FmCompile::ShowUnlessTyped(std::size_t field, std::string_view text) {
     typed.Box->SetText(text);
 }
 
-void FmCompile::ForgetTyped() {
+void RaceEditor::ForgetTyped() {
     for (TypedField& typed : typed_) typed.Shown = typed.Box->Text();
 }
 
-void FmCompile::FillLists() {
+void RaceEditor::FillLists() {
     List1.Clear();
     chosenRow_ = -1;
-    for (int boat = 1; boat <= draft_.BoatCount; ++boat) {
-        const auto i = static_cast<std::size_t>(boat);
-        List1.AddItem(draft_.BoatName.at(i) + std::string(BetweenNameAndFile) + draft_.BoatFile.at(i));
-    }
+    for (const BoatEntry& boat : draft_.Boats)
+        List1.AddItem(boat.BoatName + std::string(BetweenNameAndFile) + boat.BoatFile);
     List2.Clear();
-    for (int file = 1; file <= draft_.AttachCount; ++file)
-        List2.AddItem(Trim(draft_.AttachFile.at(static_cast<std::size_t>(file))));
+    for (const std::string& file : draft_.AttachFile) List2.AddItem(Trim(file));
 }
 
-bool FmCompile::AskFile(FileQuestion::Mode mode, std::string_view folder, std::string_view extension) {
+bool RaceEditor::AskFile(FileQuestion::Mode mode, std::string_view folder, std::string_view extension) {
     question_.FileMode = mode;
     question_.FileExtension = extension;
-    question_.FileFolder = FindBelow(app_.settings.AppPath, folder);
-    return ShowFileSelect(app_.settings, services_.dialogs, question_);
+    question_.FileFolder = FindBelow(settings_.AppPath, folder);
+    return ShowFileSelect(settings_, services_.dialogs, question_);
 }
 
-bool FmCompile::SaveDraft() {
-    const std::error_code error = SaveRaceFile(app_.settings.AppPath, draft_);
+bool RaceEditor::SaveDraft() {
+    const std::error_code error = SaveRaceFile(settings_.AppPath, draft_);
     if (!error) return true;
-    const Text said{"The race control file could not be written",
-                    "レース管理ファイルを書き込めませんでした"};
-    Say(said, draft_.RaceFileName + " (" + error.message() + ")");
+    voice_.Say({"The race control file could not be written", "レース管理ファイルを書き込めませんでした"},
+               draft_.RaceFileName + " (" + error.message() + ")");
     return false;
 }
 
-void FmCompile::SaveAndShow() {
-    if (draft_.BoatCount == 0) return;
-    const DraftFields fields{.Title1 = Text7.Text(),
-                             .Title2 = Text8.Text(),
-                             .Start = Text1.Text(),
-                             .Finish = Text2.Text(),
-                             .TimeDiff = Text3.Text(),
-                             .WindDirection = Text4.Text(),
-                             .BoatLength = Text5.Text(),
-                             .MagVariation = Text6.Text(),
-                             .LayLineUp = Text9.Text(),
-                             .LayLineDown = Text10.Text(),
-                             .PreStartMinutes = Text12.Text()};
-    if (const auto trouble = TakeFields(fields, English(), draft_))
-        return services_.dialogs.Ok(*trouble, app_.settings.AppTitle);
+DraftFields RaceEditor::Fields() const {
+    return {.Title1 = Text7.Text(),
+            .Title2 = Text8.Text(),
+            .Start = Text1.Text(),
+            .Finish = Text2.Text(),
+            .TimeDiff = Text3.Text(),
+            .WindDirection = Text4.Text(),
+            .BoatLength = Text5.Text(),
+            .MagVariation = Text6.Text(),
+            .LayLineUp = Text9.Text(),
+            .LayLineDown = Text10.Text(),
+            .PreStartMinutes = Text12.Text()};
+}
 
-    const Text save{"Save Race Control File ?", "レース管理ファイルを保存しますか？"};
-    const Text saveTitle{"Save File", "ファイルの保存"};
-    if (!services_.dialogs.YesNo(save.In(English()), saveTitle.In(English()))) return;
+void RaceEditor::SaveAndShow() {
+    if (draft_.Boats.Empty()) return;
+    if (const auto trouble = TakeFields(Fields(), voice_.English(), draft_))
+        return voice_.SayUnder(settings_.AppTitle, *trouble);
+    if (!voice_.Ask({"Save Race Control File ?", "レース管理ファイルを保存しますか？"},
+                    {"Save File", "ファイルの保存"}))
+        return;
     if (AskFile(FileQuestion::Mode::ToWrite, "raceadmin", "txt")) {
         const std::string before = std::exchange(draft_.RaceFileName, question_.FileResultName);
         if (!SaveDraft()) {
             draft_.RaceFileName = before;
             return;
         }
-        app_.race = draft_;
-        const Text show{"Show racing ？", "レースを表示しますか？"};
-        if (services_.dialogs.YesNo(show.In(English()), app_.settings.AppTitle)) showDisplay_();
+        race_ = draft_;
+        if (voice_.Ask({"Show racing ？", "レースを表示しますか？"})) showDisplay_();
     }
     Close();
-}
-
-void FmCompile::Say(Text text, std::string_view about) {
-    std::string message = text.Str(English());
-    if (!about.empty()) message.append("\r\n").append(about);
-    services_.dialogs.Ok(message, app_.settings.AppTitle);
 }
 
 }  // namespace keelview

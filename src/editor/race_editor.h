@@ -6,19 +6,18 @@
 #include <string>
 #include <vector>
 
-#include "base/bilingual.h"
 #include "display/control.h"
 #include "display/form.h"
 #include "editor/file_select.h"
 #include "editor/race_draft.h"
 #include "session/app_state.h"
+#include "session/voice.h"
 
 namespace keelview {
 
 /// The race control editor `fmCompile`: turns track files into a race control file. It works on a draft of
-/// its own; the race of the shared state changes only when a file has been saved, and is then the saved
-/// one.
-class FmCompile : public Form {
+/// its own; the race of the program changes only when a file has been saved, and is then the saved one.
+class RaceEditor : public Form {
     // What its text boxes are like.
     static constexpr TextBox::Kind Centred{
         .Alignment = Align::Centre, .Border = true, .MultiLine = false, .ReadOnly = false};
@@ -30,9 +29,10 @@ class FmCompile : public Form {
         .Alignment = Align::Centre, .Border = false, .MultiLine = false, .ReadOnly = true};
 
   public:
-    /// `showDisplay` opens the race of the shared state; `question` stands for the whole run of the
-    /// program.
-    FmCompile(AppState& app, Services& services, FileQuestion& question, std::function<void()> showDisplay);
+    /// `race` is the race of the program, and `showDisplay` opens it; `question` stands for the whole run
+    /// of the program.
+    RaceEditor(const Settings& settings, RaceControl& race, Services& services, FileQuestion& question,
+               std::function<void()> showDisplay);
 
     /// The race as it stands in the editor.
     const RaceControl& Draft() const { return draft_; }
@@ -100,11 +100,10 @@ class FmCompile : public Form {
         std::string Shown;
     };
 
-    void ApplyCaptions();
+    void LayOut();
+    void LayOutRequired();
+    void LayOutOptional();
     void ApplyColours();
-    void Place();
-    void PlaceRequired();
-    void PlaceOptional();
     void ConnectFields();
     void ConnectButtons();
     void ConnectHints();
@@ -119,7 +118,6 @@ class FmCompile : public Form {
     void List1_MouseDown(const MouseEvent& event);
     void List1_MouseMove();
     void Text3_Change();
-    void Text4_Change();
 
     void RefreshEditor();
     void ShowUnlessTyped(std::size_t field, std::string_view text);
@@ -129,11 +127,12 @@ class FmCompile : public Form {
     bool AskFile(FileQuestion::Mode mode, std::string_view folder, std::string_view extension);
     bool SaveDraft();
     void SaveAndShow();
-    void Say(Text text, std::string_view about = {});
-    bool English() const { return app_.settings.UseEnglish; }
+    DraftFields Fields() const;
 
-    AppState& app_;
+    const Settings& settings_;
+    RaceControl& race_;
     Services& services_;
+    Voice voice_;
     FileQuestion& question_;
     std::function<void()> showDisplay_;
     RaceControl draft_;

@@ -1,15 +1,13 @@
 #include "instruments/boat_graphs.h"
 
 #include <cmath>
-#include <optional>
 #include <string>
 #include <utility>
 
-#include "base/dates.h"
-#include "base/numbers.h"
 #include "instruments/graph_axes.h"
 #include "instruments/page_text.h"
-#include "instruments/time_axis.h"
+#include "map/screen_geometry.h"
+#include "session/boat_colours.h"
 
 namespace keelview {
 
@@ -28,12 +26,6 @@ constexpr Colour WindRed = Rgb(255, 128, 128);
 constexpr Colour WindArea = Rgb(255, 225, 225);
 constexpr Colour PaleBoat = Rgb(225, 225, 225);
 constexpr Colour ReciprocalGrey = Rgb(128, 128, 128);
-constexpr Colour StartFinishGreen = Rgb(0, 255, 0);
-
-/// Seconds between two moments, held inside an int; 0 if one is missing.
-int SecondsBetween(const std::optional<CivilTime>& from, const std::optional<CivilTime>& to) {
-    return from && to ? FloorToInt(static_cast<double>(*to - *from)) : 0;
-}
 
 /// Leaves of each run of points in the same row of pixels the two that stand furthest apart, the one nearer
 /// to the row before first: the same picture, as the line fills the row between them, from a fraction of
@@ -61,10 +53,6 @@ void ThinRows(std::vector<Point>& line) {
     line.resize(kept);
 }
 
-PixelPoint Pixel(const Point& at) {
-    return {FloorToInt(at.X + 0.5), FloorToInt(at.Y + 0.5)};
-}
-
 /// The colour of the time grid's line number i: every 10, 30 and 60 minutes stand out.
 Colour GridColour(int i) {
     if (i % 12 == 0) return Red;
@@ -81,41 +69,43 @@ std::string GridLabel(int i) {
 
 }  // namespace
 
-BoatGraphs::BoatGraphs(AppState& app, RaceDisp& form) : app_(app), form_(form) {}
+void BoatGraphs::Repaint(Changed changed) {
+    const Changed mine =
+        Changed::Race | Changed::Boats | Changed::Wind | Changed::Size | Changed::Focus | Changed::Mode;
+    if (app_.shown.ViewMode == ViewKind::Graph && Any(changed, mine)) Draw();
+}
 
-void BoatGraphs::DrawBoatGraphs() {
+void BoatGraphs::Show(const Moment& now) {
+    if (app_.shown.ViewMode != ViewKind::Graph || app_.shown.PointerOnTimeBar) return;
+    const double y = Axis().Y(now.Time);
+    form_.Line1.Place(CompassLeft, y, form_.GPIC.Width(), y);
+}
+
+void BoatGraphs::Draw() {
     Surface& page = form_.GPIC;
-    SettleSpan();
-    bottom_ = page.Height() - BottomMargin;
     PlaceWindButton();
     page.Cls();
     page.FontSize = 9 * app_.settings.FontScale;
     page.DrawWidth = 1;
-    app_.display.GraphTimeScale = GraphTimeScaleOf(app_.race, page.Height());
     DrawGround();
-    const bool timed = app_.display.GraphTimeScale > 0;
-    if (HasWind() && timed) DrawWindSpeed();
-    dirOffset_ = GraphDirOffset(app_.race);
+    const bool timed = !Axis().Empty();
+    const bool hasWind = HasWindFile(app_.race);
+    if (hasWind && timed) DrawWindSpeed();
     DrawDirectionGrid();
     DrawSpeedGrid();
-    if (dirOffset_ < 0) dirOffset_ += 360.0;
     if (!timed) return;
     DrawTimeGrid();
     for (const bool course : {true, false})
         for (const bool inFocus : {false, true}) DrawBoats(inFocus, course);
-    if (HasWind()) {
+    if (hasWind) {
         DrawWindDirection(0, Black);
         DrawWindDirection(180, ReciprocalGrey);
     }
     DrawStartAndFinish();
 }
 
-void BoatGraphs::SettleSpan() {
-    RaceControl& race = app_.race;
-    if (race.ReplaySpan != 0) return;
-    race.ReplaySpan = SecondsBetween(race.DataFromTime, race.DataToTime);
-    race.RaceDuration =
-        SecondsBetween(ParseDateTime(race.StartTimeText), ParseDateTime(race.FinishTimeText));
+double BoatGraphs::ChartBottom() const {
+    return form_.GPIC.Height() - BottomMargin;
 }
 
 void BoatGraphs::PlaceWindButton() {
@@ -124,36 +114,34 @@ void BoatGraphs::PlaceWindButton() {
     form_.Command12.Show();
 }
 
-double BoatGraphs::Y(double seconds) const {
-    return TimeToY(app_.race, app_.display.GraphTimeScale, seconds);
-}
-
 bool BoatGraphs::InRace(double seconds) const {
     return seconds >= EarliestShown && seconds < app_.race.RaceDuration;
 }
 
 void BoatGraphs::DrawGround() {
     Surface& page = form_.GPIC;
-    page.FilledBox(CompassLeft, ChartTop, CompassRight, bottom_, White);
-    page.FilledBox(SpeedAxisLeft, ChartTop, SpeedAxisRight, bottom_, White);
+    const bool hasWind = HasWindFile(app_.race);
+    page.FilledBox(CompassLeft, ChartTop, CompassRight, ChartBottom(), White);
+    page.FilledBox(SpeedAxisLeft, ChartTop, SpeedAxisRight, ChartBottom(), White);
     page.ForeColor = Black;
     PrintCentred(page, (CompassLeft + CompassRight) / 2, 10,
-                 HasWind() ? "BCO (Mag) & TWD(Mag) " : "BCO (Mag)");
-    PrintCentred(page, (SpeedAxisLeft + SpeedAxisRight) / 2, 10, HasWind() ? "BSP & TWS" : "BSP");
+                 hasWind ? "BCO (Mag) & TWD(Mag) " : "BCO (Mag)");
+    PrintCentred(page, (SpeedAxisLeft + SpeedAxisRight) / 2, 10, hasWind ? "BSP & TWS" : "BSP");
 }
 
 void BoatGraphs::DrawWindSpeed() {
     Surface& page = form_.GPIC;
+    const TimeAxis axis = Axis();
     page.Fill = FillStyle::Solid;
     page.FillColor = WindArea;
     page.ForeColor = WindArea;
     Point last;
-    for (int i = 1; i <= app_.wind.WindCount; ++i) {
-        const Point at{WindSpeedToX(app_.wind.WindSpeeds[i].value_or(0.0)), Y(app_.wind.WindTimes[i])};
-        if (i > 1) {
-            if (last.Y < bottom_) {
-                const PixelPoint corners[] = {Pixel(at), Pixel(last), Pixel({SpeedAxisLeft, last.Y}),
-                                              Pixel({SpeedAxisLeft, at.Y})};
+    for (int sample = 1; sample <= app_.wind.Count(); ++sample) {
+        const WindSample& wind = app_.wind[sample];
+        const Point at{WindSpeedToX(wind.WindSpeed.value_or(0.0)), axis.Y(wind.WindTime)};
+        if (sample > 1) {
+            if (last.Y < ChartBottom()) {
+                const Point corners[] = {at, last, {SpeedAxisLeft, last.Y}, {SpeedAxisLeft, at.Y}};
                 page.Polygon(corners);
             }
             page.Line(at.X, at.Y, last.X, last.Y, WindRed);
@@ -165,35 +153,39 @@ void BoatGraphs::DrawWindSpeed() {
 
 void BoatGraphs::DrawDirectionGrid() {
     Surface& page = form_.GPIC;
+    // Not wrapped, unlike that of boats and wind: the direction at both edges has its line at the right
+    // one.
+    const double offset = app_.race.WindDirection - 90.0;
     for (int i = 0; i <= 35; ++i) {
-        const double x = DirectionToX(dirOffset_, i * 10);
-        page.Line(x, ChartTop, x, bottom_, i % 3 == 0 ? CompassBlue : GridGrey);
+        const double x = DirectionToX(offset, i * 10);
+        page.Line(x, ChartTop, x, ChartBottom(), i % 3 == 0 ? CompassBlue : GridGrey);
     }
     for (int i = 0; i <= 33; i += 3)
-        PrintCentred(page, DirectionToX(dirOffset_, i * 10), bottom_ + 4, std::to_string(i * 10));
+        PrintCentred(page, DirectionToX(offset, i * 10), ChartBottom() + 4, std::to_string(i * 10));
 }
 
 void BoatGraphs::DrawSpeedGrid() {
     Surface& page = form_.GPIC;
     for (int i = 0; i <= 10; ++i) {
         const double x = SpeedToX(i);
-        page.Line(x, ChartTop, x, bottom_, i % 5 == 0 ? SpeedGreen : GridGrey);
-        PrintCentred(page, x, bottom_ + 4, std::to_string(i));
+        page.Line(x, ChartTop, x, ChartBottom(), i % 5 == 0 ? SpeedGreen : GridGrey);
+        PrintCentred(page, x, ChartBottom() + 4, std::to_string(i));
         page.ForeColor = WindRed;
-        PrintCentred(page, x, bottom_ + 20, std::to_string(i * 2));
+        PrintCentred(page, x, ChartBottom() + 20, std::to_string(i * 2));
         page.ForeColor = Black;
     }
 }
 
 void BoatGraphs::DrawTimeGrid() {
     Surface& page = form_.GPIC;
+    const TimeAxis axis = Axis();
     // A race of days has lines for whole hours, half days and so on, so that the grid never gets denser
     // than the pixels are.
     int step = 1;
     const int last = app_.race.RaceDuration / GridSeconds;
-    while (step < last && app_.display.GraphTimeScale * GridSeconds * step < NarrowestGrid) step *= 12;
+    while (step < last && axis.Scale() * GridSeconds * step < NarrowestGrid) step *= 12;
     for (int i = 0; i <= last; i += step) {
-        const double y = Y(static_cast<double>(i) * GridSeconds);
+        const double y = axis.Y(static_cast<double>(i) * GridSeconds);
         page.Line(CompassLeft + 1, y, CompassRight - 1, y, GridColour(i));
         page.Line(SpeedAxisLeft + 1, y, SpeedAxisRight - 1, y, GridColour(i));
         page.PrintAt(5, y - 5, GridLabel(i));
@@ -202,43 +194,46 @@ void BoatGraphs::DrawTimeGrid() {
 
 void BoatGraphs::DrawBoats(bool inFocus, bool course) {
     std::vector<Point> line;
-    for (int boat = app_.race.BoatCount; boat >= 1; --boat) {
-        if (form_.Bnam[boat - 1].Value() != inFocus) continue;
+    for (int boat = app_.tracks.Boats.Count(); boat >= 1; --boat) {
+        if (form_.InFocus(boat) != inFocus) continue;
         TraceBoat(boat, course, line);
         ThinRows(line);
-        form_.GPIC.Polyline(line, inFocus ? app_.display.BoatColour[boat] : PaleBoat);
+        form_.GPIC.Polyline(line, inFocus ? BoatColour(boat) : PaleBoat);
     }
 }
 
 void BoatGraphs::TraceBoat(int boat, bool course, std::vector<Point>& line) const {
     line.clear();
-    const auto& times = app_.tracks.TrackTime[boat];
-    const auto& values = (course ? app_.tracks.TrackCourse : app_.tracks.TrackSpeed)[boat];
-    for (int point = 1; point <= app_.tracks.TrackPointCount[boat]; ++point) {
-        if (!InRace(times[point])) continue;
-        const double x = course ? DirectionToX(dirOffset_, values[point] - app_.race.MagVariation)
-                                : SpeedToX(values[point]);
-        line.push_back({x, Y(times[point])});
+    const TimeAxis axis = Axis();
+    const double offset = GraphDirOffset(app_.race);
+    const Track& track = app_.tracks.Boats[boat];
+    for (int fix = 1; fix <= track.Count(); ++fix) {
+        const double time = track.TrackTime[fix];
+        if (!InRace(time)) continue;
+        const double x = course ? DirectionToX(offset, track.TrackCourse[fix] - app_.race.MagVariation)
+                                : SpeedToX(track.TrackSpeed[fix]);
+        line.push_back({x, axis.Y(time)});
     }
 }
 
 void BoatGraphs::DrawWindDirection(double turn, Colour colour) {
+    const TimeAxis axis = Axis();
+    const double offset = GraphDirOffset(app_.race);
     std::vector<Point> run;
-    for (int i = 1; i <= app_.wind.WindCount; ++i) {
+    for (const WindSample& sample : app_.wind) {
         // Each sample ends a segment only while it lies in the race, but always starts the next one.
-        if (!InRace(app_.wind.WindTimes[i])) {
+        if (!InRace(sample.WindTime)) {
             if (run.size() > 1) form_.GPIC.Polyline(run, colour);
             run.clear();
         }
-        run.push_back(
-            {DirectionToX(dirOffset_, app_.wind.WindDirections[i] + turn), Y(app_.wind.WindTimes[i])});
+        run.push_back({DirectionToX(offset, sample.WindDirection + turn), axis.Y(sample.WindTime)});
     }
     if (run.size() > 1) form_.GPIC.Polyline(run, colour);
 }
 
 void BoatGraphs::DrawStartAndFinish() {
-    for (const double y : {Y(0), TimeAxisMargin})
-        form_.GPIC.Line(0, y, form_.MapSide(), y, StartFinishGreen);
+    for (const double y : {Axis().Y(0), TimeAxis::Margin})
+        form_.GPIC.Line(0, y, form_.MapSide(), y, StartFinishColour);
 }
 
 }  // namespace keelview

@@ -2,28 +2,29 @@
 
 #include <vector>
 
+#include "instruments/time_axis.h"
 #include "session/app_state.h"
+#include "session/instrument.h"
 #include "session/race_disp.h"
 
 namespace keelview {
 
 /// The graphs GPIC: two strip charts side by side with time running up the page. Left the course over
 /// ground of each boat on a compass axis placed by the race's wind, right its speed; with a wind file the
-/// wind's direction lies over the left chart and its speed under the right one. What is drawn stays until
-/// the next drawing; nothing of it follows the clock.
-class BoatGraphs {
+/// wind's direction lies over the left chart and its speed under the right one. Of what is drawn nothing
+/// follows the clock but a horizontal line.
+class BoatGraphs : public Instrument {
   public:
-    BoatGraphs(AppState& app, RaceDisp& form);
+    BoatGraphs(const AppState& app, RaceDisp& form) : app_(app), form_(form) {}
 
-    /// Clears GPIC and draws everything, boats in focus over the others. A race without a span gets axes
-    /// without anything placed in time, and GraphTimeScale 0.
-    void DrawBoatGraphs();
-
-    /// The direction at the left edge of the compass axis, as the boats and the wind were drawn last.
-    double DirOffset() const { return dirOffset_; }
+    /// While the graphs are shown: draws everything, boats in focus over the others. A race without a span
+    /// gets axes without anything placed in time.
+    void Repaint(Changed changed) override;
+    /// Moves the line Line1 of the moment, unless the time bar has it under its pointer.
+    void Show(const Moment& now) override;
 
   private:
-    void SettleSpan();
+    void Draw();
     void PlaceWindButton();
     void DrawGround();
     void DrawWindSpeed();
@@ -34,14 +35,12 @@ class BoatGraphs {
     void TraceBoat(int boat, bool course, std::vector<Point>& line) const;
     void DrawWindDirection(double turn, Colour colour);
     void DrawStartAndFinish();
-    bool HasWind() const { return !app_.race.WindFileName.empty(); }
     bool InRace(double seconds) const;
-    double Y(double seconds) const;
+    TimeAxis Axis() const { return {app_.race, form_.GPIC.Height()}; }
+    double ChartBottom() const;
 
-    AppState& app_;
+    const AppState& app_;
     RaceDisp& form_;
-    double bottom_ = 0.0;  ///< y of the lower edge of the charts
-    double dirOffset_ = 0.0;
 };
 
 }  // namespace keelview

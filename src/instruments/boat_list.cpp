@@ -1,8 +1,14 @@
 #include "instruments/boat_list.h"
 
-#include "base/bilingual.h"
-#include "map/replay_frame.h"
-#include "session/replay_clock.h"
+#include <algorithm>
+#include <string>
+#include <utility>
+
+#include "analysis/track_derivation.h"
+#include "base/dates.h"
+#include "base/numbers.h"
+#include "map/boat_label.h"
+#include "session/boat_colours.h"
 
 namespace keelview {
 
@@ -20,8 +26,12 @@ constexpr Text AllHint{"Click to focus all boats", "ここをクリックする�
 
 }  // namespace
 
-BoatList::BoatList(AppState& app, RaceDisp& form, ViewSwitch& views)
-    : app_(app), form_(form), views_(views) {
+BoatList::BoatList(RaceSession& session)
+    : app_(session.App()),
+      form_(session.Display()),
+      stage_(session.TheStage()),
+      film_(session.TheFilm()),
+      voice_(session.TheVoice()) {
     form_.Label5.OnClick = [this] { Label5_Click(); };
     form_.Label5.OnMouseMove = [this](const MouseEvent&) { Label5_MouseMove(); };
     form_.Picture5.OnMouseMove = [this](const MouseEvent&) { Picture5_MouseMove(); };
@@ -30,8 +40,25 @@ BoatList::BoatList(AppState& app, RaceDisp& form, ViewSwitch& views)
     form_.OnMouseMove = [this](const MouseEvent&) { Form_MouseMove(); };
 }
 
+void BoatList::Repaint(Changed changed) {
+    if (Any(changed, Changed::Boats)) {
+        ConnectRows();
+        focusing_ = true;
+        for (int row = 0; row < app_.race.Boats.Count(); ++row) {
+            form_.Bnam[row].SetValue(true);
+            form_.Maru[row].SetValue(false);
+        }
+        focusing_ = false;
+    }
+    if (Any(changed, Changed::Boats | Changed::Race)) FillRows();
+    // Boats in focus have broader bars.
+    if (Any(changed, Changed::Focus)) speedShown_.Assign(app_.race.Boats.Count(), 0.0);
+}
+
+/// Rows that were there before are connected already.
 void BoatList::ConnectRows() {
-    for (int row = 0; row < app_.race.BoatCount; ++row) {
+    const int boats = app_.race.Boats.Count();
+    for (int row = std::min(connectedRows_, boats); row < boats; ++row) {
         CheckBox& name = form_.Bnam[row];
         name.OnClick = [this] { Bnam_Click(); };
         name.OnMouseUp = [this, row](const MouseEvent& event) { Bnam_MouseUp(row, event.Button); };
@@ -40,40 +67,83 @@ void BoatList::ConnectRows() {
         form_.Maru[row].OnMouseMove = [this, row](const MouseEvent&) { Maru_MouseMove(row); };
         form_.Boat[row].OnMouseMove = [this, row](const MouseEvent&) { Boat_MouseMove(row); };
     }
+    connectedRows_ = boats;
+}
+
+void BoatList::FillRows() {
+    form_.Picture8.Cls();
+    speedShown_.Assign(app_.race.Boats.Count(), 0.0);
+    for (int boat = 1; boat <= app_.race.Boats.Count(); ++boat) {
+        CheckBox& name = form_.Bnam[boat - 1];
+        name.SetBackColor(BoatColour(boat));
+        name.SetForeColor(White);
+        name.SetCaption(app_.race.Boats[boat].BoatName);
+        form_.Text5[boat - 1].SetText("");
+        form_.Text6[boat - 1].SetText("");
+    }
+}
+
+void BoatList::Show(const Moment& now) {
+    if (!now.BoatInView) return;
+    if (const auto& start = app_.race.Start.At())
+        form_.Text1.SetText(DateTimeText(*start + FloorToInt(now.Time)));
+    for (int boat = 1; boat <= now.Boats.Count(); ++boat) ShowRow(boat, now.Boats[boat]);
+}
+
+void BoatList::ShowRow(int boat, const BoatMoment& moment) {
+    const double speed = moment.IsSomewhere() ? moment.On.Speed : 0.0;
+    const bool isNew = moment.IsSomewhere() ? speed > 0 && speed != speedShown_[boat]
+                                            : !form_.Text5[boat - 1].Text().empty();
+    if (isNew) ShowSpeed(boat, moment);
+    speedShown_[boat] = speed;
+}
+
+void BoatList::ShowSpeed(int boat, const BoatMoment& moment) {
+    const int row = boat - 1;
+    Surface& panel = form_.Picture8;
+    const double left = form_.Text5[0].Left() + form_.Text5[0].Width() + 2;
+    const double top = form_.Bnam[row].Top();
+    panel.FilledBox(left, top, left + 150, top + 13, ButtonFace);
+    const bool somewhere = moment.IsSomewhere();
+    form_.Text6[row].SetText(somewhere ? WholeText(moment.TrueWindAngle) : "");
+    form_.Text5[row].SetText(somewhere ? SpeedText(moment.On.Speed) : "");
+    if (!somewhere) return;
+    const double right = left + moment.On.Speed * SpeedBarScale(app_.tracks.TypicalSpeed);
+    const bool inFocus = form_.InFocus(boat);
+    panel.FilledBox(left, top + (inFocus ? 0 : 4), right, top + (inFocus ? 9 : 5), BoatColour(boat));
 }
 
 // The left button or the space bar.
 void BoatList::Bnam_Click() {
-    if (focusing_ || !app_.display.BoatControlsBuilt) return;
+    if (focusing_) return;
     bool anyFocused = false;
-    for (int row = 0; row < app_.race.BoatCount; ++row) anyFocused = anyFocused || form_.Bnam[row].Value();
+    for (int boat = 1; boat <= app_.race.Boats.Count(); ++boat)
+        anyFocused = anyFocused || form_.InFocus(boat);
     FocusOn([&](int row) { return anyFocused ? form_.Bnam[row].Value() : row == 0; });
-    views_.RedrawView();
 }
 
 void BoatList::Bnam_MouseUp(int row, MouseButton button) {
     if (button == MouseButton::Left) return;  // the tick has told itself
     FocusOn([row](int other) { return other == row; });
-    views_.RedrawView();
 }
 
 void BoatList::Maru_Click() {
-    if (!app_.display.BoatControlsBuilt) return;
+    if (focusing_) return;
     FocusOn([this](int row) { return form_.Bnam[row].Value(); });
 }
 
 void BoatList::Label5_Click() {
     FocusOn([](int) { return true; });
-    if (app_.display.ViewMode == ViewKind::Map) form_.HScroll2.SetValue(100);
-    views_.RedrawView();
+    if (app_.shown.ViewMode == ViewKind::Map) form_.HScroll2.SetValue(100);
 }
 
 /// Ticks the boats that are in focus; a boat with a ring always is.
 void BoatList::FocusOn(const std::function<bool(int row)>& inFocus) {
     focusing_ = true;
-    for (int row = 0; row < app_.race.BoatCount; ++row)
+    for (int row = 0; row < app_.race.Boats.Count(); ++row)
         form_.Bnam[row].SetValue(inFocus(row) || form_.Maru[row].Value());
     focusing_ = false;
+    stage_.Repaint(Changed::Focus);
 }
 
 void BoatList::Bnam_MouseMove(int row) {
@@ -84,78 +154,74 @@ void BoatList::Bnam_MouseMove(int row) {
         return;
     }
     constexpr double Width = 240.0;
-    const double height = app_.settings.UseEnglish ? 62 : 70;
+    const double height = voice_.English() ? 62 : 70;
     const double rowTop = form_.Bnam[row].Top() + form_.Picture8.Top();
     const double above = rowTop - height - 5;
-    ShowListHint(FocusHint.In(app_.settings.UseEnglish), {.Left = form_.Picture8.Left() + 5,
-                                                          .Top = above < 0 ? rowTop + 25 : above,
-                                                          .Width = Width,
-                                                          .Height = height});
+    ShowListHint(FocusHint, {.Left = form_.Picture8.Left() + 5,
+                             .Top = above < 0 ? rowTop + 25 : above,
+                             .Width = Width,
+                             .Height = height});
     PointAtBoat(row);
 }
 
 void BoatList::Maru_MouseMove(int row) {
     constexpr double Width = 240.0;
-    ShowListHint(RingHint.In(app_.settings.UseEnglish),
-                 {.Left = form_.Picture8.Left() + 235 - Width,
-                  .Top = form_.Maru[row].Top() + form_.Picture8.Top() + 20,
-                  .Width = Width,
-                  .Height = 30});
+    ShowListHint(RingHint, {.Left = form_.Picture8.Left() + 235 - Width,
+                            .Top = form_.Maru[row].Top() + form_.Picture8.Top() + 20,
+                            .Width = Width,
+                            .Height = 30});
     PointAtBoat(row);
 }
 
 void BoatList::Label5_MouseMove() {
-    const double width = app_.settings.UseEnglish ? 140 : 240;
-    ShowListHint(AllHint.In(app_.settings.UseEnglish), {.Left = form_.Picture8.Left() - width - 5,
-                                                        .Top = form_.Label5.Top() + form_.Picture8.Top(),
-                                                        .Width = width,
-                                                        .Height = 18});
-    app_.display.HoverBoat = -1;
+    const double width = voice_.English() ? 140 : 240;
+    ShowListHint(AllHint, {.Left = form_.Picture8.Left() - width - 5,
+                           .Top = form_.Label5.Top() + form_.Picture8.Top(),
+                           .Width = width,
+                           .Height = 18});
+    Hover(0);
     form_.Text8.Hide();
 }
 
-void BoatList::ShowListHint(std::string_view hint, const HintPlace& place) {
-    if (app_.display.HintsOn) ShowHint(form_.Text7, hint, place);
+void BoatList::ShowListHint(const Text& hint, const HintPlace& place) {
+    if (form_.Check3.Value()) ShowHint(form_.Text7, voice_.In(hint), place);
 }
 
-/// The boat of a row gets its ring at the next frame, and its label at once.
+/// The boat of a row gets its ring, and its label at once.
 void BoatList::PointAtBoat(int row) {
-    app_.display.HoverBoat = row;
-    if (app_.display.ViewMode != ViewKind::Map) return;
-    if (app_.fleet.BoatLatNow[row + 1] <= 0) {  // it is nowhere at this moment
+    const int boat = row + 1;
+    Hover(boat);
+    if (app_.shown.ViewMode != ViewKind::Map) return;
+    if (!app_.now.Boats[boat].IsSomewhere()) {
         form_.Text8.Hide();
         return;
     }
-    const Sprite& boat = form_.Boat[row];
-    const std::string label = NameAndSpeed(row);
+    const Sprite& sprite = form_.Boat[row];
+    const std::string label = LabelOf(boat);
     const double width = form_.Text8.TextWidth(label);
-    const double right = boat.Left() + boat.Width();
+    const double right = sprite.Left() + sprite.Width();
     const bool fits = right + 6 + width + 13 <= form_.MapSide();
-    form_.Text8.SetForeColor(ColourOf(row));
+    form_.Text8.SetForeColor(BoatColour(boat));
     form_.Text8.SetText(label);
-    form_.Text8.Move(fits ? right + 6 : boat.Left() - width - 15, boat.Top(), width + 6, 17);
+    form_.Text8.Move(fits ? right + 6 : sprite.Left() - width - 15, sprite.Top(), width + 6, 17);
     form_.Text8.Show();
 }
 
 void BoatList::Boat_MouseMove(int row) {
-    if (!app_.display.HintsOn) return;
-    const Sprite& boat = form_.Boat[row];
-    const std::string label = NameAndSpeed(row);
+    if (!form_.Check3.Value()) return;
+    const Sprite& sprite = form_.Boat[row];
+    const std::string label = LabelOf(row + 1);
     const double width = form_.Text7.TextWidth(label);
     ShowHint(form_.Text7, label,
-             {.Left = boat.Left() - width / 2 + SpriteSide / 2,
-              .Top = boat.Top() - 15,
+             {.Left = sprite.Left() - width / 2 + SpriteSide / 2,
+              .Top = sprite.Top() - 15,
               .Width = width + 10,
               .Height = 17});
-    form_.Text7.SetForeColor(ColourOf(row));
+    form_.Text7.SetForeColor(BoatColour(row + 1));
 }
 
-std::string BoatList::NameAndSpeed(int row) const {
-    return app_.race.BoatName[row + 1] + "(" + ShownSpeed(app_, row + 1) + ")";
-}
-
-Colour BoatList::ColourOf(int row) const {
-    return app_.display.BoatColour[row + 1];
+std::string BoatList::LabelOf(int boat) const {
+    return NameAndSpeed(app_.race.Boats[boat].BoatName, app_.now.Boats[boat], "");
 }
 
 void BoatList::Picture5_MouseMove() {
@@ -182,15 +248,21 @@ void BoatList::Form_MouseMove() {
 }
 
 void BoatList::EnterPanel() {
-    ResumeFilm(app_, form_);
+    film_.Release(Film::Hold::MapClick);
     PointAtNothing();
     form_.Text7.SetBackColor(White);
 }
 
 /// No boat of the list and no moment of the time bar is under the pointer.
 void BoatList::PointAtNothing() {
-    app_.display.PointerOnTimeBar = false;
-    app_.display.HoverBoat = -1;
+    Hover(0);
+    // The markers go back from the moment under the pointer to that of the film.
+    if (std::exchange(app_.shown.PointerOnTimeBar, false)) stage_.Repaint(Changed::Nothing);
+}
+
+/// The ring of the boat under the pointer comes and goes also while the film stands.
+void BoatList::Hover(int boat) {
+    if (std::exchange(app_.shown.HoverBoat, boat) != boat) stage_.Repaint(Changed::Nothing);
 }
 
 void BoatList::HideHints() {

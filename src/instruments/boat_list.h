@@ -1,28 +1,36 @@
 #pragma once
 
 #include <functional>
-#include <string>
 #include <string_view>
 
+#include "base/bilingual.h"
+#include "base/one_based.h"
 #include "display/hint_box.h"
-#include "instruments/view_switch.h"
-#include "session/app_state.h"
-#include "session/race_disp.h"
+#include "session/instrument.h"
+#include "session/race_session.h"
 
 namespace keelview {
 
-/// The list of boats as a way to pick some out: the boats that are ticked are in focus. The pointer on a
-/// row or on a boat of the map names the boat. Over the list the panel rises, elsewhere in its column it
-/// sinks.
-class BoatList {
+/// The list of boats: name, speed and wind angle of each at the moment, and the way to pick some out. The
+/// boats that are ticked are in focus. The pointer on a row or on a boat of the map names the boat. Over
+/// the list the panel rises, elsewhere in its column it sinks.
+class BoatList : public Instrument {
   public:
-    /// `views` draws what a change of focus shows.
-    BoatList(AppState& app, RaceDisp& form, ViewSwitch& views);
+    explicit BoatList(RaceSession& session);
 
-    /// After each load of a race, when the rows and sprites of all boats stand.
-    void ConnectRows();
+    /// Fills the rows for a race that was loaded; all boats are in focus and without a ring when they are
+    /// others than before.
+    void Repaint(Changed changed) override;
+    /// The date and time of the moment, and the speed bars and numbers of all boats; as they are while no
+    /// boat is in view.
+    void Show(const Moment& now) override;
 
   private:
+    void ConnectRows();
+    void FillRows();
+    void ShowRow(int boat, const BoatMoment& moment);
+    void ShowSpeed(int boat, const BoatMoment& moment);
+
     void Bnam_Click();
     void Bnam_MouseUp(int row, MouseButton button);
     void Bnam_MouseMove(int row);
@@ -39,15 +47,19 @@ class BoatList {
     void EnterPanel();
     void PointAtNothing();
     void HideHints();
-    void ShowListHint(std::string_view hint, const HintPlace& place);
+    void ShowListHint(const Text& hint, const HintPlace& place);
     void PointAtBoat(int row);
-    std::string NameAndSpeed(int row) const;
-    Colour ColourOf(int row) const;
+    void Hover(int boat);
+    std::string LabelOf(int boat) const;
 
     AppState& app_;
     RaceDisp& form_;
-    ViewSwitch& views_;
-    bool focusing_ = false;  ///< the program itself ticks boats
+    Stage& stage_;
+    Film& film_;
+    const Voice& voice_;
+    int connectedRows_ = 0;
+    bool focusing_ = false;        ///< the program itself ticks boats
+    OneBased<double> speedShown_;  ///< knots, of the bar of each boat; 0 where there is none
 };
 
 }  // namespace keelview

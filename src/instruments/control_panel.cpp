@@ -2,64 +2,45 @@
 
 #include <string>
 
-#include "base/bilingual.h"
-#include "base/files.h"
-#include "map/sea_colours.h"
-#include "session/save_race.h"
+#include "session/documents.h"
 
 namespace keelview {
 
-ControlPanel::ControlPanel(AppState& app, Services& services, RaceSession& session)
-    : app_(app),
-      form_(session.Display()),
-      services_(services),
-      session_(session),
-      chart_(session.TheChart()) {
+namespace {
+
+constexpr Text AlreadyShown{"Choose Other File", "既に表示されています"};
+
+}  // namespace
+
+ControlPanel::ControlPanel(RaceSession& session)
+    : session_(session), app_(session.App()), form_(session.Display()), stage_(session.TheStage()) {
     form_.Command9.OnClick = [this] { Command9_Click(); };
     form_.Check1.OnClick = [this] { Check1_Click(); };
-    form_.Check3.OnClick = [this] { app_.display.HintsOn = form_.Check3.Value(); };
     form_.Check5.OnClick = [this] { Check5_Click(); };
     form_.Check6.OnClick = [this] { Check6_Click(); };
-    form_.Check7.OnClick = [this] { RedrawMap(); };
-    form_.Check8.OnClick = [this] { Check8_Click(); };
+    for (CheckBox* layer : {&form_.Check4, &form_.Check7, &form_.Check8, &form_.Check9, &form_.Check10})
+        layer->OnClick = [this] { stage_.Repaint(Changed::Layers); };
     form_.HScroll2.OnChange = [this] { HScroll2_Change(); };
-    form_.Option2.OnMouseUp = [this](const MouseEvent&) { Option2_MouseUp(); };
-    form_.Option3.OnMouseUp = [this](const MouseEvent&) { Option3_MouseUp(); };
-    // By the keyboard too; when a race is loaded the options only say what holds.
+    // When a race is loaded the options only say what holds.
     form_.Option2.OnClick = [this] {
         if (!app_.race.NorthUp) TurnMap(true);
     };
     form_.Option3.OnClick = [this] {
         if (app_.race.NorthUp) TurnMap(false);
     };
-    form_.btnHATENA.OnClick = [this] { btnHATENA_Click(); };
-    form_.Label1.OnClick = [this] { Label1_Click(); };
-    form_.Command1.OnClick = [this] { form_.Close(); };
-    const auto cells = form_.ColourCells();
-    for (std::size_t cell = 0; cell < cells.size(); ++cell)
-        cells[cell]->OnClick = [this, cell] { BCOL_Click(cell); };
-}
-
-void ControlPanel::BCOL_Click(std::size_t cell) {
-    ChooseSeaColour(cell, app_, form_);
-    // What is drawn on the sea went with the old colour.
-    session_.TheInstruments().overview.DrawOverviewMap();
-    session_.TheInstruments().windPanel.UpdateWindPanel();
-    RedrawMap();
-}
-
-void ControlPanel::RedrawMap() {
-    if (!form_.Check5.Value()) chart_.DrawAll();  // auto trace repaints by itself
+    const auto open = [this](const std::string& target) {
+        OpenDocument(app_.settings, session_.TheServices(), target);
+    };
+    form_.btnHATENA.OnClick = [this, open] { open(ManualPath(app_.settings).string()); };
+    form_.Label1.OnClick = [open] { open(std::string(MakerAddress)); };
 }
 
 void ControlPanel::Check1_Click() {
-    if (form_.Check1.Value()) {
-        chart_.DrawTimePoints();
-        return;
+    if (!form_.Check1.Value()) {
+        app_.view.ZoomFactor = app_.view.ManualZoom;
+        stage_.Repaint(Changed::View);
     }
-    app_.view.ZoomFactor = app_.view.ManualZoom;
-    chart_.DrawBaseChart();
-    chart_.DrawCourse();
+    stage_.Repaint(Changed::Layers);
 }
 
 void ControlPanel::Check5_Click() {
@@ -73,63 +54,33 @@ void ControlPanel::Check5_Click() {
     form_.Picture12.SetVisible(autoTrace);
     if (autoTrace) {
         form_.Check2.SetValue(false);
-        form_.Picture1.Cls();
-        chart_.DrawCourse();
-        return;
+    } else {
+        form_.Command5.SetEnabled(CourseCanBeSet(app_.race));
+        app_.view.ZoomFactor = app_.view.ManualZoom;
     }
-    form_.Command5.SetEnabled(CourseCanBeSet(app_.race));
-    app_.view.ZoomFactor = app_.view.ManualZoom;
-    chart_.DrawAll();
+    stage_.Repaint(Changed::View | Changed::Layers);
 }
 
 void ControlPanel::Check6_Click() {
-    app_.display.ShowTracks = form_.Check6.Value();
-    RedrawMap();
-}
-
-void ControlPanel::Check8_Click() {
-    if (!form_.Check8.Value()) chart_.DrawBaseChart();
-    chart_.DrawCourse();
+    app_.shown.ShowTracks = form_.Check6.Value();
+    stage_.Repaint(Changed::Layers);
 }
 
 void ControlPanel::HScroll2_Change() {
     app_.view.AutoTraceZoom = form_.HScroll2.Value() / 100.0;
-}
-
-void ControlPanel::Option2_MouseUp() {
-    TurnMap(true);
-}
-
-void ControlPanel::Option3_MouseUp() {
-    TurnMap(false);
+    stage_.Repaint(Changed::Nothing);  // in auto trace the view follows
 }
 
 void ControlPanel::TurnMap(bool northUp) {
-    app_.race.NorthUp = northUp;
-    app_.view.ScreenUpDirection = northUp ? 0.0 : app_.race.WindDirection;
     form_.Check4.SetEnabled(!northUp);
-    chart_.DrawBaseChart();
-    chart_.DrawCourse();
-    session_.TheInstruments().overview.DrawOverviewMap();
-    session_.TheInstruments().windPanel.UpdateWindPanel();
-}
-
-void ControlPanel::btnHATENA_Click() {
-    const char* page = app_.settings.UseEnglish ? "help-e/index.html" : "help/index.html";
-    OpenDocument(app_, services_, FindBelow(app_.settings.AppPath, page).string());
-}
-
-void ControlPanel::Label1_Click() {
-    OpenDocument(app_, services_, std::string(MakerAddress));
+    session_.Changes().SetNorthUp(northUp);
 }
 
 void ControlPanel::Command9_Click() {
-    if (form_.Combo1.Text() == app_.race.RaceFileName) {
-        const Text said{"Choose Other File", "既に表示されています"};
-        services_.dialogs.Ok(said.In(app_.settings.UseEnglish), app_.settings.AppTitle);
-        return;
-    }
-    session_.OpenOtherRace(form_.Combo1.Text());
+    if (form_.Combo1.Text() == app_.race.RaceFileName)
+        session_.TheVoice().Say(AlreadyShown);
+    else
+        session_.OpenOtherRace(form_.Combo1.Text());
 }
 
 }  // namespace keelview

@@ -1,8 +1,8 @@
 #pragma once
 
-#include "instruments/leg_tables.h"
 #include "session/app_state.h"
 #include "session/race_disp.h"
+#include "session/stage.h"
 
 namespace keelview {
 
@@ -10,7 +10,10 @@ namespace keelview {
 /// leave it.
 class DataView {
   public:
-    DataView(AppState& app, RaceDisp& form, LegTables& tables);
+    DataView(AppState& app, RaceDisp& form, Stage& stage);
+
+    /// Shows the page with the chosen table, from its top.
+    void ShowPage();
 
   private:
     void Command11_Click();
@@ -19,8 +22,9 @@ class DataView {
 
     AppState& app_;
     RaceDisp& form_;
-    LegTables& tables_;
-    double dragY_ = 0.0;  ///< y on the page where the drag began, 0 while there is none
+    Stage& stage_;
+    ViewKind prevViewMode_ = ViewKind::Map;  ///< in which ShowPage last began: Data after another table
+    double dragY_ = 0.0;                     ///< y on the page where the drag began, 0 while there is none
 };
 
 }  // namespace keelview

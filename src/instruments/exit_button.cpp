@@ -2,9 +2,7 @@
 
 #include <string>
 
-#include "base/bilingual.h"
 #include "base/strings.h"
-#include "session/save_race.h"
 
 namespace keelview {
 
@@ -17,24 +15,22 @@ constexpr Text NameTitle{"Race Control File name", "レース管理ファイル�
 
 }  // namespace
 
-ExitButton::ExitButton(AppState& app, RaceDisp& form, Services& services)
-    : app_(app), form_(form), services_(services) {
-    form_.Command1.OnClick = [this] { Command1_Click(); };
+ExitButton::ExitButton(RaceSession& session) : session_(session) {
+    session_.Display().Command1.OnClick = [this] { Command1_Click(); };
 }
 
 void ExitButton::Command1_Click() {
-    if (OfferToSave()) form_.Close();
+    if (OfferToSave()) session_.Display().Close();
 }
 
 /// False if the race could not be saved under the name that the person gave.
 bool ExitButton::OfferToSave() {
-    const bool english = app_.settings.UseEnglish;
-    if (!app_.settings.EditMode || app_.race.RaceFileName.empty()) return true;
-    if (!services_.dialogs.YesNo(SaveQuestion.In(english), app_.settings.AppTitle)) return true;
-    const auto name =
-        services_.dialogs.Input(NamePrompt.In(english), NameTitle.In(english), app_.race.RaceFileName);
+    const AppState& app = session_.App();
+    const Voice& voice = session_.TheVoice();
+    if (!app.settings.EditMode || app.race.RaceFileName.empty() || !voice.Ask(SaveQuestion)) return true;
+    const auto name = voice.AskLine(NamePrompt, NameTitle, app.race.RaceFileName);
     const std::string given(Trim(name.value_or("")));
-    return given.empty() || SaveRaceAs(app_, services_, given);
+    return given.empty() || session_.Saver().SaveAs(given);
 }
 
 }  // namespace keelview

@@ -1,7 +1,6 @@
 #pragma once
 
-#include "session/app_state.h"
-#include "session/race_disp.h"
+#include "session/race_session.h"
 
 namespace keelview {
 
@@ -9,15 +8,13 @@ namespace keelview {
 /// first, under a name of the person's choice; a race that could not be saved keeps the display open.
 class ExitButton {
   public:
-    ExitButton(AppState& app, RaceDisp& form, Services& services);
+    explicit ExitButton(RaceSession& session);
 
   private:
     void Command1_Click();
     bool OfferToSave();
 
-    AppState& app_;
-    RaceDisp& form_;
-    Services& services_;
+    RaceSession& session_;
 };
 
 }  // namespace keelview

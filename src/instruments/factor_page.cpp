@@ -1,25 +1,23 @@
 #include "instruments/factor_page.h"
 
-#include <memory>
 #include <optional>
 #include <string_view>
 
 #include "analysis/leg_statistics.h"
 #include "base/strings.h"
-#include "instruments/leg_charts.h"
+#include "instruments/data_page.h"
 #include "instruments/page_text.h"
+#include "session/boat_colours.h"
 
 namespace keelview {
 
 namespace {
 
-constexpr double RowPitch = 36.0;
+constexpr double RowPitch = 36.0;  // three bars are higher than a line of a table
 constexpr double FirstRowTop = 127.0;
 constexpr double HeaderTop = 105.0;
 constexpr double AxisIndent = 93.0;
 
-constexpr Colour TitleColour = Rgb(192, 0, 0);
-constexpr Colour FocusColour = Rgb(192, 255, 255);
 constexpr Colour AxisColour = Rgb(0, 255, 255);
 
 constexpr Text Title{"<Speed and Dist factor>  <Time＝Dist/SPD>",
@@ -54,32 +52,29 @@ double RowTop(int boat) {
 }
 
 void DrawLegend(Surface& page, bool english) {
-    PrintColoured(page, TitleColour, 120, 25, Title.In(english));
+    PrintColoured(page, DataTitleColour, 120, 25, Title.In(english));
     for (const LegendLine& line : Legend) {
         page.FilledBox(50, line.Top, 90, line.Top + 10, line.BarColour);
-        PrintColoured(page, TitleColour, 100, line.Top, line.Words.In(english));
+        PrintColoured(page, DataTitleColour, 100, line.Top, line.Words.In(english));
     }
 }
 
-void DrawHeader(const AppState& app, Surface& page) {
-    const bool english = app.settings.UseEnglish;
+void DrawHeader(const RaceControl& race, bool english, Surface& page) {
     page.PrintAt(15, HeaderTop, BoatColumnTitle.In(english));
-    for (int entry = 1; entry <= app.race.CourseCount; ++entry) {
-        const std::string_view label =
-            entry == 1 ? WholeRace.In(english) : Trim(app.race.CourseOrder[entry]);
-        PrintRight(page, entry * AnaColWidth(app.race) + AxisIndent, HeaderTop, label);
+    for (int entry = 1; entry <= race.CourseOrder.Count(); ++entry) {
+        const std::string_view label = entry == 1 ? WholeRace.In(english) : Trim(race.CourseOrder[entry]);
+        PrintRight(page, entry * AnaColWidth(race) + AxisIndent, HeaderTop, label);
     }
 }
 
-void DrawRow(const AppState& app, RaceDisp& form, int boat) {
+void DrawRow(const RaceControl& race, RaceDisp& form, int boat) {
     Surface& page = form.PicTime;
     const double y = RowTop(boat);
-    const Colour colour = app.display.BoatColour[boat];
-    page.Box(8, y - 1, 100, y + 31, colour);
-    PrintColoured(page, colour, 10, y, app.race.BoatName[boat]);
-    if (!form.Bnam[boat - 1].Value()) return;
-    page.FilledBox(125, y - 1, 125 + AnaColWidth(app.race) * app.race.CourseCount + 30, y + 31,
-                   FocusColour);
+    page.Box(8, y - 1, 100, y + 31, BoatColour(boat));
+    PrintColoured(page, BoatColour(boat), 10, y, race.Boats[boat].BoatName);
+    if (!form.InFocus(boat)) return;
+    page.FilledBox(125, y - 1, 125 + AnaColWidth(race) * race.CourseOrder.Count() + 30, y + 31,
+                   DataFocusColour);
 }
 
 void DrawBar(Surface& page, const std::optional<double>& ratio, double axis, double scale, double top,
@@ -87,9 +82,8 @@ void DrawBar(Surface& page, const std::optional<double>& ratio, double axis, dou
     if (ratio) page.FilledBox(axis + LimitShare(*ratio) * scale, top, axis, top + 6, colour);
 }
 
-void DrawColumn(const AppState& app, Surface& page, const FactorColumn& column, double axis) {
-    const double scale = AnaColWidth(app.race) * 2;
-    for (int boat = 1; boat <= app.race.BoatCount; ++boat) {
+void DrawColumn(const FactorColumn& column, Surface& page, double axis, double scale) {
+    for (int boat = 1; boat <= column.Share.Count(); ++boat) {
         const FactorShare& share = column.Share[boat];
         if (!share.Counts) continue;
         const double y = RowTop(boat);
@@ -102,20 +96,22 @@ void DrawColumn(const AppState& app, Surface& page, const FactorColumn& column, 
 
 }  // namespace
 
-void DrawFactorAnalysis(const AppState& app, RaceDisp& form) {
+void DrawFactorAnalysis(const RaceControl& race, const MarkPasses& passes, bool useEnglish,
+                        RaceDisp& form) {
     Surface& page = form.PicTime;
-    if (app.race.CourseCount > MaxAnalysisEntries) {
-        PrintColoured(page, TitleColour, 120, 25, Title.In(app.settings.UseEnglish));
-        page.PrintAt(100, 45, CourseTooLongText(app.settings.UseEnglish));
+    const int entries = race.CourseOrder.Count();
+    if (entries > MaxAnalysisEntries) {
+        PrintColoured(page, DataTitleColour, 120, 25, Title.In(useEnglish));
+        page.PrintAt(100, 45, CourseTooLongText(useEnglish));
         return;
     }
-    DrawLegend(page, app.settings.UseEnglish);
-    DrawHeader(app, page);
-    for (int boat = 1; boat <= app.race.BoatCount; ++boat) DrawRow(app, form, boat);
-    const std::optional<FactorAnalysis> analysis = AnalyseFactors(app.race, app.passes);
+    DrawLegend(page, useEnglish);
+    DrawHeader(race, useEnglish, page);
+    for (int boat = 1; boat <= race.Boats.Count(); ++boat) DrawRow(race, form, boat);
+    const std::optional<FactorAnalysis> analysis = AnalyseFactors(race, passes);
     if (!analysis) return;
-    for (int entry = 1; entry <= app.race.CourseCount; ++entry)
-        DrawColumn(app, page, analysis->Column[entry], entry * AnaColWidth(app.race) + AxisIndent);
+    for (int entry = 1; entry <= entries; ++entry)
+        DrawColumn((*analysis)[entry], page, entry * AnaColWidth(race) + AxisIndent, AnaColWidth(race) * 2);
 }
 
 }  // namespace keelview

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "base/angles.h"
 #include "racedata/race_control.h"
 
 namespace keelview {
@@ -14,12 +15,13 @@ inline constexpr double SpeedAxisRight = 700.0;
 inline constexpr double PixelsPerKnot = 30.0;
 inline constexpr double PixelsPerWindKnot = 15.0;
 
-/// The direction at the left edge of the compass axis, -90 to 270 for a wind of 0 to 360 degrees.
+/// The direction at the left edge of the compass axis, 0 up to below 360.
 inline double GraphDirOffset(const RaceControl& race) {
-    return race.WindDirection - 90.0;
+    return WrapDirection(race.WindDirection - 90.0);
 }
 
-/// The x of a compass direction, with one wrap each way.
+/// The x of a compass direction, with one wrap each way; what lies at both edges is shown at the one that
+/// it comes to first.
 inline double DirectionToX(double dirOffset, double direction) {
     double x = direction - dirOffset + CompassLeft;
     if (x < CompassLeft) x += 360.0;
@@ -27,12 +29,9 @@ inline double DirectionToX(double dirOffset, double direction) {
     return x;
 }
 
-/// The compass direction under an x, 0 to 360.
+/// The compass direction under an x, 0 up to below 360.
 inline double DirectionUnderX(double dirOffset, double x) {
-    double direction = x - CompassLeft + dirOffset;
-    if (direction < 0.0) direction += 360.0;
-    if (direction > 360.0) direction -= 360.0;
-    return direction;
+    return WrapDirection(x - CompassLeft + dirOffset);
 }
 
 /// The x of a boat's speed, and of a wind speed.

@@ -8,7 +8,6 @@
 #include "base/numbers.h"
 #include "display/hint_box.h"
 #include "instruments/graph_axes.h"
-#include "instruments/time_axis.h"
 
 namespace keelview {
 
@@ -20,21 +19,22 @@ constexpr double HintWidth = 85.0;
 
 }  // namespace
 
-GraphCursors::GraphCursors(AppState& app, RaceDisp& form, const BoatGraphs& graphs, const WindEntry& entry)
-    : app_(app), form_(form), graphs_(graphs), entry_(entry) {
+GraphCursors::GraphCursors(const AppState& app, RaceDisp& form, Film& film)
+    : app_(app), form_(form), film_(film) {
     form_.GPIC.OnMouseMove = [this](const MouseEvent& event) { GPIC_MouseMove(event); };
 }
 
 void GraphCursors::GPIC_MouseMove(const MouseEvent& event) {
-    if (app_.display.GraphTimeScale == 0) return;
+    const TimeAxis axis(app_.race, form_.GPIC.Height());
+    if (axis.Empty()) return;
     form_.LowerBoatList();
-    if (!form_.Option7.Value() && !entry_.WindEntryMode()) form_.Timer1.SetEnabled(true);
+    film_.Release(Film::Hold::MapClick);
     if (event.X < CompassLeft || event.X > CursorRight) {
         HideCursors();
         return;
     }
     PlaceCursors(event.X, event.Y);
-    ShowWindHint(event.X, event.Y);
+    ShowWindHint(axis, event.X, event.Y);
 }
 
 void GraphCursors::HideCursors() {
@@ -53,16 +53,16 @@ void GraphCursors::PlaceCursors(double x, double y) {
 }
 
 bool GraphCursors::WindKnownAt(int seconds) const {
-    if (app_.race.WindFileName.empty()) return false;
+    if (!HasWindFile(app_.race)) return false;
     const int sample = FindWindSample(app_.wind, seconds);
-    return sample > 0 && sample < app_.wind.WindCount;
+    return sample > 0 && sample < app_.wind.Count();
 }
 
-void GraphCursors::ShowWindHint(double x, double y) {
-    const int seconds = TimeUnderY(app_.race, app_.display.GraphTimeScale, y);
-    const auto start = ParseDateTime(app_.race.StartTimeText);
+void GraphCursors::ShowWindHint(const TimeAxis& axis, double x, double y) {
+    const int seconds = axis.TimeUnder(y);
+    const auto& start = app_.race.Start.At();
     if (!start || !WindKnownAt(seconds)) return;
-    const std::string direction = SurfaceNumberText(DirectionUnderX(graphs_.DirOffset(), x));
+    const std::string direction = SurfaceNumberText(DirectionUnderX(GraphDirOffset(app_.race), x));
     ShowHint(form_.Text7, TimeOfDayText(*start + seconds) + " / " + direction,
              {.Left = std::max(x - HintWidth / 2 + form_.GPIC.Left(), 5.0),
               .Top = y - 30,

@@ -1,8 +1,8 @@
 #pragma once
 
-#include "instruments/boat_graphs.h"
-#include "instruments/wind_entry.h"
+#include "instruments/time_axis.h"
 #include "session/app_state.h"
+#include "session/film.h"
 #include "session/race_disp.h"
 
 namespace keelview {
@@ -12,19 +12,18 @@ namespace keelview {
 /// under it while there is wind.
 class GraphCursors {
   public:
-    GraphCursors(AppState& app, RaceDisp& form, const BoatGraphs& graphs, const WindEntry& entry);
+    GraphCursors(const AppState& app, RaceDisp& form, Film& film);
 
   private:
     void GPIC_MouseMove(const MouseEvent& event);
     void HideCursors();
     void PlaceCursors(double x, double y);
-    void ShowWindHint(double x, double y);
+    void ShowWindHint(const TimeAxis& axis, double x, double y);
     bool WindKnownAt(int seconds) const;
 
-    AppState& app_;
+    const AppState& app_;
     RaceDisp& form_;
-    const BoatGraphs& graphs_;
-    const WindEntry& entry_;
+    Film& film_;
 };
 
 }  // namespace keelview

@@ -7,13 +7,13 @@ namespace {
 using enum HintGate;
 
 /// A hint above its control that begins at the left of the control panel.
-ControlHint AtLeft(Control& of, HintGate gate, HintSize size, Text words) {
-    return {.Of = &of, .Gate = gate, .Size = size, .Words = words};
+ControlHint AtLeft(Control& owner, HintGate gate, HintSize size, Text words) {
+    return {.Owner = &owner, .Gate = gate, .Size = size, .Words = words};
 }
 
 /// A hint above its control that ends `inset` pixels before the right edge of the control panel.
-ControlHint AtRight(Control& of, HintGate gate, HintSize size, double inset, Text words) {
-    ControlHint hint = AtLeft(of, gate, size, words);
+ControlHint AtRight(Control& owner, HintGate gate, HintSize size, double inset, Text words) {
+    ControlHint hint = AtLeft(owner, gate, size, words);
     hint.Column = HintColumn::PanelRight;
     hint.Inset = inset;
     return hint;
@@ -114,7 +114,7 @@ std::vector<ControlHint> ColourCellHints(RaceDisp& form) {
 std::vector<ControlHint> DoorHints(RaceDisp& form) {
     ControlHint manual =
         AtLeft(form.btnHATENA, Always, {100, 17, 150}, {"Show HELP", "操作マニュアルを表示します。"});
-    manual.Column = HintColumn::Beside;
+    manual.Column = HintColumn::LeftOfControl;
     manual.Inset = 5;
     manual.Row = HintRow::Below;
     manual.Gap = 0;
@@ -170,7 +170,7 @@ double LeftOf(const ControlHint& hint, const RaceDisp& form, double controlLeft,
             return panelLeft + form.Picture7.Width() - width - hint.Inset;
         case HintColumn::OnControl:
             return controlLeft + hint.Inset;
-        case HintColumn::Beside:
+        case HintColumn::LeftOfControl:
             return controlLeft - width - hint.Inset;
     }
     return panelLeft;
@@ -186,12 +186,12 @@ std::vector<ControlHint> ControlHints(RaceDisp& form) {
 }
 
 HintPlace PlaceOf(const ControlHint& hint, const RaceDisp& form, bool useEnglish) {
-    const bool onGraphs = hint.Of == &form.Command12;
+    const bool onGraphs = hint.Owner == &form.Command12;
     const Control& parent = onGraphs ? static_cast<const Control&>(form.GPIC) : form.Picture7;
     const double width = useEnglish ? hint.Size.Width : hint.Size.WidthJapanese;
     const double height = hint.Size.Height;
-    const double top = parent.Top() + hint.Of->Top();
-    return {.Left = LeftOf(hint, form, parent.Left() + hint.Of->Left(), width),
+    const double top = parent.Top() + hint.Owner->Top();
+    return {.Left = LeftOf(hint, form, parent.Left() + hint.Owner->Left(), width),
             .Top = hint.Row == HintRow::Above ? top - height - hint.Gap : top + hint.Gap,
             .Width = width,
             .Height = height};

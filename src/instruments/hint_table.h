@@ -24,10 +24,10 @@ struct HintSize {
 
 /// Where the hint's left edge stands; the inset is counted from there, in pixels.
 enum class HintColumn {
-    PanelLeft,   ///< from the control panel's left edge
-    PanelRight,  ///< it ends the inset left of the control panel's right edge
-    OnControl,   ///< from the control's left edge
-    Beside       ///< it ends the inset left of the control
+    PanelLeft,     ///< from the control panel's left edge
+    PanelRight,    ///< it ends the inset left of the control panel's right edge
+    OnControl,     ///< from the control's left edge
+    LeftOfControl  ///< it ends the inset left of the control
 };
 
 /// Where the hint's upper edge stands; the gap is counted from there, in pixels.
@@ -38,7 +38,7 @@ enum class HintRow {
 
 /// What one control tells about itself when the pointer comes to it.
 struct ControlHint {
-    Control* Of = nullptr;
+    Control* Owner = nullptr;
     HintGate Gate = HintGate::Always;
     HintSize Size;
     Text Words;

@@ -4,22 +4,23 @@
 
 namespace keelview {
 
-Hints::Hints(AppState& app, RaceDisp& form) : app_(app), form_(form), hints_(ControlHints(form)) {
+Hints::Hints(const RaceControl& race, const Settings& settings, Shown& shown, RaceDisp& form)
+    : race_(race), settings_(settings), form_(form), hints_(ControlHints(form)) {
     for (const ControlHint& hint : hints_)
-        hint.Of->OnMouseMove = [this, &hint](const MouseEvent&) { Show(hint); };
-    form_.Text1.OnMouseMove = [this](const MouseEvent&) { app_.display.HoverBoat = -1; };
-    form_.Text7.OnMouseMove = [this](const MouseEvent&) { form_.Text7.Hide(); };
-    form_.Text8.OnMouseMove = [this](const MouseEvent&) { form_.Text8.Hide(); };
+        hint.Owner->OnMouseMove = [this, &hint](const MouseEvent&) { ShowHintOf(hint); };
+    form_.Text1.OnMouseMove = [&shown](const MouseEvent&) { shown.HoverBoat = 0; };
+    for (TextBox* box : {&form_.Text7, &form_.Text8})
+        box->OnMouseMove = [box](const MouseEvent&) { box->Hide(); };
 }
 
-void Hints::Show(const ControlHint& hint) {
+void Hints::ShowHintOf(const ControlHint& hint) {
     if (hint.HidesBoatLabel) form_.Text8.Hide();
     if (!MayShow(hint)) {
         form_.Text7.Hide();  // the hint of another control would tell the wrong thing here
         return;
     }
-    const bool english = app_.settings.UseEnglish;
-    form_.Text7.SetBackColor(hint.OnOwnColour ? hint.Of->GetBackColor() : HintBackground);
+    const bool english = settings_.UseEnglish;
+    form_.Text7.SetBackColor(hint.OnOwnColour ? hint.Owner->GetBackColor() : HintBackground);
     ShowHint(form_.Text7, hint.Words.In(english), PlaceOf(hint, form_, english));
     form_.Text7.SetForeColor(hint.Ink);
 }
@@ -29,9 +30,9 @@ bool Hints::MayShow(const ControlHint& hint) const {
         case HintGate::Always:
             return true;
         case HintGate::HintsOn:
-            return app_.display.HintsOn;
+            return form_.Check3.Value();
         case HintGate::MenuBehind:
-            return app_.settings.EditMode && !app_.race.RaceFileName.empty();
+            return settings_.EditMode && !race_.RaceFileName.empty();
     }
     return false;
 }

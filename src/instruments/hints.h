@@ -12,13 +12,14 @@ namespace keelview {
 /// Text7, until the pointer reaches something that hides the box.
 class Hints {
   public:
-    Hints(AppState& app, RaceDisp& form);
+    Hints(const RaceControl& race, const Settings& settings, Shown& shown, RaceDisp& form);
 
   private:
-    void Show(const ControlHint& hint);
+    void ShowHintOf(const ControlHint& hint);
     bool MayShow(const ControlHint& hint) const;
 
-    AppState& app_;
+    const RaceControl& race_;
+    const Settings& settings_;
     RaceDisp& form_;
     std::vector<ControlHint> hints_;
 };

@@ -4,11 +4,11 @@
 #include <optional>
 #include <vector>
 
-#include "analysis/track_derivation.h"
-#include "base/bilingual.h"
 #include "base/numbers.h"
 #include "base/strings.h"
+#include "instruments/data_page.h"
 #include "instruments/page_text.h"
+#include "session/boat_colours.h"
 
 namespace keelview {
 
@@ -23,7 +23,6 @@ constexpr double PointIndent = 20.0;  // from a column's left to its point, less
 constexpr double PointRadius = 2.0;
 constexpr int FocusWidth = 4;
 
-constexpr Colour TitleColour = Rgb(192, 0, 0);
 constexpr Colour PlotColour = Rgb(192, 255, 255);
 
 // The y of a point without a value; no line leads to it or away from it.
@@ -36,10 +35,6 @@ constexpr Text LegTitles[] = {{"( Diff of time by leg : sec)", "(レグ毎の時
                               {"( Diff of sailed dist by leg : m)", "(レグ毎の帆走距離差：ｍ)"},
                               {"( Diff of speed by leg : Kts)", "(レグ毎の速度差：ノット)"}};
 
-constexpr double StatPageWidth = 260.0;
-constexpr double WidestStatColumn = 45.0;
-constexpr double RowPitch = 18.0;
-
 /// A boat's value at an entry: no line is drawn to it unless Test is above 0.
 struct DiffPoint {
     double Test = 0.0;
@@ -49,19 +44,22 @@ struct DiffPoint {
 /// One of the two charts on the off-screen surface.
 class DiffChart {
   public:
-    DiffChart(const AppState& app, RaceDisp& form, StatKind kind, const LegTable& table, bool byLeg)
-        : app_(app),
+    DiffChart(const RaceControl& race, const MarkPasses& passes, bool useEnglish, RaceDisp& form,
+              StatKind kind, const LegTable& table, bool byLeg)
+        : race_(race),
+          passes_(passes),
+          useEnglish_(useEnglish),
           form_(form),
           kind_(kind),
           table_(table),
           byLeg_(byLeg),
-          left_(byLeg ? app.race.CourseCount * StatColWidth(app.race) + 60 : 0.0),
+          left_(byLeg ? race.CourseOrder.Count() * StatColWidth(race) + 60 : 0.0),
           axis_(ChooseDiffAxis(table.Spread)),
           pixelsPerUnit_((PlotBottom - PlotTop) / axis_.Max()) {}
 
     void Draw() {
         DrawFrame();
-        for (int boat = app_.race.BoatCount; boat >= 1; --boat) DrawBoat(boat);
+        for (int boat = race_.Boats.Count(); boat >= 1; --boat) DrawBoat(boat);
     }
 
   private:
@@ -69,7 +67,7 @@ class DiffChart {
     int FirstFrameEntry() const { return byLeg_ ? 2 : 1; }
     int FirstPoint() const { return byLeg_ || kind_ == StatKind::Speed ? 2 : 1; }
     double EntryX(int entry) const {
-        return left_ + (byLeg_ ? entry - 1 : entry) * StatColWidth(app_.race) + PointIndent;
+        return left_ + (byLeg_ ? entry - 1 : entry) * StatColWidth(race_) + PointIndent;
     }
 
     void DrawFrame();
@@ -80,7 +78,9 @@ class DiffChart {
     DiffPoint PointOf(int boat, int entry) const;
     DiffPoint SpeedPoint(int boat, int entry) const;
 
-    const AppState& app_;
+    const RaceControl& race_;
+    const MarkPasses& passes_;
+    bool useEnglish_;
     RaceDisp& form_;
     StatKind kind_;
     const LegTable& table_;
@@ -94,10 +94,10 @@ void DiffChart::DrawFrame() {
     Surface& page = form_.Picture3;
     page.DrawWidth = 1;
     const int title = static_cast<int>(kind_) - 1;
-    PrintColoured(page, TitleColour, left_ + 50, 10,
-                  (byLeg_ ? LegTitles : CumulativeTitles)[title].In(app_.settings.UseEnglish));
-    const int columns = std::max(app_.race.CourseCount - FirstFrameEntry() + 1, 0);
-    const double right = left_ + PlotIndent + columns * StatColWidth(app_.race);
+    PrintColoured(page, DataTitleColour, left_ + 50, 10,
+                  (byLeg_ ? LegTitles : CumulativeTitles)[title].In(useEnglish_));
+    const int columns = std::max(race_.CourseOrder.Count() - FirstFrameEntry() + 1, 0);
+    const double right = left_ + PlotIndent + columns * StatColWidth(race_);
     page.FilledBox(left_ + PlotIndent, PlotTop, right, GridBottom, PlotColour);
     DrawUnits(right);
     DrawEntries();
@@ -115,43 +115,42 @@ void DiffChart::DrawUnits(double right) {
 
 void DiffChart::DrawEntries() {
     Surface& page = form_.Picture3;
-    for (int entry = FirstFrameEntry(); entry <= app_.race.CourseCount; ++entry) {
+    for (int entry = FirstFrameEntry(); entry <= race_.CourseOrder.Count(); ++entry) {
         const double x = EntryX(entry);
         page.Line(x, PlotTop, x, GridBottom, White);
-        PrintCentred(page, x, KeyTop, Trim(app_.race.CourseOrder[entry]));
+        PrintCentred(page, x, KeyTop, Trim(race_.CourseOrder[entry]));
     }
 }
 
 DiffPoint DiffChart::SpeedPoint(int boat, int entry) const {
-    const MarkPasses& passes = app_.passes;
-    const int time = byLeg_ ? LegTime(passes, boat, entry) : passes.MarkPassTime[boat][entry];
-    const double miles = byLeg_ ? LegMiles(passes, boat, entry) : passes.MarkPassDist[boat][entry];
+    const int passed = PassTime(passes_, boat, entry);
+    const int time = byLeg_ ? LegTime(passes_, boat, entry) : passed;
+    const double miles = byLeg_ ? LegMiles(passes_, boat, entry) : PassMiles(passes_, boat, entry);
     const std::optional<double> exact = SpeedOver(miles, time);
-    if (passes.MarkPassTime[boat][entry] <= 0 || !exact) return {};
+    if (passed <= 0 || !exact) return {};
     const double knots = RoundDecimals(*exact, 3);
     return {knots, PlotTop + (table_.ColMax[entry] - knots) * pixelsPerUnit_};
 }
 
 DiffPoint DiffChart::PointOf(int boat, int entry) const {
-    const MarkPasses& passes = app_.passes;
     if (kind_ == StatKind::Speed) return SpeedPoint(boat, entry);
     const auto at = [&](double test, double value) {
         return DiffPoint{test, PlotBottom - (value - table_.ColMin[entry]) * pixelsPerUnit_};
     };
     if (kind_ == StatKind::Time) {
-        const int time = passes.MarkPassTime[boat][entry];
-        return at(time, byLeg_ ? LegTime(passes, boat, entry) : time);
+        const int time = PassTime(passes_, boat, entry);
+        return at(time, byLeg_ ? LegTime(passes_, boat, entry) : time);
     }
     // Metres to the last digit: the lines do not jump with the rounding of the table.
-    const double miles = passes.MarkPassDist[boat][entry];
-    return at(miles, (byLeg_ ? LegMiles(passes, boat, entry) : miles) * MetresPerNauticalMile);
+    const double miles = PassMiles(passes_, boat, entry);
+    return at(miles, (byLeg_ ? LegMiles(passes_, boat, entry) : miles) * MetresPerNauticalMile);
 }
 
 void DiffChart::DrawBoat(int boat) {
-    form_.Picture3.DrawWidth = form_.Bnam[boat - 1].Value() ? FocusWidth : 1;
-    const Colour colour = app_.display.BoatColour[boat];
+    form_.Picture3.DrawWidth = form_.InFocus(boat) ? FocusWidth : 1;
+    const Colour colour = BoatColour(boat);
     std::vector<Point> run;
-    for (int entry = FirstPoint(); entry <= app_.race.CourseCount; ++entry) {
+    for (int entry = FirstPoint(); entry <= race_.CourseOrder.Count(); ++entry) {
         const DiffPoint point = PointOf(boat, entry);
         // The point before starts a line also where no line led to it, unless it has no place at all.
         const bool joined = point.Test > 0 && !run.empty() && run.back().Y >= 0;
@@ -175,24 +174,19 @@ void DiffChart::DrawRun(const std::vector<Point>& run, Colour colour) {
 
 }  // namespace
 
-double StatColWidth(const RaceControl& race) {
-    return std::min(StatPageWidth / std::max(race.CourseCount, 1), WidestStatColumn);
-}
-
-double ChartTop(const RaceControl& race) {
-    return (race.BoatCount + 1) * RowPitch + 85;
-}
-
-void DrawLegCharts(const AppState& app, RaceDisp& form, const LegStatistics& statistics) {
+void DrawLegCharts(const RaceControl& race, const MarkPasses& passes, const Settings& settings,
+                   const LegStatistics& statistics, RaceDisp& form) {
     if (statistics.Kind == StatKind::Analysis) return;
     Surface& page = form.Picture3;
     page.Move(page.Left(), page.Top(), form.PicTime.Width(), form.PicTime.Height() / 2);
-    page.FontSize = 9 * app.settings.FontScale;
+    page.FontSize = 9 * settings.FontScale;
     page.Cls();
-    DiffChart(app, form, statistics.Kind, statistics.Cumulative, false).Draw();
-    DiffChart(app, form, statistics.Kind, statistics.ByLeg, true).Draw();
+    for (const bool byLeg : {false, true})
+        DiffChart(race, passes, settings.UseEnglish, form, statistics.Kind,
+                  byLeg ? statistics.ByLeg : statistics.Cumulative, byLeg)
+            .Draw();
     page.DrawWidth = 1;
-    form.PicTime.PaintPicture(page.Image(), 0, ChartTop(app.race));
+    form.PicTime.PaintPicture(page.Image(), 0, DataChartTop(race));
 }
 
 }  // namespace keelview

@@ -1,7 +1,6 @@
 #pragma once
 
 #include "analysis/leg_statistics.h"
-#include "session/app_state.h"
 #include "session/race_disp.h"
 
 namespace keelview {
@@ -9,12 +8,7 @@ namespace keelview {
 /// Draws the two charts of differences below the tables of PicTime: how far each boat lies behind the best
 /// at each entry (left) and on each leg (right). They are drawn off-screen on Picture3, which takes the
 /// width of PicTime and half its height, and copied as one image. A kind without charts draws nothing.
-void DrawLegCharts(const AppState& app, RaceDisp& form, const LegStatistics& statistics);
-
-/// Width of a column of the tables, in pixels, the same in the charts.
-double StatColWidth(const RaceControl& race);
-
-/// The y on PicTime below the tables, where the charts stand.
-double ChartTop(const RaceControl& race);
+void DrawLegCharts(const RaceControl& race, const MarkPasses& passes, const Settings& settings,
+                   const LegStatistics& statistics, RaceDisp& form);
 
 }  // namespace keelview

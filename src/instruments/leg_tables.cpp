@@ -1,33 +1,27 @@
 #include "instruments/leg_tables.h"
 
 #include <algorithm>
-#include <memory>
 #include <optional>
 #include <string>
 
-#include "analysis/mark_rounding.h"
-#include "base/bilingual.h"
 #include "base/numbers.h"
 #include "base/strings.h"
+#include "instruments/data_page.h"
 #include "instruments/factor_page.h"
 #include "instruments/leg_charts.h"
 #include "instruments/page_text.h"
+#include "session/boat_colours.h"
 
 namespace keelview {
 
 namespace {
 
 constexpr double PageLeft = 5.0;
-constexpr double PageTop = 5.0;
-constexpr double RowPitch = 18.0;
 constexpr double HeaderTop = 65.0;
 constexpr double TitleTop = 45.0;
 constexpr double NumberIndent = 93.0;  // from a column's left to the right edge of its numbers
 constexpr double LegTableGap = 140.0;  // from the last column of the left table to the right table
 constexpr double LegNumberIndent = 30.0;
-
-constexpr Colour TitleColour = Rgb(192, 0, 0);
-constexpr Colour FocusColour = Rgb(192, 255, 255);
 
 constexpr Text CumulativeTitles[] = {{"<Mk rnd time : sec>", "<マーク通過時間 : 秒>"},
                                      {"<Acc sailed dist : m>", "<累計帆走距離：ｍ>"},
@@ -37,43 +31,34 @@ constexpr Text LegTitles[] = {{"< Time by leg : sec >", "<レグ毎の所要時�
                               {"< Speed by leg : Kts >", "<レグ毎の帆走速度：ノット>"}};
 
 double RowTop(int boat) {
-    return boat * RowPitch + HeaderTop;
+    return boat * DataRowPitch + HeaderTop;
 }
 
 double LegTableLeft(const RaceControl& race) {
-    return race.CourseCount * StatColWidth(race) + LegTableGap;
+    return race.CourseOrder.Count() * StatColWidth(race) + LegTableGap;
 }
 
 }  // namespace
 
-LegTables::LegTables(AppState& app, RaceDisp& form, Services& services)
-    : app_(app), form_(form), services_(services) {}
-
-void LegTables::ShowLegStatistics() {
-    prevViewMode_ = app_.display.ViewMode;
-    app_.display.ViewMode = ViewKind::Data;
+void LegTables::Repaint(Changed changed) {
+    const Changed mine =
+        Changed::Race | Changed::Boats | Changed::Course | Changed::Size | Changed::Focus | Changed::Mode;
+    if (app_.shown.ViewMode != ViewKind::Data || !Any(changed, mine)) return;
     form_.PicTime.FontSize = 9 * app_.settings.FontScale;
     PlacePage();
-    form_.PicTime.Show();
-    if (!app_.passes.StatsReady) RefreshPasses();
-    const StatKind kind = ChosenKind();
     form_.PicTime.Cls();
+    const StatKind kind = ChosenKind();
     if (kind == StatKind::Analysis) {
-        DrawFactorAnalysis(app_, form_);
+        DrawFactorAnalysis(app_.race, app_.passes, app_.settings.UseEnglish, form_);
         return;
     }
-    const auto statistics =
-        std::make_unique<LegStatistics>(ComputeLegStatistics(app_.race, app_.passes, kind));
-    DrawTables(*statistics);
-    DrawLegCharts(app_, form_, *statistics);
-}
-
-double LegTables::StatPageHeight() const {
-    return std::max(app_.race.BoatCount * RowPitch + 85 + form_.MapSide() / 2, form_.MapSide());
+    const LegStatistics statistics = ComputeLegStatistics(app_.race, app_.passes, kind);
+    DrawTables(statistics);
+    DrawLegCharts(app_.race, app_.passes, app_.settings, statistics, form_);
 }
 
 void LegTables::PlacePage() {
-    form_.PicTime.Move(PageLeft, PageTop, form_.MapSide(), StatPageHeight());
+    form_.PicTime.Move(PageLeft, DataPageTop, form_.MapSide(), StatPageHeight(app_.race, form_.MapSide()));
     constexpr double frameWidth = 276.0;
     form_.Frame2.Move(form_.MapSide() - frameWidth - 5, 3, frameWidth, 29);
     form_.Option1.Move(8, 8, 49, 17);
@@ -81,14 +66,6 @@ void LegTables::PlacePage() {
     form_.Option5.Move(112, 8, 49, 17);
     form_.Option12.Move(160, 8, 49, 17);
     form_.Command11.Move(224, 8, 49, 17);
-}
-
-void LegTables::RefreshPasses() {
-    services_.platform.SetBusyPointer(true);
-    FindMarkPassTimes(app_.race, app_.tracks, app_.scale, app_.passes);
-    ComputeMarkPassDist(app_.race, app_.tracks, app_.passes);
-    app_.passes.StatsReady = true;
-    services_.platform.SetBusyPointer(false);
 }
 
 StatKind LegTables::ChosenKind() const {
@@ -99,7 +76,7 @@ StatKind LegTables::ChosenKind() const {
 }
 
 void LegTables::DrawTables(const LegStatistics& statistics) {
-    for (int boat = 1; boat <= app_.race.BoatCount; ++boat) DrawBoatRow(boat);
+    for (int boat = 1; boat <= app_.race.Boats.Count(); ++boat) DrawBoatRow(boat);
     DrawCumulativeTable(statistics);
     DrawLegTable(statistics);
 }
@@ -108,22 +85,22 @@ void LegTables::DrawBoatRow(int boat) {
     Surface& page = form_.PicTime;
     const double y = RowTop(boat);
     const double width = StatColWidth(app_.race);
-    const int entries = app_.race.CourseCount;
-    page.FilledBox(8, y - 1, 100, y + 15, app_.display.BoatColour[boat]);
-    PrintColoured(page, White, 10, y, app_.race.BoatName[boat]);
-    if (!form_.Bnam[boat - 1].Value()) return;
-    page.FilledBox(width + 73, y - 1, entries * width + NumberIndent, y + 12, FocusColour);
+    const int entries = app_.race.CourseOrder.Count();
+    page.FilledBox(8, y - 1, 100, y + 15, BoatColour(boat));
+    PrintColoured(page, White, 10, y, app_.race.Boats[boat].BoatName);
+    if (!form_.InFocus(boat)) return;
+    page.FilledBox(width + 73, y - 1, entries * width + NumberIndent, y + 12, DataFocusColour);
     const double legs = LegTableLeft(app_.race);
-    page.FilledBox(legs, y - 1, legs + std::max(entries - 1, 0) * width, y + 12, FocusColour);
+    page.FilledBox(legs, y - 1, legs + std::max(entries - 1, 0) * width, y + 12, DataFocusColour);
 }
 
 void LegTables::DrawCumulativeTable(const LegStatistics& statistics) {
     Surface& page = form_.PicTime;
     const bool english = app_.settings.UseEnglish;
-    PrintColoured(page, TitleColour, 120, TitleTop,
+    PrintColoured(page, DataTitleColour, 120, TitleTop,
                   CumulativeTitles[static_cast<int>(statistics.Kind) - 1].In(english));
     page.PrintAt(15, HeaderTop, BoatColumnTitle.In(english));
-    for (int entry = 1; entry <= app_.race.CourseCount; ++entry) {
+    for (int entry = 1; entry <= app_.race.CourseOrder.Count(); ++entry) {
         const double right = entry * StatColWidth(app_.race) + NumberIndent;
         PrintRight(page, right, HeaderTop, Trim(app_.race.CourseOrder[entry]));
         DrawColumn(statistics.Cumulative, statistics.Kind, entry, right);
@@ -133,9 +110,9 @@ void LegTables::DrawCumulativeTable(const LegStatistics& statistics) {
 void LegTables::DrawLegTable(const LegStatistics& statistics) {
     Surface& page = form_.PicTime;
     const double left = LegTableLeft(app_.race);
-    PrintColoured(page, TitleColour, left + 20, TitleTop,
+    PrintColoured(page, DataTitleColour, left + 20, TitleTop,
                   LegTitles[static_cast<int>(statistics.Kind) - 1].In(app_.settings.UseEnglish));
-    for (int entry = 2; entry <= app_.race.CourseCount; ++entry) {
+    for (int entry = 2; entry <= app_.race.CourseOrder.Count(); ++entry) {
         const double x = left + (entry - 2) * StatColWidth(app_.race);
         page.PrintAt(x, HeaderTop, ">" + std::string(Trim(app_.race.CourseOrder[entry])));
         DrawColumn(statistics.ByLeg, statistics.Kind, entry, x + LegNumberIndent);
@@ -144,10 +121,10 @@ void LegTables::DrawLegTable(const LegStatistics& statistics) {
 
 void LegTables::DrawColumn(const LegTable& table, StatKind kind, int entry, double right) {
     Surface& page = form_.PicTime;
-    for (int boat = 1; boat <= app_.race.BoatCount; ++boat) {
+    for (int boat = 1; boat <= app_.race.Boats.Count(); ++boat) {
         const std::optional<double>& value = table.Value[boat][entry];
         if (!value) continue;
-        page.ForeColor = IsBest(table, kind, boat, entry) ? TitleColour : Black;
+        page.ForeColor = IsBest(table, kind, boat, entry) ? DataTitleColour : Black;
         PrintRight(page, right, RowTop(boat), SurfaceNumberText(*value));
     }
     page.ForeColor = Black;

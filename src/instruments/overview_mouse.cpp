@@ -4,17 +4,11 @@
 #include <string>
 
 #include "base/angles.h"
-#include "base/bilingual.h"
-#include "base/numbers.h"
 #include "display/hint_box.h"
-#include "session/replay_clock.h"
 
 namespace keelview {
 
 namespace {
-
-/// At this zoom and below the whole chart is shown, and its middle stays where it is.
-constexpr double WholeChartZoom = 0.6;
 
 constexpr Text MoveHint{"L-btn => Move center of map", "左ｸﾘｯｸで地図中心を移動"};
 constexpr Text TurnHint{"R-btn => change Wind Dir", "右ｸﾘｯｸで風向を回転"};
@@ -22,9 +16,14 @@ constexpr Text TurnCondition{"（Select Windward btn）", "（「風向が上」
 
 }  // namespace
 
-OverviewMouse::OverviewMouse(AppState& app, RaceDisp& form, Chart& chart, ReplayFrame& frame,
-                             Overview& overview)
-    : app_(app), form_(form), chart_(chart), frame_(frame), overview_(overview) {
+OverviewMouse::OverviewMouse(RaceSession& session, const Overview& overview, WindField& windField)
+    : app_(session.App()),
+      form_(session.Display()),
+      stage_(session.TheStage()),
+      film_(session.TheFilm()),
+      voice_(session.TheVoice()),
+      overview_(overview),
+      windField_(windField) {
     form_.Picture6.OnMouseDown = [this](const MouseEvent& event) { Picture6_MouseDown(event); };
     form_.Picture6.OnMouseMove = [this](const MouseEvent&) { Picture6_MouseMove(); };
 }
@@ -37,32 +36,22 @@ void OverviewMouse::Picture6_MouseDown(const MouseEvent& event) {
 }
 
 void OverviewMouse::MoveMap(const MouseEvent& event) {
-    if (form_.Check5.Value() || app_.view.ZoomFactor <= WholeChartZoom) return;
-    const MapPosition at = overview_.FromOverview(event.X, event.Y);
-    app_.view.ViewCentreLat = at.Lat;
-    app_.view.ViewCentreLon = at.Lon;
+    if (form_.Check5.Value() || app_.view.ZoomFactor <= WholeChartBelow) return;
+    app_.view.CentreOn(overview_.InUnits().ToEarth({event.X, event.Y}));
     app_.view.ZoomFactor = app_.view.ManualZoom;
-    chart_.DrawAll();
-    frame_.DrawFrame();
+    stage_.Repaint(Changed::View);
 }
 
 void OverviewMouse::TurnWind(const MouseEvent& event) {
     if (app_.race.NorthUp || !app_.settings.EditMode) return;
-    const ScreenPoint centre = overview_.Centre();
-    const double bearing = BearingOf(event.X - centre.X, centre.Y - event.Y);
-    double up = std::floor(app_.view.ScreenUpDirection + bearing);
-    if (up > 360) up -= 360;
-    app_.view.ScreenUpDirection = up;
-    app_.race.WindDirection = up;
-    app_.windNow.WindNow = up;
-    // The wind's field redraws and saves, as if the person had typed the direction.
-    app_.display.WindTextArmed = true;
-    form_.Text3.SetText(NumberText(up));
+    const Point& middle = overview_.InUnits().Middle();
+    const double bearing = BearingOf(event.X - middle.X, middle.Y - event.Y);
+    windField_.Take(WrapDirection(std::floor(app_.view.ScreenUpDirection + bearing)));
 }
 
 void OverviewMouse::Picture6_MouseMove() {
-    ResumeFilm(app_, form_);
-    if (app_.display.HintsOn && !form_.Check5.Value())
+    film_.Release(Film::Hold::MapClick);
+    if (form_.Check3.Value() && !form_.Check5.Value())
         ShowOverviewHint();
     else
         form_.Text7.Hide();
@@ -70,9 +59,8 @@ void OverviewMouse::Picture6_MouseMove() {
 }
 
 void OverviewMouse::ShowOverviewHint() {
-    const bool english = app_.settings.UseEnglish;
-    std::string text = MoveHint.Str(english);
-    if (app_.settings.EditMode) text += "\n" + TurnHint.Str(english) + "\n" + TurnCondition.Str(english);
+    std::string text = voice_.Str(MoveHint);
+    if (app_.settings.EditMode) text += "\n" + voice_.Str(TurnHint) + "\n" + voice_.Str(TurnCondition);
     ShowHint(form_.Text7, text, {form_.Picture5.Left() - 150, 50, 150, 45});
 }
 

@@ -1,17 +1,15 @@
 #pragma once
 
 #include "instruments/overview.h"
-#include "map/chart.h"
-#include "map/replay_frame.h"
-#include "session/app_state.h"
-#include "session/race_disp.h"
+#include "instruments/wind_field.h"
+#include "session/race_session.h"
 
 namespace keelview {
 
 /// The mouse on the overview: a left press moves the map, any other turns a windward-up map in EditMode.
 class OverviewMouse {
   public:
-    OverviewMouse(AppState& app, RaceDisp& form, Chart& chart, ReplayFrame& frame, Overview& overview);
+    OverviewMouse(RaceSession& session, const Overview& overview, WindField& windField);
 
   private:
     void Picture6_MouseDown(const MouseEvent& event);
@@ -22,9 +20,11 @@ class OverviewMouse {
 
     AppState& app_;
     RaceDisp& form_;
-    Chart& chart_;
-    ReplayFrame& frame_;
-    Overview& overview_;
+    Stage& stage_;
+    Film& film_;
+    const Voice& voice_;
+    const Overview& overview_;
+    WindField& windField_;
 };
 
 }  // namespace keelview

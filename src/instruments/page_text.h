@@ -6,6 +6,9 @@
 
 namespace keelview {
 
+/// The lines of start and finish on bar and graphs.
+inline constexpr Colour StartFinishColour = Rgb(0, 255, 0);
+
 /// Prints a text that ends at x.
 inline void PrintRight(Canvas& page, double x, double y, std::string_view text) {
     page.PrintAt(x - page.TextWidth(text), y, text);

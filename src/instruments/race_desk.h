@@ -1,75 +1,111 @@
 #pragma once
 
+#include <functional>
+
 #include "instruments/boat_graphs.h"
 #include "instruments/boat_list.h"
 #include "instruments/control_panel.h"
 #include "instruments/data_view.h"
 #include "instruments/exit_button.h"
+#include "instruments/film_controls.h"
 #include "instruments/graph_cursors.h"
 #include "instruments/hints.h"
 #include "instruments/leg_tables.h"
+#include "instruments/overview.h"
 #include "instruments/overview_mouse.h"
 #include "instruments/screen_capture.h"
+#include "instruments/time_bar.h"
 #include "instruments/time_bar_mouse.h"
 #include "instruments/time_setting.h"
 #include "instruments/view_switch.h"
 #include "instruments/wind_entry.h"
 #include "instruments/wind_field.h"
+#include "instruments/wind_panel.h"
 #include "instruments/wind_panel_mouse.h"
+#include "map/boats.h"
+#include "map/chart.h"
+#include "map/finish_list.h"
 #include "map/map_interaction.h"
-#include "session/app_state.h"
+#include "map/sea_colours.h"
+#include "map/start_signals.h"
 #include "session/race_session.h"
-#include "shell/reference_viewer.h"
-#include "shell/splash.h"
 
 namespace keelview {
 
-/// The race display with all that a person can do at it.
+/// The race display with all that is seen and can be done there.
 struct RaceDesk {
-    RaceDesk(AppState& app, Services& services, Splash& splash)
-        : session(app, services, splash),
-          panel(app, services, session),
-          timeSetting(app, services, session),
-          mapInteraction(app, session.Display(), services, session.TheChart(), session.TheFrame()),
-          hints(app, session.Display()),
-          timeBarMouse(app, session.Display(), session.TheChart(), session.TheFrame(),
-                       session.TheInstruments().overview, session.TheInstruments().timeBar),
-          windPanelMouse(app, session.Display(), session.TheInstruments().windPanel),
-          overviewMouse(app, session.Display(), session.TheChart(), session.TheFrame(),
-                        session.TheInstruments().overview),
-          graphs(app, session.Display()),
-          tables(app, session.Display(), services),
-          views(app, session.Display(), session.TheChart(), graphs, tables),
-          boatList(app, session.Display(), views),
-          dataView(app, session.Display(), tables),
-          windEntry(app, session.Display(), services, graphs),
-          graphCursors(app, session.Display(), graphs, windEntry),
-          windField(app, session.Display(), services, session.TheChart(), session.TheInstruments(), graphs),
-          capture(app, session.Display(), services),
-          exitButton(app, session.Display(), services) {
-        session.OnRaceLoaded = [this] {
-            boatList.ConnectRows();
-            mapInteraction.RaceLoaded();
+    RaceDesk(AppState& app, Services& services)
+        : session(app, services),
+          form(session.Display()),
+          seaColours(app.shown, form, session.TheStage()),
+          chart(app, form),
+          boats(app, form),
+          startSignals(app.settings, services.platform, form),
+          finishList(app.race, app.passes, app.settings, services.platform, form),
+          mapInteraction(session),
+          windPanel(app, form),
+          windField(app.race, form, session.Changes()),
+          overview(app, form),
+          timeBar(app.race, app.tracks, form),
+          boatList(session),
+          graphs(app, form),
+          tables(app, form),
+          windPanelMouse(app.race, form, session.TheVoice(), windPanel),
+          overviewMouse(session, overview, windField),
+          timeBarMouse(session, timeBar, overview),
+          windEntry(session),
+          graphCursors(app, form, session.TheFilm()),
+          dataView(app, form, session.TheStage()),
+          views(session, dataView, windEntry),
+          panel(session),
+          filmControls(session, mapInteraction),
+          timeSetting(session),
+          hints(app.race, app.settings, app.shown, form),
+          capture(app, form, services, session.TheVoice()),
+          exitButton(session) {
+        // The sea first, as it wipes what is drawn on it; the boats stand on the chart.
+        for (Instrument* instrument : std::initializer_list<Instrument*>{
+                 &seaColours, &chart, &boats, &startSignals, &finishList, &mapInteraction, &windPanel,
+                 &windField, &overview, &timeBar, &boatList, &graphs, &tables})
+            session.TheStage().Add(*instrument);
+        form.Command13.OnClick = [this] {
+            if (OnReferences) OnReferences();
         };
-        session.Display().Command13.OnClick = [&app, &services] { RefFm(app, services).ShowModal(); };
     }
+    RaceDesk(const RaceDesk&) = delete;
+    RaceDesk& operator=(const RaceDesk&) = delete;
+
+    /// The person asks for the documents of the race.
+    std::function<void()> OnReferences;
 
     RaceSession session;
-    ControlPanel panel;
-    TimeSetting timeSetting;
+    RaceDisp& form;
+
+    SeaColours seaColours;
+    Chart chart;
+    Boats boats;
+    StartSignals startSignals;
+    FinishList finishList;
     MapInteraction mapInteraction;
-    Hints hints;
-    TimeBarMouse timeBarMouse;
-    WindPanelMouse windPanelMouse;
-    OverviewMouse overviewMouse;
+    WindPanel windPanel;
+    WindField windField;
+    Overview overview;
+    TimeBar timeBar;
+    BoatList boatList;
     BoatGraphs graphs;
     LegTables tables;
-    ViewSwitch views;
-    BoatList boatList;
-    DataView dataView;
+
+    WindPanelMouse windPanelMouse;
+    OverviewMouse overviewMouse;
+    TimeBarMouse timeBarMouse;
     WindEntry windEntry;
     GraphCursors graphCursors;
-    WindField windField;
+    DataView dataView;
+    ViewSwitch views;
+    ControlPanel panel;
+    FilmControls filmControls;
+    TimeSetting timeSetting;
+    Hints hints;
     ScreenCapture capture;
     ExitButton exitButton;
 };

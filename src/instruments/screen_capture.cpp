@@ -3,7 +3,8 @@
 #include <string>
 
 #include "base/files.h"
-#include "session/save_race.h"
+#include "session/boat_colours.h"
+#include "session/documents.h"
 
 namespace keelview {
 
@@ -23,22 +24,17 @@ constexpr Text WrittenTo{"The picture was saved here:", "画像ファイルの�
 
 }  // namespace
 
-ScreenCapture::ScreenCapture(AppState& app, RaceDisp& form, Services& services)
-    : app_(app), form_(form), services_(services) {
+ScreenCapture::ScreenCapture(const AppState& app, RaceDisp& form, Services& services, const Voice& voice)
+    : app_(app), form_(form), services_(services), voice_(voice) {
     form_.Command10.OnClick = [this] { Command10_Click(); };
 }
 
 void ScreenCapture::Command10_Click() {
     const auto file = FindBelow(app_.settings.AppPath, CaptureFile);
     if (!Compose().SaveBitmap(file))
-        Tell(NotWritten, file);
-    else if (!OpenDocument(app_, services_, file.string()))
-        Tell(WrittenTo, file);  // a person can open it there by other means
-}
-
-void ScreenCapture::Tell(Text what, const std::filesystem::path& file) {
-    services_.dialogs.Ok(what.Str(app_.settings.UseEnglish) + "\r\n" + file.string(),
-                         app_.settings.AppTitle);
+        voice_.Say(NotWritten, file.string());
+    else if (!OpenDocument(app_.settings, services_, file.string()))
+        voice_.Say(WrittenTo, file.string());  // a person can open it there by other means
 }
 
 Picture ScreenCapture::Compose() {
@@ -77,24 +73,22 @@ void ScreenCapture::PrintFitted(double left, double top, const std::string& line
 void ScreenCapture::PaintBoatColours(double left, double top) {
     Surface& sheet = form_.Picture13;
     sheet.ForeColor = White;
-    for (int boat = 1; boat <= app_.race.BoatCount; ++boat) {
-        const auto b = static_cast<std::size_t>(boat);
+    for (int boat = 1; boat <= app_.race.Boats.Count(); ++boat) {
         const double y = top + (boat - 1) * RowPitch;
-        sheet.FilledBox(left, y, left + form_.Picture6.Width() - 2, y + RowHeight,
-                        app_.display.BoatColour[b]);
-        sheet.PrintAt(left + 3, y + 1, app_.race.BoatName[b]);
+        sheet.FilledBox(left, y, left + form_.Picture6.Width() - 2, y + RowHeight, BoatColour(boat));
+        sheet.PrintAt(left + 3, y + 1, app_.race.Boats[boat].BoatName);
     }
 }
 
 void ScreenCapture::PaintView() {
     Surface& sheet = form_.Picture13;
-    switch (app_.display.ViewMode) {
+    switch (app_.shown.ViewMode) {
         case ViewKind::Map:
             sheet.PaintPicture(form_.Picture1.Image(), Margin, Margin);
-            for (int row = 0; row < app_.race.BoatCount; ++row) {
+            for (int row = 0; row < app_.race.Boats.Count(); ++row) {
                 const Sprite& boat = form_.Boat[row];
                 if (boat.Visible())
-                    sheet.PaintPicture(boat.Shape(), boat.Left() + Margin, boat.Top() + Margin);
+                    sheet.PaintPicture(boat.Image(), boat.Left() + Margin, boat.Top() + Margin);
             }
             break;
         case ViewKind::Graph:

@@ -1,11 +1,10 @@
 #pragma once
 
-#include <filesystem>
 #include <string>
 
-#include "base/bilingual.h"
 #include "session/app_state.h"
 #include "session/race_disp.h"
+#include "session/voice.h"
 
 namespace keelview {
 
@@ -14,7 +13,7 @@ namespace keelview {
 /// track folder and handed to the system's program for pictures.
 class ScreenCapture {
   public:
-    ScreenCapture(AppState& app, RaceDisp& form, Services& services);
+    ScreenCapture(const AppState& app, RaceDisp& form, Services& services, const Voice& voice);
 
   private:
     void Command10_Click();
@@ -23,11 +22,11 @@ class ScreenCapture {
     void PrintFitted(double left, double top, const std::string& line);
     void PaintBoatColours(double left, double top);
     void PaintView();
-    void Tell(Text what, const std::filesystem::path& file);
 
-    AppState& app_;
+    const AppState& app_;
     RaceDisp& form_;
     Services& services_;
+    const Voice& voice_;
 };
 
 }  // namespace keelview

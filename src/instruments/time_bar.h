@@ -1,22 +1,26 @@
 #pragma once
 
+#include "instruments/time_axis.h"
 #include "session/app_state.h"
+#include "session/instrument.h"
 #include "session/race_disp.h"
 
 namespace keelview {
 
-/// The vertical time bar PicTimeBar: the whole race at a glance, upwind zones white, downwind zones grey.
-/// Times lie on the axis of analysis/time_axis.h, so the bar and the graphs line up.
-class TimeBar {
+/// The vertical time bar PicTimeBar: the whole race at a glance, upwind zones white, downwind zones grey,
+/// with start, finish and the replay position. Times lie on the axis of the graphs, so that both line up.
+class TimeBar : public Instrument {
   public:
-    TimeBar(AppState& app, RaceDisp& form);
+    TimeBar(const RaceControl& race, const Tracks& tracks, RaceDisp& form)
+        : race_(race), tracks_(tracks), form_(form) {}
 
-    /// Works out GraphTimeScale and draws the zones of boat 1 by its course against the race's wind, and
-    /// the start and finish. A race without a span leaves GraphTimeScale 0 and the bar without zones.
-    void DrawTimeBar();
+    /// Draws the zones of boat 1 by its course against the race's wind, and the start and finish. A race
+    /// without a span leaves the bar without zones.
+    void Repaint(Changed changed) override;
+    /// Moves the replay position mark Line5.
+    void Show(const Moment& now) override;
 
-    /// Moves the replay position mark Line5 to a time, seconds from the start.
-    void PlaceMark(double time);
+    TimeAxis Axis() const { return {race_, form_.PicTimeBar.Height()}; }
 
     /// The left edge of the bar, where a limited replay range shows: the strip from one y to another in
     /// yellow, all else in the colour of the bar.
@@ -24,9 +28,10 @@ class TimeBar {
     void WipeRange();
 
   private:
-    void DrawZones();
+    void DrawZones(const TimeAxis& axis);
 
-    AppState& app_;
+    const RaceControl& race_;
+    const Tracks& tracks_;
     RaceDisp& form_;
 };
 

@@ -1,11 +1,10 @@
 #pragma once
 
+#include <string>
+
 #include "instruments/overview.h"
 #include "instruments/time_bar.h"
-#include "map/chart.h"
-#include "map/replay_frame.h"
-#include "session/app_state.h"
-#include "session/race_disp.h"
+#include "session/race_session.h"
 
 namespace keelview {
 
@@ -14,19 +13,15 @@ namespace keelview {
 /// it.
 class TimeBarMouse {
   public:
-    TimeBarMouse(AppState& app, RaceDisp& form, Chart& chart, ReplayFrame& frame, Overview& overview,
-                 TimeBar& timeBar);
+    TimeBarMouse(RaceSession& session, TimeBar& timeBar, Overview& overview);
 
   private:
     void PicTimeBar_MouseDown(const MouseEvent& event);
     void PicTimeBar_MouseMove(const MouseEvent& event);
     void PicTimeBar_MouseUp(const MouseEvent& event);
-    int TimeUnder(double y) const;
     void LiftRange();
-    void JumpTo(double time);
     void LimitRange(double fromY, double toY);
-    void ReplayFromRangeStart();
-    void PreviewMoment(int time);
+    void ReplayRange(double from, double to);
     void ShowGraphCursor(double y, int time);
     void ShowWindOf(double y, int time);
     void ShowTimeHint(double y, int time);
@@ -34,10 +29,11 @@ class TimeBarMouse {
 
     AppState& app_;
     RaceDisp& form_;
-    Chart& chart_;
-    ReplayFrame& frame_;
-    Overview& overview_;
+    Stage& stage_;
+    Film& film_;
+    const Voice& voice_;
     TimeBar& timeBar_;
+    Overview& overview_;
     double dragY_ = 0.0;  ///< where a drag with Shift began; 0 when none has
 };
 

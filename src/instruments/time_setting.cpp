@@ -3,9 +3,7 @@
 #include <cstdlib>
 #include <optional>
 
-#include "base/bilingual.h"
 #include "base/dates.h"
-#include "session/save_race.h"
 
 namespace keelview {
 
@@ -28,27 +26,19 @@ bool IsNear(const std::string& text, const std::optional<CivilTime>& track) {
 
 }  // namespace
 
-TimeSetting::TimeSetting(AppState& app, Services& services, RaceSession& session)
-    : app_(app), form_(session.Display()), services_(services), session_(session) {
+TimeSetting::TimeSetting(RaceSession& session)
+    : session_(session), app_(session.App()), form_(session.Display()), voice_(session.TheVoice()) {
     form_.Command4.OnClick = [this] { Command4_Click(); };
 }
 
 void TimeSetting::Command4_Click() {
-    const bool english = app_.settings.UseEnglish;
     if (!TimesPass()) {
-        services_.dialogs.Ok(BadTimes.In(english), app_.settings.AppTitle);
+        voice_.Say(BadTimes);
         return;
     }
-    const RaceControl before = app_.race;
-    TakeTimes();
-    const std::string name = AskForName();
-    const bool saved = !name.empty() && SaveRaceAs(app_, services_, name);
-    // What could not be written stays in memory: a load would lose it.
-    if (!saved && (!name.empty() || app_.display.SaveFailureTold)) {
-        app_.race = before;
-        return;
-    }
-    session_.ReloadRace();
+    const std::string start = form_.Text9.Text();
+    const std::string finish = form_.Text10.Text();
+    session_.TakeTimes(start, finish, AskForName());
 }
 
 bool TimeSetting::TimesPass() const {
@@ -56,21 +46,10 @@ bool TimeSetting::TimesPass() const {
            IsNear(form_.Text10.Text(), app_.tracks.LastGpsTime);
 }
 
-void TimeSetting::TakeTimes() {
-    RaceControl& race = app_.race;
-    race.StartTimeText = form_.Text9.Text();
-    race.FinishTimeText = form_.Text10.Text();
-    race.DataFromTime = ParseDateTime(race.StartTimeText);
-    race.DataToTime = ParseDateTime(race.FinishTimeText);
-}
-
 /// The name under which the person wants the race saved; empty for not at all.
-std::string TimeSetting::AskForName() {
-    const bool english = app_.settings.UseEnglish;
-    if (app_.race.BoatCount < 2 || !app_.settings.EditMode) return {};
-    if (!services_.dialogs.YesNo(SaveQuestion.In(english), app_.settings.AppTitle)) return {};
-    return services_.dialogs.Input(NamePrompt.In(english), NameTitle.In(english), app_.race.RaceFileName)
-        .value_or("");
+std::string TimeSetting::AskForName() const {
+    if (app_.race.Boats.Count() < 2 || !app_.settings.EditMode || !voice_.Ask(SaveQuestion)) return {};
+    return voice_.AskLine(NamePrompt, NameTitle, app_.race.RaceFileName).value_or("");
 }
 
 }  // namespace keelview

@@ -2,8 +2,6 @@
 
 #include <string>
 
-#include "session/app_state.h"
-#include "session/race_disp.h"
 #include "session/race_session.h"
 
 namespace keelview {
@@ -12,18 +10,17 @@ namespace keelview {
 /// checked against the tracks, offered to be saved, and loaded anew.
 class TimeSetting {
   public:
-    TimeSetting(AppState& app, Services& services, RaceSession& session);
+    explicit TimeSetting(RaceSession& session);
 
   private:
     void Command4_Click();
     bool TimesPass() const;
-    void TakeTimes();
-    std::string AskForName();
+    std::string AskForName() const;
 
-    AppState& app_;
-    RaceDisp& form_;
-    Services& services_;
     RaceSession& session_;
+    const AppState& app_;
+    RaceDisp& form_;
+    const Voice& voice_;
 };
 
 }  // namespace keelview

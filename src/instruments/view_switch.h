@@ -1,10 +1,8 @@
 #pragma once
 
-#include "instruments/boat_graphs.h"
-#include "instruments/leg_tables.h"
-#include "map/chart.h"
-#include "session/app_state.h"
-#include "session/race_disp.h"
+#include "instruments/data_view.h"
+#include "instruments/wind_entry.h"
+#include "session/race_session.h"
 
 namespace keelview {
 
@@ -12,22 +10,21 @@ namespace keelview {
 /// The film runs on behind map and graphs and stands still behind the data page.
 class ViewSwitch {
   public:
-    ViewSwitch(AppState& app, RaceDisp& form, Chart& chart, BoatGraphs& graphs, LegTables& tables);
-
-    /// Draws the view that is shown anew, as after a change of the boats in focus.
-    void RedrawView();
+    ViewSwitch(RaceSession& session, DataView& dataView, WindEntry& windEntry);
 
   private:
     void Option9_Click();
     void Option10_Click();
     void Option11_Click();
+    void ShowInPlaceOfPage(ViewKind view);
     void EndMeasuring();
 
     AppState& app_;
     RaceDisp& form_;
-    Chart& chart_;
-    BoatGraphs& graphs_;
-    LegTables& tables_;
+    Stage& stage_;
+    Film& film_;
+    DataView& dataView_;
+    WindEntry& windEntry_;
 };
 
 }  // namespace keelview

@@ -2,16 +2,13 @@
 
 #include <algorithm>
 
-#include "base/bilingual.h"
 #include "instruments/graph_axes.h"
 #include "instruments/time_axis.h"
-#include "racedata/wind_file.h"
 
 namespace keelview {
 
 namespace {
 
-constexpr int FirstEntry = 2;
 constexpr int FirstGuardTime = -300;  // seconds from the start
 
 constexpr Text SaveQuestion{"Do you want to save Wind Data File ?", "風データファイルを書き込みます"};
@@ -25,92 +22,90 @@ constexpr Text NotWritten{"Wind data file could not be written.", "風データ�
 
 }  // namespace
 
-WindEntry::WindEntry(AppState& app, RaceDisp& form, Services& services, BoatGraphs& graphs)
-    : app_(app), form_(form), services_(services), graphs_(graphs) {
+WindEntry::WindEntry(RaceSession& session)
+    : app_(session.App()),
+      form_(session.Display()),
+      film_(session.TheFilm()),
+      changes_(session.Changes()),
+      voice_(session.TheVoice()) {
     form_.Command12.OnClick = [this] { Command12_Click(); };
     form_.GPIC.OnMouseDown = [this](const MouseEvent& event) { GPIC_MouseDown(event); };
 }
 
 void WindEntry::Command12_Click() {
-    if (windEntryMode_ && HeldEntryCount() > FirstEntry) {
+    if (windEntryMode_ && IsHeld() && entered_.Count() > 1) {
         OfferToSave();
         SetMode(false);
     } else {
         SetMode(!windEntryMode_);
         if (windEntryMode_ && !MayEnter()) SetMode(false);
     }
-    form_.Timer1.SetEnabled(!windEntryMode_);
 }
 
 void WindEntry::SetMode(bool on) {
     windEntryMode_ = on;
     form_.Command12.SetBackColor(on ? Yellow : ButtonFace);
+    HoldFilm();
+}
+
+void WindEntry::HoldFilm() {
+    if (windEntryMode_ && app_.shown.ViewMode == ViewKind::Graph)
+        film_.HoldFor(Film::Hold::WindEntry);
+    else
+        film_.Release(Film::Hold::WindEntry);
 }
 
 bool WindEntry::MayEnter() {
-    const bool english = app_.settings.UseEnglish;
     if (app_.race.RaceFileName.empty()) {
-        services_.dialogs.Ok(NoRaceFile.In(english), {});
+        voice_.SayUnder({}, voice_.In(NoRaceFile));
         return false;
     }
-    if (app_.race.WindFileName.empty()) return true;
-    return services_.dialogs.YesNo(OverwriteQuestion.In(english), OverwriteTitle.In(english));
+    return !HasWindFile(app_.race) || voice_.Ask(OverwriteQuestion, OverwriteTitle);
 }
 
 void WindEntry::OfferToSave() {
-    const bool english = app_.settings.UseEnglish;
-    if (!services_.dialogs.YesNo(SaveQuestion.In(english), SaveTitle.In(english))) return;
+    if (!voice_.Ask(SaveQuestion, SaveTitle)) return;
     if (SaveWindFile(app_.settings.AppPath, app_.race, app_.wind))
-        services_.dialogs.Ok(NotWritten.In(english), {});
+        voice_.SayUnder({}, voice_.In(NotWritten));
 }
 
 void WindEntry::GPIC_MouseDown(const MouseEvent& event) {
-    if (!windEntryMode_ || app_.display.GraphTimeScale == 0) return;
+    const TimeAxis axis(app_.race, form_.GPIC.Height());
+    if (!windEntryMode_ || axis.Empty()) return;
     if (event.X < CompassLeft || event.X > CompassRight) return;
-    EnterSample(TimeUnderY(app_.race, app_.display.GraphTimeScale, event.Y),
-                DirectionUnderX(graphs_.DirOffset(), event.X));
-    graphs_.DrawBoatGraphs();
+    EnterSample(axis.TimeUnder(event.Y), DirectionUnderX(GraphDirOffset(app_.race), event.X));
 }
 
-int WindEntry::HeldEntryCount() const {
-    // Wind that was read from a file since then is not what was entered.
-    const WindData& wind = app_.wind;
-    const bool held = windEntryCount_ > 0 && windEntryRace_ == app_.race.RaceFileName &&
-                      wind.WindCount == windEntryCount_ + 1 && wind.WindTimes[1] == FirstGuardTime;
-    return held ? windEntryCount_ : 0;
+/// Wind that was read from a file since then is not what was entered.
+bool WindEntry::IsHeld() const {
+    return !entered_.Empty() && windEntryRace_ == app_.race.RaceFileName &&
+           app_.wind.Count() == entered_.Count() + 2 && app_.wind[1].WindTime == FirstGuardTime;
 }
 
 void WindEntry::EnterSample(int seconds, double direction) {
-    RaceControl& race = app_.race;
-    WindData& wind = app_.wind;
-    race.WindFileName = race.RaceFileName.substr(0, race.RaceFileName.find('.')) + "_WIND.CSV";
-    windEntryCount_ = std::max(HeldEntryCount() + 1, FirstEntry);
-    windEntryRace_ = race.RaceFileName;
-    const auto needed = static_cast<std::size_t>(windEntryCount_) + 2;
-    if (wind.WindTimes.size() < needed) {
-        wind.WindTimes.resize(needed);
-        wind.WindSpeeds.resize(needed);
-        wind.WindDirections.resize(needed);
+    const RaceControl& race = app_.race;
+    if (!IsHeld()) {
+        entered_.Clear();
+        before_ = app_.wind;
+        windEntryRace_ = race.RaceFileName;
     }
     // Between the guards, so that times never run backward; behind its equals, as entered.
     seconds = std::clamp(seconds, FirstGuardTime, std::max(race.RaceDuration, FirstGuardTime));
-    int place = windEntryCount_;
-    for (; place > FirstEntry && wind.WindTimes[place - 1] > seconds; --place) {
-        wind.WindTimes[place] = wind.WindTimes[place - 1];
-        wind.WindDirections[place] = wind.WindDirections[place - 1];
-    }
-    wind.WindTimes[place] = seconds;
-    wind.WindDirections[place] = direction;
-    SetGuards();
+    const auto behind = std::ranges::upper_bound(entered_, seconds, {}, &WindSample::WindTime);
+    entered_.Insert(static_cast<int>(behind - entered_.begin()) + 1,
+                    {.WindTime = seconds, .WindSpeed = {}, .WindDirection = direction});
+    changes_.SetWind(BetweenGuards(),
+                     race.RaceFileName.substr(0, race.RaceFileName.find('.')) + "_WIND.CSV");
 }
 
-void WindEntry::SetGuards() {
-    WindData& wind = app_.wind;
-    wind.WindTimes[1] = FirstGuardTime;
-    wind.WindDirections[1] = wind.WindDirections[FirstEntry];
-    wind.WindTimes[windEntryCount_ + 1] = app_.race.RaceDuration;
-    wind.WindDirections[windEntryCount_ + 1] = wind.WindDirections[windEntryCount_];
-    wind.WindCount = windEntryCount_ + 1;
+WindData WindEntry::BetweenGuards() const {
+    WindData wind = entered_;
+    wind.Insert(1, {FirstGuardTime, {}, entered_[1].WindDirection});
+    wind.Add({app_.race.RaceDuration, {}, entered_.Last().WindDirection});
+    // The hand sets directions alone; the speeds of a file that is written over stay in their order.
+    for (int sample = 1; sample <= std::min(wind.Count(), before_.Count()); ++sample)
+        wind[sample].WindSpeed = before_[sample].WindSpeed;
+    return wind;
 }
 
 }  // namespace keelview

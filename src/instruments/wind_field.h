@@ -1,31 +1,30 @@
 #pragma once
 
-#include "instruments/boat_graphs.h"
-#include "map/chart.h"
-#include "map/instruments.h"
-#include "session/app_state.h"
+#include "session/instrument.h"
+#include "session/race_changes.h"
 #include "session/race_disp.h"
 
 namespace keelview {
 
 /// The wind field Text3 on the map: the wind direction of the race. What a person sets there, by typing or
 /// by turning the overview, is drawn everywhere and saved at once; what a load writes there does nothing.
-class WindField {
+class WindField : public Instrument {
   public:
-    WindField(AppState& app, RaceDisp& form, Services& services, Chart& chart, Instruments& instruments,
-              BoatGraphs& graphs);
+    WindField(const RaceControl& race, RaceDisp& form, RaceChanges& changes);
+
+    /// Shows the wind of another race; nothing else writes over what a person types.
+    void Repaint(Changed changed) override;
+
+    /// A direction that the person has set by other means, degrees: as if it had been typed.
+    void Take(double direction);
 
   private:
-    void Text3_MouseDown();
     void Text3_Change();
-    void RedrawAll();
 
-    AppState& app_;
+    const RaceControl& race_;
     RaceDisp& form_;
-    Services& services_;
-    Chart& chart_;
-    Instruments& instruments_;
-    BoatGraphs& graphs_;
+    RaceChanges& changes_;
+    bool windTextArmed_ = false;  ///< a change of the text comes from the person
 };
 
 }  // namespace keelview

@@ -5,9 +5,10 @@
 #include <cmath>
 #include <vector>
 
-#include "analysis/wind_at.h"
 #include "base/angles.h"
 #include "base/numbers.h"
+#include "instruments/page_text.h"
+#include "map/screen_geometry.h"
 
 namespace keelview {
 
@@ -32,17 +33,6 @@ constexpr double NarrowestRange = 30.0;  // degrees, so that a steady wind does 
 constexpr double RangeShare = 0.8;       // of the graph's width
 constexpr double FirstTime = -60.0;      // seconds; nothing earlier is drawn
 constexpr Colour GraphColour = Rgb(225, 225, 0);
-constexpr Colour StartFinishColour = Rgb(0, 255, 0);
-
-/// The point at a distance from another in a direction of the screen, degrees clockwise from its top.
-Point Beside(const Point& from, double direction, double distance) {
-    const double radians = direction * DegToRad;
-    return {from.X + std::sin(radians) * distance, from.Y - std::cos(radians) * distance};
-}
-
-PixelPoint WholePixels(const Point& at) {
-    return {FloorToInt(at.X + 0.5), FloorToInt(at.Y + 0.5)};
-}
 
 Point CompassCentre(const Surface& compass) {
     const double half = compass.Width() / 2;
@@ -51,29 +41,30 @@ Point CompassCentre(const Surface& compass) {
 
 }  // namespace
 
-WindPanel::WindPanel(AppState& app, RaceDisp& form) : app_(app), form_(form) {}
-
-void WindPanel::UpdateWindPanel() {
-    if (HasWindFile()) TakeWindOfMoment();
-    DrawNorthNeedle();
-    DrawWindArrow();
-    ShowReadouts();
-    MoveCross();
+void WindPanel::Repaint(Changed changed) {
+    if (Any(changed, Changed::Race)) windGraphOn_ = true;
+    if (Any(changed, Changed::Race | Changed::Wind)) ShowForRace();
+    stale_ = stale_ || Any(changed, Changed::Race | Changed::Wind | Changed::Colours);
 }
 
-void WindPanel::TakeWindOfMoment() {
-    const WindSample wind = WindAt(app_.race, app_.wind, app_.clock.ReplayTime);
-    WindMoment& now = app_.windNow;
-    now.WindDirMagNow = wind.DirectionMagnetic;
-    now.WindNow = wind.DirectionTrue;
-    now.WindSpeedNow = wind.Speed;
+void WindPanel::Show(const Moment& now) {
+    const int second = HasWindFile(app_.race) ? FloorToInt(now.Time) : 0;
+    const double up = app_.view.ScreenUpDirection;
+    if (!stale_ && second == drawnSecond_ && up == drawnUp_) return;
+    stale_ = false;
+    drawnSecond_ = second;
+    drawnUp_ = up;
+    DrawNorthNeedle();
+    DrawWindArrow(now.WindNow);
+    ShowReadouts(now.WindNow);
+    MoveCross(now);
 }
 
 // A file without samples says nothing that could be read off.
-void WindPanel::ShowReadouts() {
+void WindPanel::ShowReadouts(const Wind& wind) {
     const bool known = HasSamples();
-    form_.Text13.SetText(known ? NumberText(RoundDecimals(app_.windNow.WindDirMagNow, 0)) : "");
-    form_.Text14.SetText(known ? NumberText(app_.windNow.WindSpeedNow) : "");
+    form_.Text13.SetText(known ? NumberText(RoundDecimals(wind.DirectionMagnetic, 0)) : "");
+    form_.Text14.SetText(known ? NumberText(wind.Speed) : "");
 }
 
 void WindPanel::DrawNorthNeedle() {
@@ -87,54 +78,47 @@ void WindPanel::DrawNorthNeedle() {
     compass.Circle(centre.X, centre.Y, CompassRadius);
 
     const double north = -app_.view.ScreenUpDirection;
-    const Point tip = Beside(centre, north, NeedleLength);
-    const Point tail = Beside(centre, north + 180, NeedleLength);
+    const Point tip = PointBeside(centre, north, NeedleLength);
+    const Point tail = PointBeside(centre, north + 180, NeedleLength);
     compass.DrawWidth = NeedleWidth;
     compass.Line(tip.X, tip.Y, tail.X, tail.Y);
     for (const double side : {120.0, 240.0}) {
-        const Point headEnd = Beside(tip, north + side, NeedleLength * NeedleHead);
+        const Point headEnd = PointBeside(tip, north + side, NeedleLength * NeedleHead);
         compass.Line(headEnd.X, headEnd.Y, tip.X, tip.Y);
     }
     compass.DrawWidth = 1;
 }
 
 // The arrow sits on the rim on the side that the wind comes from, and points at the centre.
-void WindPanel::DrawWindArrow() {
+void WindPanel::DrawWindArrow(const Wind& wind) {
     Surface& compass = form_.Picture2;
-    const double direction = app_.windNow.WindNow - app_.view.ScreenUpDirection;
-    const Point tip = Beside(CompassCentre(compass), direction, ArrowDistance);
-    const std::array<PixelPoint, 3> corners{
-        WholePixels(tip), WholePixels(Beside(tip, direction + ArrowHalfAngle, ArrowSide)),
-        WholePixels(Beside(tip, direction - ArrowHalfAngle, ArrowSide))};
+    const double direction = wind.DirectionTrue - app_.view.ScreenUpDirection;
+    const Point tip = PointBeside(CompassCentre(compass), direction, ArrowDistance);
+    const std::array<Point, 3> corners{tip, PointBeside(tip, direction + ArrowHalfAngle, ArrowSide),
+                                       PointBeside(tip, direction - ArrowHalfAngle, ArrowSide)};
     compass.FillColor = Red;
     compass.ForeColor = Red;
     compass.Polygon(corners);
 }
 
 void WindPanel::ShowForRace() {
-    const bool has = HasWindFile();
-    app_.display.WindGraphOn = has;
+    const bool has = HasWindFile(app_.race);
     if (has) DrawWindGraph();
-    form_.sWind.SetVisible(has);
+    form_.sWind.SetVisible(windGraphOn_ && has);
     form_.Text13.SetVisible(has);
     form_.Text14.SetVisible(has);
 }
 
 void WindPanel::ToggleWindGraph() {
-    app_.display.WindGraphOn = !app_.display.WindGraphOn;
-    form_.sWind.SetVisible(app_.display.WindGraphOn && HasWindFile());
-}
-
-void WindPanel::PlaceWindGraph() {
-    const Surface& compass = form_.Picture2;
-    const double side = compass.Width();
-    form_.sWind.Move(compass.Left(), compass.Top() + compass.Height(), side, side);
+    windGraphOn_ = !windGraphOn_;
+    form_.sWind.SetVisible(windGraphOn_ && HasWindFile(app_.race));
 }
 
 void WindPanel::DrawWindGraph() {
     Surface& graph = form_.sWind;
-    PlaceWindGraph();
     ScaleWindGraph();
+    const Surface& compass = form_.Picture2;
+    graph.Move(compass.Left(), compass.Top() + compass.Height(), side_, side_);
     graph.Cls();
     graph.FilledBox(GraphMargin, GraphTop, side_ - GraphMargin, side_ - GraphMargin, GraphColour);
     graph.FontSize = GraphPoints * app_.settings.FontScale;
@@ -145,22 +129,23 @@ void WindPanel::DrawWindGraph() {
         DrawGraphGrid();
     }
     for (const double y : {GraphY(0), FinishY}) graph.Line(0, y, side_, y, StartFinishColour);
-    MoveCross();
 }
 
 // The first sample is the reference that the range is measured from, so that a range across north stays
 // one.
 void WindPanel::ScaleWindGraph() {
     side_ = form_.Picture2.Width();
-    timeScale_ = app_.race.ReplaySpan > 0 ? (side_ - 20) / app_.race.ReplaySpan : 0.0;
-    const auto& directions = app_.wind.WindDirections;
-    const double reference = HasSamples() ? directions[1] : 0.0;
+    const int span = ReplaySpan(app_.race);
+    timeScale_ = span > 0 ? (side_ - 20) / span : 0.0;
+    const double reference = HasSamples() ? app_.wind[1].WindDirection : 0.0;
     double largest = 0.0;
     double smallest = 0.0;
-    for (int sample = 1; HasSamples() && sample <= app_.wind.WindCount; ++sample) {
-        const double turn = TurnBetween(reference, directions[static_cast<std::size_t>(sample)]);
-        largest = std::max(largest, turn);
-        smallest = std::min(smallest, turn);
+    if (HasSamples()) {
+        for (const WindSample& sample : app_.wind) {
+            const double turn = TurnBetween(reference, sample.WindDirection);
+            largest = std::max(largest, turn);
+            smallest = std::min(smallest, turn);
+        }
     }
     centreDir_ = reference + (largest + smallest) / 2;
     degScale_ = (side_ - 2 * GraphMargin) / std::max(largest - smallest, NarrowestRange) * RangeShare;
@@ -177,11 +162,9 @@ double WindPanel::GraphY(double time) const {
 void WindPanel::DrawGraphLine() {
     std::vector<Point> ends;
     Point previous;
-    for (int sample = 1; sample <= app_.wind.WindCount; ++sample) {
-        const auto i = static_cast<std::size_t>(sample);
-        const double time = app_.wind.WindTimes[i];
-        const Point here{GraphX(app_.wind.WindDirections[i]), GraphY(time)};
-        if (sample > 1 && previous.X > 0 && time >= FirstTime && time < app_.race.RaceDuration)
+    for (const WindSample& sample : app_.wind) {
+        const Point here{GraphX(sample.WindDirection), GraphY(sample.WindTime)};
+        if (previous.X > 0 && sample.WindTime >= FirstTime && sample.WindTime < app_.race.RaceDuration)
             ends.insert(ends.end(), {previous, here});
         previous = here;
     }
@@ -198,11 +181,11 @@ void WindPanel::DrawGraphGrid() {
     form_.sWind.Segments(ends, White);
 }
 
-void WindPanel::MoveCross() {
+void WindPanel::MoveCross(const Moment& now) {
     form_.Line8.SetVisible(HasSamples());
     form_.Line9.SetVisible(HasSamples());
-    const double x = GraphX(app_.windNow.WindDirMagNow);
-    const double y = GraphY(app_.clock.ReplayTime);
+    const double x = GraphX(now.WindNow.DirectionMagnetic);
+    const double y = GraphY(now.Time);
     form_.Line9.Place(x, GraphTop, x, side_ - GraphMargin);
     form_.Line8.Place(GraphMargin, y, side_ - GraphMargin, y);
 }

@@ -1,6 +1,5 @@
 #include "instruments/wind_panel_mouse.h"
 
-#include "base/bilingual.h"
 #include "display/hint_box.h"
 
 namespace keelview {
@@ -11,29 +10,21 @@ constexpr Text GraphHint{"Indicate wind direction graph or not", "ｸﾘｯｸ�
 
 }  // namespace
 
-WindPanelMouse::WindPanelMouse(AppState& app, RaceDisp& form, WindPanel& windPanel)
-    : app_(app), form_(form), windPanel_(windPanel) {
-    form_.Picture2.OnMouseDown = [this](const MouseEvent&) { Picture2_MouseDown(); };
-    form_.sWind.OnClick = [this] { sWind_Click(); };
+WindPanelMouse::WindPanelMouse(const RaceControl& race, RaceDisp& form, const Voice& voice,
+                               WindPanel& windPanel)
+    : race_(race), form_(form), voice_(voice), windPanel_(windPanel) {
+    form_.Picture2.OnMouseDown = [this](const MouseEvent&) { windPanel_.ToggleWindGraph(); };
+    form_.sWind.OnClick = [this] { windPanel_.ToggleWindGraph(); };
     for (Surface* panel : {&form_.Picture2, &form_.sWind})
         panel->OnMouseMove = [this, panel](const MouseEvent& event) { ShowGraphHint(*panel, event); };
 }
 
-void WindPanelMouse::Picture2_MouseDown() {
-    windPanel_.ToggleWindGraph();
-    windPanel_.PlaceWindGraph();
-}
-
-void WindPanelMouse::sWind_Click() {
-    windPanel_.ToggleWindGraph();
-}
-
 void WindPanelMouse::ShowGraphHint(const Surface& panel, const MouseEvent& event) {
-    if (!app_.display.HintsOn || !windPanel_.HasWindFile()) {
+    if (!form_.Check3.Value() || !HasWindFile(race_)) {
         form_.Text7.Hide();
         return;
     }
-    ShowHint(form_.Text7, GraphHint.In(app_.settings.UseEnglish),
+    ShowHint(form_.Text7, voice_.In(GraphHint),
              {form_.sWind.Left() + form_.sWind.Width() + 10, panel.Top() + event.Y, 170, 17});
 }
 

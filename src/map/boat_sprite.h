@@ -1,22 +1,30 @@
 #pragma once
 
-#include "session/app_state.h"
-#include "session/race_disp.h"
+#include "display/control.h"
 
 namespace keelview {
 
-/// Makes the per-boat controls of the race, gives them their places, colours and names, and ticks all
-/// boats.
-void CreateBoatControls(AppState& app, RaceDisp& form);
+/// How large a boat stands on the map.
+struct SpriteSize {
+    double Side = 0.0;      ///< of its square picture, pixels
+    bool RealSize = false;  ///< at the scale of the map
+};
 
-/// Removes all of them but the first; does nothing without a boat. To be called while BoatCount still has
-/// the number that they were made for.
-void RemoveBoatControls(AppState& app, RaceDisp& form);
+/// The size of a boat of that length (metres). A boat too small to be seen is enlarged where that is
+/// wanted; no picture is smaller than can be seen or larger than any map.
+SpriteSize SizeOnMap(double boatLength, double pixelsPerMetre, bool enlarge);
 
-/// Repaints the sprite of a boat (from 1) that sails on segment `point` of its track at time `time`: the
-/// hull turned to its heading, the sail set by the wind, the ring where Maru is ticked or the pointer is on
-/// its row. Gives the side of the sprite in pixels and notes in `app.fleet` whether it stands at true
-/// scale.
-double DrawBoatSprite(AppState& app, RaceDisp& form, int boat, int point, double time);
+/// What a boat's picture shows.
+struct BoatLook {
+    double Side = 0.0;       ///< of the sprite, pixels
+    double Length = 0.0;     ///< of the boat, metres; dinghies have a shape of their own
+    double Heading = 0.0;    ///< degrees clockwise from the top of the map
+    double WindAngle = 0.0;  ///< from the heading to the wind, degrees, -180 to 180; the sail is set by it
+    bool Ring = false;
+    Colour Hull = Black;
+};
+
+/// Draws a boat on its sprite, which takes the size of the picture.
+void DrawBoatSprite(Sprite& sprite, const BoatLook& look);
 
 }  // namespace keelview

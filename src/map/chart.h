@@ -1,53 +1,37 @@
 #pragma once
 
+#include "analysis/view.h"
 #include "session/app_state.h"
+#include "session/instrument.h"
 #include "session/race_disp.h"
 
 namespace keelview {
 
-/// The standing picture of the map: coast, grid, tracks, scale bar, time points, marks, lines and lay
-/// lines. What moves with the clock is painted over it by the frame. Whole tracks and coasts are drawn in
-/// milliseconds, so drawing lets no events in.
-class Chart {
+/// The standing picture of the map: coast, grid (in auto trace) or tracks, scale bar, time points and the
+/// course, drawn anew as a whole. What moves with the clock is painted over it. Whole tracks and coasts are
+/// drawn in milliseconds, so drawing lets no events in.
+class Chart : public Instrument {
   public:
-    Chart(AppState& app, RaceDisp& form, Services& services);
+    Chart(const AppState& app, RaceDisp& form);
 
-    /// Clears the map and draws coast, grid (in auto trace), tracks (otherwise) and the scale bar. Applies
-    /// the snap to the whole chart first, brings the view's scales up to date, writes the plain title back,
-    /// and reads the coast while none is held.
-    void DrawBaseChart();
-
-    /// A disk for each focused boat at every 60 seconds of the replay range, while Check1 "TimeMk" is
-    /// ticked; the colour tells the minute. Starts Timer1 at its end, whatever stopped it.
-    void DrawTimePoints();
-
-    /// Marks, lines, lay lines and the pass clock, over what is there.
-    void DrawCourse();
-
-    /// All three, in their order.
-    void DrawAll();
-
-    /// Gives BoatColour its entries 1 to 50: fifteen colours, again and again.
-    static void SetBoatPalette(DisplayState& display);
+    void Repaint(Changed changed) override;
+    /// Draws the course again over the chart when the wind of the wind file has turned, with its lay lines;
+    /// once in five seconds of the replay at most.
+    void Show(const Moment& now) override;
 
   private:
-    void DrawCoast();
-    void DrawGrid(double spacing);
-    void DrawTracks();
-    void DrawTrack(int boat);
-    void DrawScaleBar(const ScaleBar& bar);
-    void DrawTimePoint(int boat, double t);
-    void DrawMark(int mark);
-    void DrawLine(int line);
-    void DrawLayLines(const ScreenPoint& from, double first, double layAngle);
-    void DrawEntryDisk(const ScreenPoint& at);
-    void DrawEntryLabel(const std::string& label, const ScreenPoint& at, double points);
-    void DrawPassClock(const std::string& label, const ScreenPoint& at);
-    void ReadCoast();
+    void DrawGround(const Projection& projection);
+    void DrawGrid(const Projection& projection, double spacing);
+    void DrawTracks(const Projection& projection);
+    void DrawTrack(int boat, const Projection& projection);
+    void DrawScaleBar(double pixelsPerMetre);
+    void DrawTimePoints(const Projection& projection);
+    void DrawCourseNow();
 
-    AppState& app_;
+    const AppState& app_;
     RaceDisp& form_;
-    Services& services_;
+    int lastWholeSecond_ = 0;  ///< of the last moment shown
+    double courseWind_ = 0.0;  ///< degrees, of the lay lines as they were drawn last
 };
 
 }  // namespace keelview

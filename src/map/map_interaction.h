@@ -1,39 +1,46 @@
 #pragma once
 
-#include "map/chart.h"
-#include "map/course_setting.h"
-#include "map/measuring.h"
-#include "map/replay_frame.h"
-#include "session/app_state.h"
-#include "session/race_disp.h"
+#include "map/map_tool.h"
+#include "map/measure.h"
+#include "map/navigate.h"
+#include "map/order_course.h"
+#include "map/place_tools.h"
+#include "session/instrument.h"
+#include "session/race_session.h"
 
 namespace keelview {
 
-/// The mouse on the map. It measures while Check2 is ticked; sets marks, lines and the course in the modes
-/// of CourseSetting; moves the view with Shift; zooms otherwise.
-class MapInteraction {
+/// The mouse on the map, and the buttons that put a tool into its hand: Command2, Command3 and Command5 set
+/// the course, Check2 measures. Pressed again, or when its work is done, the tool is put away, and the
+/// mouse moves and zooms the view.
+class MapInteraction : public Instrument {
   public:
-    MapInteraction(AppState& app, RaceDisp& form, Services& services, Chart& chart, ReplayFrame& frame);
+    explicit MapInteraction(RaceSession& session);
 
-    /// After each load of a race: what was begun on the race before is given up.
-    void RaceLoaded();
+    void Repaint(Changed changed) override;
+
+    /// The film runs: range and bearing are for a map that stands still. The tick of Check2 stays.
+    void EndMeasuring();
 
   private:
     void Picture1_MouseDown(const MouseEvent& event);
     void Picture1_MouseMove(const MouseEvent& event);
-    void MoveView(MouseButton button, const MapPosition& at);
-    void Zoom(MouseButton button, const MapPosition& at);
-    void ShowAround(const MapPosition& centre);
-    MapPosition Home() const;
-    void ShowPosition(const MapPosition& at);
-    void ShowMapHint(const MouseEvent& event);
+    void Check2_Click();
+    void Toggle(MapTool& tool);
+    void Use(MapTool& tool);
+    void GiveUp();
+    void ShowCourse();
 
     AppState& app_;
     RaceDisp& form_;
-    Chart& chart_;
-    ReplayFrame& frame_;
-    CourseSetting course_;
-    Measuring measuring_;
+    Stage& stage_;
+    Film& film_;
+    Navigate navigate_;
+    PlaceMark placeMark_;
+    PlaceLine placeLine_;
+    OrderCourse orderCourse_;
+    Measure measure_;
+    MapTool* tool_ = &navigate_;  ///< in hand
 };
 
 }  // namespace keelview

@@ -1,6 +1,7 @@
 #include "map/sea_colours.h"
 
 #include <array>
+#include <initializer_list>
 
 namespace keelview {
 
@@ -18,27 +19,29 @@ constexpr std::array<SeaCell, 6> SeaCells{{{Rgb(0, 255, 255), Black},
                                            {Rgb(0, 70, 136), White},
                                            {Rgb(0, 0, 96), White}}};
 
-/// Everything that lies in or on the sea follows the map's colour.
-void ApplySeaColour(AppState& app, RaceDisp& form, Colour sea) {
-    app.display.SeaColour = sea;
-    for (Control* control : std::initializer_list<Control*>{&form.Picture1, &form.Picture2, &form.Picture12,
-                                                            &form.Picture6, &form.Text15})
-        control->SetBackColor(sea);
-    form.Label7.SetForeColor(app.display.InkColour);
-}
-
 }  // namespace
 
-void ResetSeaColours(AppState& app, RaceDisp& form) {
-    const auto cells = form.ColourCells();
-    for (std::size_t cell = 0; cell < cells.size(); ++cell) cells[cell]->SetBackColor(SeaCells[cell].Sea);
-    app.display.InkColour = White;
-    ApplySeaColour(app, form, SeaCells[0].Sea);
+SeaColours::SeaColours(Shown& shown, RaceDisp& form, Stage& stage)
+    : shown_(shown), form_(form), stage_(stage) {
+    const auto cells = form_.ColourCells();
+    for (std::size_t cell = 0; cell < cells.size(); ++cell) {
+        cells[cell]->SetBackColor(SeaCells[cell].Sea);
+        cells[cell]->OnClick = [this, cell] { ChooseSeaColour(cell); };
+    }
 }
 
-void ChooseSeaColour(std::size_t cell, AppState& app, RaceDisp& form) {
-    app.display.InkColour = SeaCells[cell].Ink;
-    ApplySeaColour(app, form, SeaCells[cell].Sea);
+void SeaColours::Repaint(Changed changed) {
+    if (!Any(changed, Changed::Colours | Changed::Race)) return;
+    for (Control* control : std::initializer_list<Control*>{
+             &form_.Picture1, &form_.Picture2, &form_.Picture12, &form_.Picture6, &form_.Text15})
+        control->SetBackColor(shown_.SeaColour);
+    form_.Label7.SetForeColor(shown_.InkColour);
+}
+
+void SeaColours::ChooseSeaColour(std::size_t cell) {
+    shown_.SeaColour = SeaCells[cell].Sea;
+    shown_.InkColour = SeaCells[cell].Ink;
+    stage_.Repaint(Changed::Colours);
 }
 
 }  // namespace keelview

@@ -1,6 +1,7 @@
 #include "racedata/coastline.h"
 
 #include <cmath>
+#include <numeric>
 #include <optional>
 #include <string_view>
 
@@ -87,11 +88,8 @@ class CellReader {
             const auto x = ShareOfSide(Field(line, pair * PairWidth, FieldWidth));
             const auto y = ShareOfSide(Field(line, pair * PairWidth + FieldWidth, FieldWidth));
             if (!x || !y) return;
-            ++point_;
-            const Position at = TokyoToWgs84(lat0_ + *y * SquareLat, lon0_ + *x * SquareLon);
-            coast_.CoastLat.push_back(point_ == 1 ? -at.Lat : at.Lat);
-            coast_.CoastLon.push_back(at.Lon);
-            ++coast_.CoastCount;
+            if (++point_ == 1) coast_.emplace_back();
+            coast_.back().push_back(TokyoToWgs84(lat0_ + *y * SquareLat, lon0_ + *x * SquareLon));
         }
     }
 
@@ -105,6 +103,12 @@ class CellReader {
 };
 
 }  // namespace
+
+int CoastPoints(const Coast& coast) {
+    return std::accumulate(coast.begin(), coast.end(), 0, [](int points, const CoastLine& line) {
+        return points + static_cast<int>(line.size());
+    });
+}
 
 Position TokyoToWgs84(double lat, double lon) {
     const double bessel = 2 * BesselFlattening - BesselFlattening * BesselFlattening;

@@ -4,15 +4,18 @@
 #include <string>
 #include <vector>
 
+#include "base/position.h"
+
 namespace keelview {
 
-/// The coast of the race area as one list of points, index 1 to CoastCount, minutes of arc on WGS-84. A
-/// negative latitude marks the first point of a polyline.
-struct Coast {
-    std::vector<double> CoastLat{0.0};
-    std::vector<double> CoastLon{0.0};
-    int CoastCount = 0;  ///< 0: not read yet, or nothing found
-};
+/// A stretch of coast: joined points on WGS-84.
+using CoastLine = std::vector<Position>;
+
+/// The coast of the race area; empty where nothing was found.
+using Coast = std::vector<CoastLine>;
+
+/// The number of points of all stretches.
+int CoastPoints(const Coast& coast);
 
 /// Where the coast is wanted: the middle and the span of the race area in minutes of arc, and LonScale.
 struct CoastArea {
@@ -20,12 +23,6 @@ struct CoastArea {
     double CentreLon = 0.0;
     double Span = 0.0;
     double LonScale = 1.0;
-};
-
-/// A position in minutes of arc.
-struct Position {
-    double Lat = 0.0;
-    double Lon = 0.0;
 };
 
 /// From the Tokyo datum (Bessel ellipsoid) to WGS-84, through earth-centred coordinates at height 0.

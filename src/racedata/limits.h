@@ -2,7 +2,7 @@
 
 namespace keelview {
 
-// Most elements that a race may have. Race arrays are used from index 1; index 0 exists and stays empty.
+// Most elements that a race may have.
 inline constexpr int MaxBoats = 50;
 inline constexpr int MaxMarks = 30;
 inline constexpr int MaxLines = 10;
@@ -14,5 +14,8 @@ inline constexpr int MaxAttachments = 50;
 // What is farther off is no place on a globe, and no angle or length: it would spoil the sums that follow.
 inline constexpr double FarthestMinutes = 1e7;  ///< of arc; any slip of the unit lies below it
 inline constexpr double LargestNumber = 1e6;    ///< degrees, metres, knots
+
+/// Seconds that a race can last, some four months: no file may keep a search longer.
+inline constexpr int LongestRace = 10'000'000;
 
 }  // namespace keelview

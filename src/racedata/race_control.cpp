@@ -1,8 +1,23 @@
 #include "racedata/race_control.h"
 
+#include <algorithm>
 #include <string_view>
 
 namespace keelview {
+
+namespace {
+
+constexpr double SpanMarginSeconds = 60;  // beyond race and pre-start
+
+}  // namespace
+
+int ReplaySpan(const RaceControl& race) {
+    return FloorToInt(race.RaceDuration + PreStartSeconds(race) + SpanMarginSeconds);
+}
+
+int DurationBetween(CivilTime start, CivilTime finish) {
+    return static_cast<int>(std::clamp<CivilTime>(finish - start, 0, LongestRace));
+}
 
 CourseKey ParseCourseKey(const std::string& key) {
     const bool isLine = key.starts_with('L');

@@ -1,6 +1,5 @@
 #pragma once
 
-#include <array>
 #include <cmath>
 #include <optional>
 #include <string>
@@ -8,6 +7,8 @@
 
 #include "base/dates.h"
 #include "base/numbers.h"
+#include "base/one_based.h"
+#include "base/position.h"
 #include "racedata/limits.h"
 
 namespace keelview {
@@ -30,7 +31,50 @@ class TextNumber {
     double value_ = 0.0;
 };
 
-/// Everything that one race control file says. Arrays run from index 1; index 0 stays empty.
+/// A moment of the race control file, local time: the text as it was typed, and what it reads as.
+class RaceTime {
+  public:
+    RaceTime() = default;
+    explicit RaceTime(std::string typed) : typed_(std::move(typed)), at_(ParseDateTime(typed_)) {}
+    /// The moment as its text reads back: one outside the calendar becomes the calendar's end.
+    explicit RaceTime(CivilTime at) : RaceTime(DateTimeText(at)) {}
+
+    const std::string& Typed() const { return typed_; }
+    /// Nothing where the text is no date.
+    const std::optional<CivilTime>& At() const { return at_; }
+    bool Empty() const { return typed_.empty(); }
+
+  private:
+    std::string typed_;
+    std::optional<CivilTime> at_;
+};
+
+struct BoatEntry {
+    std::string BoatFile;  ///< track file in gpsdat
+    std::string BoatName;
+};
+
+struct Mark {
+    TextNumber MarkLat;  ///< minutes of arc
+    TextNumber MarkLon;
+
+    Position At() const { return {MarkLat, MarkLon}; }
+};
+
+struct Line {
+    TextNumber LineLat1;  ///< first end, minutes of arc
+    TextNumber LineLon1;
+    TextNumber LineLat2;  ///< second end
+    TextNumber LineLon2;
+
+    Position FirstEnd() const { return {LineLat1, LineLon1}; }
+    Position SecondEnd() const { return {LineLat2, LineLon2}; }
+};
+
+/// Metres; the length of boats where nothing else is told.
+inline constexpr double StandardBoatLength = 4.7;
+
+/// Everything that one race control file says.
 struct RaceControl {
     std::string RaceFileName;     ///< name in raceadmin, empty when no race control file is open
     std::string SingleTrackFile;  ///< the track in gpsdat that is shown when there is none
@@ -38,41 +82,50 @@ struct RaceControl {
     std::string RaceTitle1;
     std::string RaceTitle2;
     std::string RaceTitle3;
-    std::string StartTimeText;              ///< race start, local time; replay time 0
-    std::string FinishTimeText;             ///< race finish, local time
+    RaceTime Start;                         ///< race start; replay time 0
+    RaceTime Finish;                        ///< race finish
     std::optional<CivilTime> DataFromTime;  ///< first moment kept from track and wind files
     std::optional<CivilTime> DataToTime;    ///< last moment kept
     int TimeDiff = 0;                       ///< hours from UTC to the local time of the race
     double MagVariation = 0.0;              ///< degrees, west negative
     double BoatLength = 0.0;                ///< metres
     double PreStartMinutes = 3.0;           ///< minutes of replay before the start
-    double PreStartSeconds = 180.0;         ///< the same in seconds
     double WindDirection = 0.0;             ///< the race's wind, degrees
     bool NorthUp = false;                   ///< north at the top of the map; else the wind
     double LayLineUp = 45.0;                ///< degrees off the wind, beating
     double LayLineDown = 160.0;             ///< degrees off the wind, running
-    int RaceDuration = 0;                   ///< seconds from start to finish
-    int ReplaySpan = 0;                     ///< seconds that the time bar and the graphs cover
+    int RaceDuration = 0;                   ///< seconds from start to finish, as the loader settled it
 
-    int BoatCount = 0;
-    std::array<std::string, MaxBoats + 1> BoatFile;  ///< track file in gpsdat
-    std::array<std::string, MaxBoats + 1> BoatName;
-    int MarkCount = 0;
-    std::array<TextNumber, MaxMarks + 1> MarkLat;  ///< minutes of arc
-    std::array<TextNumber, MaxMarks + 1> MarkLon;
-    int LineCount = 0;
-    std::array<TextNumber, MaxLines + 1> LineLat1;  ///< first end, minutes of arc
-    std::array<TextNumber, MaxLines + 1> LineLon1;
-    std::array<TextNumber, MaxLines + 1> LineLat2;  ///< second end
-    std::array<TextNumber, MaxLines + 1> LineLon2;
-    int CourseCount = 0;
-    std::array<std::string, MaxCourseEntries + 1> CourseOrder;  ///< "L1", "MK3", in sailing order
-    int MapCount = 0;
-    std::array<std::string, MaxCells + 1> MapFile;  ///< coastline cells in use
-    int AttachCount = 0;
-    std::array<std::string, MaxAttachments + 1> AttachFile;
+    OneBased<BoatEntry, MaxBoats> Boats;
+    OneBased<Mark, MaxMarks> Marks;
+    OneBased<Line, MaxLines> Lines;
+    OneBased<std::string, MaxCourseEntries> CourseOrder;  ///< "L1", "MK3", in sailing order
+    OneBased<std::string, MaxCells> MapFile;              ///< coastline cells in use
+    OneBased<std::string, MaxAttachments> AttachFile;     ///< documents in attachment
     std::string WindFileName;  ///< in winddat; empty means the race has no wind data
 };
+
+/// Seconds of replay before the start.
+inline double PreStartSeconds(const RaceControl& race) {
+    return race.PreStartMinutes * 60;
+}
+
+/// Seconds that the time bar and the graphs cover: the race, its pre-start and one minute more.
+int ReplaySpan(const RaceControl& race);
+
+/// The compass direction at the top of the map, degrees: north, or the race's wind.
+inline double ScreenUp(const RaceControl& race) {
+    return race.NorthUp ? 0.0 : race.WindDirection;
+}
+
+/// The time zone of a longitude (minutes of arc) in hours from UTC: one for each 15 degrees, to the nearest
+/// hour, halves going up. Longitude 139.75 E gives 9.
+inline int TimeZoneOfLongitude(double longitude) {
+    return FloorToInt(longitude / 15 / 60 + 0.5);
+}
+
+/// Seconds from one time to the other, held to what a race can last: 0 to LongestRace.
+int DurationBetween(CivilTime start, CivilTime finish);
 
 /// A course entry taken apart: a line or a mark, and its number (0 where the key holds none).
 struct CourseKey {
@@ -89,12 +142,17 @@ std::string CourseKeyText(const CourseKey& entry);
 
 /// There is something to put into an order: more than one mark or line.
 inline bool CourseCanBeSet(const RaceControl& race) {
-    return race.MarkCount + race.LineCount > 1;
+    return race.Marks.Count() + race.Lines.Count() > 1;
 }
 
 /// The course has legs, so that there are tables to show.
 inline bool HasLegs(const RaceControl& race) {
-    return race.CourseCount > 1;
+    return race.CourseOrder.Count() > 1;
+}
+
+/// The race names a wind file.
+inline bool HasWindFile(const RaceControl& race) {
+    return !race.WindFileName.empty();
 }
 
 }  // namespace keelview

@@ -1,7 +1,6 @@
 #include "racedata/race_file.h"
 
 #include <algorithm>
-#include <array>
 #include <cmath>
 #include <optional>
 #include <string_view>
@@ -18,10 +17,9 @@ namespace keelview {
 namespace {
 
 constexpr std::uintmax_t FileLimit = 16U << 20U;
-constexpr double DefaultBoatLength = 4.7F;  // metres, in single precision as everywhere in the files
-constexpr int LeadSeconds = 30;             // of data kept before the pre-start
+constexpr float DefaultBoatLength = StandardBoatLength;  // in single precision, as everywhere in the files
+constexpr int LeadSeconds = 30;                          // of data kept before the pre-start
 constexpr int EditorLeadSeconds = 300;
-constexpr int SpanMargin = 240;
 
 /// Which of the three readers is at work.
 enum class Reader { Display, Editor, Distribution };
@@ -53,8 +51,8 @@ class LineReader {
         if (key == "T1") return Take(race_.RaceTitle1, line);
         if (key == "T2") return Take(race_.RaceTitle2, line);
         if (key == "T3") return Take(race_.RaceTitle3, line);
-        if (key == "ST") return Take(race_.StartTimeText, line);
-        if (key == "FT") return Take(race_.FinishTimeText, line);
+        if (key == "ST") return Take(race_.Start, line);
+        if (key == "FT") return Take(race_.Finish, line);
         return ReadNumbers(key, line) || ReadCourse(key, line);
     }
 
@@ -63,10 +61,15 @@ class LineReader {
         target = Trim(rest);
         return true;
     }
+    static bool Take(RaceTime& target, std::string_view rest) {
+        target = RaceTime(std::string(Trim(rest)));
+        return true;
+    }
     static bool Take(double& target, std::string_view rest) {
         target = UsableNumber(rest);
         return true;
     }
+    static TextNumber Number(std::string_view field) { return TextNumber(std::string(Trim(field))); }
 
     bool ReadNumbers(std::string_view key, std::string_view rest) {
         if (key == "MG") return Take(race_.MagVariation, rest);
@@ -78,7 +81,6 @@ class LineReader {
         if (key != "BT") return false;
         // More than a week before the start is no pre-start.
         race_.PreStartMinutes = std::clamp(UsableNumber(rest), 0.0, 10080.0);
-        race_.PreStartSeconds = race_.PreStartMinutes * 60;
         return true;
     }
 
@@ -107,48 +109,37 @@ class LineReader {
         if (key == "LN") return ReadLine(rest);
         if (key != "CRS") return false;
         for (const std::string_view piece : Split(rest, ',')) {
-            if (race_.CourseCount >= MaxCourseEntries) return false;
-            race_.CourseOrder[static_cast<std::size_t>(++race_.CourseCount)] = Trim(piece);
+            if (!race_.CourseOrder.Add(std::string(Trim(piece)))) return false;
         }
         return true;
     }
 
     bool ReadBoat(std::string_view rest) {
-        if (rest.find(',') == std::string_view::npos || race_.BoatCount >= MaxBoats) return false;
-        const auto boat = static_cast<std::size_t>(++race_.BoatCount);
-        race_.BoatFile[boat] = Trim(CutHead(rest, ','));
-        race_.BoatName[boat] = Trim(rest);
-        return true;
+        if (rest.find(',') == std::string_view::npos) return false;
+        const std::string_view file = CutHead(rest, ',');
+        return race_.Boats.Add({std::string(Trim(file)), std::string(Trim(rest))});
     }
 
     bool ReadMark(std::string_view rest) {
-        if (std::ranges::count(rest, ',') < 1 || race_.MarkCount >= MaxMarks) return false;
-        const auto mark = static_cast<std::size_t>(++race_.MarkCount);
-        race_.MarkLat[mark] = TextNumber(std::string(Trim(CutHead(rest, ','))));
-        race_.MarkLon[mark] = TextNumber(std::string(Trim(rest)));
-        return true;
+        if (std::ranges::count(rest, ',') < 1) return false;
+        const std::string_view lat = CutHead(rest, ',');
+        return race_.Marks.Add({Number(lat), Number(rest)});
     }
 
     bool ReadLine(std::string_view rest) {
-        if (std::ranges::count(rest, ',') < 3 || race_.LineCount >= MaxLines) return false;
-        const auto line = static_cast<std::size_t>(++race_.LineCount);
-        for (auto* field : {&race_.LineLat1, &race_.LineLon1, &race_.LineLat2, &race_.LineLon2})
-            (*field)[line] = TextNumber(std::string(Trim(CutHead(rest, ','))));
-        return true;
+        if (std::ranges::count(rest, ',') < 3) return false;
+        const std::string_view lat1 = CutHead(rest, ',');
+        const std::string_view lon1 = CutHead(rest, ',');
+        const std::string_view lat2 = CutHead(rest, ',');
+        const std::string_view lon2 = CutHead(rest, ',');
+        return race_.Lines.Add({Number(lat1), Number(lon1), Number(lat2), Number(lon2)});
     }
 
     bool ReadAttachment(std::string_view rest) {
-        if (race_.AttachCount >= MaxAttachments) return false;
-        race_.AttachFile[static_cast<std::size_t>(++race_.AttachCount)] =
-            reader_ == Reader::Distribution ? Trim(rest) : rest;
-        return true;
+        return race_.AttachFile.Add(std::string(reader_ == Reader::Distribution ? Trim(rest) : rest));
     }
 
-    bool ReadCell(std::string_view rest) {
-        if (race_.MapCount >= MaxCells) return false;
-        race_.MapFile[static_cast<std::size_t>(++race_.MapCount)] = std::string(Trim(rest)) + ".cst";
-        return true;
-    }
+    bool ReadCell(std::string_view rest) { return race_.MapFile.Add(std::string(Trim(rest)) + ".cst"); }
 
     RaceControl& race_;
     Reader reader_;
@@ -178,26 +169,25 @@ std::optional<int> ReadLines(const std::filesystem::path& appPath, RaceControl& 
 
 std::vector<std::string> RemoveMissingBoats(const std::filesystem::path& appPath, RaceControl& race) {
     std::vector<std::string> missing;
-    int kept = 0;
-    for (int boat = 1; boat <= race.BoatCount; ++boat) {
-        const auto from = static_cast<std::size_t>(boat);
-        if (!IsFile(TrackPath(appPath, race.BoatFile[from]))) {
-            missing.push_back(race.BoatFile[from]);
+    for (int boat = 1; boat <= race.Boats.Count();) {
+        const std::string& file = race.Boats[boat].BoatFile;
+        if (IsFile(TrackPath(appPath, file))) {
+            ++boat;
             continue;
         }
-        const auto to = static_cast<std::size_t>(++kept);
-        if (to == from) continue;
-        race.BoatFile[to] = std::move(race.BoatFile[from]);
-        race.BoatName[to] = std::move(race.BoatName[from]);
+        missing.push_back(file);
+        race.Boats.Erase(boat);
     }
-    race.BoatCount = kept;
     return missing;
 }
 
-/// Seconds from one time to the other, held to what a race can last.
-int DurationBetween(CivilTime start, CivilTime finish) {
-    constexpr CivilTime Longest = 10'000'000;
-    return static_cast<int>(std::clamp<CivilTime>(finish - start, 0, Longest));
+/// What follows from start and finish, as far as they are given; the data begin so many seconds earlier.
+void SettlePeriod(CivilTime lead, RaceControl& race) {
+    const auto& start = race.Start.At();
+    const auto& finish = race.Finish.At();
+    if (start) race.DataFromTime = *start - lead;
+    race.DataToTime = finish;
+    if (start && finish) race.RaceDuration = DurationBetween(*start, *finish);
 }
 
 }  // namespace
@@ -211,35 +201,24 @@ RaceFileReport ReadRaceFile(const std::filesystem::path& appPath, RaceControl& r
     if (!WindFileExists(appPath, race)) race.WindFileName.clear();
     report.MissingTracks = RemoveMissingBoats(appPath, race);
     if (race.BoatLength == 0) race.BoatLength = DefaultBoatLength;
-    const auto start = ParseDateTime(race.StartTimeText);
-    const auto finish = ParseDateTime(race.FinishTimeText);
     // A text that is no date counts as not given, so that the tracks can still tell.
-    if (!start) race.StartTimeText.clear();
-    if (!finish) race.FinishTimeText.clear();
-    if (start) race.DataFromTime = *start - static_cast<CivilTime>(race.PreStartSeconds) - LeadSeconds;
-    race.DataToTime = finish;
-    if (start && finish) {
-        race.RaceDuration = DurationBetween(*start, *finish);
-        race.ReplaySpan = race.RaceDuration + SpanMargin;
-    }
+    if (!race.Start.At()) race.Start = {};
+    if (!race.Finish.At()) race.Finish = {};
+    SettlePeriod(static_cast<CivilTime>(PreStartSeconds(race)) + LeadSeconds, race);
     return report;
 }
 
 bool ReadRaceFileForEdit(const std::filesystem::path& appPath, RaceControl& race) {
     race = Emptied(race);
     if (!ReadLines(appPath, race, Reader::Editor)) return false;
-    const auto start = ParseDateTime(race.StartTimeText);
-    const auto finish = ParseDateTime(race.FinishTimeText);
-    if (start) race.DataFromTime = *start - EditorLeadSeconds;
-    if (finish) race.DataToTime = finish;
-    if (start && finish) race.RaceDuration = DurationBetween(*start, *finish);
+    SettlePeriod(EditorLeadSeconds, race);
     return true;
 }
 
 bool ReadRaceFileForDistribution(const std::filesystem::path& appPath, RaceControl& race) {
-    race.BoatCount = 0;
-    race.MapCount = 0;
-    race.AttachCount = 0;
+    race.Boats.Clear();
+    race.MapFile.Clear();
+    race.AttachFile.Clear();
     race.WindFileName.clear();
     return ReadLines(appPath, race, Reader::Distribution).has_value();
 }
@@ -258,22 +237,20 @@ class LineWriter {
         Text("T3", race_.RaceTitle3);
         if (race_.MagVariation != 0) Text("MG", NumberText(race_.MagVariation));
         if (race_.BoatLength > 0) Text("LG", LengthText());
-        Text("ST", race_.StartTimeText);
-        Text("FT", race_.FinishTimeText);
+        Text("ST", race_.Start.Typed());
+        Text("FT", race_.Finish.Typed());
         if (race_.TimeDiff != 0) Text("TD", std::to_string(race_.TimeDiff));
         if (race_.WindDirection != 0) Text("WD", NumberText(race_.WindDirection));
         if (race_.NorthUp) lines_.emplace_back("NU, 1");
         WriteBoatsAndCourse();
-        for (int cell = 1; cell <= race_.MapCount; ++cell) Text("MAP", race_.MapFile[At(cell)]);
+        for (const std::string& cell : race_.MapFile) Text("MAP", cell);
         lines_.push_back("LL, " + NumberText(race_.LayLineUp) + "," + NumberText(race_.LayLineDown));
         lines_.push_back("BT," + std::to_string(FloorToInt(race_.PreStartMinutes + 0.5)));
-        for (int file = 1; file <= race_.AttachCount; ++file)
-            lines_.push_back("AT, " + race_.AttachFile[At(file)]);
+        for (const std::string& file : race_.AttachFile) lines_.push_back("AT, " + file);
         return std::move(lines_);
     }
 
   private:
-    static std::size_t At(int index) { return static_cast<std::size_t>(index); }
     void Text(const char* key, const std::string& value) {
         if (!value.empty()) lines_.push_back(std::string(key) + ", " + value);
     }
@@ -281,19 +258,16 @@ class LineWriter {
     std::string LengthText() const { return NumberText(std::round(race_.BoatLength * 1e6) / 1e6); }
 
     void WriteBoatsAndCourse() {
-        for (int boat = 1; boat <= race_.BoatCount; ++boat)
-            lines_.push_back("BN, " + race_.BoatFile[At(boat)] + ", " + race_.BoatName[At(boat)]);
-        for (int mark = 1; mark <= race_.MarkCount; ++mark)
-            lines_.push_back("MK, " + race_.MarkLat[At(mark)].Text() + ", " +
-                             race_.MarkLon[At(mark)].Text());
-        for (int line = 1; line <= race_.LineCount; ++line)
-            lines_.push_back("LN, " + race_.LineLat1[At(line)].Text() + ", " +
-                             race_.LineLon1[At(line)].Text() + ", " + race_.LineLat2[At(line)].Text() +
-                             ", " + race_.LineLon2[At(line)].Text());
-        if (race_.CourseCount == 0) return;
+        for (const BoatEntry& boat : race_.Boats)
+            lines_.push_back("BN, " + boat.BoatFile + ", " + boat.BoatName);
+        for (const Mark& mark : race_.Marks)
+            lines_.push_back("MK, " + mark.MarkLat.Text() + ", " + mark.MarkLon.Text());
+        for (const Line& line : race_.Lines)
+            lines_.push_back("LN, " + line.LineLat1.Text() + ", " + line.LineLon1.Text() + ", " +
+                             line.LineLat2.Text() + ", " + line.LineLon2.Text());
+        if (race_.CourseOrder.Empty()) return;
         std::string course = "CRS";
-        for (int entry = 1; entry <= race_.CourseCount; ++entry)
-            course += ", " + race_.CourseOrder[At(entry)];
+        for (const std::string& entry : race_.CourseOrder) course += ", " + entry;
         lines_.push_back(std::move(course));
     }
 

@@ -19,8 +19,9 @@ struct RaceFileReport {
 /// Reads `race.RaceFileName` below `appPath`/raceadmin for the race display. Resets and fills `race`
 /// (MagVariation and BoatLength keep their value where the file has no such key; MAP lines are ignored),
 /// clears the name of a wind file that does not exist, removes boats whose track file does not exist in
-/// gpsdat, gives BoatLength 4.7 metres where it is 0, and works out DataFromTime, DataToTime, RaceDuration
-/// and ReplaySpan. Elements past the limits, and lines that cannot be read, are skipped.
+/// gpsdat, gives BoatLength 4.7 metres where it is 0, drops a start or finish that is no date, and works
+/// out DataFromTime, DataToTime and RaceDuration. Elements past the limits, and lines that cannot be read,
+/// are skipped.
 RaceFileReport ReadRaceFile(const std::filesystem::path& appPath, RaceControl& race);
 
 /// Reads the same file for the editor: keys are compared as they stand, boats without a track file stay, no

@@ -23,7 +23,7 @@ std::filesystem::path WindPath(const std::filesystem::path& appPath, const RaceC
 }
 
 bool InPeriod(const RaceControl& race, CivilTime time) {
-    if (race.FinishTimeText.empty()) return true;
+    if (race.Finish.Empty()) return true;
     return (!race.DataFromTime || MinuteBoundaries(*race.DataFromTime, time) >= 0) &&
            (!race.DataToTime || MinuteBoundaries(time, *race.DataToTime) >= 0);
 }
@@ -36,9 +36,9 @@ bool WindFileExists(const std::filesystem::path& appPath, const RaceControl& rac
 
 void LoadWindFile(const std::filesystem::path& appPath, const RaceControl& race, WindData& wind) {
     const auto bytes = ReadWholeFile(WindPath(appPath, race), FileLimit);
-    const auto start = ParseDateTime(race.StartTimeText);
+    const auto& start = race.Start.At();
     if (!bytes || !start) return;
-    wind = {};
+    wind.Clear();
     const std::string text = DecodeText(*bytes).Utf8;
     bool header = true;
     for (std::string_view rest = text; !rest.empty();) {
@@ -52,22 +52,18 @@ void LoadWindFile(const std::filesystem::path& appPath, const RaceControl& race,
             continue;
         const CivilTime seconds = *time - *start;
         if (std::abs(seconds) > std::numeric_limits<std::int32_t>::max()) continue;
-        wind.WindTimes.push_back(static_cast<std::int32_t>(seconds));
-        wind.WindSpeeds.emplace_back(speed);
-        wind.WindDirections.push_back(direction);
-        ++wind.WindCount;
+        wind.Add({static_cast<std::int32_t>(seconds), speed, direction});
     }
 }
 
 std::error_code SaveWindFile(const std::filesystem::path& appPath, const RaceControl& race,
                              const WindData& wind) {
-    const CivilTime start = ParseDateTime(race.StartTimeText).value_or(0);
+    const CivilTime start = race.Start.At().value_or(0);
     std::string text = "TIME,WIND SPEED,WIND DIRECTION (Mag)\r\n";
-    for (int i = 1; i <= wind.WindCount; ++i) {
-        const auto sample = static_cast<std::size_t>(i);
-        const auto& speed = wind.WindSpeeds[sample];
-        text += DateTimeText(start + wind.WindTimes[sample]) + "," + (speed ? NumberText(*speed) : "") +
-                "," + NumberText(wind.WindDirections[sample]) + "\r\n";
+    for (const WindSample& sample : wind) {
+        const std::string speed = sample.WindSpeed ? NumberText(*sample.WindSpeed) : "";
+        text += DateTimeText(start + sample.WindTime) + "," + speed + "," +
+                NumberText(sample.WindDirection) + "\r\n";
     }
     return WriteFileAtomically(WindPath(appPath, race), text);
 }

@@ -4,23 +4,24 @@
 #include <filesystem>
 #include <optional>
 #include <system_error>
-#include <vector>
 
+#include "base/one_based.h"
 #include "racedata/race_control.h"
 
 namespace keelview {
 
-/// The wind samples of a race, index 1 to WindCount, in the order of the file; every array holds WindCount
-/// + 1 elements.
-struct WindData {
-    std::vector<std::int32_t> WindTimes{0};             ///< seconds from the start
-    std::vector<std::optional<double>> WindSpeeds{{}};  ///< as in the file; nothing where none was set
-    std::vector<double> WindDirections{0.0};            ///< degrees magnetic, where the wind comes from
-    int WindCount = 0;
+/// One line of a wind file.
+struct WindSample {
+    std::int32_t WindTime = 0;        ///< seconds from the start
+    std::optional<double> WindSpeed;  ///< as in the file; nothing where none was set
+    double WindDirection = 0.0;       ///< degrees magnetic, where the wind comes from
 };
 
+/// The wind samples of a race in the order of the file.
+using WindData = OneBased<WindSample>;
+
 /// Reads `race.WindFileName` below `appPath`/winddat: the samples between DataFromTime and DataToTime by
-/// whole clock minutes, all of them where FinishTimeText is empty. Lines with fewer than three fields or
+/// whole clock minutes, all of them where the race has no finish. Lines with fewer than three fields or
 /// without a date are skipped. A file that does not exist leaves `wind` as it was.
 void LoadWindFile(const std::filesystem::path& appPath, const RaceControl& race, WindData& wind);
 

@@ -14,14 +14,12 @@ void WriteCell(JsonWriter& json, const std::optional<double>& value) {
     value ? json.Number(*value) : json.Null();
 }
 
-void WriteTable(JsonWriter& json, std::string_view name, const RaceControl& race, const LegTable& table,
-                int firstEntry) {
+void WriteTable(JsonWriter& json, std::string_view name, const LegTable& table, int firstEntry) {
     json.Key(name);
     json.BeginArray();
-    for (int boat = 1; boat <= race.BoatCount; ++boat) {
+    for (const auto& row : table.Value) {
         json.BeginArray();
-        for (int entry = firstEntry; entry <= race.CourseCount; ++entry)
-            WriteCell(json, table.Value[boat][entry]);
+        for (int entry = firstEntry; entry <= row.Count(); ++entry) WriteCell(json, row[entry]);
         json.EndArray();
     }
     json.EndArray();
@@ -49,14 +47,14 @@ void WriteAnalysis(JsonWriter& json, const RaceControl& race, const MarkPasses& 
         return;
     }
     json.BeginArray();
-    for (int entry = 1; entry <= race.CourseCount; ++entry) {
-        const FactorColumn& column = analysis->Column[entry];
+    for (int entry = 1; entry <= analysis->Count(); ++entry) {
+        const FactorColumn& column = (*analysis)[entry];
         json.BeginObject();
         json.Member("part", entry == 1 ? std::string_view("total") : race.CourseOrder[entry]);
         json.Member("best_boat", column.BestBoat);
         json.Key("shares");
         json.BeginArray();
-        for (int boat = 1; boat <= race.BoatCount; ++boat) WriteShare(json, column.Share[boat]);
+        for (const FactorShare& share : column.Share) WriteShare(json, share);
         json.EndArray();
         json.EndObject();
     }
@@ -78,8 +76,8 @@ void WriteLegReport(JsonWriter& json, const RaceNumbers& numbers) {
         const LegStatistics statistics = ComputeLegStatistics(numbers.race, numbers.passes, kind);
         json.Key(name);
         json.BeginObject();
-        WriteTable(json, "cumulative", numbers.race, statistics.Cumulative, 1);
-        WriteTable(json, "by_leg", numbers.race, statistics.ByLeg, 2);
+        WriteTable(json, "cumulative", statistics.Cumulative, 1);
+        WriteTable(json, "by_leg", statistics.ByLeg, 2);
         json.EndObject();
     }
     json.EndObject();

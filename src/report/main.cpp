@@ -4,7 +4,6 @@
 // is written to the tree.
 
 #include <cstdio>
-#include <exception>
 #include <filesystem>
 #include <optional>
 #include <string>
@@ -75,7 +74,9 @@ int Run(const std::vector<std::string_view>& arguments) {
     if (!request.Fault.empty()) return Complain(request.Fault);
     if (!IsFile(FindBelow(FindBelow(request.Tree, "raceadmin"), request.RaceFile)))
         return Complain("no race file " + request.RaceFile + " in " + request.Tree.string() + "/raceadmin");
-    const RaceNumbers numbers = LoadRaceNumbers(request.Tree, request.RaceFile);
+    RaceNumbers numbers;
+    numbers.race.RaceFileName = request.RaceFile;
+    LoadRace(request.Tree, numbers);
     if (!numbers.report.Opened) return Complain("cannot read race file " + request.RaceFile);
     const std::string text = TextOf(numbers, request);
     const bool written = std::fwrite(text.data(), 1, text.size(), stdout) == text.size();
@@ -88,9 +89,5 @@ int Run(const std::vector<std::string_view>& arguments) {
 }  // namespace keelview
 
 int main(int argc, char** argv) {
-    try {
-        return keelview::Run(std::vector<std::string_view>(argv + (argc > 0 ? 1 : 0), argv + argc));
-    } catch (const std::exception& fault) {
-        return keelview::Complain(fault.what());
-    }
+    return keelview::Run(std::vector<std::string_view>(argv + (argc > 0 ? 1 : 0), argv + argc));
 }

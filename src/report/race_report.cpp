@@ -19,25 +19,29 @@ void NumberArray(JsonWriter& json, std::initializer_list<double> values) {
     json.EndArray();
 }
 
-/// Elements 1 to count of a race array.
-template <class Array>
-void NumberArray(JsonWriter& json, const Array& values, int count) {
+template <class T>
+void NumberArray(JsonWriter& json, const OneBased<T>& values) {
     json.BeginArray();
-    for (int i = 1; i <= count; ++i) json.Number(values[i]);
+    for (const T value : values) json.Number(value);
+    json.EndArray();
+}
+
+template <class Texts>
+void TextArray(JsonWriter& json, const Texts& texts) {
+    json.BeginArray();
+    for (const std::string& text : texts) json.String(text);
     json.EndArray();
 }
 
 void WriteMarks(JsonWriter& json, const RaceControl& race) {
     json.Key("marks");
     json.BeginArray();
-    for (int mark = 1; mark <= race.MarkCount; ++mark)
-        NumberArray(json, {race.MarkLat[mark], race.MarkLon[mark]});
+    for (const Mark& mark : race.Marks) NumberArray(json, {mark.MarkLat, mark.MarkLon});
     json.EndArray();
     json.Key("lines");
     json.BeginArray();
-    for (int line = 1; line <= race.LineCount; ++line)
-        NumberArray(json,
-                    {race.LineLat1[line], race.LineLon1[line], race.LineLat2[line], race.LineLon2[line]});
+    for (const Line& line : race.Lines)
+        NumberArray(json, {line.LineLat1, line.LineLon1, line.LineLat2, line.LineLon2});
     json.EndArray();
 }
 
@@ -49,20 +53,18 @@ void WriteRace(JsonWriter& json, const RaceControl& race) {
     json.BeginArray();
     for (const auto* title : {&race.RaceTitle1, &race.RaceTitle2, &race.RaceTitle3}) json.String(*title);
     json.EndArray();
-    json.Member("start", race.StartTimeText);
-    json.Member("finish", race.FinishTimeText);
+    json.Member("start", race.Start.Typed());
+    json.Member("finish", race.Finish.Typed());
     json.Member("duration", race.RaceDuration);
     json.Member("time_diff", race.TimeDiff);
     json.Member("mag_variation", race.MagVariation);
     json.Member("wind_direction", race.WindDirection);
     json.Member("boat_length", race.BoatLength);
-    json.Member("pre_start_seconds", race.PreStartSeconds);
+    json.Member("pre_start_seconds", PreStartSeconds(race));
     json.Key("lay_lines");
     NumberArray(json, {race.LayLineUp, race.LayLineDown});
     json.Key("course");
-    json.BeginArray();
-    for (int c = 1; c <= race.CourseCount; ++c) json.String(race.CourseOrder[c]);
-    json.EndArray();
+    TextArray(json, race.CourseOrder);
     WriteMarks(json, race);
     json.EndObject();
 }
@@ -80,8 +82,8 @@ void WriteScale(JsonWriter& json, const RaceNumbers& numbers) {
     json.EndObject();
 }
 
-void WriteTimes(JsonWriter& json, const Tracks& tracks, int boat) {
-    const int points = tracks.TrackPointCount[boat];
+void WriteTimes(JsonWriter& json, const Track& track) {
+    const int points = track.Count();
     json.Member("points", points);
     if (points == 0) {
         for (const auto* name : {"first_time", "last_time"}) {
@@ -92,61 +94,59 @@ void WriteTimes(JsonWriter& json, const Tracks& tracks, int boat) {
         json.Member("max_speed", 0);
         return;
     }
-    const auto& speeds = tracks.TrackSpeed[boat];
-    json.Member("first_time", tracks.TrackTime[boat][1]);
-    json.Member("last_time", tracks.TrackTime[boat][points]);
-    json.Member("distance", tracks.TrackDist[boat][points]);
-    json.Member("max_speed", *std::max_element(speeds.begin(), speeds.end()));
+    json.Member("first_time", track.TrackTime[1]);
+    json.Member("last_time", track.TrackTime.Last());
+    json.Member("distance", track.TrackDist.Last());
+    json.Member("max_speed", std::ranges::max(track.TrackSpeed));
 }
 
 void WriteBoats(JsonWriter& json, const RaceNumbers& numbers) {
     const RaceControl& race = numbers.race;
     json.Key("boats");
     json.BeginArray();
-    for (int boat = 1; boat <= race.BoatCount; ++boat) {
+    for (int boat = 1; boat <= race.Boats.Count(); ++boat) {
         json.BeginObject();
         json.Member("number", boat);
-        json.Member("name", race.BoatName[boat]);
-        json.Member("file", race.BoatFile[boat]);
-        WriteTimes(json, numbers.tracks, boat);
+        json.Member("name", race.Boats[boat].BoatName);
+        json.Member("file", race.Boats[boat].BoatFile);
+        WriteTimes(json, numbers.tracks.Boats[boat]);
         json.Key("pass_times");
-        NumberArray(json, numbers.passes.MarkPassTime[boat], race.CourseCount);
+        NumberArray(json, numbers.passes.MarkPassTime[boat]);
         json.Key("pass_distances");
-        NumberArray(json, numbers.passes.MarkPassDist[boat], race.CourseCount);
+        NumberArray(json, numbers.passes.MarkPassDist[boat]);
         json.EndObject();
     }
     json.EndArray();
     json.Key("first_pass_times");
-    NumberArray(json, numbers.passes.FirstPassTime, race.CourseCount);
+    NumberArray(json, numbers.passes.FirstPassTime);
     json.Key("finish_order");
     json.BeginArray();
-    for (const int boat : FinishOrder(race, numbers.passes)) json.Number(boat);
+    for (const int boat : FinishOrder(numbers.passes)) json.Number(boat);
     json.EndArray();
 }
 
 void WriteSurroundings(JsonWriter& json, const RaceNumbers& numbers) {
     json.Key("coast");
     json.BeginObject();
-    json.Member("points", numbers.coast.CoastCount);
+    json.Member("points", CoastPoints(numbers.coast));
     json.Key("cells");
-    json.BeginArray();
-    for (const std::string& cell : numbers.coastCells) json.String(cell);
-    json.EndArray();
+    TextArray(json, numbers.race.MapFile);
     json.EndObject();
     json.Key("wind");
     json.BeginObject();
     json.Member("file", numbers.race.WindFileName);
-    json.Member("samples", numbers.wind.WindCount);
+    json.Member("samples", numbers.wind.Count());
     json.EndObject();
 }
 
 void WriteBoatAt(JsonWriter& json, const Tracks& tracks, int boat, double t, double trueWind) {
-    const int segment = FindSegment(tracks, boat, t);
+    const Track& track = tracks.Boats[boat];
+    const int segment = FindSegment(track, t);
     if (segment == 0) {
         json.Null();
         return;
     }
-    const TrackMoment moment = MomentOn(tracks, boat, segment, t);
+    const TrackMoment moment = MomentOn(track, segment, t);
     json.BeginObject();
     json.Member("number", boat);
     json.Member("lat", moment.Lat);
@@ -158,7 +158,7 @@ void WriteBoatAt(JsonWriter& json, const Tracks& tracks, int boat, double t, dou
 }
 
 void WriteMoment(JsonWriter& json, const RaceNumbers& numbers, double t) {
-    const WindSample wind = WindAt(numbers.race, numbers.wind, t);
+    const Wind wind = WindAt(numbers.race, numbers.wind, t);
     json.BeginObject();
     json.Member("time", t);
     json.Key("wind");
@@ -169,7 +169,7 @@ void WriteMoment(JsonWriter& json, const RaceNumbers& numbers, double t) {
     json.EndObject();
     json.Key("boats");
     json.BeginArray();
-    for (int boat = 1; boat <= numbers.race.BoatCount; ++boat)
+    for (int boat = 1; boat <= numbers.race.Boats.Count(); ++boat)
         WriteBoatAt(json, numbers.tracks, boat, t, wind.DirectionTrue);
     json.EndArray();
     json.EndObject();

@@ -52,7 +52,7 @@ RaceDisp::RaceDisp(const Settings& settings)
       Maru(CheckMaker(Picture8, "Maru")) {
     SetIcon(Picture::FromAssets("icon.png"));
     ApplyFonts(settings);
-    ApplyCaptions(settings.UseEnglish);
+    PlaceAndCaption(settings.UseEnglish);
     ApplyColours();
     Seven.ShowPicture(Picture::FromAssets("seven.png"));
     Blue_P.ShowPicture(Picture::FromAssets("blue_p.png"));
@@ -74,6 +74,30 @@ RaceDisp::RaceDisp(const Settings& settings)
     for (Surface* cell : ColourCells()) cell->SetTabStop();
     for (Label* label : {&Label1, &Label5}) label->SetTabStop();
     Option6.SetFocus();
+}
+
+void RaceDisp::LoadBoats(int boatCount) {
+    const auto load = [boatCount](auto& array) {
+        array.Load(boatCount);
+        array.UnloadAbove(boatCount);
+    };
+    load(Boat);
+    load(BoatS);
+    load(Bar);
+    load(Bnam);
+    load(Text5);
+    load(Text6);
+    load(Maru);
+    for (int row = 0; row < Bnam.Count(); ++row) LayoutRow(row);
+}
+
+void RaceDisp::SetTitle(std::string_view title) {
+    title_ = title;
+    SetCaption(title_);
+}
+
+void RaceDisp::ShowInTitle(std::string_view addition) {
+    SetCaption(addition.empty() ? title_ : title_ + std::string(20, ' ') + std::string(addition));
 }
 
 void RaceDisp::ApplyFonts(const Settings& settings) {

@@ -2,6 +2,8 @@
 
 #include <array>
 #include <memory>
+#include <string>
+#include <string_view>
 
 #include "display/control.h"
 #include "display/form.h"
@@ -29,16 +31,27 @@ class RaceDisp : public Form {
     /// Makes all controls with their stored defaults, in the language and font of the settings.
     explicit RaceDisp(const Settings& settings);
 
-    /// Places every control for a race of `boatCount` boats, by the inner size of the form. Element 0 of
-    /// each per-boat array is placed; the others take their places from it.
+    /// Places every control for a race of `boatCount` boats, by the inner size of the form; those of the
+    /// boats that there are controls for too.
     void LayoutPanels(const Settings& settings, int boatCount);
+
+    /// Has controls for just so many boats; those of the first one are always there. The ones that stay
+    /// keep what they show.
+    void LoadBoats(int boatCount);
+    /// The boat (from 1) is ticked in the list.
+    bool InFocus(int boat) const { return Bnam[boat - 1].Value(); }
+
+    /// The title of the window, which tells the race.
+    void SetTitle(std::string_view title);
+    /// The title with something of the moment behind it, such as the position under the pointer; alone
+    /// without.
+    void ShowInTitle(std::string_view addition);
+    int HeldKey = 0;  ///< key held on the form, 0 when none is
 
     /// Side of the square map in pixels, as the last LayoutPanels set it.
     double MapSide() const { return mapSide_; }
     /// Left edge of the right-hand column.
     double PanelLeft() const { return panelLeft_; }
-    /// Top of the boat list while the pointer is on it.
-    double PanelRaisedTop() const { return panelRaisedTop_; }
     /// Raises the boat list, so that a large fleet shows all its rows. The control panel hides as long as
     /// the list reaches into its place.
     void RaiseBoatList();
@@ -180,20 +193,22 @@ class RaceDisp : public Form {
     TextBox Text7{*this, "Text7", Hint};  // the hint box, above everything
 
   private:
-    void ApplyCaptions(bool useEnglish);
+    void PlaceAndCaption(bool useEnglish);
+    void LayOutFilm(bool useEnglish);
+    void LayOutRace(bool useEnglish);
+    void LayOutChoices(bool useEnglish);
     void ApplyColours();
     void ApplyFonts(const Settings& settings);
     void LayoutMap();
     void LayoutTopPanel(bool useEnglish);
     void LayoutBoatList();
-    void LayoutControlPanel();
-    void LayoutFrames();
-    void LayoutCheckBoxes();
+    void LayoutRow(int row);
 
     double mapSide_ = 0.0;
     double panelLeft_ = 0.0;
-    double panelRaisedTop_ = PanelTop;
+    double panelRaisedTop_ = PanelTop;  ///< of the boat list while the pointer is on it
     bool panelRaised_ = false;
+    std::string title_;
 };
 
 /// The address of the maker's web page, shown in Label1 and opened by it.

@@ -1,82 +1,99 @@
-#include <functional>
 #include <string>
-#include <string_view>
 
-#include "base/bilingual.h"
+#include "display/form_table.h"
 #include "session/race_disp.h"
 
 namespace keelview {
 
-namespace {
-
-/// One control and its caption in both languages.
-struct ControlCaption {
-    std::function<void(std::string_view)> Set;
-    Text Words;
-};
-
-template <class ControlType>
-ControlCaption Of(ControlType& control, std::string_view english, std::string_view japanese) {
-    return {[&control](std::string_view words) { control.SetCaption(words); }, Text{english, japanese}};
-}
-
-template <class ControlType>
-ControlCaption Both(ControlType& control, std::string_view words) {
-    return Of(control, words, words);
-}
-
-}  // namespace
-
-void RaceDisp::ApplyCaptions(bool useEnglish) {
-    const ControlCaption captions[] = {
-        Both(Frame3, "TRACK"),
-        Both(Option6, "FWD"),
-        Both(Option7, "STOP"),
-        Both(Option8, "BACK"),
-        Both(Command6, "+"),
-        Both(Command7, "-"),
-        Both(Check3, "HINT"),
-        Both(Label7, "ZOOM"),
-        Both(btnHATENA, "? "),
-        Both(Label5, "    BOAT NAME           BSP                          TWA"),
-        Of(Frame1, "Direction", "表示方向"),
-        Of(Option3, "Windwd", "風向が上"),
-        Of(Option2, "Northwd", "北が上"),
-        Of(Frame4, "Screen", "図選択"),
-        Of(Option9, "Track", "軌跡"),
-        Of(Option10, "Graph", "ｸﾞﾗﾌ"),
-        Of(Option11, "Data", "ﾃﾞｰﾀ"),
-        Of(Command2, "Set Mark", "マーク設定"),
-        Of(Command3, "Set Line", "ライン設定"),
-        Of(Command5, "Set Course", "コース設定"),
-        Of(Label6, "Race File", "ﾚｰｽﾌｧｲﾙ"),
-        Of(Command9, "Show", "表示"),
-        Of(Label2, "Start", "ｽﾀｰﾄ日時"),
-        Of(Label3, "Finish", "ﾌｨﾆｯｼｭ"),
-        Of(Command4, "Above time OK", "時刻設定OK"),
-        Of(Check9, "Name", "艇名"),
-        Of(Check7, "Map", "地図"),
-        Of(Check10, "Enlarge", "艇拡大"),
-        Of(Check4, "Ref Line", "比較ライン"),
-        Of(Check6, "Wake", "航跡"),
-        Of(Check2, "R/B", "距離方位"),
-        Of(Check5, "AutoTrace", "自動追尾"),
-        Of(Check1, "TimeMk", "時間点"),
-        Of(Check8, "LayLine", "ﾚｲﾗｲﾝ"),
-        Of(Command10, "Save/Print", "画像処理"),
-        Of(Command13, "Refference", "資料参照"),
-        Of(Command1, "EXIT", "戻る"),
-        Of(Option1, "Time", "時間"),
-        Of(Option4, "Dist", "距離"),
-        Of(Option5, "SPD", "速度"),
-        Of(Option12, "ANA", "解析"),
-        Of(Command11, "Exit", "戻る"),
-        Of(Command8, "Delete Order", "ﾃﾞｰﾀ消去"),
-        Of(Label4, "Course Order", "レースコース"),
-        Of(Command12, "Make Wind Data", "風データ手動作成"),
-    };
-    for (const ControlCaption& caption : captions) caption.Set(caption.Words.In(useEnglish));
+void RaceDisp::PlaceAndCaption(bool useEnglish) {
+    LayOutFilm(useEnglish);
+    LayOutRace(useEnglish);
+    LayOutChoices(useEnglish);
+    ApplyTable(
+        {
+            {Label7, {11, 2, 49, 17}, Both("ZOOM")},
+            {Label5, {10, 26, 240, 12}, Both("    BOAT NAME           BSP                          TWA")},
+            {Command12, {5, 5, 113, 17}, {"Make Wind Data", "風データ手動作成"}},
+            {Option1, {"Time", "時間"}},
+            {Option4, {"Dist", "距離"}},
+            {Option5, {"SPD", "速度"}},
+            {Option12, {"ANA", "解析"}},
+            {Command11, {"Exit", "戻る"}},
+            {Command8, {"Delete Order", "ﾃﾞｰﾀ消去"}},
+            {Label4, {"Course Order", "レースコース"}},
+        },
+        useEnglish);
     Label1.SetCaption(Text{"Further Info: ", "お問い合わせ　"}.Str(useEnglish) + std::string(MakerAddress));
+}
+
+/// The control panel from its top down to the speed of the film.
+void RaceDisp::LayOutFilm(bool useEnglish) {
+    ApplyTable(
+        {
+            {Frame3, {10, 14, 84, 60}, Both("TRACK")},
+            {Option6, {7, 12, 65, 17}, Both("FWD")},
+            {Option7, {7, 26, 65, 17}, Both("STOP")},
+            {Option8, {7, 40, 65, 17}, Both("BACK")},
+            {Command6, {61, 13, 17, 17}, Both("+")},
+            {Command7, {61, 39, 17, 17}, Both("-")},
+            {Frame1, {100, 14, 77, 60}, {"Direction", "表示方向"}},
+            {Option3, {4, 17, 68, 17}, {"Windwd", "風向が上"}},
+            {Option2, {4, 34, 68, 17}, {"Northwd", "北が上"}},
+            {Frame4, {183, 14, 74, 60}, {"Screen", "図選択"}},
+            {Option9, {4, 14, 62, 15}, {"Track", "軌跡"}},
+            {Option10, {4, 28, 62, 15}, {"Graph", "ｸﾞﾗﾌ"}},
+            {Option11, {4, 42, 62, 15}, {"Data", "ﾃﾞｰﾀ"}},
+            {Text2, {16, 80, 57, 18}},
+            {HScroll1, {80, 80, 121, 17}},
+        },
+        useEnglish);
+}
+
+/// Its middle: the course, the race's file and times.
+void RaceDisp::LayOutRace(bool useEnglish) {
+    ApplyTable(
+        {
+            {Command2, {8, 104, 75, 17}, {"Set Mark", "マーク設定"}},
+            {Command3, {89, 104, 80, 17}, {"Set Line", "ライン設定"}},
+            {Command5, {176, 104, 77, 17}, {"Set Course", "コース設定"}},
+            {Label6, {7, 106, 65, 17}, {"Race File", "ﾚｰｽﾌｧｲﾙ"}},
+            {Combo1, {64, 103, 147, 20}},
+            {Command9, {213, 104, 40, 17}, {"Show", "表示"}},
+            {Label2, {9, 131, 73, 13}, {"Start", "ｽﾀｰﾄ日時"}},
+            {Text9, {64, 128, 137, 18}},
+            {btnHATENA, {211, 128, 33, 65}, Both("? ")},
+            {Label3, {9, 152, 57, 13}, {"Finish", "ﾌｨﾆｯｼｭ"}},
+            {Text10, {64, 152, 137, 18}},
+            {Command4, {64, 176, 137, 17}, {"Above time OK", "時刻設定OK"}},
+        },
+        useEnglish);
+}
+
+/// Its lower part: what is shown, and where it leads.
+void RaceDisp::LayOutChoices(bool useEnglish) {
+    ApplyTable(
+        {
+            {Check9, {16, 200, 49, 17}, {"Name", "艇名"}},
+            {Check7, {72, 200, 57, 17}, {"Map", "地図"}},
+            {Check3, {128, 200, 57, 17}, Both("HINT")},
+            {Check10, {184, 200, 73, 17}, {"Enlarge", "艇拡大"}},
+            {Check4, {16, 216, 81, 17}, {"Ref Line", "比較ライン"}},
+            {Check6, {96, 216, 73, 17}, {"Wake", "航跡"}},
+            {Check2, {168, 216, 81, 17}, {"R/B", "距離方位"}},
+            {Check5, {16, 232, 73, 17}, {"AutoTrace", "自動追尾"}},
+            {Check1, {96, 232, 65, 17}, {"TimeMk", "時間点"}},
+            {Check8, {168, 232, 73, 17}, {"LayLine", "ﾚｲﾗｲﾝ"}},
+            {Command10, {16, 276, 89, 17}, {"Save/Print", "画像処理"}},
+            {Command13, {112, 276, 65, 17}, {"Refference", "資料参照"}},
+            {Command1, {184, 276, 65, 17}, {"EXIT", "戻る"}},
+            {Label1, {64, 295, 185, 17}},
+        },
+        useEnglish);
+    double left = 16;
+    for (Surface* cell : ColourCells()) {
+        cell->Move(left, 256, 30, 13);
+        left += 35;
+    }
 }
 
 }  // namespace keelview

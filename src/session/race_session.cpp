@@ -1,225 +1,159 @@
 #include "session/race_session.h"
 
 #include <algorithm>
-#include <cmath>
+#include <initializer_list>
+#include <utility>
 
-#include "analysis/race_numbers.h"
-#include "analysis/track_derivation.h"
 #include "base/bilingual.h"
-#include "base/dates.h"
 #include "base/files.h"
 #include "base/numbers.h"
-#include "map/boat_sprite.h"
-#include "map/sea_colours.h"
-#include "racedata/race_file.h"
-#include "session/save_race.h"
+#include "session/start_gun.h"
 
 namespace keelview {
 
 namespace {
 
-constexpr double LeadSeconds = 20.0;  // before the pre-start, where the film begins
-constexpr double RangeLead = 30.0;    // before the pre-start, where the replay range begins
 constexpr double ProgressBarWidth = 333.0;
-
-/// Nothing of the race before stays in what is worked out, seen and replayed. The view's centre stays: a
-/// single track takes its time zone from there.
-void ForgetLastRace(AppState& app) {
-    app.tracks = {};
-    app.wind = {};
-    app.coast = {};
-    app.passes = {};
-    app.clock = {};
-    app.windNow = {};
-    app.fleet = {};
-    app.display = {};
-}
+constexpr int SecondMilliseconds = 1000;
+constexpr int AutoTraceAfter = 2;  // seconds that the display is open
 
 }  // namespace
 
-RaceSession::RaceSession(AppState& app, Services& services, Splash& splash)
+RaceSession::RaceSession(AppState& app, Services& services)
     : app_(app),
       services_(services),
-      splash_(splash),
+      voice_(app.settings, services.dialogs),
       form_(app.settings),
-      chart_(app, form_, services),
-      instruments_(app, form_),
-      frame_(app, form_, services, chart_, instruments_),
-      clock_(app, form_, services, chart_, frame_) {
-    ForgetLastRace(app_);
+      stage_(app, form_),
+      film_(app, form_, services.platform, stage_),
+      saver_(app, voice_),
+      changes_(app, voice_, saver_, stage_) {
+    // Nothing of the race before stays in what is seen and replayed. The view's centre stays: a single
+    // track takes its time zone from there.
+    app_.clock = {};
+    app_.now = {};
+    app_.shown = {};
+    app_.race.TimeDiff = TimeZoneOfLongitude(app_.view.ViewCentreLon);
     form_.HScroll1.SetRange(1, 19);
     form_.HScroll1.SetValue(5);
-    app_.race.WindDirection = 0;
-    app_.race.TimeDiff = FloorToInt(app_.view.ViewCentreLon / 15 / 60 + 0.5);
-    form_.OnKeyDown = [this](int key) { app_.display.HeldKey = key; };
-    form_.OnKeyUp = [this](int) { app_.display.HeldKey = 0; };
+    form_.OnKeyDown = [this](int key) { form_.HeldKey = key; };
+    form_.OnKeyUp = [this](int) { form_.HeldKey = 0; };
     form_.OnResize = [this] { Form_Resize(); };
     form_.OnUnload = [this] { Form_Unload(); };
+    form_.Timer2.OnTimer = [this] { Timer2_Timer(); };
 }
 
 bool RaceSession::StartSession() {
     services_.platform.SetBusyPointer(true);
-    app_.fleet.BoatInView = true;
-    splash_.Refresh();
     const bool loaded = LoadRace();
     if (loaded) {
-        clock_.Start();
-        PlayGun(app_, services_);
+        film_.Open();
+        app_.view.AutoTraceZoom = 1;
+        openSeconds_ = 0;
+        form_.Timer2.SetInterval(SecondMilliseconds);
+        form_.Timer2.SetEnabled(true);
+        PlayGun(app_.settings, services_.platform);
         form_.ShowNow();
     }
     services_.platform.SetBusyPointer(false);
-    splash_.Close();
     return loaded;
 }
 
 bool RaceSession::LoadRace() {
-    form_.Timer1.SetEnabled(false);
-    // The other timers must not look at a race that is half read, nor at one that cannot be shown.
-    const bool opening = form_.Timer2.Enabled();
-    const bool watching = form_.Timer3.Enabled();
-    form_.Timer2.SetEnabled(false);
-    form_.Timer3.SetEnabled(false);
+    film_.HoldFor(Film::Hold::Loading);
+    stage_.SetDark(true);
     services_.platform.SetBusyPointer(true);
-    ResetSeaColours(app_, form_);
     const bool sound = ReadRaceData();
     if (sound) {
+        film_.SetRace();
         ComposeTitle();
         ResetDisplay();
         ShowModeControls();
         ShowRaceTimes();
         LayOut();
-        DrawFirstPicture();
-        FindFinishes();
-        instruments_.windPanel.UpdateWindPanel();
-        instruments_.windPanel.ShowForRace();
-        frame_.ResetFinishList();
-        if (OnRaceLoaded) OnRaceLoaded();
-        form_.Timer2.SetEnabled(opening);
-        form_.Timer3.SetEnabled(watching);
+        SaveCells();
+        stage_.SetDark(false);
+        stage_.Repaint(Changed::All);
+        stage_.ShowMoment();
+        film_.Release(Film::Hold::Loading);
     }
     services_.platform.SetBusyPointer(false);
     return sound;
 }
 
 bool RaceSession::ReadRaceData() {
-    app_.display.WindTextArmed = false;
-    if (!app_.race.RaceFileName.empty()) {
-        if (!ReadControlFile()) return false;
-    } else {
-        ReadSingleTrack();
-    }
-    SettleTimeDiff(app_.race);
-    if (!ReadTracks()) return false;
-    LoadRaceWind(app_.settings.AppPath, app_.race, app_.wind);
-    DeriveTracks(app_.race, app_.scale, app_.tracks);
-    app_.display.SpeedBarScale = SpeedBarScale(app_.tracks.TypicalSpeed);
-    return true;
-}
-
-void RaceSession::Tell(std::string_view english, std::string_view japanese) {
-    services_.platform.SetBusyPointer(false);
-    services_.dialogs.Ok(Text{english, japanese}.In(app_.settings.UseEnglish), {});
-}
-
-bool RaceSession::ReadControlFile() {
-    const RaceFileReport report = ReadRaceFile(app_.settings.AppPath, app_.race);
-    if (!report.Opened) {
-        const std::string& name = app_.race.RaceFileName;
-        Tell("Race control file  (" + name + ") could not be read.",
-             "レース管理ファイル (" + name + ") を読み込めません。");
-        return false;
-    }
-    app_.windNow.WindNow = app_.race.WindDirection;
-    app_.view.ScreenUpDirection = app_.race.NorthUp ? 0 : app_.race.WindDirection;
-    if (!report.MissingTracks.empty()) {
-        const std::string& name = report.MissingTracks.front();
-        Tell("GPSfile -- " + name + " -- could not be found\r\nThis boat will be ignored",
-             "GPSfile -- " + name + " -- はありませんでした。\r\nこの艇を無視して表示します。");
-    }
-    return true;
-}
-
-void RaceSession::ReadSingleTrack() {
-    // Nothing of the race before may stay but what the display keeps: its variation and boat length.
-    RaceControl single;
-    single.SingleTrackFile = app_.race.SingleTrackFile;
-    single.MagVariation = app_.race.MagVariation;
-    single.BoatLength = app_.race.BoatLength;
-    single.TimeDiff = app_.race.TimeDiff;
-    single.StartTimeText = app_.race.SingleTrackFile.empty() ? "" : app_.race.StartTimeText;
-    single.FinishTimeText = app_.race.SingleTrackFile.empty() ? "" : app_.race.FinishTimeText;
-    single.DataFromTime = app_.race.DataFromTime;
-    single.DataToTime = app_.race.DataToTime;
-    single.BoatCount = single.SingleTrackFile.empty() ? 0 : 1;
-    single.BoatFile[1] = single.SingleTrackFile;
-    single.BoatName[1] = single.SingleTrackFile.substr(0, single.SingleTrackFile.find('.'));
-    app_.race = std::move(single);
-    app_.view.ScreenUpDirection = 0;
-}
-
-bool RaceSession::ReadTracks() {
-    const auto missing = LoadAllTracks(app_.settings.AppPath, app_.race, app_.tracks, app_.area, app_.scale,
-                                       [this](int boat) { ShowLoadProgress(boat); });
+    const int boatsBefore = app_.race.Boats.Count();
+    const LoadResult result =
+        keelview::LoadRace(app_.settings.AppPath, app_, [this](int boat) { ShowLoadProgress(boat); });
     HideLoadProgress();
-    if (!missing.empty()) {
-        Tell("No GPS file  (" + missing.string() + ")　be sure！",
-             "GPSファイルがありません。(" + missing.string() + ")　ファイル名を正確に！！");
-        return false;
+    otherBoats_ = otherBoats_ || app_.race.Boats.Count() != boatsBefore;
+    app_.view.ScreenUpDirection = app_.race.RaceFileName.empty() ? 0 : ScreenUp(app_.race);
+    if (!app_.report.MissingTracks.empty()) {
+        const std::string& name = app_.report.MissingTracks.front();
+        services_.platform.SetBusyPointer(false);
+        voice_.SayUnder(
+            {}, voice_.English()
+                    ? "GPSfile -- " + name + " -- could not be found\r\nThis boat will be ignored"
+                    : "GPSfile -- " + name + " -- はありませんでした。\r\nこの艇を無視して表示します。");
     }
-    if (!HasAnyFix(app_.race, app_.tracks)) {
-        Tell("No boat of this race has a GPS position in its period.",
-             "このレースの期間内にGPS位置データを持つ艇がありません。");
-        return false;
+    return TellOutcome(result);
+}
+
+/// False if there is nothing to show; the person is told why.
+bool RaceSession::TellOutcome(const LoadResult& result) {
+    const std::string& name = app_.race.RaceFileName;
+    const std::string missing = result.Missing.string();
+    switch (result.Outcome) {
+        case LoadOutcome::Sound:
+            return true;
+        case LoadOutcome::NoRaceFile:
+            return Refuse("Race control file  (" + name + ") could not be read.",
+                          "レース管理ファイル (" + name + ") を読み込めません。");
+        case LoadOutcome::NoTrackFile:
+            return Refuse("No GPS file  (" + missing + ")　be sure！",
+                          "GPSファイルがありません。(" + missing + ")　ファイル名を正確に！！");
+        case LoadOutcome::NoFix:
+            return Refuse("No boat of this race has a GPS position in its period.",
+                          "このレースの期間内にGPS位置データを持つ艇がありません。");
     }
-    app_.view.ViewCentreLat = app_.area.HomeCentreLat;
-    app_.view.ViewCentreLon = app_.area.HomeCentreLon;
-    const auto start = ParseDateTime(app_.race.StartTimeText);
-    const auto finish = ParseDateTime(app_.race.FinishTimeText);
-    if (app_.race.RaceFileName.empty() && start && finish) {
-        app_.race.RaceDuration = static_cast<int>(std::clamp<CivilTime>(*finish - *start, 0, 10'000'000));
-        app_.race.DataFromTime = start;
-        app_.race.DataToTime = finish;
-    }
-    SettleReplaySpan(app_.race);
-    app_.clock.ReplayRangeStart = -app_.race.PreStartSeconds - RangeLead;
-    app_.clock.ReplayRangeEnd = app_.race.RaceDuration;
-    return true;
+    return false;
+}
+
+bool RaceSession::Refuse(std::string_view english, std::string_view japanese) {
+    services_.platform.SetBusyPointer(false);
+    voice_.SayUnder({}, voice_.In({english, japanese}));
+    return false;
 }
 
 void RaceSession::ComposeTitle() {
-    std::string title = app_.settings.UseEnglish ? " \"Keelview\" Race Browser" : "キールビュー";
-    for (const std::string* part : {&app_.race.RaceTitle1, &app_.race.RaceTitle2, &app_.race.RaceTitle3})
+    const RaceControl& race = app_.race;
+    std::string title = voice_.Str({" \"Keelview\" Race Browser", "キールビュー"});
+    for (const std::string* part : {&race.RaceTitle1, &race.RaceTitle2, &race.RaceTitle3})
         if (!part->empty()) title += "   " + *part;
-    const bool single = app_.race.RaceFileName.empty();
-    title += "   (" + (single ? app_.race.SingleTrackFile : app_.race.RaceFileName) + ")";
-    app_.display.PlainTitle = title;
-    form_.SetCaption(title);
+    title += "   (" + (race.RaceFileName.empty() ? race.SingleTrackFile : race.RaceFileName) + ")";
+    form_.SetTitle(title);
 }
 
 void RaceSession::ResetDisplay() {
-    app_.clock.ReplayTime = -app_.race.PreStartSeconds - LeadSeconds;
-    frame_.ResetCursors(true);
     form_.HScroll2.SetRange(10, 100);
     form_.HScroll2.SetValue(100);
-    app_.passes.StatsReady = false;
-    app_.display.ViewMode = ViewKind::Map;
+    app_.shown = {};
     app_.view.MapFillFactor = 0.75;
     app_.view.ManualZoom = 1;
     app_.view.ZoomFactor = 1;
-    app_.display.ShowTracks = true;
-    for (Control* control :
-         std::initializer_list<Control*>{&form_.PicTimeBar, &form_.GPIC, &form_.Text7, &form_.Text8})
+    app_.view.CentreOn({app_.area.HomeCentreLat, app_.area.HomeCentreLon});
+    app_.view.GridOriginLat = app_.view.ViewCentreLat;
+    app_.view.GridOriginLon = app_.view.ViewCentreLon;
+    for (Control* control : std::initializer_list<Control*>{&form_.GPIC, &form_.Text7, &form_.Text8})
         control->Hide();
     form_.Line4.SetVisible(false);
     form_.Option9.SetValue(true);
     form_.Option11.SetEnabled(HasLegs(app_.race));
-    form_.Command13.SetEnabled(app_.race.AttachCount > 0);
+    form_.Command13.SetEnabled(!app_.race.AttachFile.Empty());
     // In auto trace the course cannot be set; its check box enables the button again.
     form_.Command5.SetEnabled(CourseCanBeSet(app_.race) && !form_.Check5.Value());
-}
-
-std::vector<std::string> RaceSession::RaceFiles() const {
-    return ListFiles(FindBelow(app_.settings.AppPath, "raceadmin"), "*.txt");
+    (app_.race.NorthUp ? form_.Option2 : form_.Option3).SetValue(true);
+    form_.Check4.SetEnabled(!app_.race.NorthUp);
 }
 
 void RaceSession::ShowModeControls() {
@@ -233,53 +167,28 @@ void RaceSession::ShowModeControls() {
     form_.Label6.SetVisible(!edit);
     if (edit) return;
     form_.Combo1.Clear();
-    for (const std::string& name : RaceFiles()) form_.Combo1.AddItem(name);
+    for (const std::string& name : ListFiles(FindBelow(app_.settings.AppPath, "raceadmin"), "*.txt"))
+        form_.Combo1.AddItem(name);
     form_.Combo1.SetText(app_.race.RaceFileName);
 }
 
 void RaceSession::ShowRaceTimes() {
-    form_.Text9.SetText(app_.race.StartTimeText);
-    form_.Text10.SetText(app_.race.FinishTimeText);
-    form_.Text3.SetText(NumberText(app_.race.WindDirection));
-    form_.Text2.SetText(NumberText(app_.clock.SpeedMultiplier) +
-                        Text{" x spd", "倍速"}.Str(app_.settings.UseEnglish));
+    form_.Text9.SetText(app_.race.Start.Typed());
+    form_.Text10.SetText(app_.race.Finish.Typed());
 }
 
 void RaceSession::LayOut() {
-    Chart::SetBoatPalette(app_.display);
-    form_.LayoutPanels(app_.settings, app_.race.BoatCount);
-    form_.Picture8.Cls();
-    app_.view.MapSide = form_.MapSide();
-    app_.view.MapWidth = form_.MapSide();
-    app_.view.MapHeight = form_.MapSide();
-    // The boats keep their ticks when their race is loaded anew, unless its file names other boats by now.
-    if (form_.Bnam.Count() != std::max(1, app_.race.BoatCount)) RemoveBoatControls(app_, form_);
-    if (!app_.display.BoatControlsBuilt) CreateBoatControls(app_, form_);
-    app_.fleet = {};
-    frame_.ResetCursors(true);
-}
-
-void RaceSession::DrawFirstPicture() {
-    app_.view.ZoomFactor = app_.view.ManualZoom;
-    app_.view.GridOriginLat = app_.view.ViewCentreLat;
-    app_.view.GridOriginLon = app_.view.ViewCentreLon;
-    chart_.DrawBaseChart();
-    chart_.DrawCourse();
-    instruments_.overview.DrawOverviewMap();
-    instruments_.timeBar.DrawTimeBar();
+    form_.LoadBoats(app_.race.Boats.Count());
+    form_.LayoutPanels(app_.settings, app_.race.Boats.Count());
     form_.PicTimeBar.Show();
-    ShowOrientation();
+    app_.view.MapSide = form_.MapSide();
+    // The boats keep their ticks when their race is loaded anew, unless its file names other boats by now.
+    if (std::exchange(otherBoats_, false)) stage_.Repaint(Changed::Boats);
 }
 
-void RaceSession::ShowOrientation() {
-    (app_.race.NorthUp ? form_.Option2 : form_.Option3).SetValue(true);
-    form_.Check4.SetEnabled(!app_.race.NorthUp);
-}
-
-void RaceSession::FindFinishes() {
-    app_.clock.LastFixTime = LatestFixTime(app_.race, app_.tracks);
-    app_.passes = {};
-    if (app_.race.CourseCount > 0) FindMarkPassTimes(app_.race, app_.tracks, app_.scale, app_.passes);
+/// The distribution builder finds in the race control file which cells of the coast the race needs.
+void RaceSession::SaveCells() {
+    if (app_.settings.EditMode && !app_.race.MapFile.Empty()) saver_.Save();
 }
 
 void RaceSession::ReloadRace() {
@@ -290,47 +199,60 @@ void RaceSession::ReloadRace() {
 }
 
 void RaceSession::OpenOtherRace(const std::string& raceFileName) {
-    RemoveBoatControls(app_, form_);
+    otherBoats_ = true;
+    saver_.Forget();
     app_.race.RaceFileName = raceFileName;
     app_.race.SingleTrackFile.clear();
-    app_.coast = {};
     ReloadRace();
+}
+
+void RaceSession::TakeTimes(const std::string& start, const std::string& finish,
+                            const std::string& saveAs) {
+    const RaceControl before = app_.race;
+    app_.race.Start = RaceTime(start);
+    app_.race.Finish = RaceTime(finish);
+    app_.race.DataFromTime = app_.race.Start.At();
+    app_.race.DataToTime = app_.race.Finish.At();
+    const bool saved = !saveAs.empty() && saver_.SaveAs(saveAs);
+    if (!saved && (!saveAs.empty() || saver_.FailureTold()))
+        app_.race = before;
+    else
+        ReloadRace();
+}
+
+/// Some two seconds after the display opened the view begins to follow the boats, and the map takes the
+/// mouse.
+void RaceSession::Timer2_Timer() {
+    if (++openSeconds_ < AutoTraceAfter) return;
+    form_.Timer2.SetEnabled(false);
+    form_.Check5.SetEnabled(true);
+    form_.Check5.SetValue(true);
+    form_.Picture1.SetEnabled(true);
 }
 
 void RaceSession::Form_Resize() {
     // The window manager leaves less room than the screen has: everything finds its place again.
-    form_.LayoutPanels(app_.settings, app_.race.BoatCount);
-    app_.view.MapSide = form_.MapSide();
-    app_.display.BoatControlsBuilt = false;
-    CreateBoatControls(app_, form_);
+    form_.LayoutPanels(app_.settings, app_.race.Boats.Count());
     form_.PicTimeBar.Show();
     form_.Picture12.SetVisible(form_.Check5.Value());
-    chart_.DrawBaseChart();
-    chart_.DrawCourse();
-    instruments_.overview.DrawOverviewMap();
-    instruments_.timeBar.DrawTimeBar();
-    instruments_.windPanel.ShowForRace();
-    instruments_.windPanel.UpdateWindPanel();
-    if (OnRaceLoaded) OnRaceLoaded();
+    app_.view.MapSide = form_.MapSide();
+    stage_.Repaint(Changed::Size | Changed::View);
 }
 
 void RaceSession::Form_Unload() {
-    for (Timer* timer : {&form_.Timer1, &form_.Timer2, &form_.Timer3}) timer->SetEnabled(false);
+    film_.Close();
+    form_.Timer2.SetEnabled(false);
     if (OnClosed) OnClosed();
 }
 
 void RaceSession::ShowLoadProgress(int boat) {
-    const auto number = static_cast<std::size_t>(boat);
-    const std::string& file = app_.race.BoatFile[number];
-    const std::string text = app_.race.RaceFileName + "    ( " + std::to_string(boat) + " / " +
-                             std::to_string(app_.race.BoatCount) + ")\r\n" +
-                             (app_.settings.UseEnglish ? "Loading GPS data     ( " + file + ")"
-                                                       : "GPSﾃﾞｰﾀ　（　" + file + "）　を読み込み中");
-    const double share = static_cast<double>(boat) / std::max(1, app_.race.BoatCount);
-    if (splash_.Visible()) {
-        splash_.ShowProgress(text, share);
-        return;
-    }
+    const std::string& file = app_.race.Boats[boat].BoatFile;
+    const std::string of = std::to_string(boat) + " / " + std::to_string(app_.race.Boats.Count());
+    const std::string text = app_.race.RaceFileName + "    ( " + of + ")\r\n" +
+                             (voice_.English() ? "Loading GPS data     ( " + file + ")"
+                                               : "GPSﾃﾞｰﾀ　（　" + file + "）　を読み込み中");
+    const double share = static_cast<double>(boat) / app_.race.Boats.Count();
+    if (OnProgress && OnProgress(text, share)) return;
     const double middle = form_.Picture1.Width() / 2;
     const double top = form_.Picture1.Height() / 2 - 16;
     form_.Text12.Move(middle - ProgressBarWidth / 2, top, ProgressBarWidth, 32);
@@ -346,7 +268,7 @@ void RaceSession::ShowLoadProgress(int boat) {
 }
 
 void RaceSession::HideLoadProgress() {
-    splash_.HideProgress();
+    if (OnProgress) OnProgress({}, 0);
     form_.Text12.Hide();
     form_.Picture3.Hide();
 }

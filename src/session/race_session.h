@@ -3,31 +3,29 @@
 #include <functional>
 #include <string>
 #include <string_view>
-#include <vector>
 
-#include "map/chart.h"
-#include "map/instruments.h"
-#include "map/replay_frame.h"
 #include "session/app_state.h"
+#include "session/film.h"
+#include "session/race_changes.h"
 #include "session/race_disp.h"
-#include "session/replay_clock.h"
-#include "shell/splash.h"
+#include "session/save_race.h"
+#include "session/stage.h"
+#include "session/voice.h"
 
 namespace keelview {
 
-/// The race display with everything that works on it, from its load to its closing. A race is opened by
+/// The race that is open, from its load to the closing of its display: the form, the film, and the doors
+/// for what a person changes. It knows no picture but as an Instrument of its stage. A race is opened by
 /// setting RaceFileName or SingleTrackFile and calling StartSession.
 class RaceSession {
   public:
-    /// `splash` shows the progress of the load while it is visible; it is closed when the display stands.
-    RaceSession(AppState& app, Services& services, Splash& splash);
+    RaceSession(AppState& app, Services& services);
 
     /// Loads the race, fires the gun, starts the film and shows the display. False if the race has nothing
     /// to show: the person has been told, and the display stays closed.
     bool StartSession();
 
-    /// Reads all data of the race, derives what is derived, lays the panels out and draws the first
-    /// picture. False as above.
+    /// Loads the race anew, lays the panels out and draws the first picture. False as above.
     bool LoadRace();
 
     /// Loads the open race anew on the same display, which is closed if there is nothing to show.
@@ -36,44 +34,51 @@ class RaceSession {
     /// Closes the race that is shown and opens another one on the same display.
     void OpenOtherRace(const std::string& raceFileName);
 
-    RaceDisp& Display() { return form_; }
-    Chart& TheChart() { return chart_; }
-    Instruments& TheInstruments() { return instruments_; }
-    ReplayFrame& TheFrame() { return frame_; }
+    /// Takes start and finish, saves the race under a name unless that is empty, and loads it anew. A race
+    /// that could not be written keeps its times: a load would lose what stands in memory alone.
+    void TakeTimes(const std::string& start, const std::string& finish, const std::string& saveAs);
 
-    /// Told at the end of each LoadRace, when the controls of all boats stand.
-    std::function<void()> OnRaceLoaded;
+    AppState& App() { return app_; }
+    Services& TheServices() { return services_; }
+    const Voice& TheVoice() const { return voice_; }
+    RaceDisp& Display() { return form_; }
+    Stage& TheStage() { return stage_; }
+    Film& TheFilm() { return film_; }
+    RaceSaver& Saver() { return saver_; }
+    RaceChanges& Changes() { return changes_; }
+
+    /// Told while a race is read, with a text of two lines and how far the load has come, 0 to 1. True if
+    /// it is shown; else the display shows it. An empty text ends it.
+    std::function<bool(std::string_view text, double share)> OnProgress;
     /// Told when the display is closed. The session may be let go of as soon as no event of it runs.
     std::function<void()> OnClosed;
 
   private:
     bool ReadRaceData();
-    bool ReadControlFile();
-    void ReadSingleTrack();
-    bool ReadTracks();
+    bool TellOutcome(const LoadResult& result);
     void ComposeTitle();
     void ResetDisplay();
     void ShowModeControls();
     void ShowRaceTimes();
     void LayOut();
-    void ShowOrientation();
-    void DrawFirstPicture();
-    void FindFinishes();
+    void SaveCells();
     void ShowLoadProgress(int boat);
     void HideLoadProgress();
-    void Tell(std::string_view english, std::string_view japanese);
+    bool Refuse(std::string_view english, std::string_view japanese);
+    void Timer2_Timer();
     void Form_Resize();
     void Form_Unload();
-    std::vector<std::string> RaceFiles() const;
 
     AppState& app_;
     Services& services_;
-    Splash& splash_;
+    Voice voice_;
     RaceDisp form_;
-    Chart chart_;
-    Instruments instruments_;
-    ReplayFrame frame_;
-    ReplayClock clock_;
+    Stage stage_;
+    Film film_;
+    RaceSaver saver_;
+    RaceChanges changes_;
+    bool otherBoats_ = true;  ///< the next load is of another race
+    int openSeconds_ = 0;     ///< since the display opened
 };
 
 }  // namespace keelview

@@ -3,23 +3,33 @@
 #include <string>
 
 #include "session/app_state.h"
+#include "session/voice.h"
 
 namespace keelview {
 
-/// Writes the open race to its race control file and turns the map's top to north or the wind, as the race
-/// says. Does nothing with an empty RaceFileName. A file that cannot be written leaves the old one whole;
-/// the person is told once per race and the program goes on. True if nothing is left unsaved.
-bool SaveRace(AppState& app, Services& services);
+/// The one door from the open race to its race control file.
+class RaceSaver {
+  public:
+    RaceSaver(AppState& app, const Voice& voice) : app_(app), voice_(voice) {}
 
-/// Writes the open race under the name that the person gave, with ".txt" behind it unless it is there; from
-/// then on that file is the open one. A failure is told each time, and the race keeps its name.
-bool SaveRaceAs(AppState& app, Services& services, const std::string& name);
+    /// Writes the open race. Does nothing with an empty RaceFileName. A file that cannot be written leaves
+    /// the old one whole; the person is told once until a save succeeds, and the program goes on. True if
+    /// nothing is left unsaved.
+    bool Save();
 
-/// Plays the start gun of the program's folder without waiting, if it is there.
-void PlayGun(const AppState& app, Services& services);
+    /// Writes the open race under the name that the person gave, with ".txt" behind it unless it is there;
+    /// from then on that file is the open one. A failure is told each time, and the race keeps its name.
+    bool SaveAs(const std::string& name);
 
-/// Opens a document or an address with the system's program for it; says in a message box what went wrong.
-/// True if it was opened.
-bool OpenDocument(const AppState& app, Services& services, const std::string& target);
+    /// The person knows that the race as it stands could not be saved.
+    bool FailureTold() const { return failureTold_; }
+    /// Another race is opened.
+    void Forget() { failureTold_ = false; }
+
+  private:
+    AppState& app_;
+    const Voice& voice_;
+    bool failureTold_ = false;
+};
 
 }  // namespace keelview

@@ -2,12 +2,13 @@
 
 #include <array>
 #include <cmath>
-#include <initializer_list>
+#include <string>
 #include <utility>
 
 #include "base/files.h"
 #include "base/strings.h"
-#include "session/save_race.h"
+#include "display/form_table.h"
+#include "session/documents.h"
 
 namespace keelview {
 
@@ -19,79 +20,63 @@ constexpr double ReferenceTwips = 15.0;
 constexpr double PictureWidth = 333.0;
 constexpr double PictureHeight = 381.0;
 
-// The hint box stands below the file chooser, left of the buttons.
-constexpr double HintLeft = 16.0;
-constexpr double HintTop = 490.0;
-constexpr double HintWidth = 150.0;
-
-constexpr TextBox::Kind Hint{
-    .Alignment = Align::Centre, .Border = false, .MultiLine = true, .ReadOnly = true};
-
-constexpr Text HelpPage{"help-e/index.html", "help/index.html"};
-
 }  // namespace
 
 void ClearRaceState(RaceControl& race) {
     RaceControl cleared;
     cleared.MagVariation = race.MagVariation;
     cleared.BoatLength = race.BoatLength;
-    race = cleared;
+    race = std::move(cleared);
 }
 
-Cover::Cover(AppState& app, Services& services, CoverDoors doors)
-    : Form("Cover", Kind::Splash, WidthInTwips / ReferenceTwips / app.settings.TwipScaleX,
-           HeightInTwips / ReferenceTwips / app.settings.TwipScaleY),
-      Picture1(*this, "Picture1", BorderStyle::None),
-      Text1(*this, "Text1", Hint),
-      Command1(*this, "Command1", "GPS Download"),
-      Command8(*this, "Command8", "Mk Wind Data"),
-      Command2(*this, "Command2", "Edit GPS data"),
-      Command9(*this, "Command9", "Create Distibution File"),
-      Command7(*this, "Command7", "Show One Boat"),
-      Command3(*this, "Command3", "Show Racing"),
-      Command10(*this, "Command10", "?"),
-      Command4(*this, "Command4", "EXIT"),
-      Frame1(*this, "Frame1"),
-      Combo1(Frame1, "Combo1"),
-      Command5(Frame1, "Command5", "OK"),
-      Command6(Frame1, "Command6", "CANCEL"),
-      app_(app),
+Cover::Cover(Settings& settings, RaceControl& race, Services& services, CoverDoors doors)
+    : Form("Cover", Kind::Splash, WidthInTwips / ReferenceTwips / settings.TwipScaleX,
+           HeightInTwips / ReferenceTwips / settings.TwipScaleY),
+      settings_(settings),
+      race_(race),
       services_(services),
+      voice_(settings, services.dialogs),
       doors_(std::move(doors)) {
-    SetFont(app_.settings.UiFontName, 9 * app_.settings.FontScale);
-    SetCaption(Text{"Keelview", "キール"}.In(app_.settings.UseEnglish));
+    SetFont(settings.UiFontName, 9 * settings.FontScale);
+    SetCaption(voice_.In({"Keelview", "キール"}));
     SetIcon(Picture::FromAssets("icon.png"));
     SetBackColor(Rgb(17, 72, 26));
     Picture1.ShowPicture(Picture::FromAssets("cover.png"));
     Text1.SetBackColor(HintBackground);
     Command10.SetBackColor(Rgb(0, 255, 255));
     Frame1.SetBackColor(Rgb(0, 64, 0));
-    Place();
+    LayOut();
     Frame1.Hide();
     Text1.Hide();
     // One test for both languages: the button is there if either manual is.
-    Command10.SetVisible(IsFile(FindBelow(app_.settings.AppPath, HelpPage.English)) ||
-                         IsFile(FindBelow(app_.settings.AppPath, HelpPage.Japanese)));
+    Settings other = settings;
+    other.UseEnglish = !settings.UseEnglish;
+    Command10.SetVisible(IsFile(ManualPath(settings)) || IsFile(ManualPath(other)));
     ConnectButtons();
     ConnectHints();
 }
 
-void Cover::Place() {
+void Cover::LayOut() {
     const double margin = std::floor((ScaleWidth() - PictureWidth) / 2);
-    Picture1.Move(margin, margin, PictureWidth, PictureHeight);
-    double top = 424;
-    for (Button* button : {&Command1, &Command8, &Command2, &Command9, &Command7, &Command3}) {
-        button->Move(230, top, 131, 17);
-        top += 24;
-    }
-    Command10.Move(230, top, 42, 17);
-    Command4.Move(288, top, 73, 17);
-    Text1.Move(HintLeft, HintTop, HintWidth, 17);
-    Frame1.Move(16, 416, 185, 65);
-    const double pixel = app_.settings.FontScale / ReferenceTwips;  // of a twip inside a frame
-    Combo1.Move(120 * pixel, 240 * pixel, 2535 * pixel, 20);
-    Command5.Move(120 * pixel, 600 * pixel, 1215 * pixel, 255 * pixel);
-    Command6.Move(1400 * pixel, 600 * pixel, 1215 * pixel, 255 * pixel);
+    const double pixel = settings_.FontScale / ReferenceTwips;  // of a twip inside a frame
+    ApplyTable(
+        {
+            {Picture1, {margin, margin, PictureWidth, PictureHeight}},
+            {Command1, {230, 424, 131, 17}, Both("GPS Download")},
+            {Command8, {230, 448, 131, 17}, Both("Mk Wind Data")},
+            {Command2, {230, 472, 131, 17}, Both("Edit GPS data")},
+            {Command9, {230, 496, 131, 17}, Both("Create Distibution File")},
+            {Command7, {230, 520, 131, 17}, Both("Show One Boat")},
+            {Command3, {230, 544, 131, 17}, Both("Show Racing")},
+            {Command10, {230, 568, 42, 17}, Both("?")},
+            {Command4, {288, 568, 73, 17}, Both("EXIT")},
+            {Text1, {16, 490, 150, 17}},  // below the file chooser, left of the buttons
+            {Frame1, {16, 416, 185, 65}},
+            {Combo1, {120 * pixel, 240 * pixel, 2535 * pixel, 20}},
+            {Command5, {120 * pixel, 600 * pixel, 1215 * pixel, 255 * pixel}, Both("OK")},
+            {Command6, {1400 * pixel, 600 * pixel, 1215 * pixel, 255 * pixel}, Both("CANCEL")},
+        },
+        voice_.English());
 }
 
 void Cover::ConnectButtons() {
@@ -103,7 +88,7 @@ void Cover::ConnectButtons() {
     Command7.OnClick = [this] { Command7_Click(); };
     Command5.OnClick = [this] { Command5_Click(); };
     Command6.OnClick = [this] { Frame1.Hide(); };
-    Command10.OnClick = [this] { Command10_Click(); };
+    Command10.OnClick = [this] { OpenDocument(settings_, services_, ManualPath(settings_).string()); };
     Command4.OnClick = [this] { services_.platform.EndProcess(); };
 }
 
@@ -114,7 +99,6 @@ void Cover::ConnectHints() {
         Text Words;
     };
     // Some hints exist in Japanese only.
-    const auto both = [](std::string_view words) { return Text{words, words}; };
     const std::array<ButtonHint, 7> hints{{
         {&Command1,
          32,
@@ -127,11 +111,11 @@ void Cover::ConnectHints() {
         {&Command3,
          32,
          {"Race scene can be seen\r\nif Edit data.", "編集データを選択すると\r\n複数艇のレースが見れます"}},
-        {&Command4, 17, both("プログラムを終了します")},
-        {&Command7, 17, both("1艇のみの軌跡を表示")},
+        {&Command4, 17, Both("プログラムを終了します")},
+        {&Command7, 17, Both("1艇のみの軌跡を表示")},
         {&Command8, 45,
-         both("GALEPLOTを起動して風データを\r\n編集し、選定データの保存します。\r\n( CSVファイルを作成 )")},
-        {&Command9, 33, both("配布するファイルを自動的に\r\n作成します。（WEB配信、CD焼付） ")},
+         Both("GALEPLOTを起動して風データを\r\n編集し、選定データの保存します。\r\n( CSVファイルを作成 )")},
+        {&Command9, 33, Both("配布するファイルを自動的に\r\n作成します。（WEB配信、CD焼付） ")},
     }};
     for (const ButtonHint& hint : hints)
         hint.Over->OnMouseMove = [this, height = hint.Height, words = hint.Words](const MouseEvent&) {
@@ -140,25 +124,25 @@ void Cover::ConnectHints() {
     OnMouseMove = [this](const MouseEvent&) { Text1.Hide(); };
 }
 
-void Cover::ShowHint(double height, Text hint) {
+void Cover::ShowHint(double height, const Text& hint) {
     Text1.SetHeight(height);
-    Text1.SetText(hint.In(app_.settings.UseEnglish));
+    Text1.SetText(voice_.In(hint));
     Text1.Show();
 }
 
 void Cover::StartCompanion(std::string_view name) {
-    if (services_.platform.StartProgram(FindBelow(app_.settings.AppPath, name))) return;
-    Say({"The program could not be started", "プログラムを起動できません"}, name);
+    if (services_.platform.StartProgram(FindBelow(settings_.AppPath, name))) return;
+    voice_.Say({"The program could not be started", "プログラムを起動できません"}, name);
 }
 
 void Cover::Command3_Click() {
-    app_.settings.FileListIsRace = true;
+    settings_.FileListIsRace = true;
     OfferFiles("raceadmin", {"*.txt"});
 }
 
 void Cover::Command7_Click() {
-    app_.settings.FileListIsRace = false;
-    app_.race.BoatLength = 4.7;
+    settings_.FileListIsRace = false;
+    race_.BoatLength = StandardBoatLength;
     OfferFiles("gpsdat", {"*.dtr", "*.trk"});
 }
 
@@ -166,7 +150,7 @@ void Cover::OfferFiles(std::string_view folder, std::initializer_list<std::strin
     Combo1.Clear();
     std::string first;
     for (const std::string_view pattern : patterns)
-        for (const std::string& name : ListFiles(FindBelow(app_.settings.AppPath, folder), pattern)) {
+        for (const std::string& name : ListFiles(FindBelow(settings_.AppPath, folder), pattern)) {
             if (first.empty()) first = name;
             Combo1.AddItem(name);
         }
@@ -175,28 +159,18 @@ void Cover::OfferFiles(std::string_view folder, std::initializer_list<std::strin
 }
 
 void Cover::Command5_Click() {
-    const bool isRace = app_.settings.FileListIsRace;
+    const bool isRace = settings_.FileListIsRace;
     const std::string name(Trim(Combo1.Text()));
-    if (name.empty()) return Say({"Choose a file", "ファイルを選択してください"});
-    const auto folder = FindBelow(app_.settings.AppPath, isRace ? "raceadmin" : "gpsdat");
-    if (!IsFile(FindBelow(folder, name))) return Say({"File Not Found", "ファイルがありません"}, name);
+    if (name.empty()) return voice_.Say({"Choose a file", "ファイルを選択してください"});
+    const auto folder = FindBelow(settings_.AppPath, isRace ? "raceadmin" : "gpsdat");
+    if (!IsFile(FindBelow(folder, name)))
+        return voice_.Say({"File Not Found", "ファイルがありません"}, name);
 
-    ClearRaceState(app_.race);
-    (isRace ? app_.race.RaceFileName : app_.race.SingleTrackFile) = name;
+    ClearRaceState(race_);
+    (isRace ? race_.RaceFileName : race_.SingleTrackFile) = name;
     Frame1.Hide();
     Text1.Hide();
     doors_.ShowDisplay();
-}
-
-void Cover::Command10_Click() {
-    const auto page = FindBelow(app_.settings.AppPath, HelpPage.In(app_.settings.UseEnglish));
-    OpenDocument(app_, services_, page.string());
-}
-
-void Cover::Say(Text text, std::string_view about) {
-    std::string message = text.Str(app_.settings.UseEnglish);
-    if (!about.empty()) message.append("\r\n").append(about);
-    services_.dialogs.Ok(message, app_.settings.AppTitle);
 }
 
 }  // namespace keelview

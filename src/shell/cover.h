@@ -1,13 +1,14 @@
 #pragma once
 
 #include <functional>
-#include <string>
+#include <initializer_list>
 #include <string_view>
 
 #include "base/bilingual.h"
 #include "display/control.h"
 #include "display/form.h"
 #include "session/app_state.h"
+#include "session/voice.h"
 
 namespace keelview {
 
@@ -22,41 +23,45 @@ struct CoverDoors {
     std::function<void()> ShowDistribution;  ///< opens the distribution builder and waits for its end
 };
 
-/// The menu of the full program.
+/// The menu of the full program. It names the race that the display is to open, and keeps in the settings
+/// whether its list shows races.
 class Cover : public Form {
-  public:
-    Cover(AppState& app, Services& services, CoverDoors doors);
+    static constexpr TextBox::Kind Hint{
+        .Alignment = Align::Centre, .Border = false, .MultiLine = true, .ReadOnly = true};
 
-    Surface Picture1;  // the cover picture
-    TextBox Text1;     // the hint box
-    Button Command1;   // "GPS Download"
-    Button Command8;   // "Mk Wind Data"
-    Button Command2;   // "Edit GPS data"
-    Button Command9;   // "Create Distibution File"
-    Button Command7;   // "Show One Boat"
-    Button Command3;   // "Show Racing"
-    Button Command10;  // "?"
-    Button Command4;   // "EXIT"
-    Frame Frame1;      // the file chooser
-    ComboBox Combo1;
-    Button Command5;  // "OK"
-    Button Command6;  // "CANCEL"
+  public:
+    Cover(Settings& settings, RaceControl& race, Services& services, CoverDoors doors);
+
+    Surface Picture1{*this, "Picture1", BorderStyle::None};  // the cover picture
+    TextBox Text1{*this, "Text1", Hint};                     // the hint box
+    Button Command1{*this, "Command1"};                      // "GPS Download"
+    Button Command8{*this, "Command8"};                      // "Mk Wind Data"
+    Button Command2{*this, "Command2"};                      // "Edit GPS data"
+    Button Command9{*this, "Command9"};                      // "Create Distibution File"
+    Button Command7{*this, "Command7"};                      // "Show One Boat"
+    Button Command3{*this, "Command3"};                      // "Show Racing"
+    Button Command10{*this, "Command10"};                    // "?"
+    Button Command4{*this, "Command4"};                      // "EXIT"
+    Frame Frame1{*this, "Frame1"};                           // the file chooser
+    ComboBox Combo1{Frame1, "Combo1"};
+    Button Command5{Frame1, "Command5"};  // "OK"
+    Button Command6{Frame1, "Command6"};  // "CANCEL"
 
   private:
-    void Place();
+    void LayOut();
     void ConnectButtons();
     void ConnectHints();
     void Command3_Click();
     void Command5_Click();
     void Command7_Click();
-    void Command10_Click();
     void StartCompanion(std::string_view name);
     void OfferFiles(std::string_view folder, std::initializer_list<std::string_view> patterns);
-    void ShowHint(double height, Text hint);
-    void Say(Text text, std::string_view about = {});
+    void ShowHint(double height, const Text& hint);
 
-    AppState& app_;
+    Settings& settings_;
+    RaceControl& race_;
     Services& services_;
+    Voice voice_;
     CoverDoors doors_;
 };
 

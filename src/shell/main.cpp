@@ -4,12 +4,13 @@
 
 #include "display/application.h"
 #include "session/app_state.h"
+#include "shell/data_folder.h"
 #include "shell/program.h"
 #include "shell/start.h"
 
 int main(int argc, char** argv) {
     using namespace keelview;
-    Application application(argc, argv);
+    Application application(argc, argv, SettleDataFolder);
     Services services{application.ThePlatform(), application.TheDialogs()};
     const auto app = std::make_unique<AppState>();
     const StartOutcome outcome = SettleStart(*app, services);

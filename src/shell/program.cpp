@@ -2,7 +2,8 @@
 
 #include <utility>
 
-#include "distribution/distribution.h"
+#include "distribution/distribution_form.h"
+#include "shell/reference_viewer.h"
 
 namespace keelview {
 
@@ -16,7 +17,7 @@ bool Program::Start(StartOutcome outcome) {
 }
 
 void Program::ShowMenu() {
-    menu_ = std::make_unique<Cover>(app_, services_,
+    menu_ = std::make_unique<Cover>(app_.settings, app_.race, services_,
                                     CoverDoors{.ShowDisplay = [this] { ShowDisplay(); },
                                                .ShowEditor = [this] { ShowEditor(); },
                                                .ShowDistribution = [this] { ShowDistribution(); }});
@@ -25,7 +26,8 @@ void Program::ShowMenu() {
 
 void Program::ShowEditor() {
     if (!editor_ || editor_->Closed()) {
-        editor_ = std::make_unique<FmCompile>(app_, services_, question_, [this] { ShowDisplay(); });
+        editor_ = std::make_unique<RaceEditor>(app_.settings, app_.race, services_, question_,
+                                               [this] { ShowDisplay(); });
         editor_->OnUnload = [this] { later_([this] { LetGoOfEditor(); }); };
     }
     editor_->ShowNow();
@@ -36,7 +38,7 @@ void Program::LetGoOfEditor() {
 }
 
 void Program::ShowDistribution() {
-    Haifu(app_, services_).ShowModal();
+    DistributionForm(app_.settings, services_).ShowModal();
 }
 
 void Program::ShowDisplay() {
@@ -45,16 +47,33 @@ void Program::ShowDisplay() {
 
 bool Program::OpenDisplay() {
     opened_ = std::make_unique<Opened>(app_, services_);
-    opened_->splash.ShowNow();
+    ConnectDisplay();
+    Splash& splash = opened_->splash;
+    splash.ShowNow();
     StandBack();
-    RaceSession& session = opened_->desk.session;
-    if (!app_.settings.EditMode)
-        session.Display().OnQueryUnload = [this] { services_.platform.EndProcess(); };
-    session.OnClosed = [this] { Display_Closed(); };
-    if (session.StartSession()) return true;
+    splash.Refresh();
+    const bool opened = opened_->desk.session.StartSession();
+    splash.Close();
+    if (opened) return true;
     opened_.reset();
     ComeBack();
     return false;
+}
+
+void Program::ConnectDisplay() {
+    RaceSession& session = opened_->desk.session;
+    session.OnClosed = [this] { Display_Closed(); };
+    session.OnProgress = [this](std::string_view text, double share) {
+        Splash& splash = opened_->splash;
+        if (!splash.Visible()) return false;
+        splash.ShowProgress(text, share);
+        return true;
+    };
+    opened_->desk.OnReferences = [this] {
+        ReferenceViewer(app_.settings, app_.race, services_).ShowModal();
+    };
+    if (!app_.settings.EditMode)
+        session.Display().OnQueryUnload = [this] { services_.platform.EndProcess(); };
 }
 
 void Program::Display_Closed() {

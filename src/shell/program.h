@@ -29,16 +29,14 @@ class Program {
     bool Start(StartOutcome outcome);
 
     Cover* TheMenu() { return menu_.get(); }                            ///< none where one race is all
-    FmCompile* TheEditor() { return editor_.get(); }                    ///< none while it is closed
+    RaceEditor* TheEditor() { return editor_.get(); }                   ///< none while it is closed
     RaceDesk* TheDesk() { return opened_ ? &opened_->desk : nullptr; }  ///< none while it is closed
 
   private:
     /// One opening of the race display, with the splash that covers its loads.
     struct Opened {
         Opened(AppState& app, Services& services)
-            : splash(services.platform.Screen(), app.settings.UseEnglish, app.settings.UiFontName,
-                     app.settings.FontScale),
-              desk(app, services, splash) {}
+            : splash(app.settings, services.platform.Screen()), desk(app, services) {}
         Splash splash;
         RaceDesk desk;
     };
@@ -49,6 +47,7 @@ class Program {
     void ShowDistribution();
     void ShowDisplay();
     bool OpenDisplay();
+    void ConnectDisplay();
     void Display_Closed();
     void StandBack();
     void ComeBack();
@@ -58,7 +57,7 @@ class Program {
     Later later_;
     FileQuestion question_;
     std::unique_ptr<Cover> menu_;
-    std::unique_ptr<FmCompile> editor_;
+    std::unique_ptr<RaceEditor> editor_;
     std::unique_ptr<Opened> opened_;
 };
 

@@ -11,18 +11,20 @@ inline constexpr double ViewerSeconds = 5.0;
 
 /// The list of a race's reference documents `RefFm`, shown modal: a click hands one to the system and ends
 /// the visit after `viewerSeconds`.
-class RefFm : public Form {
+class ReferenceViewer : public Form {
   public:
-    RefFm(const AppState& app, Services& services, double viewerSeconds = ViewerSeconds);
+    ReferenceViewer(const Settings& settings, const RaceControl& race, Services& services,
+                    double viewerSeconds = ViewerSeconds);
 
-    ListBox List1;    // one row per attachment, in file order
-    Button Command1;  // "CANCEL"
+    ListBox List1{*this, "List1"};       // one row per attachment, in file order
+    Button Command1{*this, "Command1"};  // "CANCEL"
 
   private:
     void List1_Click();
     void WaitForViewer() const;
 
-    const AppState& app_;
+    const Settings& settings_;
+    const RaceControl& race_;
     Services& services_;
     double viewerSeconds_;
 };

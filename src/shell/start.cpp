@@ -5,6 +5,7 @@
 #include "base/bilingual.h"
 #include "base/files.h"
 #include "racedata/start_files.h"
+#include "session/voice.h"
 
 namespace keelview {
 
@@ -12,45 +13,42 @@ namespace {
 
 constexpr double BaseDataSeconds = 60.0;  // how long the unpacking of the base data is waited for
 
-void SettleLook(Settings& settings, Services& services) {
+void SettleLook(Settings& settings, const ScreenInfo& screen) {
     settings.AppTitle = Text{"Keelview", "キールビュー"}.Str(settings.UseEnglish);
     settings.UiFontName = Text{"MS Sans Serif", "MS P ゴシック"}.Str(settings.UseEnglish);
-    const ScreenInfo screen = services.platform.Screen();
     settings.TwipScaleX = screen.TwipsPerPixelX / 15;
     settings.TwipScaleY = screen.TwipsPerPixelY / 15;
     settings.FontScale = settings.TwipScaleX;
 }
 
-bool LocaleIsKnown(const Settings& settings, Services& services) {
-    const int locale = services.platform.UserLocale();
+bool LocaleIsKnown(Platform& platform, const Voice& voice) {
+    const int locale = platform.UserLocale();
     if (locale == LocaleJapanese || locale == LocaleEnglish) return true;
-    services.dialogs.Ok(
+    constexpr std::string_view Said =
         "This software is written in English (USA)\r\nPlease change your locale set in your PC\r\n\r\n"
         "-----  How to change locale in your PC -----\r\n"
         "Start >> (Settings) >> Control Panel >>Regional Options\r\n"
-        "Then change locale to English (United States)\r\n\r\n Then restart the 'Keelview'",
-        settings.AppTitle);
+        "Then change locale to English (United States)\r\n\r\n Then restart the 'Keelview'";
+    voice.Say({Said, Said});
     return false;
 }
 
 /// True if the person had the program installed from its CD-ROM; the process then ends.
-bool InstalledFromDisc(const Settings& settings, Services& services) {
-    if (services.platform.DriveType(settings.AppPath) != DriveIsCdRom) return false;
+bool InstalledFromDisc(const Settings& settings, Platform& platform, const Voice& voice) {
+    if (platform.DriveType(settings.AppPath) != DriveIsCdRom) return false;
     const auto installer = FindBelow(settings.AppPath, "setup.exe");
     if (!IsFile(installer)) return false;
-    const bool english = settings.UseEnglish;
-    const Text question{"Do you want to install now ?", "今すぐインストールしますか？"};
-    if (!services.dialogs.YesNo(question.In(english), settings.AppTitle)) return false;
-    const Text advice{
+    if (!voice.Ask({"Do you want to install now ?", "今すぐインストールしますか？"})) return false;
+    constexpr Text Advice{
         "Start up software from Hard Disk after next time because the Software is already installed in HDD "
         "now",
         "ソフトがインストールされますので次回からはHDDから起動してください"};
-    services.dialogs.Ok(advice.In(english), settings.AppTitle);
-    services.platform.StartProgram(installer);
+    voice.Say(Advice);
+    platform.StartProgram(installer);
     return true;
 }
 
-void UnpackBaseData(const Settings& settings, Services& services) {
+void UnpackBaseData(const Settings& settings, Platform& platform, const Voice& voice) {
     const auto archive = FindBelow(settings.AppPath, "data.exe");
     std::error_code ignored;
     if (std::filesystem::is_directory(FindBelow(settings.AppPath, "gpsdat"), ignored) || !IsFile(archive))
@@ -58,18 +56,12 @@ void UnpackBaseData(const Settings& settings, Services& services) {
     const Text said{"Expand coast line data",
                     "海岸線などの基本データを解凍します\r\n約１分掛かりますがお待ちください。"};
     const Text title{"Expansion", "データの解凍"};
-    services.dialogs.Ok(said.In(settings.UseEnglish), title.In(settings.UseEnglish));
-    services.platform.StartProgram(archive);
-    services.platform.SetBusyPointer(true);
-    const double end = services.platform.SteadySeconds() + BaseDataSeconds;
-    while (services.platform.SteadySeconds() < end) services.platform.Pause(20);
-    services.platform.SetBusyPointer(false);
-}
-
-void AskForMode(Settings& settings, Services& services) {
-    if (!settings.EditMode) return;
-    settings.EditMode = settings.UseEnglish ? services.dialogs.YesNo("Edit Data ?", "Keelview")
-                                            : services.dialogs.YesNo("編集しますか?", {});
+    voice.SayUnder(voice.In(title), voice.In(said));
+    platform.StartProgram(archive);
+    platform.SetBusyPointer(true);
+    const double end = platform.SteadySeconds() + BaseDataSeconds;
+    while (platform.SteadySeconds() < end) platform.Pause(20);
+    platform.SetBusyPointer(false);
 }
 
 }  // namespace
@@ -86,11 +78,13 @@ StartOutcome SettleStart(AppState& app, Services& services) {
     const StartSettings chosen = ReadStartSettings(settings.AppPath);
     settings.EditMode = chosen.EditMode;
     settings.UseEnglish = chosen.UseEnglish;
-    SettleLook(settings, services);
-    if (!LocaleIsKnown(settings, services)) return StartOutcome::End;
-    if (InstalledFromDisc(settings, services)) return StartOutcome::End;
-    UnpackBaseData(settings, services);
-    AskForMode(settings, services);
+    SettleLook(settings, services.platform.Screen());
+    const Voice voice(settings, services.dialogs);
+    if (!LocaleIsKnown(services.platform, voice)) return StartOutcome::End;
+    if (InstalledFromDisc(settings, services.platform, voice)) return StartOutcome::End;
+    UnpackBaseData(settings, services.platform, voice);
+    if (settings.EditMode)
+        settings.EditMode = voice.Ask({"Edit Data ?", "編集しますか?"}, {"Keelview", {}});
     if (settings.EditMode) return StartOutcome::ShowMenu;
     app.race.RaceFileName = FirstRace(settings);
     return StartOutcome::ShowRace;

@@ -3,7 +3,6 @@
 #include <gtest/gtest.h>
 
 #include <cmath>
-#include <memory>
 #include <string>
 #include <vector>
 
@@ -15,25 +14,20 @@ struct Sailed {
     RaceControl race;
     MarkPasses passes;
     Sailed(const std::vector<std::vector<int>>& times, const std::vector<std::vector<double>>& miles) {
-        race.BoatCount = static_cast<int>(times.size());
-        race.CourseCount = static_cast<int>(times.front().size());
-        for (int entry = 1; entry <= race.CourseCount; ++entry)
-            race.CourseOrder[entry] = " MK" + std::to_string(entry);
-        for (int boat = 1; boat <= race.BoatCount; ++boat) {
-            race.BoatName[boat] = "Boat" + std::to_string(boat);
-            for (int entry = 1; entry <= race.CourseCount; ++entry) {
-                passes.MarkPassTime[boat][entry] = times[boat - 1][entry - 1];
-                passes.MarkPassDist[boat][entry] = miles[boat - 1][entry - 1];
-            }
+        for (std::size_t entry = 1; entry <= times.front().size(); ++entry)
+            race.CourseOrder.Add(" MK" + std::to_string(entry));
+        for (std::size_t row = 0; row < times.size(); ++row) {
+            race.Boats.Add({"", "Boat" + std::to_string(row + 1)});
+            passes.MarkPassTime.Add({times[row].begin(), times[row].end()});
+            passes.MarkPassDist.Add({miles[row].begin(), miles[row].end()});
         }
     }
 };
 
 // Boat 2 misses entry 2; boats 1 and 3 share the best time at entry 1.
-std::unique_ptr<Sailed> ThreeBoats() {
-    return std::make_unique<Sailed>(
-        std::vector<std::vector<int>>{{10, 610, 1210}, {12, 0, 1300}, {10, 700, 1330}},
-        std::vector<std::vector<double>>{{0.014, 1.014, 1.914}, {0.02, 0, 2.1}, {0.012, 1.1, 2.2}});
+Sailed ThreeBoats() {
+    return {{{10, 610, 1210}, {12, 0, 1300}, {10, 700, 1330}},
+            {{0.014, 1.014, 1.914}, {0.02, 0, 2.1}, {0.012, 1.1, 2.2}}};
 }
 
 std::vector<std::vector<std::string>> Rows(const std::string& csv) {
@@ -48,7 +42,7 @@ std::vector<std::vector<std::string>> Rows(const std::string& csv) {
 }
 
 TEST(LegStatistics, TablesHoldWhatAPersonReadsOnThePage) {
-    const auto sailed = ThreeBoats();
+    const Sailed sailed = ThreeBoats();
     struct Case {
         StatKind Kind;
         std::vector<std::vector<std::string>> Table;  // cumulative, then legs
@@ -69,8 +63,8 @@ TEST(LegStatistics, TablesHoldWhatAPersonReadsOnThePage) {
           {"4.32", "5.657", "5.955", "5.676", "6.285"}}},
     };
     for (const Case& c : cases) {
-        const LegStatistics statistics = ComputeLegStatistics(sailed->race, sailed->passes, c.Kind);
-        auto rows = Rows(LegStatisticsCsv(sailed->race, statistics));
+        const LegStatistics statistics = ComputeLegStatistics(sailed.race, sailed.passes, c.Kind);
+        auto rows = Rows(LegStatisticsCsv(sailed.race, statistics));
         EXPECT_EQ(rows[0], (std::vector<std::string>{"\xEF\xBB\xBF\"Boat\"", "\"MK1\"", "\"MK2\"",
                                                      "\"MK3\"", "\">MK2\"", "\">MK3\""}));
         ASSERT_EQ(rows.size(), 4u);
@@ -83,8 +77,8 @@ TEST(LegStatistics, TablesHoldWhatAPersonReadsOnThePage) {
 }
 
 TEST(LegStatistics, BestValuesAndSpreadsIgnoreBoatsThatMissedAnEntry) {
-    const auto sailed = ThreeBoats();
-    const LegStatistics time = ComputeLegStatistics(sailed->race, sailed->passes, StatKind::Time);
+    const Sailed sailed = ThreeBoats();
+    const LegStatistics time = ComputeLegStatistics(sailed.race, sailed.passes, StatKind::Time);
     EXPECT_TRUE(IsBest(time.Cumulative, StatKind::Time, 1, 1));
     EXPECT_TRUE(IsBest(time.Cumulative, StatKind::Time, 3, 1));  // a shared best is marked twice
     EXPECT_FALSE(IsBest(time.Cumulative, StatKind::Time, 2, 2));
@@ -93,7 +87,7 @@ TEST(LegStatistics, BestValuesAndSpreadsIgnoreBoatsThatMissedAnEntry) {
     EXPECT_EQ(time.Cumulative.Spread, 120);
     EXPECT_EQ(time.ByLeg.Spread, 700);  // boat 2's last leg counts from 0
 
-    const LegStatistics speed = ComputeLegStatistics(sailed->race, sailed->passes, StatKind::Speed);
+    const LegStatistics speed = ComputeLegStatistics(sailed.race, sailed.passes, StatKind::Speed);
     EXPECT_TRUE(IsBest(speed.ByLeg, StatKind::Speed, 3, 3));
     EXPECT_NEAR(speed.Cumulative.Spread, 5.984 - 5.657, 1e-9);  // entry 1, with 1.68, plays no part
 }
@@ -114,17 +108,17 @@ TEST(LegStatistics, OddColumnsHaveNoBestAndNoDivisionByZero) {
 }
 
 TEST(FactorAnalysis, SplitsALossOfTimeIntoDistanceAndSpeed) {
-    const auto sailed = ThreeBoats();
-    const auto analysis = AnalyseFactors(sailed->race, sailed->passes);
+    const Sailed sailed = ThreeBoats();
+    const auto analysis = AnalyseFactors(sailed.race, sailed.passes);
     ASSERT_TRUE(analysis.has_value());
-    const FactorColumn& total = analysis->Column[1];
+    const FactorColumn& total = (*analysis)[1];
     EXPECT_EQ(total.BestBoat, 1);
     EXPECT_EQ(*total.Share[1].Time, 0);
     EXPECT_EQ(*total.Share[1].Speed, 0);
     EXPECT_NEAR(*total.Share[3].Time, 1330 / 1210.0 - 1, 1e-12);
     EXPECT_NEAR(*total.Share[3].Distance, 4074 / 3545.0 - 1, 1e-12);
     EXPECT_NEAR(*total.Share[3].Speed, (2.2 / 1330) / (1.914 / 1210) - 1, 1e-12);
-    const FactorColumn& leg = analysis->Column[2];
+    const FactorColumn& leg = (*analysis)[2];
     EXPECT_EQ(leg.BestBoat, 1);
     EXPECT_FALSE(leg.Share[2].Counts);
     EXPECT_NEAR(*leg.Share[3].Speed, 5.676 / 6 - 1, 1e-12);
@@ -137,22 +131,21 @@ TEST(FactorAnalysis, HasNoBarWithoutAReference) {
     const Sailed odd({{-5, 0, 900}, {4, 500, 500}}, {{0, 0, 0}, {0, 0, 0}});
     const auto analysis = AnalyseFactors(odd.race, odd.passes);
     ASSERT_TRUE(analysis.has_value());
-    EXPECT_EQ(analysis->Column[2].BestBoat, 2);
-    EXPECT_FALSE(analysis->Column[1].Share[1].Distance.has_value());
-    EXPECT_FALSE(analysis->Column[1].Share[1].Speed.has_value());
-    EXPECT_EQ(analysis->Column[3].BestBoat, 1);
-    EXPECT_FALSE(analysis->Column[3].Share[2].Speed.has_value());
+    EXPECT_EQ((*analysis)[2].BestBoat, 2);
+    EXPECT_FALSE((*analysis)[1].Share[1].Distance.has_value());
+    EXPECT_FALSE((*analysis)[1].Share[1].Speed.has_value());
+    EXPECT_EQ((*analysis)[3].BestBoat, 1);
+    EXPECT_FALSE((*analysis)[3].Share[2].Speed.has_value());
 }
 
 TEST(FactorAnalysis, TakesCoursesOfOneToTwentyEntries) {
     for (const int entries : {0, 1, 20, 21, 30, MaxCourseEntries}) {
-        Sailed race({std::vector<int>(50, 7)}, {std::vector<double>(50, 1.0)});
-        race.race.CourseCount = entries;
-        EXPECT_EQ(AnalyseFactors(race.race, race.passes).has_value(), entries >= 1 && entries <= 20)
+        const Sailed sailed({std::vector<int>(entries, 7)}, {std::vector<double>(entries, 1.0)});
+        EXPECT_EQ(AnalyseFactors(sailed.race, sailed.passes).has_value(), entries >= 1 && entries <= 20)
             << entries;
         // The tables take any course that a race can hold.
-        const LegStatistics time = ComputeLegStatistics(race.race, race.passes, StatKind::Time);
-        EXPECT_EQ(time.Cumulative.Value[1][entries].has_value(), entries > 0);
+        const LegStatistics time = ComputeLegStatistics(sailed.race, sailed.passes, StatKind::Time);
+        EXPECT_EQ(time.Cumulative.Value[1], OneBased<std::optional<double>>(entries, 7.0));
     }
 }
 
@@ -175,11 +168,11 @@ TEST(DiffAxis, CoversTheSpreadInStepsOfAPowerOfTen) {
 }
 
 TEST(LegStatisticsCsv, QuotesNamesSoThatSpreadsheetsKeepThem) {
-    auto sailed = ThreeBoats();
-    sailed->race.BoatName[1] = "Sea \"Wolf\", 2";
-    sailed->race.BoatName[2] = "海風";
-    const LegStatistics time = ComputeLegStatistics(sailed->race, sailed->passes, StatKind::Time);
-    const std::string csv = LegStatisticsCsv(sailed->race, time);
+    Sailed sailed = ThreeBoats();
+    sailed.race.Boats[1].BoatName = "Sea \"Wolf\", 2";
+    sailed.race.Boats[2].BoatName = "海風";
+    const LegStatistics time = ComputeLegStatistics(sailed.race, sailed.passes, StatKind::Time);
+    const std::string csv = LegStatisticsCsv(sailed.race, time);
     EXPECT_NE(csv.find("\r\n\"Sea \"\"Wolf\"\", 2\",10,610,1210,600,600\r\n\"海風\",12,0,1300,,1300\r\n"),
               std::string::npos);
 }

@@ -16,7 +16,7 @@ struct Fix {
     double North;
     double East;
 };
-using Track = std::vector<Fix>;
+using Way = std::vector<Fix>;
 
 /// A race on a small piece of water. L1 runs 100 m east from its first end, L2 1000 m east from the same
 /// place; MK1 lies 1000 m north of it, MK2 600 m east of MK1.
@@ -27,64 +27,46 @@ struct Water {
     Water() {
         scale.LonScale = 0.8;
         scale.MetresPerLatMinute = MetresPerNauticalMile;
-        race.ReplaySpan = 1500;
+        LastSecond(1500);
         Line(0, 100);
         Line(0, 1000);
         Mark(1000, 0);
         Mark(1000, 600);
-        tracks.TrackLat.emplace_back(1, 0.0);
-        tracks.TrackLon.emplace_back(1, 0.0);
-        tracks.TrackTime.emplace_back(1, 0);
-        AddDerived();
     }
 
+    void LastSecond(int second) { race.RaceDuration = second - 240; }
     static double Lat(double metres) { return Lat0 + metres / MetresPerNauticalMile; }
     double Lon(double metres) const { return Lon0 + metres / MetresPerNauticalMile / scale.LonScale; }
 
     void Mark(double north, double east) {
-        race.MarkLat[++race.MarkCount] = TextNumber(Lat(north));
-        race.MarkLon[race.MarkCount] = TextNumber(Lon(east));
+        race.Marks.Add({TextNumber(Lat(north)), TextNumber(Lon(east))});
     }
 
     void Line(double north, double length) {
-        const int line = ++race.LineCount;
-        race.LineLat1[line] = race.LineLat2[line] = TextNumber(Lat(north));
-        race.LineLon1[line] = TextNumber(Lon(0));
-        race.LineLon2[line] = TextNumber(Lon(length));
+        const TextNumber lat(Lat(north));
+        race.Lines.Add({lat, TextNumber(Lon(0)), lat, TextNumber(Lon(length))});
     }
 
     void Course(const std::vector<std::string>& entries) {
-        for (const std::string& entry : entries) race.CourseOrder[++race.CourseCount] = entry;
+        for (const std::string& entry : entries) race.CourseOrder.Add(entry);
     }
 
-    void Boat(const Track& track) {
-        Tracks::Doubles lat{0.0};
-        Tracks::Doubles lon{0.0};
-        std::vector<std::int32_t> times{0};
-        for (const Fix& fix : track) {
-            lat.push_back(Lat(fix.North));
-            lon.push_back(Lon(fix.East));
-            times.push_back(fix.Second);
+    void Boat(const Way& way) {
+        Track track;
+        for (const Fix& fix : way) {
+            track.TrackLat.Add(Lat(fix.North));
+            track.TrackLon.Add(Lon(fix.East));
+            track.TrackTime.Add(fix.Second);
         }
-        tracks.TrackPointCount[++race.BoatCount] = static_cast<int>(track.size());
-        tracks.TrackLat.push_back(lat);
-        tracks.TrackLon.push_back(lon);
-        tracks.TrackTime.push_back(times);
-        AddDerived();
-    }
-
-    void AddDerived() {
-        const Tracks::Doubles zeros(tracks.TrackTime.back().size());
-        for (auto* derived : {&tracks.TrackDist, &tracks.TrackSpeed, &tracks.TrackCourse})
-            derived->push_back(zeros);
+        race.Boats.Add({});
+        tracks.Boats.Add(track);
     }
 
     /// The pass times of all boats at one entry.
     std::vector<int> Times(int entry) {
         FindMarkPassTimes(race, tracks, scale, passes);
         std::vector<int> times;
-        for (int boat = 1; boat <= race.BoatCount; ++boat)
-            times.push_back(passes.MarkPassTime[boat][entry]);
+        for (const auto& boat : passes.MarkPassTime) times.push_back(boat[entry]);
         return times;
     }
 
@@ -97,20 +79,20 @@ struct Water {
 struct Situation {
     const char* Name;
     std::vector<std::string> Course;
-    Track Sailed;
+    Way Sailed;
     int Entry;
     int Expected;
 };
 
 /// The same way with a fix at every second.
-Track EverySecond(const Track& track) {
-    Track dense{track.front()};
-    for (std::size_t i = 1; i < track.size(); ++i) {
-        const Fix from = track[i - 1];
-        const double seconds = track[i].Second - from.Second;
+Way EverySecond(const Way& way) {
+    Way dense{way.front()};
+    for (std::size_t i = 1; i < way.size(); ++i) {
+        const Fix from = way[i - 1];
+        const double seconds = way[i].Second - from.Second;
         for (int s = 1; s <= seconds; ++s)
-            dense.push_back({from.Second + s, from.North + (track[i].North - from.North) * s / seconds,
-                             from.East + (track[i].East - from.East) * s / seconds});
+            dense.push_back({from.Second + s, from.North + (way[i].North - from.North) * s / seconds,
+                             from.East + (way[i].East - from.East) * s / seconds});
     }
     return dense;
 }
@@ -118,11 +100,11 @@ Track EverySecond(const Track& track) {
 void CheckAll(const std::vector<Situation>& situations) {
     for (const Situation& situation : situations) {
         SCOPED_TRACE(situation.Name);
-        for (const Track& track : {situation.Sailed, EverySecond(situation.Sailed)}) {
+        for (const Way& way : {situation.Sailed, EverySecond(situation.Sailed)}) {
             Water water;
             water.Course(situation.Course);
-            water.Boat(track);
-            EXPECT_EQ(water.Times(situation.Entry), std::vector<int>{situation.Expected}) << track.size();
+            water.Boat(way);
+            EXPECT_EQ(water.Times(situation.Entry), std::vector<int>{situation.Expected}) << way.size();
         }
     }
 }
@@ -312,7 +294,7 @@ TEST(MarkRounding, MilesSailedCountFromTheGun) {
 }
 
 TEST(MarkRounding, AClockThatFellBackFarFromTheMarksCostsNoRounding) {
-    Track sailed = EverySecond({{0, 5000, 0}, {150, 5000, 50}});
+    Way sailed = EverySecond({{0, 5000, 0}, {150, 5000, 50}});
     for (const Fix& fix :
          EverySecond({{90, 4000, 500}, {200, 1020, 52}, {220, 1020, -48}, {300, 4000, -500}}))
         sailed.push_back(fix);
@@ -324,7 +306,7 @@ TEST(MarkRounding, AClockThatFellBackFarFromTheMarksCostsNoRounding) {
 
 TEST(MarkRounding, FullTablesAndLongGapsComeToAnEnd) {
     Water water;
-    water.race.ReplaySpan = 2000000;
+    water.LastSecond(2000000);
     water.Course(std::vector<std::string>(MaxCourseEntries, "MK1"));
     constexpr int Boats = 2;
     for (int boat = 0; boat < Boats; ++boat)

@@ -4,33 +4,14 @@
 
 #include <cmath>
 #include <limits>
-#include <memory>
 #include <vector>
 
 namespace keelview {
 namespace {
 
-TEST(EarthScale, AgreesWithLengthsMeasuredInSpace) {
-    // Chords of a millionth of a millionth of a degree between points of the ellipsoid, placed in space by
-    // their parametric latitude with 60 digits, times the factors of the charts.
-    struct Case {
-        double degrees;
-        double north;
-        double east;
-    };
-    for (const Case& c : {Case{0, 1840.213668, 1851.502587}, Case{35, 1846.309732, 1518.335029},
-                          Case{35.3, 1846.401329, 1512.772619}, Case{-42.5, 1848.680053, 1367.161150},
-                          Case{60, 1854.160135, 928.084081}}) {
-        const EarthScale scale = ComputeEarthScale(c.degrees * 60);
-        EXPECT_NEAR(scale.MetresPerLatMinute, c.north, 1e-6) << c.degrees;
-        EXPECT_NEAR(scale.MetresPerLonMinute, c.east, 1e-6) << c.degrees;
-        EXPECT_NEAR(scale.LonScale, c.east / c.north, 1e-9);
-    }
-}
-
 /// One boat's points on a sea where a minute of latitude is a mile and one of longitude half a mile.
 struct Sailed {
-    std::unique_ptr<RaceControl> race = std::make_unique<RaceControl>();
+    RaceControl race;
     EarthScale scale{MetresPerNauticalMile, MetresPerNauticalMile / 2, 0.5};
     Tracks tracks;
 
@@ -40,38 +21,36 @@ struct Sailed {
         double lon;
     };
     Sailed(const std::vector<Point>& points, int duration) {
-        race->BoatCount = 1;
-        race->RaceDuration = duration;
-        for (auto* column : {&tracks.TrackLat, &tracks.TrackLon, &tracks.TrackDist, &tracks.TrackSpeed,
-                             &tracks.TrackCourse})
-            column->assign(2, {0.0});
-        tracks.TrackTime.assign(2, {0});
+        race.RaceDuration = duration;
+        tracks.Boats.Resize(1);
         for (const Point& point : points) {
-            tracks.TrackTime[1].push_back(point.time);
-            tracks.TrackLat[1].push_back(point.lat);
-            tracks.TrackLon[1].push_back(point.lon);
+            Sailor().TrackTime.Add(point.time);
+            Sailor().TrackLat.Add(point.lat);
+            Sailor().TrackLon.Add(point.lon);
         }
-        tracks.TrackPointCount[1] = static_cast<int>(points.size());
-        DeriveTracks(*race, scale, tracks);
+        DeriveTracks(race, scale, tracks);
     }
+    Track& Sailor() { return tracks.Boats[1]; }
 };
 
 TEST(DeriveTracks, EachPointHasItsMilesAndTheWayToTheNext) {
-    const Sailed sailed({{0, 2100, 8400},
-                         {1800, 2103, 8408},  // 3 north, 8 / 2 east: 5 miles in half an hour
-                         {3600, 2103, 8408},
-                         {3600, 2103, 8406},  // at once
-                         {7200, 2102, 8404}},
-                        0);
-    const std::vector<double> miles{0, 0, 5, 5, 6, 6 + std::sqrt(2.0)};
-    const std::vector<double> knots{0, 10, 0, 0, std::sqrt(2.0), 0};
-    const std::vector<double> courses{0, 53.13010235415598, 90, 270, 225, 0};
-    for (int point = 0; point <= 5; ++point) {
-        EXPECT_DOUBLE_EQ(sailed.tracks.TrackDist[1][point], miles[point]) << point;
-        EXPECT_DOUBLE_EQ(sailed.tracks.TrackSpeed[1][point], knots[point]) << point;
-        EXPECT_DOUBLE_EQ(sailed.tracks.TrackCourse[1][point], courses[point]) << point;
+    Sailed sailed({{0, 2100, 8400},
+                   {1800, 2103, 8408},  // 3 north, 8 / 2 east: 5 miles in half an hour
+                   {3600, 2103, 8408},
+                   {3600, 2103, 8406},  // at once
+                   {7200, 2102, 8404}},
+                  0);
+    const std::vector<double> miles{0, 5, 5, 6, 6 + std::sqrt(2.0)};
+    const std::vector<double> knots{10, 0, 0, std::sqrt(2.0), 0};
+    const std::vector<double> courses{53.13010235415598, 90, 270, 225, 0};
+    const Track& track = sailed.Sailor();
+    for (std::size_t row = 0; row < 5; ++row) {
+        const int fix = static_cast<int>(row) + 1;
+        EXPECT_DOUBLE_EQ(track.TrackDist[fix], miles[row]) << fix;
+        EXPECT_DOUBLE_EQ(track.TrackSpeed[fix], knots[row]) << fix;
+        EXPECT_DOUBLE_EQ(track.TrackCourse[fix], courses[row]) << fix;
     }
-    EXPECT_EQ(Sailed({{0, 2100, 8400}}, 600).tracks.TrackDist[1], (std::vector<double>{0, 0}));
+    EXPECT_EQ(Sailed({{0, 2100, 8400}}, 600).Sailor().TrackDist, OneBased<double>{0});
 }
 
 TEST(DeriveTracks, TheTypicalSpeedIsThatOfTheFirstHalf) {

@@ -4,8 +4,7 @@
 
 #include <cmath>
 #include <limits>
-
-#include "analysis/track_derivation.h"
+#include <vector>
 
 namespace keelview {
 namespace {
@@ -21,9 +20,9 @@ struct ViewTest : testing::Test {
         area.HomeCentreLat = 2100;
         area.HomeCentreLon = 8400;
         view.MapSide = 800;
-        view.ViewCentreLat = 2100;
-        view.ViewCentreLon = 8400;
+        view.CentreOn({2100, 8400});
     }
+    Projection Map() const { return MapProjection(view, area, scale); }
 };
 
 TEST_F(ViewTest, TheDirectionAtTheTopPointsUp) {
@@ -41,8 +40,7 @@ TEST_F(ViewTest, TheDirectionAtTheTopPointsUp) {
                           Case{270, 2101, 8402, 600, 600},  // west up: north to the right, east down
                           Case{45, 2101, 8402, 400, 400 - 200 * std::sqrt(2.0)}}) {
         view.ScreenUpDirection = c.up;
-        RefreshScales(area, scale, view);
-        const ScreenPoint at = MapToScreen(view, c.lat, c.lon);
+        const Point at = Map().ToScreen({c.lat, c.lon});
         EXPECT_NEAR(at.X, c.x, 1e-9) << c.up;
         EXPECT_NEAR(at.Y, c.y, 1e-9) << c.up;
     }
@@ -53,9 +51,7 @@ TEST_F(ViewTest, ThePointerReadsBackWhatTheMapShows) {
         for (const double zoom : {0.5, 1.0, 117.0}) {
             view.ScreenUpDirection = up;
             view.ZoomFactor = zoom;
-            RefreshScales(area, scale, view);
-            const ScreenPoint at = MapToScreen(view, 2101.23, 8398.77);
-            const MapPosition back = ScreenToMap(view, at.X, at.Y);
+            const Position back = Map().ToEarth(Map().ToScreen({2101.23, 8398.77}));
             EXPECT_NEAR(back.Lat, 2101.23, 1e-9);
             EXPECT_NEAR(back.Lon, 8398.77, 1e-9);
         }
@@ -63,12 +59,9 @@ TEST_F(ViewTest, ThePointerReadsBackWhatTheMapShows) {
 }
 
 TEST_F(ViewTest, AtZoomOneTheAreaTakesThreeQuartersOfTheMap) {
-    RefreshScales(area, scale, view);
-    EXPECT_EQ(view.PixelsPerLatMinute * area.AreaSpan, 600);
-    EXPECT_EQ(view.PixelsPerLonMinute, 100);
-    EXPECT_DOUBLE_EQ(view.PixelsPerMetre, 200 / 1852.0);
-    RefreshScales(area, EarthScale{}, view);  // no track yet
-    EXPECT_TRUE(std::isfinite(view.PixelsPerMetre));
+    EXPECT_EQ(Map().PerLatMinute() * area.AreaSpan, 600);
+    EXPECT_DOUBLE_EQ(PixelsPerMetre(view, area, scale), 200 / 1852.0);
+    EXPECT_DOUBLE_EQ(PixelsPerMetre(view, area, EarthScale{}), 200 / 1852.0);  // no track yet
 }
 
 TEST_F(ViewTest, FarOutTheWholeChartIsShownAndTheMouseKeepsItsZoom) {
@@ -81,6 +74,20 @@ TEST_F(ViewTest, FarOutTheWholeChartIsShownAndTheMouseKeepsItsZoom) {
     EXPECT_EQ(view.ZoomFactor, 0.5);
     EXPECT_EQ(view.ManualZoom, 0.59);
     EXPECT_EQ(view.ViewCentreLat, 2100);
+}
+
+TEST_F(ViewTest, TheViewThatFollowsHasAllBoatsOnTheMap) {
+    view.AutoTraceZoom = 0.5;
+    const std::vector<Position> boats{{2101, 8401}, {2100.5, 8404}, {2101.5, 8403}};
+    FitTo(boats, area, scale, view);
+    EXPECT_EQ(view.ViewCentreLat, 2101);
+    EXPECT_EQ(view.ViewCentreLon, 8402.5);
+    // One and a half minutes from west to east take half of 0.85 of what the area takes at zoom 1.
+    EXPECT_DOUBLE_EQ(Map().ToScreen(boats[1]).X - Map().ToScreen(boats[0]).X, 600 * 0.85 / 2);
+    FitTo({}, area, scale, view);
+    EXPECT_EQ(view.ViewCentreLat, 2101);
+    FitTo({boats.data(), 1}, area, scale, view);
+    EXPECT_DOUBLE_EQ(view.ZoomFactor, 3 / 0.02 * 0.5 * 0.85);  // one boat: a box of 37 metres
 }
 
 TEST(ScaleBar, IsTheLongestRoundLengthOfAtMost400Pixels) {

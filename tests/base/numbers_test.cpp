@@ -2,9 +2,8 @@
 
 #include <gtest/gtest.h>
 
-#include <cmath>
 #include <limits>
-#include <optional>
+#include <tuple>
 
 #include "base/angles.h"
 
@@ -15,50 +14,40 @@ constexpr double Nan = std::numeric_limits<double>::quiet_NaN();
 constexpr double Infinity = std::numeric_limits<double>::infinity();
 
 TEST(Numbers, TheLenientRuleTakesWhatLeadsAndIsAlwaysFinite) {
-    struct Case {
-        const char* text;
-        double value;
-    };
-    for (const Case& c :
+    using Case = std::pair<const char*, double>;
+    for (const auto& [text, value] :
          {Case{"4.7 m", 4.7}, Case{" \t-7x", -7}, Case{"+.5", 0.5}, Case{"5.", 5}, Case{"12,5", 12},
-          Case{"1.2.3", 1.2}, Case{"2e3", 2000}, Case{"", 0}, Case{"x1", 0}, Case{"- 5", 0}, Case{"--5", 0},
-          Case{".", 0}, Case{"inf", 0}, Case{"-nan", 0}, Case{"1e999", 0}, Case{"0x10", 0}})
-        EXPECT_EQ(LenientNumber(c.text), c.value) << c.text;
+          Case{"1.2.3", 1.2}, Case{"2e3", 2000}})
+        EXPECT_EQ(LenientNumber(text), value) << text;
+    for (const char* text : {"", "x1", "- 5", "--5", ".", "inf", "-nan", "1e999", "0x10"})
+        EXPECT_EQ(LenientNumber(text), 0) << text;
 }
 
 TEST(Numbers, TheStrictRulesTakeTheWholeTextOrNothing) {
     EXPECT_EQ(StrictNumber(" 4.7 "), 4.7);
     for (const char* text : {"", "4.7 m", "4,7", "1e999", "nan"}) EXPECT_FALSE(StrictNumber(text)) << text;
-    struct Case {
-        const char* text;
-        std::optional<int> value;
-    };
-    for (const Case& c : {Case{"9", 9}, Case{"-5", -5}, Case{"2.5", 2}, Case{"3.5", 4}, Case{"-0.5", 0},
-                          Case{"32767.4", 32767}, Case{"32767.5", {}}, Case{"-32768.5", -32768},
-                          Case{"-32769", {}}, Case{"9h", {}}, Case{"", {}}})
-        EXPECT_EQ(StrictInteger(c.text), c.value) << c.text;
+    using Case = std::pair<const char*, int>;
+    for (const auto& [text, value] : {Case{"9", 9}, Case{"-5", -5}, Case{"2.5", 2}, Case{"3.5", 4},
+                                      Case{"-0.5", 0}, Case{"32767.4", 32767}, Case{"-32768.5", -32768}})
+        EXPECT_EQ(StrictInteger(text), value) << text;
+    for (const char* text : {"32767.5", "-32769", "9h", ""}) EXPECT_FALSE(StrictInteger(text)) << text;
 }
 
 TEST(Numbers, TextsAreThoseOfFilesAndPictures) {
-    struct Case {
-        double value;
-        const char* file;
-        const char* picture;
-    };
-    for (const Case& c :
-         {Case{210, "210", "210"}, Case{0.5, "0.5", ".5"}, Case{-0.532, "-0.532", "-.532"},
+    using Case = std::tuple<double, const char*, const char*>;
+    for (const auto& [value, file, picture] :
+         {Case{210.0, "210", "210"}, Case{0.5, "0.5", ".5"}, Case{-0.532, "-0.532", "-.532"},
           Case{-0.0, "0", "0"}, Case{0.1 + 0.2, "0.3", ".3"}, Case{2112.51, "2112.51", "2112.51"},
-          Case{-7, "-7", "-7"}, Case{123456789012345678.0, "1.23456789012346E17", "1.23456789012346E17"},
-          Case{1e-9, "0.000000001", ".000000001"},
+          Case{-7.0, "-7", "-7"}, Case{1e-9, "0.000000001", ".000000001"},
+          Case{123456789012345678.0, "1.23456789012346E17", "1.23456789012346E17"},
           Case{999999999999999.9, "1000000000000000", "1000000000000000"}, Case{Nan, "0", "0"},
           Case{-Infinity, "0", "0"}}) {
-        EXPECT_EQ(NumberText(c.value), c.file);
-        EXPECT_EQ(SurfaceNumberText(c.value), c.picture);
+        EXPECT_EQ(NumberText(value), file);
+        EXPECT_EQ(SurfaceNumberText(value), picture);
     }
-    EXPECT_EQ(SpeedText(5.1), "5.10");
-    EXPECT_EQ(SpeedText(0.496), ".50");
-    EXPECT_EQ(SpeedText(Nan), ".00");
-    EXPECT_EQ(SpeedText(12), "12.00");
+    for (const auto& [speed, text] :
+         {std::pair{5.1, "5.10"}, {0.496, ".50"}, {Nan, ".00"}, {12.0, "12.00"}})
+        EXPECT_EQ(SpeedText(speed), text);
     EXPECT_EQ(WholeText(-131.5), "-132");
     EXPECT_EQ(WholeText(-0.4), "0");
 }
@@ -74,15 +63,11 @@ TEST(Numbers, RoundingGoesUpAtHalvesAndFloorsStayInsideAnInt) {
 }
 
 TEST(Angles, BearingsAndTurns) {
-    struct Case {
-        double east;
-        double north;
-        double bearing;
-    };
-    for (const Case& c :
-         {Case{1, 0, 90}, Case{-1, 0, 270}, Case{0, 1, 0}, Case{0, -1, 180}, Case{-1, 1, 315},
+    using Case = std::tuple<double, double, double>;
+    for (const auto& [east, north, bearing] :
+         {Case{1.0, 0, 90}, Case{-1, 0, 270}, Case{0, 1, 0}, Case{0, -1, 180}, Case{-1, 1, 315},
           Case{1, -1, 135}, Case{0, 0, 90}, Case{-1e-300, 1, 0}, Case{-1, -1, 225}})
-        EXPECT_DOUBLE_EQ(BearingOf(c.east, c.north), c.bearing) << c.east << " " << c.north;
+        EXPECT_DOUBLE_EQ(BearingOf(east, north), bearing) << east << " " << north;
     EXPECT_EQ(WrapDifference(-181), 179);
     EXPECT_EQ(WrapDifference(180), 180);
     EXPECT_EQ(WrapDirection(360), 0);

@@ -2,18 +2,14 @@
 
 #include <gtest/gtest.h>
 
-#include <string>
+#include <tuple>
 
 namespace keelview {
 namespace {
 
 TEST(TextEncoding, TellsWhatAFileIsWrittenIn) {
-    struct Case {
-        std::string bytes;
-        TextEncoding encoding;
-        std::string text;
-    };
-    for (const Case& c : {
+    using Case = std::tuple<std::string, TextEncoding, std::string>;
+    for (const auto& [bytes, encoding, text] : {
              Case{"T1, Cup", TextEncoding::ShiftJis, "T1, Cup"},
              Case{"\x83\x65\x83\x58\x83\x67", TextEncoding::ShiftJis, "テスト"},
              Case{"テスト", TextEncoding::Utf8, "テスト"},
@@ -24,25 +20,20 @@ TEST(TextEncoding, TellsWhatAFileIsWrittenIn) {
              Case{"Ca\xC3\xB1ones", TextEncoding::Utf8, "Cañones"},
              Case{"\xC3\xB1\xC3\x81", TextEncoding::Utf8, "ñÁ"},  // 81 is no kana
              Case{"\xD0\x9A\xD1\x83\xD0\xB1\xD0\xBE\xD0\xBA", TextEncoding::Utf8, "Кубок"},
-             // The wave dash and the NEC form of the stock company.
-             Case{"\x81\x60\x87\x8A", TextEncoding::ShiftJis, "～㈱"},
-             // Bytes that mean nothing: the rest stays readable.
-             Case{"a\x83\xFF z", TextEncoding::ShiftJis, "a\xEF\xBF\xBD\xEF\xBF\xBD z"},
-             Case{"\xEF\xBB\xBF"
-                  "a\xC3",
-                  TextEncoding::Utf8WithMark, "a\xEF\xBF\xBD"},
+             Case{"\x81\x60\x87\x8A", TextEncoding::ShiftJis, "～㈱"},                    // of NEC
+             Case{"a\x83\xFF z", TextEncoding::ShiftJis, "a\xEF\xBF\xBD\xEF\xBF\xBD z"},  // no characters
+             Case{"\xEF\xBB\xBF-\xC3", TextEncoding::Utf8WithMark, "-\xEF\xBF\xBD"},
          }) {
-        const DecodedText decoded = DecodeText(c.bytes);
-        EXPECT_EQ(decoded.Encoding, c.encoding) << c.text;
-        EXPECT_EQ(decoded.Utf8, c.text);
+        const DecodedText decoded = DecodeText(bytes);
+        EXPECT_EQ(decoded.Encoding, encoding) << text;
+        EXPECT_EQ(decoded.Utf8, text);
     }
 }
 
 TEST(TextEncoding, WavesAndMinusesOfBothKindsFindTheirPlace) {
     EXPECT_EQ(EncodeText("〜～−－", TextEncoding::ShiftJis), "\x81\x60\x81\x60\x81\x7C\x81\x7C");
     EXPECT_EQ(EncodeText("髙①ｱ", TextEncoding::ShiftJis), "\xFB\xFC\x87\x40\xB1");
-    EXPECT_FALSE(EncodeText("ñ", TextEncoding::ShiftJis));
-    EXPECT_FALSE(EncodeText("\xFF", TextEncoding::ShiftJis));
+    for (const char* text : {"ñ", "\xFF"}) EXPECT_FALSE(EncodeText(text, TextEncoding::ShiftJis));
     EXPECT_EQ(EncodeText("ñ", TextEncoding::Utf8), "ñ");
 }
 

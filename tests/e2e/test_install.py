@@ -5,9 +5,10 @@ import os
 import subprocess
 import sys
 import tempfile
-import time
 import unittest
 from pathlib import Path
+
+from virtual_display import end_process, wait_until
 
 BUILD = Path(sys.argv[1]).resolve()
 
@@ -37,32 +38,17 @@ class Install(unittest.TestCase):
 
     def test_the_first_start_lays_the_users_folder_out(self):
         data = self.root / "data"
-        environment = {
-            **os.environ,
-            "QT_QPA_PLATFORM": "offscreen",
-            "LC_ALL": "ja_JP.UTF-8",
-            "XDG_DATA_HOME": str(data),
-        }
+        environment = os.environ | {"QT_QPA_PLATFORM": "offscreen", "LC_ALL": "ja_JP.UTF-8", "XDG_DATA_HOME": str(data)}
         environment.pop("KEELVIEW_TREE", None)
-        started = subprocess.Popen(
-            [self.usr / "bin/keelview"], env=environment, stdout=subprocess.DEVNULL, stderr=subprocess.DEVNULL
-        )
-        try:
-            link = data / "keelview/keelview"
-            end = time.monotonic() + 60
-            while not link.is_symlink() and started.poll() is None and time.monotonic() < end:
-                time.sleep(0.1)
-            self.assertTrue(link.is_symlink())  # it is the last that is made
-        finally:
-            started.kill()
-            started.wait()
+        started = subprocess.Popen([self.usr / "bin/keelview"], env=environment, stderr=subprocess.DEVNULL,
+                                   start_new_session=True)  # fmt: skip
+        self.addCleanup(end_process, started)
+        link = data / "keelview/keelview"  # it is the last that is made
+        wait_until(lambda: link.is_symlink() or started.poll() is not None, 60, "the user's folder")
+        self.assertTrue(link.is_symlink())
         self.assertEqual((data / "keelview/raceadmin/Ver.00").read_text(encoding="ascii"), "0,0\n")
-        ran = subprocess.run(
-            [self.usr / "bin/keelview-report", data / "keelview", "Enoshima_R2.txt"],
-            capture_output=True,
-            timeout=60,
-        )
-        self.assertEqual(ran.returncode, 0)
+        report = [self.usr / "bin/keelview-report", data / "keelview", "Enoshima_R2.txt"]
+        self.assertEqual(subprocess.run(report, capture_output=True, timeout=60).returncode, 0)
         self.assertFalse([path for path in (data / "keelview").iterdir() if path.name.startswith(".")])
 
 

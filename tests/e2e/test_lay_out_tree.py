@@ -32,37 +32,29 @@ class LayOutTree(unittest.TestCase):
         script = PROJECT / "tools" / "lay_out_tree.sh"
         subprocess.run([script, self.build, self.tree, *(words or ("en",))], check=True, timeout=60)
 
-    def text(self, path):
-        return (self.tree / path).read_text(encoding="utf-8")
+    def assert_texts(self, files):
+        self.assertEqual({path: (self.tree / path).read_text(encoding="utf-8") for path in files}, files)
 
     def test_first_time_everything_is_there(self):
         self.lay_out()
-        self.assertEqual(self.text("keelview"), "program 1")
-        self.assertEqual(self.text("attachment/帆走 指示書.txt"), "document 1")
-        self.assertEqual(self.text("raceadmin/Ver.00"), "1,1\n")
-        self.assertEqual(self.text("raceadmin/racefile.st"), "Enoshima_R1.txt\n")
+        self.assert_texts({"keelview": "program 1", "attachment/帆走 指示書.txt": "document 1",
+                           "raceadmin/Ver.00": "1,1\n", "raceadmin/racefile.st": "Enoshima_R1.txt\n"})  # fmt: skip
         cells = {file.name for file in (PROJECT / "coastline").iterdir()}
         self.assertEqual({file.name for file in (self.tree / "coastline").iterdir()}, cells)
         self.assertIn("NOTICE", cells)  # the coast's licence travels with the coast
         for name in ("gun.wav", "winddat", "help", "help-e"):
             self.assertTrue((self.tree / name).exists(), name)
 
-    def test_what_the_user_changed_or_added_stays(self):
+    def test_what_is_the_users_stays(self):
+        self.write(self.tree / "gpsdat/one.trk", "older than the demo")
         self.lay_out()
-        self.write(self.tree / "raceadmin/Enoshima_R1.txt", "my marks")
-        self.write(self.tree / "raceadmin/Ver.00", "0,1")
-        self.write(self.tree / "gpsdat/mine.trk", "my track")
+        mine = {"raceadmin/Enoshima_R1.txt": "my marks", "raceadmin/Ver.00": "0,1", "gpsdat/mine.trk": "my track"}
+        for path, text in mine.items():
+            self.write(self.tree / path, text)
         self.write(self.build / "demo/raceadmin/Enoshima_R1.txt", "race 2")
         for language in ("ja", "en"):
             self.lay_out(language)
-            self.assertEqual(self.text("raceadmin/Enoshima_R1.txt"), "my marks")
-            self.assertEqual(self.text("raceadmin/Ver.00"), "0,1")
-            self.assertEqual(self.text("gpsdat/mine.trk"), "my track")
-
-    def test_what_was_there_before_the_first_run_stays(self):
-        self.write(self.tree / "gpsdat/one.trk", "older than the demo")
-        self.lay_out()
-        self.assertEqual(self.text("gpsdat/one.trk"), "older than the demo")
+            self.assert_texts(mine | {"gpsdat/one.trk": "older than the demo"})
 
     def test_what_nobody_touched_is_renewed(self):
         self.lay_out()
@@ -71,15 +63,12 @@ class LayOutTree(unittest.TestCase):
         self.write(self.build / "demo/gpsdat/two.trk", "new in the demo")
         (self.tree / "raceadmin/Enoshima_R1.txt").unlink()
         self.lay_out("ja")
-        self.assertEqual(self.text("keelview"), "program 2")
-        self.assertEqual(self.text("gpsdat/one.trk"), "track 2")
-        self.assertEqual(self.text("gpsdat/two.trk"), "new in the demo")
-        self.assertEqual(self.text("raceadmin/Enoshima_R1.txt"), "race 1")
-        self.assertEqual(self.text("raceadmin/Ver.00"), "1,0\n")
-        self.assertEqual(self.text("raceadmin/racefile.st"), "Enoshima_R2.txt\n")
+        self.assert_texts({"keelview": "program 2", "gpsdat/one.trk": "track 2", "gpsdat/two.trk": "new in the demo",
+                           "raceadmin/Enoshima_R1.txt": "race 1", "raceadmin/Ver.00": "1,0\n",
+                           "raceadmin/racefile.st": "Enoshima_R2.txt\n"})  # fmt: skip
         for words, settings in ((("en",), "1,1\n"), (("ja", "edit"), "0,0\n")):
             self.lay_out(*words)
-            self.assertEqual(self.text("raceadmin/Ver.00"), settings)
+            self.assert_texts({"raceadmin/Ver.00": settings})
 
 
 if __name__ == "__main__":

@@ -3,34 +3,27 @@
 #include <gtest/gtest.h>
 
 #include <string>
+#include <tuple>
 
 #include "support/qt_driver.h"
-#include "support/scripted_dialogs.h"
-#include "support/temp_tree.h"
+#include "support/test_world.h"
 
 namespace keelview {
 namespace {
 
-struct FileSelectTest : testing::Test {
-    TempTree tree;
-    Settings settings;
-    ScriptedDialogs dialogs;
+struct FileSelectTest : testing::Test, TestWorld {
     FileQuestion question;
 
-    void SetUp() override {
-        settings.AppTitle = "Keelview";
-        settings.UseEnglish = true;
-        tree.Write("races/R1.txt", "");
-        tree.Write("races/江の島, \"2\".txt", "");
-        tree.Write("races/plain", "");
-        tree.Write("secret.txt", "");
+    FileSelectTest() {
+        for (const char* file : {"races/R1.txt", "races/江の島, \"2\".txt", "races/plain", "secret.txt"})
+            tree.Write(file, "");
         question.FileFolder = tree.Root() / "races";
         question.FileExtension = "txt";
     }
 };
 
 TEST_F(FileSelectTest, ItListsTheFolderAndTakesAClickedName) {
-    FmFileSelect form(settings, dialogs, question);
+    FileSelect form(app.settings, dialogs, question);
     form.ShowNow();
     EXPECT_EQ(form.Caption(), "Keelview");
     EXPECT_EQ(form.Text1.Text(), "*.txt");
@@ -39,40 +32,29 @@ TEST_F(FileSelectTest, ItListsTheFolderAndTakesAClickedName) {
     EXPECT_EQ(form.Text1.Text(), "江の島, \"2\".txt");
     driver::Click(form.Command1);
     EXPECT_TRUE(form.Closed());
-    EXPECT_EQ(question.FileResultName, "江の島, \"2\".txt");
     EXPECT_EQ(question.ShellTarget, tree.Root() / "races/江の島, \"2\".txt");
 }
 
 TEST_F(FileSelectTest, NamesAreTestedByTheModeOfTheQuestion) {
-    enum class Outcome { Taken, Told };
-    struct Case {
-        FileQuestion::Mode Mode;
-        std::string Typed;
-        Outcome Wanted;
-        std::string Name;
-    };
+    using Case = std::tuple<FileQuestion::Mode, std::string, std::string>;  // the name is empty: told
     constexpr auto In = FileQuestion::Mode::MustExist;
     constexpr auto Out = FileQuestion::Mode::ToWrite;
-    for (const Case& each :
-         {Case{In, "  R1  ", Outcome::Taken, "R1.txt"}, Case{In, "r1.TXT", Outcome::Taken, "r1.TXT"},
-          Case{In, "*.txt", Outcome::Told, {}}, Case{In, "", Outcome::Told, {}},
-          Case{In, "R7", Outcome::Told, {}}, Case{In, "plain", Outcome::Told, {}},
-          Case{In, "../secret.txt", Outcome::Told, {}}, Case{In, "..", Outcome::Told, {}},
-          Case{Out, "*.*", Outcome::Told, {}}, Case{Out, "", Outcome::Told, {}},
-          Case{Out, "/tmp/x.txt", Outcome::Told, {}}, Case{Out, "a\\b", Outcome::Told, {}},
-          Case{Out, "New one", Outcome::Taken, "New one.txt"},
-          Case{Out, "R2.dat", Outcome::Taken, "R2.dat"}}) {
-        SCOPED_TRACE(each.Typed);
-        question.FileMode = each.Mode;
-        FmFileSelect form(settings, dialogs, question);
+    for (const auto& [mode, typed, name] :
+         {Case{In, "  R1  ", "R1.txt"}, Case{In, "r1.TXT", "r1.TXT"}, Case{In, "*.txt", ""},
+          Case{In, "", ""}, Case{In, "R7", ""}, Case{In, "plain", ""}, Case{In, "../secret.txt", ""},
+          Case{In, "..", ""}, Case{Out, "*.*", ""}, Case{Out, "", ""}, Case{Out, "/tmp/x.txt", ""},
+          Case{Out, "a\\b", ""}, Case{Out, "New one", "New one.txt"}, Case{Out, "R2.dat", "R2.dat"}}) {
+        SCOPED_TRACE(typed);
+        question.FileMode = mode;
+        FileSelect form(app.settings, dialogs, question);
         form.ShowNow();
-        driver::Type(form.Text1, each.Typed);
-        if (each.Wanted == Outcome::Told) dialogs.AnswerOk();
+        driver::Type(form.Text1, typed);
+        if (name.empty()) dialogs.AnswerOk();
         driver::Click(form.Command1);
         EXPECT_TRUE(dialogs.AllAnswered());
-        EXPECT_EQ(form.Closed(), each.Wanted == Outcome::Taken);
-        EXPECT_EQ(question.FileResultName, each.Name);
-        EXPECT_EQ(question.ShellTarget.empty(), each.Wanted == Outcome::Told);
+        EXPECT_EQ(form.Closed(), !name.empty());
+        EXPECT_EQ(question.FileResultName, name);
+        EXPECT_EQ(question.ShellTarget.empty(), name.empty());
     }
     EXPECT_EQ(dialogs.All().front().Text, "Input File Name");
 }
@@ -80,11 +62,11 @@ TEST_F(FileSelectTest, NamesAreTestedByTheModeOfTheQuestion) {
 TEST_F(FileSelectTest, AnExistingFileAsksBeforeItIsOverwritten) {
     question.FileMode = FileQuestion::Mode::ToWrite;
     question.FilePattern = "R1";  // the text of an earlier dialog
-    FmFileSelect form(settings, dialogs, question);
+    FileSelect form(app.settings, dialogs, question);
     form.ShowNow();
     dialogs.AnswerYesNo(false);
     driver::Click(form.Command1);
-    EXPECT_EQ(dialogs.All().back().Text, "Same File Name Exists.\r\nOverwight?.");
+    EXPECT_EQ(Said(), "Same File Name Exists.\r\nOverwight?.");
     EXPECT_FALSE(form.Closed());
     EXPECT_TRUE(question.ShellTarget.empty());
     dialogs.AnswerYesNo(true);
@@ -95,7 +77,7 @@ TEST_F(FileSelectTest, AnExistingFileAsksBeforeItIsOverwritten) {
 TEST_F(FileSelectTest, CancelAndAFolderThatIsNotThereLeaveNothing) {
     question.FileFolder = tree.Root() / "gone";
     question.ShellTarget = "of an earlier dialog";
-    FmFileSelect form(settings, dialogs, question);
+    FileSelect form(app.settings, dialogs, question);
     form.ShowNow();
     EXPECT_EQ(form.File1.ListCount(), 0);
     driver::Click(form.Command2);

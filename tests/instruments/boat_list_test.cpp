@@ -2,159 +2,105 @@
 
 #include <gtest/gtest.h>
 
-#include <string>
-
-#include "support/open_race.h"
+#include "session/boat_colours.h"
+#include "support/test_desk.h"
 
 namespace keelview {
 namespace {
 
-/// The list on a map of 1000 by 1000 pixels, where the control panel begins at 676.
-struct BoatListTest : testing::Test, OpenRace {
-    void OpenFleet(int boats, bool english = true) {
-        Open(english, boats);
-        Form().Move(0, 0, 1310, 1010);
-        driver::Settle();
-        Form().Option7.SetValue(true);  // the film would start again over the list
+struct BoatListTest : testing::Test, TestDesk {
+    int PixelsOf(int boat, const Surface& surface, int left, int top, int right, int bottom) const {
+        return CountPixels(surface.Image(), left, top, right, bottom,
+                           [&](int r, int g, int b) { return Rgb(r, g, b) == BoatColour(boat); });
     }
-    /// The numbers of the rows that are ticked, as "1 3 ".
-    std::string InFocus() const {
-        std::string rows;
-        for (int row = 0; row < app->race.BoatCount; ++row)
-            if (Form().Bnam[row].Value()) rows += std::to_string(row + 1) + " ";
-        return rows;
-    }
-    /// The pointer comes to a place and moves a little there.
-    void PointAt(const Control& control, QPoint at) const {
-        driver::MoveTo(control, at);
-        driver::MoveTo(control, at + QPoint(1, 0));
-    }
-    /// A boat of 20 pixels with its corner there, at 5.123 knots.
-    void Place(int boat, double left, double top) const {
-        app->fleet.BoatLatNow[boat] = 2100;
-        app->fleet.BoatSpeedNow[boat] = 5.123;
-        Form().Boat[boat - 1].SetSize(20, 20);
-        Form().Boat[boat - 1].Move(left, top);
-        Form().Boat[boat - 1].SetVisible(true);
+    void PointAt(const Control& control) const {
+        for (const QPoint at : {QPoint(5, 5), {6, 5}}) driver::MoveTo(control, at);
     }
 };
 
-TEST_F(BoatListTest, TheLeftButtonOrTheSpaceBarTicksTheRightOnePicksOut) {
-    OpenFleet(4);
+TEST_F(BoatListTest, TheLeftButtonTicksTheRightOnePicksOutAndRingsKeepTheirBoat) {
+    WriteRace(4);
+    Open();
     RaceDisp& form = Form();
-    EXPECT_EQ(InFocus(), "1 2 3 4 ");
-    driver::Click(form.Bnam[1]);
-    EXPECT_EQ(InFocus(), "1 3 4 ");
-    form.Bnam[2].SetFocus();
-    driver::Key(form.Bnam[2], Qt::Key_Space);
-    EXPECT_EQ(InFocus(), "1 4 ");
-    driver::Click(form.Bnam[2], Qt::RightButton);
-    EXPECT_EQ(InFocus(), "3 ");
-    driver::Click(form.Bnam[2]);  // one boat always stays
-    EXPECT_EQ(InFocus(), "1 ");
-    driver::Click(form.Maru[3]);
-    EXPECT_EQ(InFocus(), "1 4 ");
-    driver::Click(form.Bnam[1], Qt::RightButton);
-    EXPECT_EQ(InFocus(), "2 4 ");
-    driver::Click(form.Bnam[3]);  // a ring keeps its boat in focus
-    EXPECT_EQ(InFocus(), "2 4 ");
-    form.HScroll2.SetValue(40);
-    driver::MoveTo(form.Picture8, {250, 20});
-    driver::Click(form.Label5);
-    EXPECT_EQ(InFocus(), "1 2 3 4 ");
-    EXPECT_EQ(form.HScroll2.Value(), 100);
+    const int side = static_cast<int>(app.view.MapSide);
+    const struct {
+        const Control& clicked;
+        Qt::MouseButton button;
+        const char* focused;
+    } clicks[] = {{form.Bnam[1], Qt::LeftButton, "134"}, {form.Bnam[2], Qt::RightButton, "3"},
+                  {form.Bnam[2], Qt::LeftButton, "1"},  // one boat always stays
+                  {form.Maru[3], Qt::LeftButton, "14"},  {form.Bnam[1], Qt::RightButton, "24"},
+                  {form.Bnam[3], Qt::LeftButton, "24"},  {form.Label5, Qt::LeftButton, "1234"}};
+    for (const auto& click : clicks) {
+        driver::MoveTo(form.Picture8, {250, 20});
+        driver::Click(click.clicked, click.button);
+        std::string focused;
+        for (int boat = 1; boat <= 4; ++boat) {
+            if (form.InFocus(boat)) focused += std::to_string(boat);
+            // Its track is on the map while it is in focus.
+            EXPECT_EQ(PixelsOf(boat, Map(), 0, 150, side, side - 150) > 20, form.InFocus(boat));
+        }
+        EXPECT_EQ(focused, click.focused);
+    }
 }
 
-TEST_F(BoatListTest, AChangeOfFocusRedrawsTheMap) {
-    OpenFleet(2);
-    RaceDisp& form = Form();
-    form.Picture1.FilledBox(0, 0, 400, 400, Red);
-    driver::Click(form.Maru[1]);  // no redraw of its own
-    EXPECT_EQ(form.Picture1.Image().PixelAt(200, 300), Red);
-    driver::Click(form.Bnam[0]);
-    EXPECT_NE(form.Picture1.Image().PixelAt(200, 300), Red);
+TEST_F(BoatListTest, ARowTellsSpeedAndWindAngleOfTheMoment) {
+    tree.Sail("a.trk", Lat, Lon, 90, 8, 0, 620);
+    tree.Sail("b.trk", Lat, Lon, 0, 4, 0, 300);
+    tree.Race("R1.txt", "WD, 30\r\nBN, a.trk, A\r\nBN, b.trk, B\r\n");
+    Open();
+    const auto row = [&](int boat) {
+        return Form().Text5[boat - 1].Text() + " " + Form().Text6[boat - 1].Text();
+    };
+    const auto bar = [&](int boat, int line) {
+        const int y = static_cast<int>(Form().Bnam[boat - 1].Top()) + line;
+        return PixelsOf(boat, Form().Picture8, 130, y, 210, y);
+    };
+    EXPECT_EQ(row(1) + ", " + row(2), "8.00 60, 4.00 -30");
+    EXPECT_NEAR(bar(1, 1), 2 * bar(2, 1), 2);
+    driver::Click(Form().Bnam[1]);
+    EXPECT_EQ(bar(2, 1), 0);  // out of focus a bar is thin
+    EXPECT_GT(bar(2, 4), 10);
+    Seek(400);  // its track has ended
+    EXPECT_EQ(row(2), " ");
+    EXPECT_EQ(bar(2, 4), 0);
+    EXPECT_GT(bar(1, 1), 20);
 }
 
 TEST_F(BoatListTest, ALargeFleetRisesUnderThePointerAndSinksAgain) {
-    OpenFleet(50);
+    WriteRace(50);
+    Open();
     RaceDisp& form = Form();
-    const auto lowered = [&] {
-        return form.Picture8.Top() == RaceDisp::PanelTop && form.Picture7.Visible();
-    };
-    const auto raised = [&] { return form.Picture8.Top() == 0 && !form.Picture7.Visible(); };
-    EXPECT_TRUE(lowered());
-    const Control* const sinking[] = {&form.Picture1, &form.PicTimeBar, &form};
-    for (const Control* elsewhere : sinking) {
+    form.Move(0, 0, 1024, 740);  // a screen too low for so many rows below the overview
+    driver::Settle();
+    for (const Control* elsewhere : std::initializer_list<const Control*>{&Map(), &form.PicTimeBar}) {
         driver::MoveTo(form.Bnam[3], {20, 5});
-        EXPECT_TRUE(raised());
+        EXPECT_EQ(form.Picture8.Top(), 0);
+        EXPECT_FALSE(form.Picture7.Visible());
         EXPECT_FALSE(form.Text7.Visible());  // another row lies under the pointer now
-        const bool ground = elsewhere == &form;
-        driver::MoveTo(*elsewhere, ground ? QPoint(1200, 800) : QPoint(10, 120));
-        EXPECT_TRUE(lowered());
-        driver::MoveTo(form.Picture8, {250, 20});
-        EXPECT_TRUE(raised());
-        driver::MoveTo(*elsewhere, ground ? QPoint(1200, 801) : QPoint(11, 120));
-        EXPECT_TRUE(lowered());
+        driver::MoveTo(*elsewhere, {5, 120});
+        EXPECT_EQ(form.Picture8.Top(), RaceDisp::PanelTop);
+        EXPECT_TRUE(form.Picture7.Visible());
     }
-    // At rest the control panel lies over the end of the list, and its buttons can be reached.
-    driver::Click(form.Option6);
-    EXPECT_TRUE(form.Option6.Value());
 }
 
-TEST_F(BoatListTest, ASmallFleetStaysWhereItIs) {
-    OpenFleet(30);  // 470 pixels: down to 648
-    driver::MoveTo(Form().Bnam[3], {20, 5});
-    EXPECT_TRUE(Form().PanelRaised());
-    EXPECT_EQ(Form().Picture8.Top(), RaceDisp::PanelTop);
-    EXPECT_TRUE(Form().Picture7.Visible());
-}
-
-TEST_F(BoatListTest, RowsNameTheirBoatOnTheMap) {
-    OpenFleet(4);
-    RaceDisp& form = Form();
-    app->fleet.BoatLatNow = {};
-    Place(2, 300, 200);
-    driver::MoveTo(form.Picture8, {250, 20});
-    PointAt(form.Bnam[1], {20, 5});
-    EXPECT_EQ(app->display.HoverBoat, 1);
-    EXPECT_TRUE(form.Text8.Visible());
-    EXPECT_EQ(form.Text8.Text(), "Boat 2(5.12)");
-    EXPECT_EQ(form.Text8.GetForeColor(), app->display.BoatColour[2]);
-    EXPECT_EQ(form.Text8.Left(), 326);
-    EXPECT_EQ(form.Text8.Top(), 200);
-    EXPECT_EQ(form.Text7.Text().substr(0, 25), "Cecked boats are focused.");
-    EXPECT_EQ(form.Text7.Top(), form.Bnam[1].Top() + RaceDisp::PanelTop - 67);
-    Place(2, form.MapSide() - 60, 200);  // no room at its right
-    PointAt(form.Maru[1], {5, 5});
-    EXPECT_LT(form.Text8.Left() + form.Text8.Width(), form.MapSide() - 60);
-    EXPECT_EQ(form.Text7.Text().substr(0, 27), "Cecked boat is focused and ");
-    driver::MoveTo(form.Picture8, {250, 20});
-    PointAt(form.Bnam[2], {20, 5});  // this boat has no position
-    EXPECT_FALSE(form.Text8.Visible());
-
-    driver::Click(form.Check3);
-    driver::MoveTo(form.Picture8, {250, 20});
-    PointAt(form.Bnam[1], {30, 5});
-    EXPECT_FALSE(form.Text7.Visible());
-    EXPECT_TRUE(form.Text8.Visible());  // a name, not a hint
-    driver::MoveTo(form.Picture8, {250, 20});
-    EXPECT_FALSE(form.Text8.Visible());
-    EXPECT_EQ(app->display.HoverBoat, -1);
-}
-
-TEST_F(BoatListTest, ABoatOnTheMapTellsItsName) {
-    OpenFleet(4, false);
-    RaceDisp& form = Form();
-    Place(3, 300, 200);
-    driver::MoveTo(form.Picture1, {310, 210});
-    EXPECT_TRUE(form.Text7.Visible());
-    EXPECT_EQ(form.Text7.Text(), "Boat 3(5.12)");
-    EXPECT_EQ(form.Text7.GetForeColor(), app->display.BoatColour[3]);
-    EXPECT_EQ(form.Text7.Top(), 185);
-    driver::MoveTo(form.Label5, {50, 5});
-    EXPECT_EQ(form.Text7.Text(), "ここをクリックすると全艇にチェックが入ります");
-    EXPECT_EQ(form.Text7.GetForeColor(), Black);
-    EXPECT_EQ(form.Text7.Left(), form.Picture8.Left() - 245);
+TEST_F(BoatListTest, ARowAndABoatOnTheMapNameTheBoatWhereThereIsRoom) {
+    tree.Boat("late.trk", Lat, Lon + 0.3, 0, 0, 300, 620);
+    WriteRace(2, "BN, late.trk, Late\r\n");
+    Open();
+    const RaceDisp& form = Form();
+    const int side = static_cast<int>(app.view.MapSide);
+    for (const int x : {300, side - 60}) {
+        app.view.CentreOn(PositionAt(PixelOf(app.now.Boats[2].At()) + QPoint(side / 2 - x, 0)));
+        Seek(50);
+        PointAt(form.Bnam[1]);
+        EXPECT_TRUE(form.Text8.Text().starts_with("Boat 2("));
+        EXPECT_EQ(form.Text8.Left() > x, x == 300);
+    }
+    driver::MoveTo(Map(), PixelOf(app.now.Boats[2].At()));
+    EXPECT_EQ(form.Text7.Text(), form.Text8.Text());
+    PointAt(form.Bnam[2]);
+    EXPECT_FALSE(form.Text8.Visible());  // that boat is nowhere now
 }
 
 }  // namespace

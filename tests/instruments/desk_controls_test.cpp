@@ -1,173 +1,149 @@
 #include <gtest/gtest.h>
 
-#include <filesystem>
-#include <string>
+#include <QPixmap>
+#include <QWidget>
 
-#include "support/drawn_race.h"
-#include "support/open_desk.h"
+#include "session/boat_colours.h"
+#include "support/test_desk.h"
 
 namespace keelview {
 namespace {
 
 namespace fs = std::filesystem;
 
-bool Dark(int red, int green, int blue) {
-    return red + green + blue < 200;
-}
-
-struct WindFieldTest : testing::Test {
-    OpenDesk desk{true};
-    std::string Saved() const { return desk.tree.Read("raceadmin/R1.txt"); }
+struct DeskTest : testing::Test, TestDesk {
+    /// What is seen in the place of a control, with all that lies on it.
+    static QImage Seen(const Control& control) {
+        QWidget& face = driver::Face(control);
+        return face.window()->grab({face.mapTo(face.window(), QPoint()), face.size()}).toImage();
+    }
+    /// A race that has something to show for every choice.
+    void OpenFullRace() {
+        tree.Write("coastline/5239.cst",
+                   "M 523973\nL" + std::string(53, ' ') + "2\n 8000 2000 9500 6000\n");
+        WriteRace(2, "WD, 40\r\nMK, 2117.2, 8369\r\nMK, 2117.5, 8369.1\r\nCRS, MK1, MK2\r\n");
+        Open();
+    }
 };
 
-TEST_F(WindFieldTest, WhatAPersonTypesIsDrawnAndSavedAtOnce) {
-    struct {
-        const char* Typed;
-        double Wind;
-    } const cases[] = {{"45", 45}, {"360", 360}, {"361", 0}, {"-5", 0}, {"12.5 deg", 12.5}, {"north", 0}};
-    for (const auto& c : cases) {
-        SCOPED_TRACE(c.Typed);
-        driver::Type(desk.Form().Text3, c.Typed);
-        EXPECT_EQ(desk.app->race.WindDirection, c.Wind);
-        EXPECT_EQ(desk.app->windNow.WindNow, c.Wind);
-        const std::string key = c.Wind > 0 ? "\nWD, " + NumberText(c.Wind) + "\r" : "\nWD,";
-        EXPECT_EQ(Saved().find(key) != std::string::npos, c.Wind > 0) << Saved();
-    }
-}
-
-TEST_F(WindFieldTest, AWindwardUpMapTurnsWithTheFieldAndANorthUpOneDoesNot) {
-    driver::Type(desk.Form().Text3, "90");
-    EXPECT_EQ(desk.app->view.ScreenUpRadians, 0);
-    desk.app->race.NorthUp = false;
-    driver::Type(desk.Form().Text3, "180");
-    EXPECT_NEAR(desk.app->view.ScreenUpCos, -1, 1e-9);  // the chart is drawn that way, the boats are too
-    EXPECT_EQ(desk.app->view.ScreenUpDirection, 180);
-}
-
-TEST_F(WindFieldTest, TheTextOfALoadChangesNothing) {
-    const std::string before = Saved();
-    desk.Form().Text3.SetText("77");
-    EXPECT_EQ(desk.app->race.WindDirection, 0);
-    EXPECT_EQ(Saved(), before);
-}
-
-TEST(SeaColour, TheWholeSeaTakesTheColourOfTheCell) {
-    const OpenDesk desk;
-    RaceDisp& form = desk.Form();
-    driver::Click(form.BCOL6);
-    const Colour night = Rgb(0, 0, 96);
-    for (const Surface* surface : {&form.Picture1, &form.Picture2, &form.Picture6}) {
-        EXPECT_EQ(surface->BackColor, night);
-        EXPECT_EQ(surface->Image().PixelAt(3, 3), night);
-    }
-    EXPECT_EQ(desk.app->display.InkColour, White);
-    // The tracks, the compass and the overview are there again.
-    const auto drawn = [&](const Surface& surface) {
-        const Picture image = surface.Image();
-        return CountPixels(image, 0, 0, image.Width() - 1, image.Height() - 1,
-                           [](int red, int green, int) { return red > 150 || green > 150; });
+TEST_F(DeskTest, EveryChoiceChangesWhatIsSeenAndIsTakenBackWithoutATrace) {
+    OpenFullRace();
+    RaceDisp& form = Form();
+    const Control& overview = form.Picture6;
+    struct Choice {
+        const Control &there, &back, &picture;
     };
-    for (const Surface* surface : {&form.Picture1, &form.Picture2, &form.Picture6})
-        EXPECT_GT(drawn(*surface), 20);
-    driver::Click(form.BCOL1);
-    EXPECT_EQ(desk.app->display.InkColour, Black);
+    int number = 0;
+    const auto seenAfter = [&](const Control& click, const Control& picture) {
+        driver::Click(click);
+        driver::MoveTo(form.Picture7, {130, 5});
+        EXPECT_FALSE(form.Timer1.Enabled()) << number;
+        return Seen(picture);
+    };
+    const auto run = [&](const Control& first, std::initializer_list<Choice> choices) {
+        for (const Choice& choice : choices) {
+            ++number;
+            const QImage before = seenAfter(first, choice.picture);
+            EXPECT_NE(seenAfter(choice.there, choice.picture), before) << number;
+            EXPECT_EQ(seenAfter(choice.back, choice.picture), before) << number;
+            if (&first == &form.Check3) driver::Click(first);
+        }
+    };
+    driver::Click(form.Check3);                            // no hints
+    run(form.BCOL1, {{form.Check7, form.Check7, Map()},    // coast
+                     {form.Check6, form.Check6, Map()},    // tracks
+                     {form.Check1, form.Check1, Map()},    // time points
+                     {form.Check8, form.Check8, Map()},    // lay lines
+                     {form.Check10, form.Check10, Map()},  // size of the boats
+                     {form.Bnam[1], form.Bnam[1], Map()},  // focus
+                     {form.Maru[1], form.Maru[1], Map()},  // ring
+                     {form.Option3, form.Option2, Map()},  // turn
+                     {form.Option3, form.Option2, overview},
+                     {form.BCOL6, form.BCOL1, Map()},  // sea
+                     {form.BCOL5, form.BCOL1, overview},
+                     {form.Option10, form.Option9, Map()},  // view
+                     {form.Option11, form.Option9, Map()}});
+    run(form.Option3, {{form.Check4, form.Check4, Map()}});  // cross-wind lines
+    driver::Click(form.Check5);
+    run(form.Option9, {{form.Check9, form.Check9, Map()},      // names
+                       {form.Bnam[1], form.Bnam[1], Map()}});  // who is followed
+    run(form.Option10, {{form.Bnam[0], form.Bnam[0], Map()}});
+    run(form.Option11, {{form.Option4, form.Option1, Map()}, {form.Option5, form.Option1, Map()}});
 }
 
-struct CaptureTest : testing::Test {
-    OpenDesk desk;
-    RaceDisp& form = desk.Form();
-    const fs::path file = desk.tree.Root() / "gpsdat/無題.bmp";
+TEST_F(DeskTest, TheWindThatAPersonTypesIsTakenAndSavedAtOnce) {
+    Open();
+    driver::Click(Form().Option3);
+    Form().Text3.SetText("77");  // by the program
+    EXPECT_EQ(app.race.WindDirection, 0);
+    for (const auto& [typed, wind] :
+         {std::pair{"45", 45.0}, {"360", 360}, {"361", 0}, {"12.5 deg", 12.5}, {"-5", 0}}) {
+        driver::Type(Form().Text3, typed);
+        EXPECT_EQ(app.now.WindNow.DirectionTrue, std::fmod(wind, 360)) << typed;
+        EXPECT_EQ(app.view.ScreenUpDirection, wind);
+        EXPECT_EQ(FileHolds("WD, " + NumberText(wind)), wind > 0) << File();
+    }
+}
 
-    Picture Capture() {
-        driver::Click(form.Command10);
-        EXPECT_EQ(desk.platform.Documents.back(), file.string());
+TEST_F(DeskTest, AnotherRaceTakesThePlaceOfTheOneThatIsShown) {
+    WriteRace(2);
+    tree.Race("R2.txt", "T2, Autumn\r\nBN, boat2.trk, Solo\r\n");
+    Open(false);
+    driver::Click(Form().Bnam[0]);
+    for (const char* title : {"Spring Cup   Autumn   (R2.txt)", "Spring Cup   (R1.txt)"}) {
+        Form().Combo1.SetText(std::string(title).substr(std::string(title).size() - 7, 6));
+        driver::Click(Form().Command9);
+        EXPECT_TRUE(Form().Caption().ends_with(title)) << Form().Caption();
+        EXPECT_TRUE(Form().InFocus(1));
+    }
+    EXPECT_EQ(Form().Bnam[0].Caption(), "Boat 1");
+}
+
+TEST_F(DeskTest, EachViewIsCapturedWithTheBoatsTheOverviewAndTheColours) {
+    OpenFullRace();
+    const fs::path file = tree.Root() / "gpsdat/無題.bmp";
+    const auto capture = [&](const Control& option) {
+        driver::Click(option);
+        driver::Click(Form().Command10);
+        EXPECT_EQ(platform.Documents.back(), file.string());
         return Picture::FromFile(file);
+    };
+    const Picture map = capture(Form().Option9);
+    const int column = static_cast<int>(Map().Width() + 10);
+    const int below = static_cast<int>(Form().Picture6.Height()) + 5;
+    const QPoint boat = PixelOf(app.now.Boats[1].At()) + QPoint(5, 5);
+    const auto white = [](int r, int g, int b) { return r + g + b == 3 * 255; };
+    EXPECT_GT(CountPixels(map, boat.x() - 4, boat.y() - 4, boat.x() + 4, boat.y() + 4, white),
+              3);  // the sail
+    for (const int b : {1, 2}) EXPECT_EQ(map.PixelAt(column + 150, below + 24 + 16 * b), BoatColour(b));
+    const Picture graphs = capture(Form().Option10);
+    const Picture page = capture(Form().Option11);
+    for (int y = 20; y < 340; ++y) {
+        EXPECT_EQ(graphs.PixelAt(305, y), Form().GPIC.Image().PixelAt(300, y - 5));
+        EXPECT_EQ(page.PixelAt(305, y), Form().PicTime.Image().PixelAt(300, y - 5));
     }
-};
-
-TEST_F(CaptureTest, TheMapIsCapturedWithBoatsOverviewNamesAndColours) {
-    const Picture picture = Capture();
-    const int column = static_cast<int>(form.Picture1.Width() + 10);
-    ASSERT_EQ(picture.Width(), form.Picture1.Width() + form.Picture6.Width() + 15 - 2);
-    ASSERT_EQ(picture.Height(), form.Picture1.Height() + 10 - 2);
-    const Sprite& boat = form.Boat[0];
-    const int x = static_cast<int>(std::lround(boat.Left() + 5 + boat.Width() / 2));
-    const int y = static_cast<int>(std::lround(boat.Top() + 5 + boat.Height() / 2));
-    const auto white = [](int red, int green, int blue) { return red + green + blue == 3 * 255; };
-    EXPECT_GT(CountPixels(picture, x - 4, y - 4, x + 4, y + 4, white), 3);  // the sail of the first boat
-    EXPECT_EQ(picture.PixelAt(12, 200), form.Picture1.BackColor);
-    EXPECT_EQ(picture.PixelAt(column + 5, 10), form.Picture6.BackColor);
-    const int below = static_cast<int>(form.Picture6.Height()) + 5;
-    EXPECT_GT(CountPixels(picture, column, below, column + 160, below + 14, Dark), 30);  // file name
-    EXPECT_GT(CountPixels(picture, column, below + 15, column + 160, below + 30, Dark), 30);
-    EXPECT_EQ(picture.PixelAt(column + 150, below + 35 + 5), desk.app->display.BoatColour[1]);
-    EXPECT_EQ(picture.PixelAt(column + 150, below + 35 + 16 + 5), desk.app->display.BoatColour[2]);
-    EXPECT_FALSE(form.Picture13.Visible());
 }
 
-TEST_F(CaptureTest, EachViewIsCapturedInItsTurnOverTheOneBefore) {
-    const Picture map = Capture();
-    driver::Click(form.Option10);
-    const Picture graphs = Capture();
-    EXPECT_EQ(graphs.PixelAt(12, 12), form.GPIC.Image().PixelAt(7, 7));
-    EXPECT_NE(graphs.PixelAt(300, 300), map.PixelAt(300, 300));
-    form.Option11.SetEnabled(true);
-    driver::Click(form.Option11);
-    EXPECT_EQ(Capture().PixelAt(300, 20), form.PicTime.Image().PixelAt(295, 15));
-}
-
-TEST_F(CaptureTest, APictureThatNoProgramOpensOrNobodyCanWriteIsTold) {
-    desk.platform.DocumentResult = 31;
-    desk.dialogs.AnswerOk();
-    desk.dialogs.AnswerOk();
-    EXPECT_FALSE(Capture().Empty());
-    EXPECT_EQ(desk.Said(), "The picture was saved here:\r\n" + file.string());
-    fs::remove(file);
-    desk.platform.Documents.clear();
-    fs::create_directory(file);
-    desk.dialogs.AnswerOk();
-    driver::Click(form.Command10);
-    EXPECT_EQ(desk.Said(), "The picture could not be written.\r\n" + file.string());
-    EXPECT_TRUE(desk.platform.Documents.empty());
-}
-
-TEST(Exit, AsksForTheFileInEditModeAlone) {
-    struct {
-        bool EditMode, Save;
-        const char* Name;
-        const char* Written;
-    } const cases[] = {{false, false, "", ""},         {true, false, "", ""},
-                       {true, true, "", ""},           {true, true, "Cup R2", "Cup R2.txt"},
-                       {true, true, "x.TXT", "x.TXT"}, {true, true, "江の島.txt", "江の島.txt"}};
+TEST_F(DeskTest, ExitOffersToSaveInEditModeAndStaysWhereThatFails) {
+    fs::create_directories(tree.Root() / "raceadmin/taken.txt");
+    const struct {
+        const char *name, *written;
+        bool closes = true;
+    } cases[] = {{"", ""},
+                 {"Cup R2", "Cup R2.txt"},
+                 {"x.TXT", "x.TXT"},
+                 {"江の島.txt", "江の島.txt"},
+                 {"taken", "", false}};
     for (const auto& c : cases) {
-        SCOPED_TRACE(c.Name);
-        OpenDesk desk(c.EditMode);
-        if (c.EditMode) desk.dialogs.AnswerYesNo(c.Save);
-        if (c.Save) desk.dialogs.AnswerInput(c.Name);
-        driver::Click(desk.Form().Command1);
-        EXPECT_TRUE(desk.Form().Closed());
-        EXPECT_TRUE(desk.dialogs.AllAnswered());
-        if (!c.Save) continue;
-        EXPECT_EQ(desk.dialogs.All().front().Text, "Save Race Control File？");
-        const fs::path written = desk.tree.Root() / "raceadmin" / c.Written;
-        EXPECT_EQ(fs::is_regular_file(written), *c.Written != '\0');
+        Open();
+        dialogs.AnswerYesNo(true);
+        dialogs.AnswerInput(c.name);
+        if (!c.closes) dialogs.AnswerOk();
+        driver::Click(Form().Command1);
+        EXPECT_TRUE(dialogs.AllAnswered());
+        EXPECT_EQ(Form().Closed(), c.closes);
+        EXPECT_EQ(fs::is_regular_file(tree.Root() / "raceadmin" / c.written), *c.written != '\0') << c.name;
     }
-}
-
-TEST(Exit, ARaceThatCannotBeSavedKeepsTheDisplayOpen) {
-    OpenDesk desk(true);
-    fs::create_directory(desk.tree.Root() / "raceadmin/taken.txt");
-    desk.app->display.SaveFailureTold = true;
-    desk.dialogs.AnswerYesNo(true);
-    desk.dialogs.AnswerInput("taken");
-    desk.dialogs.AnswerOk();
-    driver::Click(desk.Form().Command1);
-    EXPECT_FALSE(desk.Form().Closed());
-    EXPECT_EQ(desk.app->race.RaceFileName, "R1.txt");
-    desk.dialogs.AnswerYesNo(true);
-    desk.dialogs.AnswerInput(std::nullopt);  // cancelled
-    driver::Click(desk.Form().Command1);
-    EXPECT_TRUE(desk.Form().Closed());
 }
 
 }  // namespace

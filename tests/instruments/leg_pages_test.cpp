@@ -1,213 +1,108 @@
 #include <gtest/gtest.h>
 
-#include "instruments/boat_graphs.h"
-#include "instruments/data_view.h"
-#include "instruments/leg_charts.h"
-#include "instruments/leg_tables.h"
-#include "instruments/view_switch.h"
-#include "map/chart.h"
-#include "support/drawn_race.h"
+#include "session/boat_colours.h"
+#include "support/test_desk.h"
 
 namespace keelview {
 namespace {
 
-constexpr Colour FocusColour = Rgb(192, 255, 255);
-
-bool Dark(int r, int g, int b) {
-    return r < 110 && g < 110 && b < 110;
-}
-bool Reddish(int r, int g, int b) {
-    return r > 150 && g < 110 && b < 110;
-}
-
-/// The race display with its three views.
-struct Views {
-    DrawnRace race;
-    Chart chart{*race.app, race.Form(), race.services};
-    BoatGraphs graphs{*race.app, race.Form()};
-    LegTables tables{*race.app, race.Form(), race.services};
-    DataView dataView{*race.app, race.Form(), tables};
-    ViewSwitch viewSwitch{*race.app, race.Form(), chart, graphs, tables};
-    explicit Views(int boats) : race(boats) {}
-    RaceDisp& Form() const { return race.Form(); }
-    Picture Page() const { return Form().PicTime.Image(); }
-
-    template <class Like>
-    bool Seen(double left, double top, double right, double bottom, Like like) const {
-        return CountPixels(Page(), static_cast<int>(left), static_cast<int>(top), static_cast<int>(right),
-                           static_cast<int>(bottom), like) > 0;
+/// Three lines, 0.0201, 0.3005 and 0.7005 miles north. Boat 1 sails north at 6 knots: 12, 180 and 420
+/// seconds. Boat 2 at 4.8: 15 and 525, past the end of the second line. Boat 3 comes from 0.06 miles
+/// further south on a way that is 5 % longer at 7 knots: 43, 194 and 410 seconds.
+struct LegPagesTest : testing::Test, TestDesk {
+    void SetUp() override {
+        tree.Boat("a.trk", Lat, Lon, SixKnots, 0, -100, 600);
+        tree.Boat("b.trk", Lat, Lon - 0.05, 1.0 / 750, 0, -100, 600);
+        tree.Boat("c.trk", Lat - 0.06, Lon - 0.02, 1.0 / 540, 1.0 / 540 * 0.3202 / 0.8164, -100, 600);
+        tree.Race(
+            "R1.txt",
+            "BN, a.trk, A\r\nBN, b.trk, B\r\nBN, c.trk, C\r\nCRS, L1, L2, L3\r\n"
+            "LN, 2117.0201, 8368.9, 2117.0201, 8369.1\r\nLN, 2117.3005, 8368.97, 2117.3005, 8369.2\r\n"
+            "LN, 2117.7005, 8368.94, 2117.7005, 8369.29\r\n");
+        Open();
+        driver::Click(Form().Option11);
+    }
+    Colour At(double x, double y) const {
+        return Form().PicTime.Image().PixelAt(FloorToInt(x + 0.5), FloorToInt(y + 0.5));
+    }
+    /// The rows of the boats, first entries, then legs: "R" is a red number, "D" a dark one.
+    std::string Cells() const {
+        const auto red = [](int r, int g, int b) { return r > 150 && g < 110 && b < 110; };
+        const auto dark = [](int r, int g, int b) { return r < 110 && g < 110 && b < 110; };
+        const Picture page = Form().PicTime.Image();
+        std::string cells;
+        for (const int y : {83, 101, 119})
+            for (const int x : {0, 110, 155, 200, 277, 322}) {
+                const auto has = [&](auto like) { return CountPixels(page, x, y, x + 28, y + 13, like); };
+                cells += x == 0 ? ' ' : has(red) > 0 ? 'R' : has(dark) > 0 ? 'D' : '-';
+            }
+        return cells;
     }
 };
 
-/// Three boats over five entries; boat 2 missed entry 3.
-Views FiveEntries() {
-    Views views(3);
-    views.race.Pass(1, {5, 300, 600, 900, 1200}, {0.01, 0.5, 1.0, 1.5, 2.0});
-    views.race.Pass(2, {9, 310, 0, 920, 1230}, {0.01, 0.52, 0, 1.6, 2.2});
-    views.race.Pass(3, {7, 305, 640, 930, 1300}, {0.01, 0.5, 1.1, 1.55, 2.1});
-    return views;
+TEST_F(LegPagesTest, TheBestOfEachColumnIsRedAndWhoIsInFocusLiesOnColour) {
+    EXPECT_EQ(Cells(), " RRDDD DDD-D DDRRR");  // boat 2 has no leg to the entry that it missed, only 0
+    EXPECT_EQ(At(50, 18 + 79), BoatColour(1));
+    for (const int x : {120, 280}) EXPECT_EQ(At(x, 18 * 2 + 64), Rgb(192, 255, 255));
+    driver::Click(Form().Bnam[1]);
+    for (const int x : {120, 280}) EXPECT_EQ(At(x, 18 * 2 + 64), White);
+    driver::Click(Form().Option4);
+    EXPECT_EQ(Cells(), " RRRRR RDR-D DDDDD");
+    driver::Click(Form().Option5);
+    EXPECT_EQ(Cells(), " DDDDD DDD-D RRRRR");
 }
 
-// Columns of five entries are 45 wide: numbers end at 93 + 45 c, and those of leg c at 395 + 45 (c - 2).
-struct Cell {
-    int boat;
-    int entry;
-    bool leg;
-};
-
-template <class Like>
-bool CellHas(const Views& views, const Cell& cell, Like like) {
-    const int right = cell.leg ? 395 + 45 * (cell.entry - 2) : 93 + 45 * cell.entry;
-    const int top = 18 * cell.boat + 65;
-    return views.Seen(right - 28, top, right, top + 13, like);
+TEST_F(LegPagesTest, TheChartsShowHowFarEachBoatIsBehindTheBest) {
+    // 275 pixels from y 182 to 457; columns of 45 from x 65 on, by leg from x 260 on. Times: 115 seconds at
+    // most, on an axis of 200; by leg 309, on one of 400.
+    const double times[][4] = {{1, 110, 0, 200},   {1, 155, 10, 200}, {2, 155, 115, 200}, {3, 65, 31, 200},
+                               {3, 110, 14, 200},  {3, 155, 0, 200},  {1, 260, 17, 400},  {1, 305, 24, 400},
+                               {2, 305, 309, 400}, {3, 305, 0, 400}};
+    for (const auto& [boat, x, behind, axis] : times)
+        EXPECT_EQ(At(x, 457 - behind / axis * 275), BoatColour(int(boat))) << x << " " << behind;
+    EXPECT_NE(At(65, 457 - 3 / 200.0 * 275), BoatColour(2));  // no line leads from there to what it missed
+    driver::Click(Form().Option5);  // the best on top, from entry 2 on, on an axis of 3 knots
+    const double speeds[][3] = {{1, 110, 1}, {1, 155, 1}, {3, 110, 0}, {3, 260, 0}};
+    for (const auto& [boat, x, behind] : speeds)
+        EXPECT_EQ(At(x, 182 + behind / 3 * 275), BoatColour(int(boat))) << x << " " << behind;
+    EXPECT_NE(At(65, 182), BoatColour(3));
 }
 
-TEST(LegPage, CellsShowTheirNumbersAndTheBestInRed) {
-    Views views = FiveEntries();
-    ClickOn(views.Form().Option11);
-    EXPECT_EQ(StatColWidth(views.race.app->race), 45);
-    for (int boat = 1; boat <= 3; ++boat) {
-        for (int entry = 1; entry <= 5; ++entry) {
-            SCOPED_TRACE(boat * 10 + entry);
-            const bool missed = boat == 2 && entry == 3;
-            const bool best = boat == 1;
-            EXPECT_EQ(CellHas(views, {boat, entry, false}, Reddish), best);
-            EXPECT_EQ(CellHas(views, {boat, entry, false}, Dark), !best);  // a missed entry shows 0
-            if (entry == 1) continue;
-            const bool bestLeg = entry == 4 ? boat == 3 : entry == 5 ? boat == 1 : boat == 1;
-            EXPECT_EQ(CellHas(views, {boat, entry, true}, Reddish), bestLeg && !missed);
-            EXPECT_EQ(CellHas(views, {boat, entry, true}, Dark), !bestLeg && !missed);
-        }
+TEST_F(LegPagesTest, TheAnalysisSplitsEachTimeIntoDistanceAndSpeed) {
+    driver::Click(Form().Option12);
+    // Axes at 183, 273 and 363 for the race and the legs; 100 % are 180 pixels, no bar is longer than 36.
+    // Rows of 36 from y 127 on, with bars for time, distance and speed. Boat 3 is best everywhere.
+    const double bars[][4] = {{1, 183, 0, 2.4}, {1, 183, 1, -12.2}, {1, 183, 2, -14.3}, {2, 183, 0, 20},
+                              {2, 183, 2, -20}, {1, 273, 0, 11.3},  {1, 273, 1, -4.8},  {1, 363, 0, 11.1}};
+    const Colour colours[] = {Black, Red, Blue};
+    for (const auto& [boat, axis, kind, percent] : bars) {
+        const double y = (boat - 1) * 36 + 127 + 8 * kind + 5;
+        for (const double off : {-2.0, 2.0})
+            EXPECT_EQ(At(axis + percent * 1.8 + (percent < 0 ? -off : off), y) == colours[int(kind)],
+                      off < 0)
+                << boat << " " << axis << " " << kind;
     }
-    EXPECT_EQ(views.Page().PixelAt(50, 18 + 65 + 14), views.race.app->display.BoatColour[1]);
-    EXPECT_EQ(views.Page().PixelAt(120, 18 * 2 + 65 - 1), FocusColour);
-    EXPECT_EQ(views.Page().PixelAt(5 * 45 + 145, 18 * 2 + 65 - 1), FocusColour);
-    views.Form().Bnam[1].SetValue(false);
-    views.viewSwitch.RedrawView();
-    EXPECT_EQ(views.Page().PixelAt(120, 18 * 2 + 65 - 1), White);
+    EXPECT_EQ(At(183, 190), Rgb(0, 255, 255));
+    EXPECT_NE(At(273, 190), Rgb(0, 255, 255));  // boat 2 missed the end of that leg
 }
 
-TEST(LegPage, TheLeaderRunsAlongTheEdgeOfTheCharts) {
-    Views views = FiveEntries();
-    ClickOn(views.Form().Option11);
-    const double top = ChartTop(views.race.app->race);
-    EXPECT_EQ(top, 4 * 18 + 85);
-    const auto leader = [&](int r, int g, int b) {
-        const ColourParts parts = PartsOf(views.race.app->display.BoatColour[1]);
-        return r == parts.Red && g == parts.Green && b == parts.Blue;
+TEST_F(LegPagesTest, ViewsTakeEachOthersPlaceAndTheFilmWaitsBehindThePage) {
+    RaceDisp& form = Form();
+    const auto shows = [&form](const Surface& view, std::initializer_list<const Control*> clicks) {
+        for (const Control* click : clicks) driver::Click(*click);
+        for (const Surface* each : {&form.Picture1, &form.GPIC, &form.PicTime})
+            if (each->Visible() != (each == &view)) return false;
+        return true;
     };
-    // Between entries 1 and 2 on the bottom line; the spread of 100 takes an axis of 200.
-    EXPECT_TRUE(views.Seen(80, top + 298, 100, top + 302, leader));
-    // For speed the best is on top, and the left chart begins at entry 2.
-    ClickOn(views.Form().Option5);
-    EXPECT_FALSE(views.Seen(70, top + 23, 100, top + 27, leader));
-    EXPECT_TRUE(views.Seen(50, top + 30, 60, top + 290,
-                           [](int r, int g, int b) { return r == 192 && g == 255 && b == 255; }));
-}
-
-TEST(LegPage, TheAnalysisSplitsEachLegAndSaysWhenTheCourseIsTooLong) {
-    Views views = FiveEntries();
-    ClickOn(views.Form().Option11);
-    ClickOn(views.Form().Option12);
-    const auto cyan = [](int r, int g, int b) { return r == 0 && g == 255 && b == 255; };
-    const Picture page = views.Page();
-    // Total column, axis at 183: boat 3 took 8.3 % longer, 5 % further and 3.1 % slower; 180 pixels are 100
-    // %.
-    const int row = 2 * 36 + 127;
-    EXPECT_EQ(page.PixelAt(183 + 13, row + 5), Black);
-    EXPECT_NE(page.PixelAt(183 + 17, row + 5), Black);
-    EXPECT_EQ(page.PixelAt(183 + 7, row + 13), Red);
-    EXPECT_EQ(page.PixelAt(183 - 4, row + 21), Blue);
-    EXPECT_EQ(page.PixelAt(183 + 4, row + 21), FocusColour);
-    EXPECT_TRUE(views.Seen(183, 127 + 2, 183, 127 + 32, cyan));
-    EXPECT_FALSE(views.Seen(184, 127 + 2, 200, 127 + 24, Dark));  // the best boat's bars have no length
-    EXPECT_FALSE(views.Seen(93 + 3 * 90 - 5, 36 + 127 + 2, 93 + 3 * 90 + 5, 36 + 127 + 24, cyan));
-
-    for (const int entries : {21, 30}) {
-        views.race.Pass(1, std::vector<int>(entries, 500), std::vector<double>(entries, 1.0));
-        views.viewSwitch.RedrawView();
-        EXPECT_FALSE(views.Seen(100, 100, 600, 300, cyan));
-        EXPECT_TRUE(views.Seen(100, 45, 200, 60, Dark));
-    }
-}
-
-TEST(LegPage, OddRacesDrawEveryKindOfPage) {
-    struct Case {
-        int boats;
-        std::vector<int> times;
-        std::vector<double> miles;
-    };
-    for (const Case& each :
-         {Case{1, {5, 60, 300}, {0, 0.1, 0.5}}, Case{50, {5, 60, 300}, {0, 0.1, 0.5}}, Case{2, {5}, {0}},
-          Case{3, {0, 0, 0}, {0, 0, 0}}, Case{2, {60, 60, 60}, {1, 1, 1}},
-          Case{2, {-9, 0, 2000000000}, {-1, 0, 9e9}},
-          Case{2, std::vector<int>(50, 9), std::vector<double>(50, 1)}, Case{2, {}, {}}}) {
-        Views views(each.boats);
-        for (int boat = 1; boat <= each.boats; ++boat) views.race.Pass(boat, each.times, each.miles);
-        for (OptionButton* option : {&views.Form().Option4, &views.Form().Option5, &views.Form().Option12,
-                                     &views.Form().Option1}) {
-            option->SetValue(true);
-            EXPECT_EQ(views.race.app->display.ViewMode, ViewKind::Data);
-        }
-    }
-}
-
-TEST(LegPage, AHighPageIsDraggedByMouseAndStaysOverItsPlace) {
-    Views views(50);
-    for (int boat = 1; boat <= 50; ++boat) views.race.Pass(boat, {boat, 100 + boat}, {0.1, 0.5});
-    ClickOn(views.Form().Option11);
-    Surface& page = views.Form().PicTime;
-    EXPECT_EQ(page.Height(), 50 * 18 + 85 + views.Form().MapSide() / 2);
-    const double lowest = views.Form().MapSide() - page.Height() + 5;
-    const auto drag = [&](int from, int to) {
-        QTest::mousePress(Face(page), Qt::LeftButton, {}, {50, from});
-        QTest::mouseMove(Face(page), {50, to});
-        QTest::mouseRelease(Face(page), Qt::LeftButton, {}, {50, to});
-    };
-    drag(300, 250);
-    EXPECT_EQ(page.Top(), 5 - 50);
-    QTest::mouseMove(Face(page), {50, 500});  // no button, no drag
-    EXPECT_EQ(page.Top(), 5 - 50);
-    drag(100, 400);
-    EXPECT_EQ(page.Top(), 5);
-    drag(700, 20);
-    drag(700, 20);
-    drag(1300, 20);
-    EXPECT_EQ(page.Top(), lowest);
-}
-
-TEST(ViewSwitch, ViewsTakeEachOthersPlaceAndTheFilmObeysStop) {
-    Views views = FiveEntries();
-    RaceDisp& form = views.Form();
-    form.Timer1.SetEnabled(true);
-    form.Check2.SetEnabled(true);
-    form.Check2.SetValue(true);
-    ClickOn(form.Option10);
-    EXPECT_EQ(views.race.app->display.ViewMode, ViewKind::Graph);
-    EXPECT_TRUE(form.GPIC.Visible() && !form.Picture1.Visible() && !form.PicTime.Visible());
-    EXPECT_TRUE(form.Timer1.Enabled());
-    EXPECT_FALSE(form.Check2.Value() || form.Check2.Enabled());
-    ClickOn(form.Option11);
-    EXPECT_TRUE(form.PicTime.Visible() && !form.Picture1.Visible() && !form.GPIC.Visible());
-    EXPECT_FALSE(form.Timer1.Enabled());
-    ClickOn(form.Command11);  // back to the graphs, from where the page was opened
-    EXPECT_TRUE(form.Option10.Value() && form.GPIC.Visible() && !form.PicTime.Visible());
-    EXPECT_TRUE(form.Timer1.Enabled());
-
-    form.Option7.SetValue(true);
-    form.Timer1.SetEnabled(false);
-    ClickOn(form.Option9);
-    EXPECT_TRUE(form.Picture1.Visible() && !form.GPIC.Visible());
-    EXPECT_TRUE(form.Check2.Enabled());
-    EXPECT_FALSE(form.Timer1.Enabled());
-    ClickOn(form.Option11);
-    ClickOn(form.Command11);
-    EXPECT_TRUE(form.Option9.Value() && form.Picture1.Visible());
-    EXPECT_FALSE(form.Timer1.Enabled());
-    ClickOn(form.Option11);
-    ClickOn(form.Option4);  // after a change of table the page is left to the graphs
-    ClickOn(form.Command11);
-    EXPECT_TRUE(form.Option10.Value());
+    form.Option6.SetValue(true);
+    EXPECT_TRUE(shows(form.PicTime, {}) && !form.Timer1.Enabled());
+    EXPECT_TRUE(shows(form.Picture1, {&form.Command11}));  // back to where the page was opened from
+    EXPECT_TRUE(shows(form.GPIC, {&form.Option10, &form.Option11, &form.Command11}));
+    EXPECT_TRUE(form.Timer1.Enabled() && !form.Check2.Enabled());  // there is nothing to measure
+    EXPECT_TRUE(shows(form.Picture1, {&form.Option7, &form.Option9}));
+    // After a change of table the page is left to the graphs.
+    EXPECT_TRUE(shows(form.GPIC, {&form.Option11, &form.Option4, &form.Command11}) &&
+                !form.Timer1.Enabled());
 }
 
 }  // namespace

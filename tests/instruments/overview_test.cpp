@@ -2,154 +2,91 @@
 
 #include <gtest/gtest.h>
 
-#include <cmath>
-
-#include "support/instrument_race.h"
+#include "session/boat_colours.h"
+#include "support/test_desk.h"
 
 namespace keelview {
 namespace {
 
-struct OverviewTest : testing::Test, InstrumentRace {
-    Overview& overview = instruments.overview;
-    Surface& picture = Form().Picture6;
-    const double side = picture.Image().Height();
-
-    void TurnMap(double up) {
-        app->view.ScreenUpDirection = up;
-        RefreshScales(app->area, app->scale, app->view);
-        overview.DrawOverviewMap();
-    }
-    /// A press so many pixels to the right of the middle and above it.
-    void ClickFromMiddle(double right, double up, Qt::MouseButton button) {
-        const ScreenPoint middle = overview.ToOverview(2100, 8400);
-        driver::ClickAt(
-            picture,
-            {static_cast<int>(std::lround(middle.X + right)), static_cast<int>(std::lround(middle.Y - up))},
-            button);
+struct OverviewTest : testing::Test, TestDesk {
+    QPointF Marker() const { return {Form().BoatS[0].Left() + 2, Form().BoatS[0].Top() + 2}; }
+    void PressFromMiddle(QPoint off, Qt::MouseButton button) const {
+        const int middle = Form().Picture6.Image().Height() / 2;
+        driver::ClickAt(Form().Picture6, QPoint(middle, middle) + off, button);
     }
 };
 
-TEST_F(OverviewTest, AreaSpanTakesThreeQuartersAndTheMapsTopIsUp) {
-    struct {
-        double up, north, east;  // minutes from the middle, east ones as long as north ones
-        double right, above;     // shares of the side
-    } const cases[] = {{0, 1, 0, 0, 0.375},   {0, 0, 1, 0.375, 0},    {90, 0, 1, 0, 0.375},
-                       {90, 1, 0, -0.375, 0}, {180, 1, 0, 0, -0.375}, {270, 0, -1, 0, 0.375}};
-    for (const auto& c : cases) {
-        TurnMap(c.up);
-        const double lat = 2100 + c.north;
-        const double lon = 8400 + c.east / app->scale.LonScale;
-        const ScreenPoint at = overview.ToOverview(lat, lon);
-        // The overview's scale is a little wider than it is high.
-        const double wide = 15 / 14.813664;
-        EXPECT_NEAR(at.X, side * (0.5 + c.right) * wide, 0.01) << c.up;
-        EXPECT_NEAR(at.Y, side * (0.5 - c.above), 0.01) << c.up;
-        const MapPosition back = overview.FromOverview(at.X / side * 14.813664, at.Y / side * 15);
-        EXPECT_NEAR(back.Lat, lat, 1e-9);
-        EXPECT_NEAR(back.Lon, lon, 1e-9);
+TEST_F(OverviewTest, MarkersFollowTheFilmAndThePointerOnTheTimeBarInEveryTurnOfTheMap) {
+    tree.Boat("short.trk", Lat, Lon + 0.2, 0, 0, 0, 250);
+    WriteRace(1, "WD, 90\r\nBN, short.trk, Short\r\n");
+    Open();
+    const int y = static_cast<int>(desk->timeBar.Axis().Y(400));
+    const Picture& drawn = Form().Picture6.Image();
+    // Pixels for a hundred seconds: the area's span takes three quarters of the side.
+    const double step = SixKnots * 100 / app.area.AreaSpan * 0.75 * drawn.Height();
+    for (const auto& [top, north] :
+         {std::pair{&Form().Option2, QPointF(0, -step)}, {&Form().Option3, {-step, 0}}}) {
+        driver::Click(*top);
+        Seek(100);
+        const QPointF first = Marker();
+        const auto expectSteps = [&](double steps) {
+            EXPECT_LT((Marker() - first - steps * north).manhattanLength(), 1.5);
+            EXPECT_EQ(Form().Picture6.Image().PixelAt(qRound(Marker().x()), qRound(Marker().y())),
+                      BoatColour(1));
+        };
+        Seek(300);
+        expectSteps(2);
+        EXPECT_FALSE(Form().BoatS[1].Visible());  // its track has ended
+        for (const int x : {10, 11}) driver::MoveTo(Form().PicTimeBar, {x, y});
+        Seek(200);  // the film leaves the markers to the bar
+        expectSteps(3);
+        driver::MoveTo(Form().Picture8, {250, 20});
+        expectSteps(1);
+        EXPECT_TRUE(Form().BoatS[1].Visible());
     }
 }
 
-TEST_F(OverviewTest, ShowsTracksMarkersAndTheCoastThatReachesIn) {
-    SailNorth(1, 0, 999, 2099.5, 8400, 0);
-    app->coast.CoastLat = {0, -2100.5, 2100.5, -2101.2, 2101.2, -2101, 2101};
-    app->coast.CoastLon = {0, 8399.5, 8399.7, 8398.3, 8401.7, 8405, 8399};
-    app->coast.CoastCount = 6;
-    app->display.InkColour = Black;
-    Form().Timer1.SetEnabled(false);
-    overview.DrawOverviewMap();
-    EXPECT_TRUE(Form().Timer1.Enabled());
-    const Picture drawn = picture.Image();
-    const auto pixelsAt = [&](double lat, double lon, auto like) {
-        const ScreenPoint at = overview.ToOverview(lat, lon);
-        const int x = static_cast<int>(at.X);
-        const int y = static_cast<int>(at.Y);
-        return CountPixels(drawn, x - 1, y - 1, x + 1, y + 1, like);
-    };
-    const auto red = [](int r, int g, int b) { return r > g + 80 && r > b + 80; };
-    const auto ink = [](int r, int g, int b) { return r + g + b < 390; };
-    EXPECT_GT(pixelsAt(2100, 8400, red), 0);      // the track of boat 1
-    EXPECT_GT(pixelsAt(2100.5, 8399.6, ink), 0);  // coast inside
-    EXPECT_EQ(pixelsAt(2101.2, 8400, ink), 0);    // both ends outside
-    EXPECT_GT(pixelsAt(2101, 8401, ink), 0);      // one end inside
-
-    app->fleet.BoatLatNow[1] = 2100.2;
-    app->fleet.BoatLonNow[1] = 8400.1;
-    overview.PlaceMarker(1);
-    EXPECT_TRUE(Form().BoatS[0].Visible());
-    EXPECT_NEAR(Form().BoatS[0].Left() + 2, overview.ToOverview(2100.2, 8400.1).X, 0.01);
+TEST_F(OverviewTest, ALeftPressMovesTheMapUnlessItFollowsTheBoatsOrIsShownAsAWhole) {
+    WriteRace(2, "WD, 300\r\n");
+    Open();
+    driver::Click(Form().Option3);
+    const auto offMiddle = [&] { return PixelOf(app.now.Boats[1].At()) - PixelOf(app.view.Centre()); };
+    driver::Click(Form().Check5);
+    const QPoint followed = offMiddle();
+    PressFromMiddle({60, 20}, Qt::LeftButton);
+    EXPECT_EQ(offMiddle(), followed);
+    driver::Click(Form().Check5);
+    ClickMap({300, 300});
+    driver::ClickAt(Form().Picture6, Marker().toPoint());
+    EXPECT_LT(offMiddle().manhattanLength(), 20);  // a pixel of the overview is ten of the map
+    EXPECT_NEAR(Form().Boat[0].Left() + 7.5, PixelOf(app.now.Boats[1].At()).x(), 1);
+    for (int click = 0; click < 3; ++click) ClickMap({300, 300}, Qt::RightButton);
+    PressFromMiddle({60, 20}, Qt::LeftButton);
+    EXPECT_EQ(app.view.ViewCentreLat, app.area.HomeCentreLat);
 }
 
-TEST_F(OverviewTest, ALeftPressMovesTheMapUnlessItFollowsTheBoats) {
-    TurnMap(90);
-    struct {
-        bool trace;
-        double zoom;
-        bool moves;
-    } const cases[] = {{true, 2, false}, {false, 0.6, false}, {false, 0.7, true}};
+TEST_F(OverviewTest, ARightPressTurnsTheWindOfAWindwardUpMapInEditModeAndSavesIt) {
+    WriteRace(2, "WD, 300\r\n");
+    const std::string before = File();
+    const struct {
+        bool northUp, edit;
+        QPoint off;
+        int turned;
+    } cases[] = {{true, true, {40, 0}, 300},
+                 {false, false, {40, 0}, 300},
+                 {false, true, {40, 0}, 30},
+                 {false, true, {40, 40}, 75},
+                 {false, true, {-40, -40}, 255}};
     for (const auto& c : cases) {
-        Form().Check5.SetValue(c.trace);
-        app->view.ViewCentreLat = 2100;
-        app->view.ZoomFactor = c.zoom;
-        app->view.ManualZoom = 1.4;
-        ClickFromMiddle(40, 0, Qt::LeftButton);  // to the right lies south with east at the top
-        if (!c.moves) {
-            EXPECT_EQ(app->view.ViewCentreLat, 2100) << c.zoom;
-            continue;
-        }
-        EXPECT_NEAR(app->view.ViewCentreLat, 2100 - 40 * 2 / (side * 0.75), 0.02);
-        EXPECT_NEAR(app->view.ViewCentreLon, 8400, 0.02);
-        EXPECT_EQ(app->view.ZoomFactor, 1.4);
+        tree.Write("raceadmin/R1.txt", before);
+        Open(c.edit);
+        driver::Click(c.northUp ? Form().Option2 : Form().Option3);
+        PressFromMiddle(c.off, Qt::RightButton);
+        EXPECT_NEAR(app.race.WindDirection, c.turned, 1.5);
+        EXPECT_EQ(app.now.WindNow.DirectionTrue, app.race.WindDirection);
+        EXPECT_EQ(app.view.ScreenUpDirection, ScreenUp(app.race));
+        EXPECT_TRUE(FileHolds("WD, " + Form().Text3.Text()));
     }
-}
-
-TEST_F(OverviewTest, ARightPressTurnsTheWindOfAWindwardUpMapInEditMode) {
-    struct {
-        bool northUp, editMode;
-        double up, right, above, turned;
-    } const cases[] = {{true, true, 10, 40, 0, 10},
-                       {false, false, 10, 40, 0, 10},
-                       {false, true, 10, 40, 0, 100},
-                       {false, true, 300, 40, -40, 75},
-                       {false, true, 300, -40, 40, 255}};
-    bool told = false;
-    Form().Text3.OnChange = [&] { told = app->display.WindTextArmed; };
-    for (const auto& c : cases) {
-        app->race.NorthUp = c.northUp;
-        app->settings.EditMode = c.editMode;
-        app->display.WindTextArmed = false;
-        app->race.WindDirection = c.up;
-        Form().Text3.SetText("-");
-        told = false;
-        TurnMap(c.up);
-        ClickFromMiddle(c.right, c.above, Qt::RightButton);
-        EXPECT_NEAR(app->view.ScreenUpDirection, c.turned, 1.5);
-        EXPECT_EQ(app->race.WindDirection, app->view.ScreenUpDirection);
-        EXPECT_EQ(told, c.turned != c.up);
-        const std::string turned = std::to_string(static_cast<int>(app->windNow.WindNow));
-        EXPECT_EQ(Form().Text3.Text(), told ? turned : "-");
-    }
-}
-
-TEST_F(OverviewTest, ThePointerShowsTheHintRestartsTheFilmAndLowersTheList) {
-    Form().RaiseBoatList();
-    const TextBox& hint = Form().Text7;
-    Form().Timer1.SetEnabled(false);
-    driver::MoveTo(picture, {70, 70});
-    EXPECT_TRUE(hint.Visible());
-    EXPECT_EQ(hint.Text(),
-              "L-btn => Move center of map\nR-btn => change Wind Dir\n（Select Windward btn）");
-    EXPECT_TRUE(Form().Timer1.Enabled());
-    app->settings.EditMode = false;
-    driver::MoveTo(picture, {71, 70});
-    EXPECT_EQ(hint.Text(), "L-btn => Move center of map");
-    Form().Option7.SetValue(true);
-    Form().Timer1.SetEnabled(false);
-    app->display.HintsOn = false;
-    driver::MoveTo(picture, {72, 70});
-    EXPECT_FALSE(hint.Visible());
-    EXPECT_FALSE(Form().Timer1.Enabled());
-    EXPECT_FALSE(Form().PanelRaised());
 }
 
 }  // namespace

@@ -2,201 +2,97 @@
 
 #include <gtest/gtest.h>
 
-#include <cmath>
 #include <random>
 
-#include "support/instrument_race.h"
+#include "support/test_desk.h"
 
 namespace keelview {
 namespace {
 
-constexpr Colour Grey = Rgb(192, 192, 192);
-constexpr Colour Ground = Rgb(128, 128, 128);
-
-struct TimeBarTest : testing::Test, InstrumentRace {
-    Surface& bar = Form().PicTimeBar;
-    Clock& clock = app->clock;
-
-    void Draw() {
-        chart.DrawAll();
-        instruments.overview.DrawOverviewMap();
-        instruments.timeBar.DrawTimeBar();
+struct TimeBarTest : testing::Test, TestDesk {
+    Surface& Bar() const { return Form().PicTimeBar; }
+    int Y(double time) const { return static_cast<int>(std::lround(desk->timeBar.Axis().Y(time))); }
+    bool Marked(double time) const { return Bar().Image().PixelAt(3, Y(time)) == Yellow; }
+    void DragWithShift(int from, int to, Qt::MouseButton button = Qt::LeftButton) const {
+        driver::Press(driver::Face(Bar()), {10, from}, button, Qt::ShiftModifier);
+        driver::KeyDown(Map(), Qt::Key_Shift);
+        driver::MoveTo(Bar(), {10, to});
+        driver::Release(driver::Face(Bar()), {10, to}, button, Qt::ShiftModifier);
+        driver::KeyUp(Map(), Qt::Key_Shift);
     }
-    Colour ZoneAt(double time) { return bar.Image().PixelAt(14, BarY(time) - 3); }
+    void ExpectNear(double value, double time) const {
+        EXPECT_NEAR(value, time, 1 / desk->timeBar.Axis().Scale());
+    }
+    void ExpectRange(double from, double to) const {
+        ExpectNear(app.clock.ReplayRangeStart, from);
+        ExpectNear(app.clock.ReplayRangeEnd, to);
+    }
 };
 
-TEST_F(TimeBarTest, ZonesFollowTheCourseOfBoat1AgainstTheWind) {
-    app->race.WindDirection = 350;
-    const std::vector<double> courses{10, 261, 260, 80, 79, 170};  // of 100 seconds each
-    for (std::size_t i = 0; i < courses.size(); ++i)
-        SailNorth(1, static_cast<int>(i) * 100, static_cast<int>(i) * 100 + 99, 2100, 8400, courses[i]);
-    Draw();
-    const std::vector<Colour> zones{White, White, Grey,
-                                    Grey,  White, Grey};  // exactly 90 degrees is downwind
-    for (std::size_t i = 0; i < zones.size(); ++i)
-        EXPECT_EQ(ZoneAt(static_cast<double>(i) * 100 + 40), zones[i]) << courses[i];
-    EXPECT_EQ(ZoneAt(-50), Ground);
-    EXPECT_EQ(bar.Image().PixelAt(2, BarY(0)), Rgb(0, 255, 0));
-    EXPECT_EQ(bar.Image().PixelAt(2, 30), Rgb(0, 255, 0));
-}
-
-// Boxes from each point up to y 50, painted one over the other, are what a zone is; times may be in any
-// order.
-TEST_F(TimeBarTest, ZonesLookLikeBoxesPaintedInTheOrderOfThePoints) {
+// Boxes from each fix up to y 50, painted one over the other, are what a zone is.
+TEST_F(TimeBarTest, ZonesLookLikeBoxesPaintedInTheOrderOfTheFixes) {
+    WriteRace(1, "WD, 350\r\n");
+    Open();
     std::mt19937 random(7);
-    std::uniform_int_distribution<int> step(-3, 9);
-    std::uniform_real_distribution<double> course(0, 360);
-    for (int t = -200; t < 700; t += step(random)) SailNorth(1, t, t, 2100, 8400, course(random));
-    Draw();
-    const Picture drawn = bar.Image();
-    bar.Cls();
-    for (std::size_t i = 2; i < app->tracks.TrackTime[1].size(); ++i) {
-        const double y = (600 - app->tracks.TrackTime[1][i]) * app->display.GraphTimeScale + 30;
-        const double angle = app->tracks.TrackCourse[1][i];
-        bar.FilledBox(8, std::floor(y + 0.5), 20, 50, angle < 90 || angle > 270 ? White : Grey);
+    for (double& course : app.tracks.Boats[1].TrackCourse) course = static_cast<double>(random() % 360);
+    desk->session.TheStage().Repaint(Changed::Wind);
+    driver::Settle();
+    const Picture drawn = Bar().Image();
+    const Track& track = app.tracks.Boats[1];
+    for (int fix = 2; fix <= track.Count(); ++fix) {
+        const bool upwind = track.TrackCourse[fix] < 80 || track.TrackCourse[fix] > 260;
+        Bar().FilledBox(8, Y(track.TrackTime[fix]), 20, 50, upwind ? White : Rgb(192, 192, 192));
     }
-    const Picture painted = bar.Image();
-    const int start = BarY(0);
-    int same = 0;
-    for (int y = 31; y < painted.Height(); ++y)
-        if (std::abs(y - start) > 1) same += drawn.PixelAt(14, y) == painted.PixelAt(14, y) ? 1 : -10000;
-    EXPECT_GT(same, painted.Height() - 40);
+    for (int y = 31; y < drawn.Height(); ++y)
+        EXPECT_TRUE(std::abs(y - Y(0)) < 2 || drawn.PixelAt(14, y) == Bar().Image().PixelAt(14, y)) << y;
 }
 
-TEST_F(TimeBarTest, AClickJumpsTheReplayAndTheFrameKeepsItInTheRange) {
-    SailNorth(1, -200, 600, 2100, 8400, 0);
-    app->race.CourseCount = 2;
-    app->passes.FirstPassTime[2] = 500;
-    Draw();
-    app->fleet.FinishedCount = 1;
-    driver::ClickAt(bar, {10, BarY(550)});
-    EXPECT_NEAR(clock.ReplayTime, 550, SecondsPerPixel());
-    EXPECT_EQ(app->fleet.FinishedCount, 1);
-    EXPECT_NEAR(app->fleet.BoatLatNow[1], 2100.75, 0.01);
-    EXPECT_NEAR(Form().Line5.Y1(), BarY(550), 1);
-    driver::ClickAt(bar, {10, BarY(300)});
-    EXPECT_NEAR(clock.ReplayTime, 300, SecondsPerPixel());
-    EXPECT_EQ(app->fleet.FinishedCount, 0);
-    for (const int outside : {3, bar.Image().Height() - 2}) {  // after the finish, before the range
-        driver::ClickAt(bar, {10, outside});
-        EXPECT_GE(clock.ReplayTime, -210);
-        EXPECT_LE(clock.ReplayTime, 600);
+TEST_F(TimeBarTest, AClickJumpsTheFilmAndEverythingShowsThatSecond) {
+    Open();
+    for (const int time : {550, -100, 300}) {
+        driver::ClickAt(Bar(), {10, Y(time)});
+        ExpectNear(app.now.Time, time);
+        EXPECT_NEAR(app.now.Boats[1].At().Lat, Lat + SixKnots * app.now.Time, 1e-6);
+        EXPECT_EQ(Form().Line5.Y1(), desk->timeBar.Axis().Y(app.now.Time));
+        EXPECT_TRUE(TheFilm().Stopped());
     }
 }
 
-TEST_F(TimeBarTest, AShiftDragLimitsTheReplayInEitherDirection) {
-    SailNorth(1, -200, 600, 2100, 8400, 0);
+TEST_F(TimeBarTest, AShiftDragLimitsTheFilmInEitherDirectionUntilAnotherButtonLiftsIt) {
+    Open();
     for (const auto& [from, to] : {std::pair{100, 400}, {400, 100}}) {
-        clock.ReplayRangeStart = -210;
-        clock.ReplayRangeEnd = 600;
-        app->display.ShowTracks = false;
-        Draw();
-        driver::Press(driver::Face(bar), {10, BarY(from)}, Qt::LeftButton, Qt::ShiftModifier);
-        app->display.HeldKey = ShiftKey;
-        driver::MoveTo(bar, {10, BarY(to)});
-        EXPECT_EQ(bar.Image().PixelAt(3, BarY(250)), Yellow);
-        EXPECT_EQ(bar.Image().PixelAt(3, BarY(50)), Ground);
-        driver::Release(driver::Face(bar), {10, BarY(to)}, Qt::LeftButton, Qt::ShiftModifier);
-        EXPECT_NEAR(clock.ReplayRangeStart, 100, SecondsPerPixel());
-        EXPECT_NEAR(clock.ReplayRangeEnd, 400, SecondsPerPixel());
-        EXPECT_EQ(clock.ReplayTime, clock.ReplayRangeStart);
-        EXPECT_TRUE(app->display.ShowTracks);
-        clock.ReplayTime = 450;
-        frame.DrawFrame();
-        EXPECT_EQ(clock.ReplayTime, clock.ReplayRangeStart);
+        driver::Click(Form().Check6);  // no tracks; a new range shows them again
+        DragWithShift(Y(from), Y(to));
+        ExpectRange(100, 400);
+        EXPECT_TRUE(Marked(250) && !Marked(50) && app.shown.ShowTracks);
+        EXPECT_EQ(app.now.Time, app.clock.ReplayRangeStart);
+        Seek(77);
+        DragWithShift(300, 300);  // no drag
+        ExpectRange(100, 400);
+        DragWithShift(200, 200, Qt::RightButton);
+        ExpectRange(-240, 840);
+        EXPECT_FALSE(Marked(250));
     }
-    driver::Press(driver::Face(bar), {10, 200}, Qt::RightButton, Qt::ShiftModifier);
-    EXPECT_EQ(bar.Image().PixelAt(3, BarY(250)), Ground);
-    driver::Release(driver::Face(bar), {10, 200}, Qt::RightButton, Qt::ShiftModifier);
-    EXPECT_EQ(clock.ReplayRangeStart, -240);
-    EXPECT_EQ(clock.ReplayRangeEnd, 840);
+    driver::Press(driver::Face(Bar()), {10, 300}, Qt::LeftButton, Qt::ShiftModifier);
+    driver::Release(driver::Face(Bar()), {10, 200});  // Shift went up before the button
+    ExpectRange(-240, 840);
+    app.race.RaceDuration = -1000;  // a race without a span
+    DragWithShift(100, 300);
+    ExpectRange(-240, 840);
 }
 
-TEST_F(TimeBarTest, AShiftPressWithoutADragLeavesClockAndRangeAlone) {
-    SailNorth(1, -200, 600, 2100, 8400, 0);
-    Draw();
-    clock.ReplayTime = 77;
-    const auto unchanged = [&] {
-        EXPECT_EQ(clock.ReplayTime, 77);
-        EXPECT_EQ(clock.ReplayRangeStart, -210);
-        EXPECT_EQ(clock.ReplayRangeEnd, 600);
-    };
-    driver::Press(driver::Face(bar), {10, 300}, Qt::LeftButton, Qt::ShiftModifier);
-    driver::Release(driver::Face(bar), {10, 300}, Qt::LeftButton, Qt::ShiftModifier);
-    unchanged();
-    driver::Press(driver::Face(bar), {10, 300}, Qt::LeftButton,
-                  Qt::ShiftModifier);  // Shift goes up before the button does
-    driver::Release(driver::Face(bar), {10, 200});
-    unchanged();
-    app->display.HeldKey = ShiftKey;
-    driver::MoveTo(bar, {10, 100});
-    EXPECT_EQ(bar.Image().PixelAt(3, 150), Ground);
-}
-
-TEST_F(TimeBarTest, TheOverviewShowsTheMomentUnderThePointer) {
-    SailNorth(1, 0, 600, 2100, 8400, 0);
-    SailNorth(2, 0, 200, 2100, 8400, 0);
-    Draw();
-    Form().RaiseBoatList();
-    driver::MoveTo(bar, {10, BarY(400)});
-    EXPECT_FALSE(Form().PanelRaised());
-    EXPECT_FALSE(app->display.PointerOnTimeBar);  // the first move has only lowered the list
-    driver::MoveTo(bar, {11, BarY(400)});
-    EXPECT_TRUE(app->display.PointerOnTimeBar);
-    EXPECT_FALSE(Form().BoatS[1].Visible());
-    ASSERT_TRUE(Form().BoatS[0].Visible());
-    const ScreenPoint at = instruments.overview.ToOverview(2100.4, 8400);
-    EXPECT_NEAR(Form().BoatS[0].Top(), at.Y - 2, 0.2);
-    clock.ReplayTime = 100;
-    frame.DrawFrame();  // leaves the markers to the bar
-    EXPECT_NEAR(Form().BoatS[0].Top(), at.Y - 2, 0.2);
-    app->display.PointerOnTimeBar = false;
-    app->fleet.BoatInView = true;
-    frame.DrawFrame();
-    EXPECT_NEAR(Form().BoatS[0].Top(), instruments.overview.ToOverview(2100.1, 8400).Y - 2, 0.2);
-}
-
-TEST_F(TimeBarTest, TheHintTellsTheTimeAndTheWaysOfTheBar) {
-    SailNorth(1, 0, 600, 2100, 8400, 0);
-    Draw();
-    driver::MoveTo(bar, {10, BarY(100)});
-    const int second = static_cast<int>(std::floor(600 - (BarY(100) - 30) * SecondsPerPixel() + 0.5));
-    const std::string time =
-        "2004/08/05 12:31:" + std::to_string(second - 60) + "   (" + std::to_string(second) + " Sec)";
+TEST_F(TimeBarTest, ThePointerTellsTheTimeAndBesideTheGraphsTheWind) {
+    WriteRace(2, "WF, w.csv\r\n");
+    tree.Wind("w.csv", {{0, 12.25, 350}, {400, 12.25, 10}});
+    Open();
     const TextBox& hint = Form().Text7;
-    EXPECT_TRUE(hint.Visible());
-    EXPECT_EQ(hint.Text().substr(0, time.size()), time);
-    EXPECT_NE(hint.Text().find("\n\nShift+ Drag & drop to focus play back period."), std::string::npos);
-    EXPECT_EQ(hint.Left(), bar.Left() - 265);
-    driver::MoveTo(bar, {10, bar.Image().Height() - 2});
-    EXPECT_EQ(hint.Top(), Form().MapSide() - 91);
-    app->display.HintsOn = false;
-    driver::MoveTo(bar, {10, BarY(100)});
-    EXPECT_EQ(hint.Text(), time);
-    EXPECT_EQ(hint.Width(), 200);
-}
-
-TEST_F(TimeBarTest, BesideTheGraphsTheHintTellsTheWind) {
-    Wind({0, 400}, {350, 10}, 12.25);
-    Draw();
-    app->display.ViewMode = ViewKind::Graph;
-    driver::MoveTo(bar, {10, BarY(305)});
-    const std::string wind = "12:35:0" + std::to_string(SecondAt(BarY(305)) - 300) + "   365 /  12.3";
-    EXPECT_EQ(Form().Text7.Text(), wind);
-    EXPECT_EQ(Form().Line1.Y1(), BarY(305));
-    driver::MoveTo(bar, {10, BarY(500)});  // no wind there: the cursor goes on alone
-    EXPECT_EQ(Form().Line1.Y1(), BarY(500));
-    EXPECT_EQ(Form().Text7.Text(), wind);
-}
-
-TEST_F(TimeBarTest, ARaceWithoutASpanTakesNoMouse) {
-    app->race.ReplaySpan = 0;
-    Draw();
-    driver::Press(driver::Face(bar), {10, 100}, Qt::RightButton, Qt::ShiftModifier);
-    driver::MoveTo(bar, {10, 120});
-    driver::Release(driver::Face(bar), {10, 140}, Qt::RightButton, Qt::ShiftModifier);
-    EXPECT_EQ(clock.ReplayRangeEnd, 600);
-    EXPECT_FALSE(app->display.PointerOnTimeBar);
+    driver::MoveTo(Bar(), {10, static_cast<int>(Bar().Height()) - 2});
+    EXPECT_NE(hint.Text().find(" Sec)\nClick to change the time."), std::string::npos);
+    EXPECT_EQ(hint.Top() + hint.Height(), Form().MapSide() - 10);  // it stays on the form
+    driver::Click(Form().Option10);
+    driver::MoveTo(Bar(), {10, Y(300)});
+    EXPECT_TRUE(hint.Text().ends_with("   365 /  12.3")) << hint.Text();
+    EXPECT_EQ(Form().Line1.Y1(), Y(300));
 }
 
 }  // namespace

@@ -75,23 +75,22 @@ TEST(LoadCoastlines, ReadsTheSquaresNearTheRace) {
                    "M 5339\r\n" + PolylineHead(2) + Pairs({"0", "1"}, "0") +    // no square
                    "M 533904\r\n" + PolylineHead(4) + "    1    x    2    2\r\n\r\nshort\r\n");
     const Coast coast = LoadCoastlines(tree.Root(), {"5239", "5339"}, area);
-    ASSERT_EQ(coast.CoastCount, 11);
-    ASSERT_EQ(coast.CoastLat.size(), 12U);
-    for (int point = 1; point <= 11; ++point)
-        EXPECT_EQ(coast.CoastLat[point] < 0, point == 1 || point == 10) << point;
+    EXPECT_EQ(CoastPoints(coast), 11);
+    ASSERT_EQ(coast.size(), 2U);
+    ASSERT_EQ(coast[0].size(), 9U);
     // 5339, row 0, column 4: 35 20 N, 139 30 E; x runs east along 7.5 minutes, y north along 5.
     const Position corner = TokyoToWgs84(2120, 8370);
-    EXPECT_NEAR(-coast.CoastLat[1], corner.Lat, 1e-9);
-    EXPECT_NEAR(coast.CoastLon[1], corner.Lon, 1e-9);
-    EXPECT_NEAR(coast.CoastLat[9], TokyoToWgs84(2122.5, 8376).Lat, 1e-9);
-    EXPECT_NEAR(coast.CoastLon[9], TokyoToWgs84(2122.5, 8376).Lon, 1e-9);
+    EXPECT_NEAR(coast[0].front().Lat, corner.Lat, 1e-9);
+    EXPECT_NEAR(coast[0].front().Lon, corner.Lon, 1e-9);
+    EXPECT_NEAR(coast[0].back().Lat, TokyoToWgs84(2122.5, 8376).Lat, 1e-9);
+    EXPECT_NEAR(coast[0].back().Lon, TokyoToWgs84(2122.5, 8376).Lon, 1e-9);
 }
 
 TEST(LoadCoastlines, FieldsOfAPointAreDigits) {
     TempTree tree;
     tree.Write("coastline/5339.cst", "M 533904\n" + PolylineHead(3) + "1e3081e3081e3081e308-0001-0001\n");
     const Coast coast = LoadCoastlines(tree.Root(), {"5339"}, {2120, 8370, 4, 0.8});
-    EXPECT_EQ(coast.CoastCount, 0);
+    EXPECT_TRUE(coast.empty());
 }
 
 }  // namespace

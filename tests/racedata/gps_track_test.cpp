@@ -2,11 +2,9 @@
 
 #include <gtest/gtest.h>
 
-#include <memory>
 #include <string>
 #include <vector>
 
-#include "analysis/track_derivation.h"
 #include "racedata/gps_track_lines.h"
 #include "support/temp_tree.h"
 
@@ -75,7 +73,7 @@ TEST(TrackLines, LinesThatAreNoFixSayNothing) {
 /// A race of one boat whose track is given as lines of date and time in UTC.
 struct GpsTrackTest : testing::Test {
     TempTree tree;
-    std::unique_ptr<RaceControl> race = std::make_unique<RaceControl>();
+    RaceControl race;
     Tracks tracks;
     TrackArea area;
     EarthScale scale;
@@ -88,15 +86,17 @@ struct GpsTrackTest : testing::Test {
     void Boat(const std::string& file, const std::string& text, std::size_t size = 600) {
         const std::string filled = text.size() < size ? text + std::string(size - text.size(), '#') : text;
         tree.Write("gpsdat/" + file, filled);
-        race->BoatFile[++race->BoatCount] = file;
+        race.Boats.Add({file, ""});
     }
-    std::filesystem::path Load() { return LoadAllTracks(tree.Root(), *race, tracks, area, scale, {}); }
-    void Times(const char* start, const char* finish) {
-        race->StartTimeText = start;
-        race->FinishTimeText = finish;
-        race->DataFromTime = ParseDateTime(start);
-        race->DataToTime = ParseDateTime(finish);
+    std::filesystem::path Load() { return LoadAllTracks(tree.Root(), race, tracks, area, scale, {}); }
+    void Period(const char* start, const char* finish) {
+        race.Start = RaceTime(start);
+        race.Finish = RaceTime(finish);
+        race.DataFromTime = race.Start.At();
+        race.DataToTime = race.Finish.At();
     }
+    using Times = OneBased<std::int32_t>;
+    const Times& TimesOf(int boat) const { return tracks.Boats[boat].TrackTime; }
 };
 
 TEST_F(GpsTrackTest, TimesAreSecondsFromTheStartOnTheLocalClock) {
@@ -110,68 +110,63 @@ TEST_F(GpsTrackTest, TimesAreSecondsFromTheStartOnTheLocalClock) {
                           Case{-5, "15/10/03 02:00:00", "2003/10/14 21:00:30", -30},
                           Case{9, "31/12/03 15:00:00", "2004/1/1 0:00:00", 0}}) {
         SetUp();
-        race = std::make_unique<RaceControl>();
-        race->TimeDiff = c.timeDiff;
-        race->StartTimeText = c.start;
+        race = {};
+        race.TimeDiff = c.timeDiff;
+        race.Start = RaceTime(c.start);
         Boat("a.trk", Fixes({c.utc}));
         EXPECT_TRUE(Load().empty());
-        ASSERT_EQ(tracks.TrackPointCount[1], 1) << c.utc;
-        EXPECT_EQ(tracks.TrackTime[1][1], c.seconds) << c.utc;
+        EXPECT_EQ(TimesOf(1), Times{c.seconds}) << c.utc;
     }
 }
 
 TEST_F(GpsTrackTest, ThePeriodIsThatOfWholeClockMinutes) {
-    Times("2004/08/05 12:30:40", "2004/08/05 13:50:20");
-    *race->DataFromTime -= 210;  // 12:27:10
+    Period("2004/08/05 12:30:40", "2004/08/05 13:50:20");
+    *race.DataFromTime -= 210;  // 12:27:10
     Boat("a.trk",
          Fixes({"05/08/04 12:26:59", "05/08/04 12:27:01", "05/08/04 13:50:59", "05/08/04 13:51:00"}));
     Load();
-    ASSERT_EQ(tracks.TrackPointCount[1], 2);
-    EXPECT_EQ(tracks.TrackTime[1], (std::vector<std::int32_t>{0, -219, 4819}));
+    EXPECT_EQ(TimesOf(1), (Times{-219, 4819}));
     EXPECT_EQ(tracks.LastGpsTime, ParseDateTime("2004/08/05 13:51:00"));  // parsed, though not kept
 }
 
 TEST_F(GpsTrackTest, OfTwoFixesAtOneTimeTheFirstCounts) {
-    Times("2004/08/05 12:30:00", "2004/08/05 13:50:00");
+    Period("2004/08/05 12:30:00", "2004/08/05 13:50:00");
     Boat("a.trk", "T N3500.0 E13929.0 05/08/04 12:30:01 1\nT N3600.0 E13929.0 05/08/04 12:30:01 1\n" +
                       Fixes({"05/08/04 12:30:02", "05/08/04 12:30:01"}));
     Load();
-    EXPECT_EQ(tracks.TrackTime[1], (std::vector<std::int32_t>{0, 1, 2, 1}));
-    EXPECT_EQ(tracks.TrackLat[1][1], 2100);
+    EXPECT_EQ(TimesOf(1), (Times{1, 2, 1}));
+    EXPECT_EQ(tracks.Boats[1].TrackLat[1], 2100);
 }
 
 TEST_F(GpsTrackTest, ARaceWithoutAStartHasItFourMinutesAfterTheFirstFix) {
-    race->TimeDiff = 9;
-    race->FinishTimeText = "2004/08/05 23:00:00";  // falls with the missing start
+    race.TimeDiff = 9;
+    race.Finish = RaceTime("2004/08/05 23:00:00");  // falls with the missing start
     Boat("a.trk", Fixes({"05/08/04 03:26:00", "05/08/04 04:00:00"}));
     Boat("b.trk", Fixes({"05/08/04 03:00:00", "05/08/04 03:30:01", "05/08/04 05:00:00"}));
     Load();
-    EXPECT_EQ(race->StartTimeText, "2004/08/05 12:30:00");
-    EXPECT_EQ(race->FinishTimeText, "2004/08/05 13:00:00");
-    EXPECT_EQ(race->DataFromTime, ParseDateTime("2004/08/05 12:26:00"));
-    EXPECT_EQ(tracks.TrackTime[1], (std::vector<std::int32_t>{0, -240, 1800}));
-    EXPECT_EQ(tracks.TrackTime[2], (std::vector<std::int32_t>{0, 1}));
+    EXPECT_EQ(race.Start.Typed(), "2004/08/05 12:30:00");
+    EXPECT_EQ(race.Finish.Typed(), "2004/08/05 13:00:00");
+    EXPECT_EQ(race.DataFromTime, ParseDateTime("2004/08/05 12:26:00"));
+    EXPECT_EQ(TimesOf(1), (Times{-240, 1800}));
+    EXPECT_EQ(TimesOf(2), Times{1});
 }
 
 TEST_F(GpsTrackTest, SmallFilesAndOtherExtensionsGiveNoPointsAndAMissingOneIsNamed) {
     const std::string one = Fixes({"05/08/04 12:30:01"});
-    race->StartTimeText = "2004/08/05 12:30:00";
+    race.Start = RaceTime("2004/08/05 12:30:00");
     for (const char* name : {"a.trk", "b.DTR", "c.Trk", "d.txt", "trk"}) Boat(name, one);
     Boat("small.trk", one, 500);
     Boat("large.trk", one, 501);
     EXPECT_TRUE(Load().empty());
-    const std::vector<int> points(tracks.TrackPointCount.begin() + 1, tracks.TrackPointCount.begin() + 8);
-    EXPECT_EQ(points, (std::vector<int>{1, 1, 0, 0, 1, 0, 1}));
-    DeriveTracks(*race, scale, tracks);
-    for (const auto* array : {&tracks.TrackLat, &tracks.TrackDist, &tracks.TrackSpeed})
-        for (int boat = 1; boat <= 7; ++boat)
-            EXPECT_EQ((*array)[boat].size(), static_cast<std::size_t>(points[boat - 1] + 1));
-    race->BoatFile[2] = "gone.trk";
+    std::vector<int> fixes;
+    for (const Track& track : tracks.Boats) fixes.push_back(track.Count());
+    EXPECT_EQ(fixes, (std::vector<int>{1, 1, 0, 0, 1, 0, 1}));
+    race.Boats[2].BoatFile = "gone.trk";
     EXPECT_EQ(Load(), tree.Root() / "gpsdat/gone.trk");
 }
 
 TEST_F(GpsTrackTest, TheHomeViewIsTheBoxOfAllPointsThatHaveAPosition) {
-    race->StartTimeText = "2004/08/05 12:30:00";
+    race.Start = RaceTime("2004/08/05 12:30:00");
     Boat("a.trk",
          "T N3500.0 E13900.0 05/08/04 12:30:01 1\nT N0 E13900.0 05/08/04 12:30:02 1\n"
          "T N3502.0 E13900.0 05/08/04 12:30:03 1\n");
@@ -181,7 +176,7 @@ TEST_F(GpsTrackTest, TheHomeViewIsTheBoxOfAllPointsThatHaveAPosition) {
     EXPECT_EQ(area.HomeCentreLon, 8345);
     EXPECT_NEAR(area.AreaSpan, 10 * 0.8223, 0.002);  // 10 minutes of longitude at 35 degrees north
     EXPECT_NEAR(scale.MetresPerLatMinute, 1846.3, 0.05);
-    race->BoatCount = 0;
+    race.Boats.Clear();
     Load();
     EXPECT_EQ(area.HomeCentreLat, 0);
     EXPECT_EQ(area.AreaSpan, 0.1);

@@ -12,7 +12,6 @@
 #include <atomic>
 #include <chrono>
 #include <iterator>
-#include <memory>
 #include <new>
 #include <random>
 #include <string>
@@ -38,31 +37,30 @@ std::size_t Entries(const fs::path& folder) {
 
 struct SaveFaults : testing::Test {
     TempTree tree{InMemory()};
-    std::unique_ptr<RaceControl> race = std::make_unique<RaceControl>();
+    RaceControl race;
 
     void SetUp() override {
         fs::create_directories(tree.Root() / "raceadmin");
-        race->RaceFileName = "R.txt";
+        race.RaceFileName = "R.txt";
     }
     /// The race in its version of that number; its length grows and shrinks with it.
     static void Make(RaceControl& race, int version) {
         race.RaceTitle1 = "Version " + std::to_string(version);
-        race.AttachCount = version % MaxAttachments;
-        for (int i = 1; i <= race.AttachCount; ++i) race.AttachFile[i] = std::string(60, 'a');
+        race.AttachFile.Assign(version % MaxAttachments, std::string(60, 'a'));
     }
     std::error_code Save(int version) {
-        Make(*race, version);
-        return SaveRaceFile(tree.Root(), *race);
+        Make(race, version);
+        return SaveRaceFile(tree.Root(), race);
     }
     std::string File() { return tree.Read("raceadmin/R.txt"); }
     /// The bytes of a version when it is written without a fault.
     static std::string Whole(int version) {
         const TempTree other(InMemory());
         fs::create_directories(other.Root() / "raceadmin");
-        const auto race = std::make_unique<RaceControl>();
-        race->RaceFileName = "R.txt";
-        Make(*race, version);
-        EXPECT_FALSE(SaveRaceFile(other.Root(), *race));
+        RaceControl race;
+        race.RaceFileName = "R.txt";
+        Make(race, version);
+        EXPECT_FALSE(SaveRaceFile(other.Root(), race));
         return other.Read("raceadmin/R.txt");
     }
     fs::path Folder() { return tree.Root() / "raceadmin"; }

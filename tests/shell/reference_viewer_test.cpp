@@ -5,44 +5,32 @@
 #include <QElapsedTimer>
 #include <string>
 
-#include "support/fake_platform.h"
 #include "support/qt_driver.h"
-#include "support/scripted_dialogs.h"
-#include "support/temp_tree.h"
+#include "support/test_world.h"
 #include "support/when_modal.h"
 
 namespace keelview {
 namespace {
 
-struct RefFmTest : testing::Test {
-    TempTree tree;
-    FakePlatform platform;
-    ScriptedDialogs dialogs;
-    Services services{platform, dialogs};
-    AppState app;
-
-    void SetUp() override {
-        app.settings.AppPath = tree.Root();
-        app.settings.AppTitle = "Keelview";
+struct ReferenceViewerTest : testing::Test, TestWorld {
+    ReferenceViewerTest() {
         tree.Write("attachment/notice, \"1\".pdf", "x");
-        app.race.AttachCount = 2;
-        app.race.AttachFile[1] = "  notice, \"1\".pdf ";
-        app.race.AttachFile[2] = " gone.pdf";
+        app.race.AttachFile = {"  notice, \"1\".pdf ", " gone.pdf"};
     }
 };
 
-TEST_F(RefFmTest, ADocumentIsOpenedAndTheDisplayStaysBlockedForAWhile) {
+TEST_F(ReferenceViewerTest, ADocumentIsOpenedAndTheDisplayStaysBlockedForAWhile) {
     Form display("RaceDisp", Form::Kind::Fixed, 300, 300);
     int clicks = 0;
     display.OnMouseDown = [&clicks](const MouseEvent&) { ++clicks; };
     display.ShowNow();
-    RefFm form(app, services, 0.3);
+    ReferenceViewer form(app.settings, app.race, services, 0.3);
     EXPECT_EQ(form.List1.Item(0), "notice, \"1\".pdf");
     bool hidden = false;
     WhenModal("RefFm", [&] {
         dialogs.AnswerOk();
         driver::ClickRow(form.List1, 1);
-        EXPECT_EQ(dialogs.All().back().Text, "File Not Found");
+        EXPECT_EQ(Said(), "File Not Found");
         EXPECT_TRUE(form.Visible());
         WhenModal("RefFmWait", [&] {
             hidden = !form.Visible();
@@ -63,17 +51,15 @@ TEST_F(RefFmTest, ADocumentIsOpenedAndTheDisplayStaysBlockedForAWhile) {
     EXPECT_EQ(clicks, 1);
 }
 
-TEST_F(RefFmTest, CancelAndAnEmptyPlaceOpenNothing) {
-    for (const bool english : {true, false}) {
-        app.settings.UseEnglish = english;
-        RefFm form(app, services);
-        EXPECT_EQ(form.Caption(), english ? "Refference Files" : "データ参照");
-        form.ShowNow();
-        driver::ClickAt(form.List1, {100, 90});
-        EXPECT_FALSE(form.Closed());
-        driver::Click(form.Command1);
-        EXPECT_TRUE(form.Closed());
-    }
+TEST_F(ReferenceViewerTest, CancelAndAnEmptyPlaceOpenNothing) {
+    app.settings.UseEnglish = false;
+    ReferenceViewer form(app.settings, app.race, services);
+    EXPECT_EQ(form.Caption(), "データ参照");
+    form.ShowNow();
+    driver::ClickAt(form.List1, {100, 90});
+    EXPECT_FALSE(form.Closed());
+    driver::Click(form.Command1);
+    EXPECT_TRUE(form.Closed());
     EXPECT_TRUE(platform.Documents.empty());
 }
 

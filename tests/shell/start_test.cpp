@@ -2,55 +2,36 @@
 
 #include <gtest/gtest.h>
 
-#include <string>
-#include <vector>
+#include <tuple>
 
-#include "support/fake_platform.h"
-#include "support/scripted_dialogs.h"
-#include "support/temp_tree.h"
+#include "support/test_world.h"
 
 namespace keelview {
 namespace {
 
-/// A start in a tree of its own, with a scripted person and a scripted system.
-struct StartTest : testing::Test {
-    TempTree tree;
-    FakePlatform platform;
-    ScriptedDialogs dialogs;
-    Services services{platform, dialogs};
-    AppState app;
-
-    void SetUp() override {
-        platform.Folder = tree.Root();
-        platform.Locale = LocaleEnglish;
-        tree.Write("gpsdat/keep", "");
-    }
+struct StartTest : testing::Test, TestWorld {
+    StartTest() { tree.Write("gpsdat/keep", ""); }
     StartOutcome Start() { return SettleStart(app, services); }
 };
 
 TEST_F(StartTest, VersionFileSettlesModeLanguageAndTheQuestion) {
-    struct Case {
-        const char* versionFile;  // empty: none
-        bool edit;
-        bool english;
-    };
-    for (const Case& each :
+    using Case = std::tuple<const char*, bool, bool>;
+    for (const auto& [versionFile, edit, english] :
          {Case{"1,1\r\n", false, true}, Case{"1,0", false, false}, Case{"0,1", true, true},
           Case{"1", false, false}, Case{" 1 ,1x\nrest", false, true}, Case{"", true, false}}) {
-        SCOPED_TRACE(each.versionFile);
+        SCOPED_TRACE(versionFile);
         app = {};
         ScriptedDialogs fresh;
         Services asked{platform, fresh};
-        if (each.edit) fresh.AnswerYesNo(true);
-        tree.Write("RaceAdmin/Ver.00", each.versionFile);
-        EXPECT_EQ(SettleStart(app, asked), each.edit ? StartOutcome::ShowMenu : StartOutcome::ShowRace);
-        EXPECT_EQ(app.settings.EditMode, each.edit);
-        EXPECT_EQ(app.settings.UseEnglish, each.english);
-        EXPECT_EQ(app.settings.AppTitle, each.english ? "Keelview" : "キールビュー");
+        if (edit) fresh.AnswerYesNo(true);
+        tree.Write("RaceAdmin/Ver.00", versionFile);
+        EXPECT_EQ(SettleStart(app, asked), edit ? StartOutcome::ShowMenu : StartOutcome::ShowRace);
+        EXPECT_EQ(app.settings.EditMode, edit);
+        EXPECT_EQ(app.settings.UseEnglish, english);
+        EXPECT_EQ(app.settings.AppTitle, english ? "Keelview" : "キールビュー");
         EXPECT_TRUE(fresh.AllAnswered());
-        if (each.edit) {
-            EXPECT_EQ(fresh.All().back().Text, each.english ? "Edit Data ?" : "編集しますか?");
-        }
+        const std::string asks = english ? "Edit Data ?" : "編集しますか?";
+        EXPECT_EQ(fresh.All().size() == 1 && fresh.All().front().Text == asks, edit);
     }
 }
 
@@ -74,14 +55,11 @@ TEST_F(StartTest, TheFirstRaceIsThatOfTheStartFileElseTheFirstOfTheFolder) {
     tree.Write("raceadmin/a.TXT", "");
     Start();
     EXPECT_EQ(app.race.RaceFileName, "a.TXT");
-    struct Case {
-        const char* line;
-        const char* race;
-    };
-    for (const Case& each : {Case{"R1.txt\r\n", "R1.txt"}, Case{" \"R 2.txt\" \r\n", "R 2.txt"},
-                             Case{"R 2,final.txt", "R 2"}, Case{"", "a.TXT"}}) {
-        tree.Write("raceadmin/racefile.st", each.line);
-        EXPECT_EQ(FirstRace(app.settings), each.race) << each.line;
+    using Case = std::pair<const char*, const char*>;
+    for (const auto& [line, race] : {Case{"R1.txt\r\n", "R1.txt"}, Case{" \"R 2.txt\" \r\n", "R 2.txt"},
+                                     Case{"R 2,final.txt", "R 2"}, Case{"", "a.TXT"}}) {
+        tree.Write("raceadmin/racefile.st", line);
+        EXPECT_EQ(FirstRace(app.settings), race) << line;
     }
 }
 
@@ -95,8 +73,7 @@ TEST_F(StartTest, AProgramOnADiscOffersItsInstallerWhereItHasOne) {
     dialogs.AnswerYesNo(true);
     dialogs.AnswerOk();
     EXPECT_EQ(Start(), StartOutcome::End);
-    ASSERT_EQ(platform.Programs.size(), 1U);
-    EXPECT_EQ(platform.Programs[0].filename(), "setup.exe");
+    EXPECT_EQ(platform.Programs, std::vector{tree.Root() / "setup.exe"});
 }
 
 TEST_F(StartTest, BaseDataAreUnpackedOnlyIntoATreeWithoutTracks) {

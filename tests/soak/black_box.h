@@ -1,31 +1,57 @@
 #pragma once
 
+#include <unistd.h>
+
 #include <array>
-#include <cstddef>
+#include <csignal>
 #include <string_view>
 
-namespace keelview {
-
 /// Keeps what was done last, for the case that the process dies of it: by a sanitizer, by a signal, or by
-/// an action that takes longer than any may. What it kept is then written to the error output. One at a
-/// time.
-class BlackBox {
-  public:
-    BlackBox();
-    ~BlackBox();
-    BlackBox(const BlackBox&) = delete;
-    BlackBox& operator=(const BlackBox&) = delete;
+/// an action that takes longer than any may. What it kept is then written to the error output.
+namespace keelview::black_box {
 
-    /// Notes an action that is about to begin, and gives it its time.
-    void Note(std::string_view action);
-    /// Writes all notes, the oldest first. Safe in a signal handler.
-    void Write() const;
-
-  private:
-    static constexpr std::size_t Lines = 60;
-    static constexpr std::size_t Length = 120;
-    std::array<std::array<char, Length>, Lines> notes_{};
-    std::size_t next_ = 0;
+struct Notes {
+    std::array<std::array<char, 120>, 60> Lines{};
+    std::size_t Next = 0;
 };
 
-}  // namespace keelview
+inline Notes& Kept() {
+    static Notes notes;
+    return notes;
+}
+
+inline void Say(std::string_view text) {
+    // Where this fails nothing can be done.
+    [[maybe_unused]] const ssize_t written = ::write(STDERR_FILENO, text.data(), text.size());
+}
+
+/// Tells all notes, the oldest first, by what is safe in a signal handler.
+inline void Die(int signal) {
+    Say(signal == SIGALRM ? "\nHANG: the last action takes too long\n" : "\nDIED of the last action\n");
+    for (std::size_t line = 0; line < Kept().Lines.size(); ++line) {
+        const char* note = Kept().Lines[Kept().Next++ % Kept().Lines.size()].data();
+        for (const char* text : {"  ", note, "\n"})
+            if (*note != '\0') Say(text);
+    }
+    ::_exit(1);
+}
+
+/// Has all these deaths told from now on.
+inline void Open() {
+    Kept() = {};  // made before a handler asks for it
+    for (const int signal : {SIGALRM, SIGABRT}) std::signal(signal, Die);
+#ifndef __SANITIZE_ADDRESS__  // which tells more of these, and aborts after it
+    for (const int signal : {SIGSEGV, SIGBUS, SIGFPE, SIGILL}) std::signal(signal, Die);
+#endif
+}
+
+/// Notes an action that is about to begin, and gives it its time: the longest packs a distribution, which
+/// takes seconds under the sanitizers. A busy machine gets more.
+inline void Note(std::string_view action) {
+    ::alarm(120);
+    auto& line = Kept().Lines.at(Kept().Next++ % Kept().Lines.size());
+    line.fill('\0');
+    action.copy(line.data(), line.size() - 1);
+}
+
+}  // namespace keelview::black_box

@@ -1,10 +1,6 @@
 #include "soak/person.h"
 
 #include <QApplication>
-#include <QComboBox>
-#include <QCoreApplication>
-#include <QLineEdit>
-#include <QPlainTextEdit>
 #include <QPointer>
 #include <QTest>
 #include <QWheelEvent>
@@ -18,39 +14,39 @@ namespace keelview {
 
 namespace {
 
-// What people do in one go, by window: controls that are used in this order. Chance alone would seldom set
-// a mark or save a race.
+// What people do in one go: a window, and its controls in the order of use. Chance alone would seldom set a
+// mark or save a race.
 const std::vector<Errand>& Errands() {
     static const std::vector<Errand> all{
-        {"Cover", {"Command3", "Command5"}},
-        {"Cover", {"Command3", "Combo1", "Command5"}},
-        {"Cover", {"Command7", "Combo1", "Command5"}},
-        {"Cover", {"Command2"}},
-        {"Cover", {"Command9"}},
-        {"fmCompile", {"Command6"}},
-        {"fmCompile", {"Command1", "Command2", "List1"}},
-        {"fmCompile", {"Command10", "Command11"}},
-        {"fmCompile", {"Text1", "Command9"}},
-        {"fmCompile", {"Command4"}},
-        {"FmFileSelect", {"File1", "Command1"}},
-        {"FmFileSelect", {"Text1", "Command1"}},
-        {"Haifu", {"List1", "List2", "Combo1", "Command1"}},
-        {"RaceDisp", {"Option6"}},
-        {"RaceDisp", {"Option9", "Option6"}},
-        {"RaceDisp", {"Option8", "HScroll1"}},
-        {"RaceDisp", {"Check5"}},
-        {"RaceDisp", {"Picture1", "Picture1"}},
-        {"RaceDisp", {"Command2", "Picture1", "Picture1"}},
-        {"RaceDisp", {"Command3", "Picture1", "Picture1"}},
-        {"RaceDisp", {"Command5", "Picture1", "Picture1", "Picture1", "Command8"}},
-        {"RaceDisp", {"Option7", "Check2", "Picture1", "Picture1"}},
-        {"RaceDisp", {"Option10", "GPIC", "Command12", "GPIC", "GPIC", "GPIC", "Command12"}},
-        {"RaceDisp", {"Option10", "PicTimeBar", "PicTimeBar"}},
-        {"RaceDisp", {"Option11", "Option12", "PicTime", "Option4", "PicTime", "Command11"}},
-        {"RaceDisp", {"Picture2", "sWind", "sWind"}},
-        {"RaceDisp", {"Text3", "Picture6"}},
-        {"RaceDisp", {"Text9", "Command4"}},
-        {"RaceDisp", {"Combo1", "Command9"}},
+        {"Cover", "Command3", "Command5"},
+        {"Cover", "Command3", "Combo1", "Command5"},
+        {"Cover", "Command7", "Combo1", "Command5"},
+        {"Cover", "Command2"},
+        {"Cover", "Command9"},
+        {"fmCompile", "Command6"},
+        {"fmCompile", "Command1", "Command2", "List1"},
+        {"fmCompile", "Command10", "Command11"},
+        {"fmCompile", "Text1", "Command9"},
+        {"fmCompile", "Command4"},
+        {"FmFileSelect", "File1", "Command1"},
+        {"FmFileSelect", "Text1", "Command1"},
+        {"Haifu", "List1", "List2", "Combo1", "Command1"},
+        {"RaceDisp", "Option6"},
+        {"RaceDisp", "Option9", "Option6"},
+        {"RaceDisp", "Option8", "HScroll1"},
+        {"RaceDisp", "Check5"},
+        {"RaceDisp", "Picture1", "Picture1"},
+        {"RaceDisp", "Command2", "Picture1", "Picture1"},
+        {"RaceDisp", "Command3", "Picture1", "Picture1"},
+        {"RaceDisp", "Command5", "Picture1", "Picture1", "Picture1", "Command8"},
+        {"RaceDisp", "Option7", "Check2", "Picture1", "Picture1"},
+        {"RaceDisp", "Option10", "GPIC", "Command12", "GPIC", "GPIC", "GPIC", "Command12"},
+        {"RaceDisp", "Option10", "PicTimeBar", "PicTimeBar"},
+        {"RaceDisp", "Option11", "Option12", "PicTime", "Option4", "PicTime", "Command11"},
+        {"RaceDisp", "Picture2", "sWind", "sWind"},
+        {"RaceDisp", "Text3", "Picture6"},
+        {"RaceDisp", "Text9", "Command4"},
+        {"RaceDisp", "Combo1", "Command9"},
     };
     return all;
 }
@@ -68,13 +64,11 @@ constexpr std::array Keys{
     Qt::Key_Control,  Qt::Key_A,      Qt::Key_M,      Qt::Key_S,      Qt::Key_Z,         Qt::Key_5,
     Qt::Key_PageDown, Qt::Key_Backtab};
 
-constexpr std::array Buttons{Qt::LeftButton, Qt::LeftButton, Qt::LeftButton, Qt::RightButton,
-                             Qt::MiddleButton};
+constexpr std::array Buttons{Qt::LeftButton, Qt::LeftButton, Qt::RightButton, Qt::MiddleButton};
 
 bool TakesText(const QWidget& widget) {
-    return qobject_cast<const QLineEdit*>(&widget) != nullptr ||
-           qobject_cast<const QPlainTextEdit*>(&widget) != nullptr ||
-           qobject_cast<const QComboBox*>(&widget) != nullptr;
+    return widget.inherits("QLineEdit") || widget.inherits("QPlainTextEdit") ||
+           widget.inherits("QComboBox");
 }
 
 /// All that can be pointed at in a window, in the order of its making.
@@ -97,18 +91,23 @@ QWidget* Front(Dice& dice) {
     return windows.isEmpty() ? nullptr : dice.Of(windows);
 }
 
+std::string NameOf(const QWidget& widget) {
+    return widget.objectName().isEmpty() ? widget.metaObject()->className()
+                                         : widget.objectName().toStdString();
+}
+
+}  // namespace
+
 /// One thing done in one window. Each event may bring up other windows, in which other things are done
 /// before it is over, and may take this window away.
-class Deed {
+class Person::Deed {
   public:
-    Deed(QWidget& window, Dice& dice, OnErrand& errand, const std::function<void(const std::string&)>& note)
+    Deed(QWidget& window, Person& person)
         : window_(&window),
           native_(window.windowHandle()),
-          dice_(dice),
-          errand_(errand),
-          note_(note),
-          where_(window.objectName().isEmpty() ? window.metaObject()->className()
-                                               : window.objectName().toStdString()) {}
+          person_(person),
+          dice_(person.dice_),
+          where_(NameOf(window)) {}
 
     void Do() {
         if (dice_.OneIn(10)) return Key();
@@ -120,12 +119,12 @@ class Deed {
   private:
     bool Stands() const { return window_ && native_ && native_->isVisible(); }
 
-    void Note(const std::string& what) const { note_(where_ + ": " + what); }
+    void Note(const std::string& what) const { person_.note_(where_ + ": " + what); }
 
     Qt::KeyboardModifiers Held() const {
-        constexpr std::array<Qt::KeyboardModifiers, 3> some{Qt::ShiftModifier, Qt::ControlModifier,
-                                                            Qt::AltModifier};
-        return dice_.OneIn(3) ? dice_.Of(some) : Qt::KeyboardModifiers();
+        const auto shiftControlOrAlt =
+            static_cast<Qt::KeyboardModifier>(Qt::ShiftModifier << dice_.Below(3));
+        return dice_.OneIn(3) ? shiftControlOrAlt : Qt::NoModifier;
     }
 
     const QWidget* Choose() {
@@ -137,22 +136,20 @@ class Deed {
 
     /// What the errand wants next, or another one where it is over; nothing if that is not to be seen.
     const QWidget* NextOfErrand() {
-        const auto here = [this](const Errand& errand) { return window_->objectName() == errand.Window; };
-        if (errand_.What == nullptr || errand_.Done == errand_.What->Controls.size() ||
-            !here(*errand_.What)) {
-            std::vector<const Errand*> some;
-            for (const Errand& errand : Errands())
-                if (here(errand)) some.push_back(&errand);
-            if (some.empty()) return nullptr;
-            errand_ = {dice_.Of(some), 0};
+        auto& [errand, done] = person_.errand_;
+        if (errand == nullptr || done + 1 == errand->size() || window_->objectName() != errand->front()) {
+            std::vector<const Errand*> here;
+            for (const Errand& some : Errands())
+                if (window_->objectName() == some.front()) here.push_back(&some);
+            if (here.empty()) return nullptr;
+            person_.errand_ = {dice_.Of(here), 0};
         }
-        const auto* next = window_->findChild<QWidget*>(errand_.What->Controls[errand_.Done++]);
+        const auto* next = window_->findChild<QWidget*>((*errand)[++done]);
         return next != nullptr && next->isVisible() ? next : nullptr;
     }
 
     void Use(const QWidget& control) {
-        const QString name = control.objectName();
-        where_ += " " + (name.isEmpty() ? control.metaObject()->className() : name.toStdString());
+        where_ += " " + NameOf(control);
         const QRect part = QRect(control.mapTo(window_, QPoint(0, 0)), control.size()) & window_->rect();
         const QPoint at = part.topLeft() + QPoint(dice_.Below(std::max(1, part.width())),
                                                   dice_.Below(std::max(1, part.height())));
@@ -166,31 +163,29 @@ class Deed {
     void Point(QPoint at) {
         const Qt::MouseButton button = dice_.Of(Buttons);
         const Qt::KeyboardModifiers held = Held();
-        switch (dice_.Below(8)) {
-            case 0:
-                Note("double click");
-                QTest::mouseDClick(native_, Qt::LeftButton, held, at);
-                break;
-            case 1:
-                Note("wheel");
-                Wheel(at);
-                break;
-            case 2:
-                Note("drag with button " + std::to_string(button) + " and " + std::to_string(held));
-                Press(at, button, held);
-                at = {dice_.Below(window_ ? window_->width() : 1),
-                      dice_.Below(window_ ? window_->height() : 1)};
-                if (Stands()) QTest::mouseMove(native_, at);
-                Release(at, button, held);
-                break;
-            case 3:
-            case 4:
-                Note("move");
-                QTest::mouseMove(native_, at);
-                break;
-            default:
-                Note("click with button " + std::to_string(button) + " and " + std::to_string(held));
-                Click(at, button, held);
+        const std::string how = " with button " + std::to_string(button) + " and " + std::to_string(held);
+        const int kind = dice_.Below(8);
+        if (kind == 0) {
+            Note("double click");
+            QTest::mouseDClick(native_, Qt::LeftButton, held, at);
+        } else if (kind == 1) {
+            Note("wheel");
+            QWheelEvent turn(at, native_->mapToGlobal(at), {}, {0, dice_.OneIn(2) ? 120 : -120},
+                             Qt::NoButton, {}, Qt::NoScrollPhase, false);
+            QCoreApplication::sendEvent(native_, &turn);
+        } else if (kind == 2) {
+            Note("drag" + how);
+            Press(at, button, held);
+            const QSize size = window_ ? window_->size() : QSize(1, 1);
+            at = {dice_.Below(size.width()), dice_.Below(size.height())};
+            if (Stands()) QTest::mouseMove(native_, at);
+            Release(at, button, held);
+        } else if (kind < 5) {
+            Note("move");
+            QTest::mouseMove(native_, at);
+        } else {
+            Note("click" + how);
+            Click(at, button, held);
         }
     }
 
@@ -211,12 +206,6 @@ class Deed {
         const QWidget* other = Front(dice_);
         if (other != nullptr && other->windowHandle() != nullptr)
             QTest::mouseRelease(other->windowHandle(), button, held, {0, 1});
-    }
-
-    void Wheel(QPoint at) const {
-        QWheelEvent turn(at, native_->mapToGlobal(at), {}, {0, dice_.OneIn(2) ? 120 : -120}, Qt::NoButton,
-                         {}, Qt::NoScrollPhase, false);
-        QCoreApplication::sendEvent(native_, &turn);
     }
 
     void Key() const {
@@ -256,19 +245,16 @@ class Deed {
 
     QPointer<QWidget> window_;
     QPointer<QWindow> native_;
+    Person& person_;
     Dice& dice_;
-    OnErrand& errand_;
-    const std::function<void(const std::string&)>& note_;
     std::string where_;
 };
-
-}  // namespace
 
 void Person::Act() {
     QWidget* window = Front(dice_);
     if (window == nullptr || window->windowHandle() == nullptr) return;
     ++actions_;
-    Deed(*window, dice_, errand_, note_).Do();
+    Deed(*window, *this).Do();
 }
 
 }  // namespace keelview

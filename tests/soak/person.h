@@ -1,25 +1,34 @@
 #pragma once
 
 #include <cstddef>
+#include <cstdint>
 #include <functional>
+#include <random>
 #include <string>
+#include <utility>
 #include <vector>
-
-#include "soak/dice.h"
 
 namespace keelview {
 
-/// Controls of one window, by name, that a person uses one after another.
-struct Errand {
-    const char* Window;
-    std::vector<const char*> Controls;
+/// All that is left to chance, by one seed.
+class Dice {
+  public:
+    explicit Dice(std::uint64_t seed) : engine_(seed) {}
+    /// A number from 0 below `count`, which is above 0.
+    int Below(int count) { return static_cast<int>(engine_() % static_cast<std::uint64_t>(count)); }
+    bool OneIn(int count) { return Below(count) == 0; }
+    template <class List>
+    const auto& Of(const List& list) {
+        return list[static_cast<std::size_t>(Below(static_cast<int>(std::size(list))))];
+    }
+
+  private:
+    std::mt19937_64 engine_;
 };
 
-/// The errand that a person is on, and how much of it is done; other things may come between.
-struct OnErrand {
-    const Errand* What = nullptr;
-    std::size_t Done = 0;
-};
+/// A window by name, and controls of it that a person uses one after another; other things may come
+/// between.
+using Errand = std::vector<const char*>;
 
 /// Somebody who does anything that can be done, by mouse and keys, in whatever window takes events now.
 /// What is done enters at the window, as it does from a window system.
@@ -34,9 +43,10 @@ class Person {
     long Actions() const { return actions_; }
 
   private:
+    class Deed;
     Dice& dice_;
     std::function<void(const std::string&)> note_;
-    OnErrand errand_;
+    std::pair<const Errand*, std::size_t> errand_{};  // that the person is on, and how much of it is done
     long actions_ = 0;
 };
 

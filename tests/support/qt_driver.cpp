@@ -43,7 +43,7 @@ void Settle() {
 }
 
 QWidget& Face(const Control& control) {
-    QWidget* face = control.Native().Inner;
+    QWidget* face = NativeControl::Of(control).Inner;
     if (auto* list = qobject_cast<QListWidget*>(face)) face = list->viewport();
     return *face;
 }
@@ -106,7 +106,7 @@ void Drag(const Control& control, QPoint from, QPoint to, Qt::MouseButton button
 }
 
 QPoint RowPlace(const Control& listBox, int row) {
-    const auto& list = listBox.Native().As<QListWidget>();
+    const auto& list = NativeControl::Of(listBox).As<QListWidget>();
     return list.visualItemRect(list.item(row)).center();
 }
 

@@ -119,16 +119,17 @@ class EventCounter : public QApplication {
 }  // namespace
 
 struct Application::Impl {
-    Impl(int& argc, char** argv) : Native(argc, argv) {}
+    Impl(int& argc, char** argv, DataFolderRule dataFolder)
+        : Native(argc, argv), System(MakePlatform(std::move(dataFolder))) {}
 
     EventCounter Native;
     LastWindowWatch Watch;
-    std::string Title = "Keelview";
-    std::unique_ptr<Platform> System = MakePlatform();
-    std::unique_ptr<Dialogs> Questions = MakeDialogs(Title);
+    std::unique_ptr<Platform> System;
+    std::unique_ptr<Dialogs> Questions = MakeDialogs();
 };
 
-Application::Application(int& argc, char** argv) : impl_(std::make_unique<Impl>(argc, argv)) {
+Application::Application(int& argc, char** argv, DataFolderRule dataFolder)
+    : impl_(std::make_unique<Impl>(argc, argv, std::move(dataFolder))) {
     LinkAssets();
     LoadOwnFonts();
     QApplication::setQuitOnLastWindowClosed(false);
@@ -158,10 +159,6 @@ Platform& Application::ThePlatform() {
 
 Dialogs& Application::TheDialogs() {
     return *impl_->Questions;
-}
-
-void Application::SetDefaultTitle(std::string_view title) {
-    impl_->Title = title;
 }
 
 int Application::Run() {

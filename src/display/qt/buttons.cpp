@@ -1,5 +1,4 @@
 #include <QCheckBox>
-#include <QPalette>
 #include <QPushButton>
 #include <QRadioButton>
 
@@ -27,14 +26,8 @@ void TakeCaption(QAbstractButton& button, std::string_view caption) {
     button.setAccessibleName(ToQt(caption));
 }
 
-void TakeColour(QWidget& widget, std::initializer_list<QPalette::ColorRole> roles, Colour colour) {
-    QPalette palette = widget.palette();
-    for (const QPalette::ColorRole role : roles) palette.setColor(role, ToQt(colour));
-    widget.setPalette(palette);
-}
-
 std::unique_ptr<NativeControl> MakePushButton(Container& parent, std::string_view name) {
-    auto* button = new QPushButton(parent.Native().Inner);
+    auto* button = new QPushButton(NativeControl::Of(parent).Inner);
     button->setAutoDefault(false);
     auto native = std::make_unique<NativeControl>(button, name);
     native->ClickByMouse = false;
@@ -78,7 +71,7 @@ std::string Button::Caption() const {
 }
 
 CheckBox::CheckBox(Container& parent, std::string_view name, std::string_view caption, bool value)
-    : Control(MakeChoice(new QCheckBox(parent.Native().Inner), name, value)) {
+    : Control(MakeChoice(new QCheckBox(NativeControl::Of(parent).Inner), name, value)) {
     SetCaption(caption);
     QObject::connect(&Native().As<QCheckBox>(), &QCheckBox::toggled, &Native(), &NativeControl::FireClick);
 }
@@ -100,7 +93,7 @@ void CheckBox::SetValue(bool value) {
 }
 
 OptionButton::OptionButton(Container& parent, std::string_view name, std::string_view caption, bool value)
-    : Control(MakeChoice(new QRadioButton(parent.Native().Inner), name, value)) {
+    : Control(MakeChoice(new QRadioButton(NativeControl::Of(parent).Inner), name, value)) {
     SetCaption(caption);
     QObject::connect(&Native().As<QRadioButton>(), &QRadioButton::toggled, &Native(), [this](bool on) {
         if (on) Native().FireClick();

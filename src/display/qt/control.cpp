@@ -4,7 +4,6 @@
 #include <algorithm>
 #include <cmath>
 
-#include "display/qt/canvas_impl.h"
 #include "display/qt/convert.h"
 #include "display/qt/native_control.h"
 #include "display/qt/plates.h"
@@ -122,11 +121,6 @@ void Control::Raise() {
 
 double Control::TextWidth(std::string_view text) const {
     return QFontMetricsF(native_->Outer->font()).horizontalAdvance(ToQt(text));
-}
-
-Picture Control::Grab() const {
-    QImage image = native_->Outer->grab().toImage().convertToFormat(QImage::Format_RGB32);
-    return Picture(std::make_shared<const Picture::Impl>(Picture::Impl{std::move(image)}));
 }
 
 }  // namespace keelview

@@ -22,6 +22,23 @@ QColor ToQt(Colour colour) {
     return {parts.Red, parts.Green, parts.Blue};
 }
 
+QImage::Format FormatOf(bool opaque) {
+    return opaque ? QImage::Format_RGB32 : QImage::Format_ARGB32_Premultiplied;
+}
+
+QImage ViewOf(Pixels& image) {
+    QImage view(reinterpret_cast<uchar*>(image.Row(0)), image.Width, image.Height, FormatOf(image.Opaque));
+    view.setDevicePixelRatio(image.Ratio);
+    return view;
+}
+
+QImage ViewOf(const Pixels& image) {
+    QImage view(reinterpret_cast<const uchar*>(image.Row(0)), image.Width, image.Height,
+                FormatOf(image.Opaque));
+    view.setDevicePixelRatio(image.Ratio);
+    return view;
+}
+
 QFont UiFont(std::string_view fontName, double points, bool bold) {
     // Liberation Sans keeps figures narrow; other Japanese faces than this one lose the minus or clip.
     QStringList families{"Liberation Sans", "VL PGothic"};

@@ -12,9 +12,7 @@
 #include <QWindow>
 #include <set>
 
-#include "display/qt/canvas_impl.h"
 #include "display/qt/convert.h"
-#include "display/qt/keys.h"
 #include "display/qt/native_control.h"
 
 namespace keelview {
@@ -33,6 +31,10 @@ Qt::WindowFlags FlagsOf(Form::Kind kind) {
     if (kind == Form::Kind::Splash) return Qt::Window | Qt::FramelessWindowHint;
     return Qt::Window | Qt::CustomizeWindowHint | Qt::WindowTitleHint | Qt::WindowSystemMenuHint |
            Qt::WindowCloseButtonHint;
+}
+
+int KeyOf(const QKeyEvent& event) {
+    return event.key() == Qt::Key_Shift ? ShiftKey : OtherKey;
 }
 
 /// The window of a form. What happens to the window is told to the form as long as it stands.
@@ -97,14 +99,14 @@ class FormWindow : public QWidget {
 
   private:
     void KeyDown(const QKeyEvent& event) {
-        const int key = KeyCode(event);
+        const int key = KeyOf(event);
         held_.insert(key);
         if (Owner != nullptr) Fire(Owner->OnKeyDown, key);
     }
 
     void KeyUp(const QKeyEvent& event) {
         if (event.isAutoRepeat()) return;
-        const int key = KeyCode(event);
+        const int key = KeyOf(event);
         held_.erase(key);
         if (Owner != nullptr) Fire(Owner->OnKeyUp, key);
     }
@@ -139,7 +141,9 @@ Form::Form(std::string_view name, Kind kind, double width, double height)
     } else {
         Move(0, 0, width, height);
         if (kind == Kind::Fixed) window.setFixedSize(window.size());
-        CentreOnScreen();
+        const QRect area = FreeArea();
+        window.move(area.topLeft() +
+                    QPoint((area.width() - window.width()) / 2, (area.height() - window.height()) / 2));
     }
 }
 
@@ -159,7 +163,7 @@ std::string Form::Caption() const {
 }
 
 void Form::SetIcon(const Picture& icon) {
-    if (!icon.Empty()) Native().Outer->setWindowIcon(QIcon(QPixmap::fromImage(icon.Native()->Image)));
+    if (!icon.Empty()) Native().Outer->setWindowIcon(QIcon(QPixmap::fromImage(ViewOf(icon.Data()).copy())));
 }
 
 double Form::ScaleWidth() const {
@@ -168,13 +172,6 @@ double Form::ScaleWidth() const {
 
 double Form::ScaleHeight() const {
     return Native().Outer->height();
-}
-
-void Form::CentreOnScreen() {
-    QWidget& window = *Native().Outer;
-    const QRect area = FreeArea();
-    window.move(area.x() + (area.width() - window.width()) / 2,
-                area.y() + (area.height() - window.height()) / 2);
 }
 
 void Form::ShowNow() {

@@ -23,6 +23,12 @@ void SetProcessEnded(bool ended) {
     qApp->setProperty(EndedMark, ended);
 }
 
+void TakeColour(QWidget& widget, std::initializer_list<QPalette::ColorRole> roles, Colour colour) {
+    QPalette palette = widget.palette();
+    for (const QPalette::ColorRole role : roles) palette.setColor(role, ToQt(colour));
+    widget.setPalette(palette);
+}
+
 NativeControl::NativeControl(QWidget* outer, std::string_view name, QWidget* inner)
     : Outer(outer), Inner(inner != nullptr ? inner : outer) {
     outer->setObjectName(ToQt(name));

@@ -3,10 +3,12 @@
 #include <QEvent>
 #include <QMouseEvent>
 #include <QObject>
+#include <QPalette>
 #include <QPointF>
 #include <QPointer>
 #include <QWidget>
 #include <functional>
+#include <initializer_list>
 #include <optional>
 
 #include "display/control.h"
@@ -48,6 +50,7 @@ struct NativeControl : public QObject {
     /// Has the mouse events of a part of the widget told to the control.
     void Watch(QWidget* part);
     void FireClick();
+    static NativeControl& Of(const Control& control) { return *control.native_; }
     bool eventFilter(QObject* watched, QEvent* event) override;
 
     template <class T>
@@ -63,12 +66,15 @@ struct NativeControl : public QObject {
     bool pressed_ = false;  // the left button went down here
 };
 
-/// Calls a handler, if there is one and the process goes on. The handler is copied: it may let go of the
-/// object that holds it.
-template <class Handler, class... Arguments>
-void Fire(const Handler& handler, const Arguments&... arguments) {
-    if (!handler || ProcessEnded()) return;
-    const Handler held = handler;
+/// Gives a widget a colour in some of the roles of its palette.
+void TakeColour(QWidget& widget, std::initializer_list<QPalette::ColorRole> roles, Colour colour);
+
+/// Tells an event's handler, if there is one and the process goes on. The handler is copied: it may let go
+/// of the object that holds it.
+template <class... Parameters, class... Arguments>
+void Fire(const Event<Parameters...>& event, const Arguments&... arguments) {
+    if (!event || ProcessEnded()) return;
+    const auto held = event.Current();
     held(arguments...);
 }
 

@@ -17,9 +17,6 @@ constexpr QColor FlatLine(60, 60, 60);
 constexpr QColor FrameLine(150, 150, 150);
 constexpr QColor FocusLine(230, 60, 0);  // stands out from grey panels and blue seas
 
-// A text narrower than this share of itself cannot be read with ease.
-constexpr double NarrowestText = 0.66;
-
 // Where the title of a frame begins, and the gap at each of its sides, pixels.
 constexpr int TitleLeft = 8;
 constexpr int TitleGap = 2;
@@ -48,6 +45,17 @@ QStringList Broken(const QString& line, const QFontMetrics& metrics, int width) 
     return pieces;
 }
 
+/// Draws one line of text into a rectangle, narrowed where it is wider.
+void DrawFitted(QPainter& painter, const QRectF& rect, Align align, const QString& line) {
+    const double width = QFontMetricsF(painter.font()).horizontalAdvance(line);
+    const int flags = Qt::TextSingleLine | Qt::TextDontClip | Qt::AlignVCenter;
+    const Qt::AlignmentFlag side = align == Align::Left     ? Qt::AlignLeft
+                                   : align == Align::Centre ? Qt::AlignHCenter
+                                                            : Qt::AlignRight;
+    DrawNarrowed(painter, rect, width,
+                 [&](const QRectF& room) { painter.drawText(room, flags | side, line); });
+}
+
 }  // namespace
 
 int BorderWidth(BorderStyle border) {
@@ -74,32 +82,18 @@ void PaintBorder(QPainter& painter, const QRect& rect, BorderStyle border) {
     painter.drawLine(second.topLeft(), second.bottomLeft());
 }
 
-void DrawFitted(QPainter& painter, const QRectF& rect, Align align, const QString& line) {
-    const double width = QFontMetricsF(painter.font()).horizontalAdvance(line);
-    const int flags = Qt::TextSingleLine | Qt::TextDontClip | Qt::AlignVCenter;
-    const Qt::AlignmentFlag side = align == Align::Left     ? Qt::AlignLeft
-                                   : align == Align::Centre ? Qt::AlignHCenter
-                                                            : Qt::AlignRight;
-    if (width <= rect.width() || rect.width() <= 0) {
-        painter.drawText(rect, flags | side, line);
-        return;
-    }
-    const double share = std::max(NarrowestText, rect.width() / width);
-    painter.save();
-    painter.translate(rect.left(), 0);
-    painter.scale(share, 1.0);
-    painter.drawText(QRectF(0, rect.top(), rect.width() / share, rect.height()), flags | side, line);
-    painter.restore();
+void GroundColour::Take(QWidget& widget, Colour colour) {
+    if (colour_ == colour) return;
+    colour_ = colour;
+    widget.setAttribute(Qt::WA_OpaquePaintEvent);
+    widget.update();
+}
+
+void GroundColour::Paint(QPainter& painter, const QRect& rect) const {
+    if (colour_) painter.fillRect(rect, ToQt(*colour_));
 }
 
 GroundWidget::GroundWidget(QWidget* parent, BorderStyle border) : QWidget(parent), border_(border) {}
-
-void GroundWidget::SetGround(std::optional<Colour> ground) {
-    if (ground_ == ground) return;
-    ground_ = ground;
-    setAttribute(Qt::WA_OpaquePaintEvent, ground.has_value());
-    update();
-}
 
 void GroundWidget::SetTitle(const QString& title, Colour colour) {
     title_ = title;
@@ -110,7 +104,7 @@ void GroundWidget::SetTitle(const QString& title, Colour colour) {
 
 void GroundWidget::paintEvent(QPaintEvent* /*event*/) {
     QPainter painter(this);
-    if (ground_) painter.fillRect(rect(), ToQt(*ground_));
+    ground_.Paint(painter, rect());
     if (title_) PaintTitle(painter, *title_);
     PaintBorder(painter, rect(), border_);
     PaintFocus(painter, *this);
@@ -146,13 +140,6 @@ void TextPlate::SetText(std::string_view text) {
     setText(ToQt(text));
 }
 
-void TextPlate::SetGround(std::optional<Colour> ground) {
-    if (ground_ == ground) return;
-    ground_ = ground;
-    setAttribute(Qt::WA_OpaquePaintEvent, ground.has_value());
-    update();
-}
-
 void TextPlate::SetInk(Colour ink) {
     if (ink_ == ink) return;
     ink_ = ink;
@@ -180,7 +167,7 @@ QStringList TextPlate::FittedLines(const QFontMetrics& metrics, const QRect& roo
 
 void TextPlate::paintEvent(QPaintEvent* /*event*/) {
     QPainter painter(this);
-    if (ground_) painter.fillRect(rect(), ToQt(*ground_));
+    ground_.Paint(painter, rect());
     PaintBorder(painter, rect(), border_);
     PaintFocus(painter, *this);
     const int edge = BorderWidth(border_);

@@ -1,8 +1,10 @@
 #pragma once
 
 #include <QLabel>
+#include <QPainter>
 #include <QString>
 #include <QWidget>
+#include <algorithm>
 #include <optional>
 
 #include "display/control.h"
@@ -15,11 +17,38 @@ int BorderWidth(BorderStyle border);
 /// Paints a border along the inside of a rectangle.
 void PaintBorder(QPainter& painter, const QRect& rect, BorderStyle border);
 
+/// Draws a text of a width into a rectangle by `draw`, which gets the rectangle to draw in. Where the text
+/// is wider, it is narrowed, down to two thirds; a text narrower than that cannot be read with ease.
+template <class Draw>
+void DrawNarrowed(QPainter& painter, const QRectF& rect, double textWidth, const Draw& draw) {
+    constexpr double NarrowestText = 0.66;
+    if (textWidth <= rect.width() || rect.width() <= 0) {
+        draw(rect);
+        return;
+    }
+    const double share = std::max(NarrowestText, rect.width() / textWidth);
+    painter.save();
+    painter.translate(rect.left(), 0);
+    painter.scale(share, 1.0);
+    draw(QRectF(0, rect.top(), rect.width() / share, rect.height()));
+    painter.restore();
+}
+
+/// The colour that a widget paints under everything, or none.
+class GroundColour {
+  public:
+    void Take(QWidget& widget, Colour colour);
+    void Paint(QPainter& painter, const QRect& rect) const;
+
+  private:
+    std::optional<Colour> colour_;
+};
+
 /// The ground of a container: a colour, a border, or a frame line with a title in its top edge.
 class GroundWidget : public QWidget {
   public:
     GroundWidget(QWidget* parent, BorderStyle border);
-    void SetGround(std::optional<Colour> ground);
+    void SetGround(Colour colour) { ground_.Take(*this, colour); }
     /// Draws a frame line around, with the title in its top edge.
     void SetTitle(const QString& title, Colour colour);
     QString Title() const { return title_.value_or(QString()); }
@@ -31,7 +60,7 @@ class GroundWidget : public QWidget {
   private:
     void PaintTitle(QPainter& painter, const QString& title) const;
     BorderStyle border_;
-    std::optional<Colour> ground_;
+    GroundColour ground_;
     std::optional<QString> title_;
     Colour titleColour_ = WindowText;
 };
@@ -43,7 +72,7 @@ class TextPlate : public QLabel {
     TextPlate(QWidget* parent, Align align, BorderStyle border);
     void SetText(std::string_view text);
     const std::string& Text() const { return text_; }
-    void SetGround(std::optional<Colour> ground);
+    void SetGround(Colour colour) { ground_.Take(*this, colour); }
     void SetInk(Colour ink);
     void SetAlign(Align align);
 
@@ -55,11 +84,8 @@ class TextPlate : public QLabel {
     Align align_;
     BorderStyle border_;
     std::string text_;
-    std::optional<Colour> ground_;
+    GroundColour ground_;
     Colour ink_ = WindowText;
 };
-
-/// Draws one line of text into a rectangle, narrowed where it is wider, down to two thirds.
-void DrawFitted(QPainter& painter, const QRectF& rect, Align align, const QString& line);
 
 }  // namespace keelview

@@ -2,7 +2,6 @@
 #include <cmath>
 
 #include "display/control.h"
-#include "display/qt/canvas_impl.h"
 #include "display/qt/convert.h"
 #include "display/qt/native_control.h"
 #include "display/qt/plates.h"
@@ -21,7 +20,7 @@ double Limited(double value) {
 }
 
 std::unique_ptr<NativeControl> MakeGround(Container& parent, std::string_view name, BorderStyle border) {
-    auto* outer = new GroundWidget(parent.Native().Inner, border);
+    auto* outer = new GroundWidget(NativeControl::Of(parent).Inner, border);
     auto* inner = border == BorderStyle::None ? nullptr : new QWidget(outer);
     auto native = std::make_unique<NativeControl>(outer, name, inner);
     native->ApplyBack = [outer](Colour colour) { outer->SetGround(colour); };
@@ -55,28 +54,23 @@ void Frame::SetCaption(std::string_view caption) {
 // The board is made with the surface's image, which exists only after the container is built.
 Surface::Surface(Container& parent, std::string_view name, BorderStyle border)
     : Container([&] {
-          auto* outer = new GroundWidget(parent.Native().Inner, border);
+          auto* outer = new GroundWidget(NativeControl::Of(parent).Inner, border);
           return std::make_unique<NativeControl>(outer, name, new SurfaceBoard(outer));
       }()) {
-    SurfaceBoard& board = BoardOf(Container::Native());
-    board.SetImage(&Canvas::Native());
-    Container::Native().TakeMove = [&board](const QPointF& at) { return board.MoveOnSprite(at); };
-    Container::Native().ToScale = [this](const QPointF& at) {
-        return QPointF(at.x() / Canvas::Native().UnitX(), at.y() / Canvas::Native().UnitY());
-    };
+    SurfaceBoard& board = BoardOf(Native());
+    board.SetImage(&Retained());
+    Native().TakeMove = [&board](const QPointF& at) { return board.MoveOnSprite(at); };
+    Native().ToScale = [this](const QPointF& at) { return QPointF(at.x() / UnitX(), at.y() / UnitY()); };
     Surface::Move(0, 0, 0, 0);
 }
 
 Surface::~Surface() {
-    if (Container::Native().Inner) BoardOf(Container::Native()).SetImage(nullptr);
+    if (Native().Inner) BoardOf(Native()).SetImage(nullptr);
 }
 
 void Surface::Move(double left, double top, double width, double height) {
     Container::Move(left, top, width, height);
-    const QWidget& inner = *Container::Native().Inner;
-    const Canvas::Impl& image = Canvas::Native();
-    if (image.Image.isNull() || image.Width != inner.width() || image.Height != inner.height())
-        ResizeImage(inner.width(), inner.height());
+    ResizeImage(Native().Inner->width(), Native().Inner->height());
 }
 
 void Surface::SetBackColor(Colour colour) {
@@ -85,18 +79,18 @@ void Surface::SetBackColor(Colour colour) {
 }
 
 void Surface::ShowPicture(const Picture& picture) {
-    const int border = 2 * BorderWidth(Container::Native().As<GroundWidget>().Border());
+    const int border = 2 * BorderWidth(Native().As<GroundWidget>().Border());
     Move(Left(), Top(), picture.Width() + border, picture.Height() + border);
     Cls();
     PaintPicture(picture, 0, 0);
 }
 
 void Surface::Refresh() {
-    BoardOf(Container::Native()).ShowNow();
+    BoardOf(Native()).ShowNow();
 }
 
-void Surface::Changed() {
-    BoardOf(Container::Native()).FollowImage();
+void Surface::Changed(const Bounds& part) {
+    BoardOf(Native()).Follow(part);
 }
 
 struct Sprite::Place {
@@ -104,16 +98,15 @@ struct Sprite::Place {
     QPointer<SurfaceBoard> Board;
 
     void Follow() const {
-        if (Board && Item.Visible) Board->Follow(Item.Rect());
+        if (Board && Item.Visible) Board->Follow(Item.Reach());
     }
 };
 
 Sprite::Sprite(Surface& parent, std::string_view /*name*/, double width, double height)
-    : place_(std::make_unique<Place>()) {
-    Native().MaxSide = LargestSprite;
-    place_->Item.Image = &Native();
+    : Canvas(Ground::Clear, LargestSprite), place_(std::make_unique<Place>()) {
+    place_->Item.Image = &Retained();
     place_->Item.OnMouseMove = &OnMouseMove;
-    place_->Board = &BoardOf(parent.Container::Native());
+    place_->Board = &BoardOf(NativeControl::Of(parent));
     place_->Board->Add(&place_->Item);
     SetSize(width, height);
 }
@@ -134,21 +127,7 @@ void Sprite::SetSize(double width, double height) {
     place_->Follow();
     place_->Item.Width = std::clamp(std::ceil(Limited(width)), 0.0, 1e6);
     place_->Item.Height = std::clamp(std::ceil(Limited(height)), 0.0, 1e6);
-    Native().Resize(static_cast<int>(place_->Item.Width), static_cast<int>(place_->Item.Height), BackColor,
-                    false);
-    CurrentX = 0.0;
-    CurrentY = 0.0;
-    place_->Follow();
-}
-
-void Sprite::SetClearColor(Colour colour) {
-    place_->Item.Clear = colour;
-    place_->Follow();
-}
-
-Picture Sprite::Shape() const {
-    // A copy of its own, as a shared one would be painted on.
-    return Picture(std::make_shared<const Picture::Impl>(Picture::Impl{place_->Item.Shape().copy()}));
+    RenewImage(static_cast<int>(place_->Item.Width), static_cast<int>(place_->Item.Height));
 }
 
 double Sprite::Left() const {
@@ -178,7 +157,7 @@ void Sprite::SetVisible(bool visible) {
     place_->Item.Visible = visible;
 }
 
-void Sprite::Changed() {
+void Sprite::Changed(const Bounds& /*part*/) {
     place_->Follow();
 }
 
@@ -187,14 +166,14 @@ struct LineObject::Impl {
     QPointer<SurfaceBoard> Board;
 
     void Follow() const {
-        if (Board && Item.Visible) Board->Follow(Item.Rect());
+        if (Board && Item.Visible) Board->Follow(Item.Reach());
     }
 };
 
 LineObject::LineObject(Surface& parent, std::string_view /*name*/, Colour colour)
     : impl_(std::make_unique<Impl>()) {
     impl_->Item.Ink = colour;
-    impl_->Board = &BoardOf(parent.Container::Native());
+    impl_->Board = &BoardOf(NativeControl::Of(parent));
     impl_->Board->Add(&impl_->Item);
 }
 
@@ -244,10 +223,6 @@ void LineObject::SetBorderColor(Colour colour) {
     if (impl_->Item.Ink == colour) return;
     impl_->Item.Ink = colour;
     impl_->Follow();
-}
-
-Colour LineObject::BorderColor() const {
-    return impl_->Item.Ink;
 }
 
 }  // namespace keelview

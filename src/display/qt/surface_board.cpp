@@ -7,26 +7,21 @@
 #include <algorithm>
 #include <cmath>
 #include <ranges>
+#include <utility>
 
 #include "display/qt/convert.h"
 #include "display/qt/native_control.h"
+#include "display/raster.h"
 
 namespace keelview {
 
 namespace {
 
+// How far a line may reach beyond its ends, pixels.
+constexpr double LineRoom = 3.0;
+
 // Told to the board by itself when there is something to show.
 const QEvent::Type ShowChanges = static_cast<QEvent::Type>(QEvent::registerEventType());
-
-/// The image with all pixels of one colour taken out.
-QImage WithoutColour(const QImage& image, QRgb colour) {
-    QImage cut = image.convertToFormat(QImage::Format_ARGB32_Premultiplied);
-    for (int y = 0; y < cut.height(); ++y) {
-        auto* row = reinterpret_cast<QRgb*>(cut.scanLine(y));
-        std::replace(row, row + cut.width(), colour, QRgb{0});
-    }
-    return cut;
-}
 
 }  // namespace
 
@@ -34,13 +29,16 @@ QRectF SpriteItem::Rect() const {
     return {std::round(Left), std::round(Top), Width, Height};
 }
 
-QImage SpriteItem::Shape() const {
-    return Clear ? WithoutColour(Image->Image, ToQt(*Clear).rgb()) : Image->Image;
+Bounds SpriteItem::Reach() const {
+    const QRectF rect = Rect();
+    return {{rect.left(), rect.top()}, {rect.right(), rect.bottom()}};
 }
 
-QRectF LineItem::Rect() const {
-    return QRectF(QPointF(std::min(X1, X2), std::min(Y1, Y2)), QPointF(std::max(X1, X2), std::max(Y1, Y2)))
-        .adjusted(-2, -2, 3, 3);
+Bounds LineItem::Reach() const {
+    Bounds box;
+    box.Add(Point{X1, Y1});
+    box.Add(Point{X2, Y2});
+    return box.Grown(LineRoom);
 }
 
 SurfaceBoard::SurfaceBoard(QWidget* parent) : QWidget(parent) {
@@ -48,35 +46,28 @@ SurfaceBoard::SurfaceBoard(QWidget* parent) : QWidget(parent) {
 }
 
 void SurfaceBoard::Remove(const SpriteItem* sprite) {
-    Follow(sprite->Rect());
+    Follow(sprite->Reach());
     std::erase(sprites_, sprite);
 }
 
 void SurfaceBoard::Remove(const LineItem* line) {
-    Follow(line->Rect());
+    Follow(line->Reach());
     std::erase(lines_, line);
 }
 
-void SurfaceBoard::Follow(const QRectF& rect) {
-    floating_ |= rect;
-    FollowImage();
-}
-
-void SurfaceBoard::FollowImage() {
+void SurfaceBoard::Follow(const Bounds& part) {
+    dirty_.Add(part);
     if (awaited_ || !isVisible()) return;
     awaited_ = true;
     QCoreApplication::postEvent(this, new QEvent(ShowChanges));
 }
 
 QRect SurfaceBoard::TakeDirty() {
-    QRectF dirty = floating_;
-    if (image_ != nullptr) {
-        dirty |= image_->Dirty;
-        image_->Dirty = {};
-    }
-    floating_ = {};
+    const Bounds dirty = std::exchange(dirty_, {});
     awaited_ = false;
-    return (dirty & QRectF(rect())).toAlignedRect();
+    const QPointF low(std::max(0.0, dirty.Low.X), std::max(0.0, dirty.Low.Y));
+    const QPointF high(std::min<double>(width(), dirty.High.X), std::min<double>(height(), dirty.High.Y));
+    return low.x() < high.x() && low.y() < high.y() ? QRectF(low, high).toAlignedRect() : QRect();
 }
 
 void SurfaceBoard::ShowNow() {
@@ -111,53 +102,53 @@ bool SurfaceBoard::MoveOnSprite(const QPointF& at) {
     return false;
 }
 
-const QImage& SurfaceBoard::WithLines(const QRect& shown) {
-    const auto seen = [&](const LineItem* line) { return line->Visible && line->Rect().intersects(shown); };
-    if (std::ranges::none_of(lines_, seen)) return image_->Image;
-    const QImage& image = image_->Image;
-    if (underSprites_.size() != image.size()) underSprites_ = QImage(image.size(), image.format());
-    underSprites_.setDevicePixelRatio(image.devicePixelRatio());
-    const double ratio = image_->Ratio;
-    raster::Target target = image_->Pixels;
-    target.Bits = reinterpret_cast<raster::Pixel*>(underSprites_.bits());
-    const int first = std::clamp(static_cast<int>(shown.top() * ratio) - 1, 0, target.Height);
-    const int last = std::clamp(static_cast<int>((shown.bottom() + 1) * ratio) + 2, 0, target.Height);
-    std::copy(image_->Pixels.Bits + first * target.Stride, image_->Pixels.Bits + last * target.Stride,
-              target.Bits + first * target.Stride);
+const Pixels& SurfaceBoard::WithLines(const QRect& shown) {
+    const auto seen = [&](const LineItem* line) {
+        const Bounds reach = line->Reach();
+        return line->Visible &&
+               QRectF(QPointF(reach.Low.X, reach.Low.Y), QPointF(reach.High.X, reach.High.Y))
+                   .intersects(shown);
+    };
+    if (std::ranges::none_of(lines_, seen)) return *image_;
+    Pixels& under = underSprites_;
+    if (under.Width != image_->Width || under.Height != image_->Height) under = *image_;
+    const double ratio = under.Ratio = image_->Ratio;
+    const int first = std::clamp(static_cast<int>(shown.top() * ratio) - 1, 0, under.Height);
+    const int last = std::clamp(static_cast<int>((shown.bottom() + 1) * ratio) + 2, 0, under.Height);
+    std::copy(image_->Row(first), image_->Row(last), under.Row(first));
     for (const LineItem* line : lines_) {
         const bool placed = line->X1 != line->X2 || line->Y1 != line->Y2;
         if (!placed || !seen(line)) continue;
-        raster::DrawSegment(target, {(line->X1 + 0.5) * ratio, (line->Y1 + 0.5) * ratio},
+        raster::DrawSegment(under, {(line->X1 + 0.5) * ratio, (line->Y1 + 0.5) * ratio},
                             {(line->X2 + 0.5) * ratio, (line->Y2 + 0.5) * ratio},
                             {.Colour = PixelOf(line->Ink), .Width = ratio});
     }
-    return underSprites_;
+    return under;
 }
 
 void SurfaceBoard::PaintSprite(QPainter& painter, const SpriteItem& sprite, const QRect& shown) const {
     const QRectF rect = sprite.Rect();
     const QRectF part = rect & QRectF(shown);
     if (part.isEmpty()) return;
-    const QImage image = sprite.Shape();
     const double ratio = sprite.Image->Ratio;
     if (ratio == image_->Ratio) {
-        painter.drawImage(rect.topLeft(), image);
+        painter.drawImage(rect.topLeft(), ViewOf(*sprite.Image));
         return;
     }
     // A sprite too large to be held at full sharpness: only its visible part is enlarged.
     const QRectF source((part.left() - rect.left()) * ratio, (part.top() - rect.top()) * ratio,
                         part.width() * ratio, part.height() * ratio);
-    painter.drawImage(part, image, source);
+    painter.drawImage(part, ViewOf(*sprite.Image), source);
 }
 
 void SurfaceBoard::paintEvent(QPaintEvent* event) {
     QPainter painter(this);
-    if (image_ == nullptr || image_->Image.isNull()) {
+    if (image_ == nullptr) {
         painter.fillRect(rect(), Qt::white);
         return;
     }
     const QRect shown = event->rect();
-    painter.drawImage(0, 0, WithLines(shown));
+    painter.drawImage(0, 0, ViewOf(WithLines(shown)));
     for (const SpriteItem* sprite : sprites_)
         if (sprite->Visible) PaintSprite(painter, *sprite, shown);
 }

@@ -1,31 +1,26 @@
 #pragma once
 
-#include <QImage>
 #include <QPointer>
 #include <QRectF>
 #include <QWidget>
-#include <functional>
-#include <optional>
 #include <vector>
 
 #include "display/control.h"
-#include "display/qt/canvas_impl.h"
 
 namespace keelview {
 
 /// What the board needs to know of a sprite.
 struct SpriteItem {
-    const Canvas::Impl* Image = nullptr;
+    const Pixels* Image = nullptr;
     double Left = 0.0;
     double Top = 0.0;
     double Width = 0.0;
     double Height = 0.0;
     bool Visible = true;
-    std::optional<Colour> Clear;  ///< pixels in this colour are not painted
-    const std::function<void(const MouseEvent&)>* OnMouseMove = nullptr;
+    const Event<const MouseEvent&>* OnMouseMove = nullptr;
 
-    QRectF Rect() const;   ///< where it is painted, on whole pixels
-    QImage Shape() const;  ///< the image without the pixels that are not painted
+    QRectF Rect() const;  ///< where it is painted, on whole pixels
+    Bounds Reach() const;
 };
 
 /// What the board needs to know of a line object.
@@ -37,7 +32,7 @@ struct LineItem {
     Colour Ink = Black;
     bool Visible = true;
 
-    QRectF Rect() const;  ///< what it may touch
+    Bounds Reach() const;  ///< what it may touch
 };
 
 /// The drawing area of a surface: paints the image, the lines over it, and the sprites over them. Changes
@@ -47,16 +42,14 @@ class SurfaceBoard : public QWidget {
     explicit SurfaceBoard(QWidget* parent);
 
     /// The image to paint; none while the surface is made, and after it is gone.
-    void SetImage(Canvas::Impl* image) { image_ = image; }
+    void SetImage(const Pixels* image) { image_ = image; }
 
     void Add(SpriteItem* sprite) { sprites_.push_back(sprite); }
     void Remove(const SpriteItem* sprite);
     void Add(LineItem* line) { lines_.push_back(line); }
     void Remove(const LineItem* line);
-    /// Has the screen follow in a rectangle, soon.
-    void Follow(const QRectF& rect);
-    /// Has the screen follow what was drawn on the image, soon.
-    void FollowImage();
+    /// Has the screen follow in a part of the area, soon.
+    void Follow(const Bounds& part);
     /// Brings all changes to the screen now.
     void ShowNow();
     /// Tells a move to the topmost sprite under it that is shown; false if there is none.
@@ -68,14 +61,14 @@ class SurfaceBoard : public QWidget {
 
   private:
     QRect TakeDirty();
-    const QImage& WithLines(const QRect& shown);
+    const Pixels& WithLines(const QRect& shown);
     void PaintSprite(QPainter& painter, const SpriteItem& sprite, const QRect& shown) const;
 
-    Canvas::Impl* image_ = nullptr;
+    const Pixels* image_ = nullptr;
     std::vector<SpriteItem*> sprites_;
     std::vector<LineItem*> lines_;
-    QRectF floating_;      // what moved over the image and is not shown yet
-    QImage underSprites_;  // the image with the lines over it, while there are any
+    Bounds dirty_;         // what changed and is not shown yet
+    Pixels underSprites_;  // the image with the lines over it, while there are any
     bool awaited_ = false;
 };
 

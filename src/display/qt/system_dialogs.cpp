@@ -12,6 +12,8 @@ namespace keelview {
 
 namespace {
 
+constexpr std::string_view OwnName = "Keelview";
+
 /// The buttons speak the language of the system, as those of its own boxes do.
 void NameButtons(QMessageBox& box) {
     if (QLocale::system().language() != QLocale::Japanese) return;
@@ -22,8 +24,6 @@ void NameButtons(QMessageBox& box) {
 
 class SystemDialogs : public Dialogs {
   public:
-    explicit SystemDialogs(const std::string& defaultTitle) : defaultTitle_(defaultTitle) {}
-
     void Ok(std::string_view text, std::string_view title) override {
         QMessageBox box(QMessageBox::NoIcon, TitleOf(title), {}, QMessageBox::Ok,
                         QApplication::activeWindow());
@@ -49,7 +49,7 @@ class SystemDialogs : public Dialogs {
     }
 
   private:
-    QString TitleOf(std::string_view title) const { return ToQt(title.empty() ? defaultTitle_ : title); }
+    static QString TitleOf(std::string_view title) { return ToQt(title.empty() ? OwnName : title); }
 
     static int Say(QMessageBox& box, std::string_view text) {
         box.setTextFormat(Qt::PlainText);
@@ -57,14 +57,12 @@ class SystemDialogs : public Dialogs {
         NameButtons(box);
         return box.exec();
     }
-
-    const std::string& defaultTitle_;
 };
 
 }  // namespace
 
-std::unique_ptr<Dialogs> MakeDialogs(const std::string& defaultTitle) {
-    return std::make_unique<SystemDialogs>(defaultTitle);
+std::unique_ptr<Dialogs> MakeDialogs() {
+    return std::make_unique<SystemDialogs>();
 }
 
 }  // namespace keelview

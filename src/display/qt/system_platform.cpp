@@ -2,21 +2,21 @@
 #include <QCoreApplication>
 #include <QDateTime>
 #include <QDesktopServices>
-#include <QElapsedTimer>
 #include <QEventLoop>
 #include <QFileInfo>
 #include <QGuiApplication>
 #include <QProcess>
 #include <QScreen>
 #include <QStandardPaths>
+#include <QStorageInfo>
 #include <QTimer>
 #include <QUrl>
 #include <QWidget>
 #include <chrono>
 #include <cstdlib>
+#include <utility>
 
 #include "base/files.h"
-#include "display/data_folder.h"
 #include "display/platform.h"
 #include "display/qt/convert.h"
 #include "display/qt/native_control.h"
@@ -34,6 +34,16 @@ constexpr int NoSuchFile = 2;
 constexpr int NoSuchPath = 3;
 constexpr int NotAllowed = 5;
 constexpr int NoProgram = 31;
+
+constexpr int DriveIsFixed = 3;
+
+/// The locale of a name such as "ja_JP.UTF-8", as the environment has it.
+int LocaleCode(std::string_view name) {
+    const std::string_view language = name.substr(0, name.find_first_of(".@"));
+    if (language == "ja_JP" || language == "ja") return LocaleJapanese;
+    if (language == "en_US" || language == "C" || language == "POSIX") return LocaleEnglish;
+    return 0;
+}
 
 /// A variable of the environment; empty where it is not set.
 std::string Variable(const char* name) {
@@ -65,12 +75,15 @@ bool OpenedByToolkit([[maybe_unused]] const QString& document) {
 
 class SystemPlatform : public Platform {
   public:
+    explicit SystemPlatform(DataFolderRule dataFolder) : dataFolder_(std::move(dataFolder)) {}
+
     std::filesystem::path ProgramFolder() override {
         const std::string tree = Variable("KEELVIEW_TREE");
         if (!tree.empty()) return std::filesystem::path(tree).lexically_normal();
+        const std::filesystem::path program = FromQt(QCoreApplication::applicationFilePath());
+        if (!dataFolder_) return program.parent_path();
         const QString data = QStandardPaths::writableLocation(QStandardPaths::GenericDataLocation);
-        return SettleDataFolder(FromQt(QCoreApplication::applicationFilePath()), FromQt(data + "/keelview"),
-                                UserLocale() == LocaleJapanese);
+        return dataFolder_(program, FromQt(data + "/keelview"), UserLocale() == LocaleJapanese);
     }
 
     int UserLocale() override {
@@ -80,9 +93,9 @@ class SystemPlatform : public Platform {
     }
 
     int DriveType(const std::filesystem::path& folder) override {
-        std::error_code error;
-        const std::filesystem::path real = std::filesystem::canonical(folder, error);
-        return DriveTypeIn(ReadMounts(), error ? folder : real);
+        const QByteArray kind =
+            QStorageInfo(QString::fromStdString(folder.string())).fileSystemType().toLower();
+        return kind == "iso9660" || kind == "udf" || kind == "cdfs" ? DriveIsCdRom : DriveIsFixed;
     }
 
     ClockReading UtcNow() override { return Now(false); }
@@ -149,11 +162,7 @@ class SystemPlatform : public Platform {
                 now.time().msec()};
     }
 
-    static std::string ReadMounts() {
-        QFile mounts("/proc/mounts");
-        return mounts.open(QIODevice::ReadOnly) ? mounts.readAll().toStdString() : std::string();
-    }
-
+    DataFolderRule dataFolder_;
     bool busy_ = false;
 };
 
@@ -178,8 +187,8 @@ int SystemPlatform::OpenDocument(const std::string& target, const std::filesyste
 
 }  // namespace
 
-std::unique_ptr<Platform> MakePlatform() {
-    return std::make_unique<SystemPlatform>();
+std::unique_ptr<Platform> MakePlatform(DataFolderRule dataFolder) {
+    return std::make_unique<SystemPlatform>(std::move(dataFolder));
 }
 
 }  // namespace keelview

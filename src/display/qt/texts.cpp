@@ -1,5 +1,4 @@
 #include <QLineEdit>
-#include <QPalette>
 #include <QPlainTextEdit>
 #include <QTextDocument>
 
@@ -12,15 +11,9 @@ namespace keelview {
 
 namespace {
 
-void TakeColour(QWidget& widget, QPalette::ColorRole role, Colour colour) {
-    QPalette palette = widget.palette();
-    palette.setColor(role, ToQt(colour));
-    widget.setPalette(palette);
-}
-
 std::unique_ptr<NativeControl> MakePlate(Container& parent, std::string_view name, Align align,
                                          BorderStyle border) {
-    auto* plate = new TextPlate(parent.Native().Inner, align, border);
+    auto* plate = new TextPlate(NativeControl::Of(parent).Inner, align, border);
     auto native = std::make_unique<NativeControl>(plate, name);
     native->ApplyBack = [plate](Colour colour) { plate->SetGround(colour); };
     native->ApplyFore = [plate](Colour colour) { plate->SetInk(colour); };
@@ -28,7 +21,7 @@ std::unique_ptr<NativeControl> MakePlate(Container& parent, std::string_view nam
 }
 
 std::unique_ptr<NativeControl> MakeLineEdit(Container& parent, std::string_view name, TextBox::Kind kind) {
-    auto* edit = new QLineEdit(parent.Native().Inner);
+    auto* edit = new QLineEdit(NativeControl::Of(parent).Inner);
     edit->setFrame(kind.Border);
     // Boxes of 24 pixels would lose glyphs to the toolkit's own margins.
     edit->setTextMargins(-2, 0, -2, 0);
@@ -36,20 +29,20 @@ std::unique_ptr<NativeControl> MakeLineEdit(Container& parent, std::string_view 
                                            : kind.Alignment == Align::Centre ? Qt::AlignHCenter
                                                                              : Qt::AlignRight));
     auto native = std::make_unique<NativeControl>(edit, name);
-    native->ApplyBack = [edit](Colour colour) { TakeColour(*edit, QPalette::Base, colour); };
-    native->ApplyFore = [edit](Colour colour) { TakeColour(*edit, QPalette::Text, colour); };
+    native->ApplyBack = [edit](Colour colour) { TakeColour(*edit, {QPalette::Base}, colour); };
+    native->ApplyFore = [edit](Colour colour) { TakeColour(*edit, {QPalette::Text}, colour); };
     return native;
 }
 
 std::unique_ptr<NativeControl> MakeTextEdit(Container& parent, std::string_view name, TextBox::Kind kind) {
-    auto* edit = new QPlainTextEdit(parent.Native().Inner);
+    auto* edit = new QPlainTextEdit(NativeControl::Of(parent).Inner);
     edit->setTabChangesFocus(true);
     edit->setFrameShape(kind.Border ? QFrame::StyledPanel : QFrame::NoFrame);
     edit->document()->setDocumentMargin(1);
     auto native = std::make_unique<NativeControl>(edit, name);
     native->Watch(edit->viewport());
-    native->ApplyBack = [edit](Colour colour) { TakeColour(*edit, QPalette::Base, colour); };
-    native->ApplyFore = [edit](Colour colour) { TakeColour(*edit, QPalette::Text, colour); };
+    native->ApplyBack = [edit](Colour colour) { TakeColour(*edit, {QPalette::Base}, colour); };
+    native->ApplyFore = [edit](Colour colour) { TakeColour(*edit, {QPalette::Text}, colour); };
     return native;
 }
 

@@ -3,6 +3,8 @@
 #include <QPainter>
 #include <QStyleOption>
 
+#include "display/qt/plates.h"
+
 namespace keelview {
 
 namespace {
@@ -12,7 +14,6 @@ constexpr int LabelSpacing = 3;
 constexpr int ButtonMargin = 2;
 constexpr QColor Outline(110, 110, 110);
 constexpr QColor FaintOutline(160, 160, 160);
-constexpr double NarrowestText = 0.66;
 
 }  // namespace
 
@@ -45,17 +46,11 @@ int TightStyle::styleHint(StyleHint hint, const QStyleOption* option, const QWid
 void TightStyle::drawItemText(QPainter* painter, const QRect& rect, int flags, const QPalette& palette,
                               bool enabled, const QString& text, QPalette::ColorRole role) const {
     const int width = painter->fontMetrics().size(flags & Qt::TextShowMnemonic, text).width();
-    if (width <= rect.width() || rect.width() <= 0) {
-        QProxyStyle::drawItemText(painter, rect, flags, palette, enabled, text, role);
-        return;
-    }
-    const double share = std::max(NarrowestText, static_cast<double>(rect.width()) / width);
-    painter->save();
-    painter->translate(rect.left(), 0);
-    painter->scale(share, 1.0);
-    const QRect wide(0, rect.top(), static_cast<int>(rect.width() / share) + 1, rect.height());
-    QProxyStyle::drawItemText(painter, wide, flags, palette, enabled, text, role);
-    painter->restore();
+    DrawNarrowed(*painter, rect, width, [&](const QRectF& room) {
+        const bool narrowed = room.width() > rect.width();
+        const QRect wide(0, rect.top(), static_cast<int>(room.width()) + 1, rect.height());
+        QProxyStyle::drawItemText(painter, narrowed ? wide : rect, flags, palette, enabled, text, role);
+    });
 }
 
 void TightStyle::drawPrimitive(PrimitiveElement element, const QStyleOption* option, QPainter* painter,

@@ -1,0 +1,11 @@
+#pragma once
+
+namespace keelview {
+
+/// A place on earth in minutes of arc, north and east positive.
+struct Position {
+    double Lat = 0.0;
+    double Lon = 0.0;
+};
+
+}  // namespace keelview

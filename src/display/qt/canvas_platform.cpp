@@ -1,0 +1,124 @@
+#include "display/canvas_platform.h"
+
+#include <QFile>
+#include <QFont>
+#include <QFontMetricsF>
+#include <QGuiApplication>
+#include <QImage>
+#include <QImageReader>
+#include <QPainter>
+#include <QString>
+#include <cmath>
+#include <optional>
+
+#include "display/qt/convert.h"
+
+namespace keelview {
+
+namespace {
+
+// Bytes that the decoded image of a file may take.
+constexpr int ImageMegabytes = 256;
+
+/// Holds one painter open on the image, and the font of the last text: making either anew would take longer
+/// than the text.
+class QtPen : public PlatformPen {
+  public:
+    explicit QtPen(Pixels& image) : pixels_(image) {}
+
+    double LineHeight(double points) override { return Metrics(points).height(); }
+
+    double TextWidth(std::string_view text, double points) override {
+        return Metrics(points).horizontalAdvance(ToQt(text));
+    }
+
+    double DrawText(std::string_view line, const Point& topLeft, double points, Colour colour) override {
+        const QFontMetricsF& metrics = Metrics(points);
+        const QString text = ToQt(line);
+        QPainter& painter = Painter();
+        if (!painterHasFont_) painter.setFont(font_->Face);
+        painterHasFont_ = true;
+        const QColor ink = ToQt(colour);
+        if (painter.pen().color() != ink) painter.setPen(ink);
+        painter.drawText(QPointF(std::round(topLeft.X), std::round(topLeft.Y) + metrics.ascent()), text);
+        // Measuring the text would cost as much as drawing it; no glyph is wider than two heights.
+        return 2.0 * metrics.height() * static_cast<double>(text.size());
+    }
+
+    void DrawPicture(const Pixels& picture, const Point& topLeft) override {
+        Painter().drawImage(QPointF(topLeft.X, topLeft.Y), ViewOf(picture));
+    }
+
+  private:
+    struct Font {
+        explicit Font(double points) : Points(points), Face(UiFont({}, points, false)), Metrics(Face) {}
+        double Points;
+        QFont Face;
+        QFontMetricsF Metrics;
+    };
+
+    const QFontMetricsF& Metrics(double points) {
+        if (!font_ || font_->Points != points) {
+            font_.emplace(points);
+            painterHasFont_ = false;
+        }
+        return font_->Metrics;
+    }
+
+    QPainter& Painter() {
+        if (!painter_.isActive()) {
+            image_ = ViewOf(pixels_);
+            painter_.begin(&image_);
+            painter_.setRenderHint(QPainter::SmoothPixmapTransform);
+        }
+        return painter_;
+    }
+
+    Pixels& pixels_;
+    QImage image_;  // the pixels, as the toolkit wants them
+    QPainter painter_;
+    std::optional<Font> font_;
+    bool painterHasFont_ = false;
+};
+
+/// The image of a file or of the program, with `ratio` of its pixels to one of the layout.
+Pixels ReadImage(const QString& name, double ratio) {
+    QImageReader reader(name);
+    reader.setAutoTransform(true);
+    reader.setDecideFormatFromContent(true);
+    QImageReader::setAllocationLimit(ImageMegabytes);
+    QImage image = reader.read();
+    if (image.isNull()) return {};
+    const bool opaque = !image.hasAlphaChannel();
+    image.convertTo(FormatOf(opaque));
+    Pixels pixels{
+        .Bits = {}, .Width = image.width(), .Height = image.height(), .Ratio = ratio, .Opaque = opaque};
+    for (int y = 0; y < image.height(); ++y) {
+        const auto* row = reinterpret_cast<const Pixel*>(image.constScanLine(y));
+        pixels.Bits.insert(pixels.Bits.end(), row, row + image.width());
+    }
+    return pixels;
+}
+
+}  // namespace
+
+std::unique_ptr<PlatformPen> MakePen(Pixels& image) {
+    return std::make_unique<QtPen>(image);
+}
+
+Pixels ReadImageFile(const std::filesystem::path& path) {
+    return ReadImage(QString::fromStdString(path.string()), 1.0);
+}
+
+Pixels ReadAsset(std::string_view name) {
+    const QString plain = ":/assets/" + ToQt(name);
+    QString twice = plain;
+    twice.insert(twice.lastIndexOf('.'), "@2x");
+    return ScreenRatio() > 1.0 && QFile::exists(twice) ? ReadImage(twice, 2.0) : ReadImage(plain, 1.0);
+}
+
+double ScreenRatio() {
+    return qGuiApp != nullptr ? qGuiApp->devicePixelRatio() : 1.0;
+}
+
+}  // namespace keelview

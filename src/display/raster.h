@@ -1,0 +1,54 @@
+#pragma once
+
+#include <span>
+
+#include "base/point.h"
+#include "display/pixels.h"
+
+/// Draws into an image in memory. Points are device pixels as real numbers: pixel (i, j) covers i to i + 1
+/// and j to j + 1. Colours are opaque.
+namespace keelview::raster {
+
+/// How a line is drawn, in device pixels. Dashes are as long as the gaps between them.
+struct Stroke {
+    Pixel Colour = 0xFF000000U;
+    double Width = 1.0;
+    double Dash = 0.0;  ///< length of a dash; 0 draws a whole line
+};
+
+/// Beyond which edges of the image, grown by `margin`, a point lies: one bit an edge. A line whose two
+/// ends share a bit cannot touch the image.
+inline unsigned SideOf(const Pixels& image, const Point& at, double margin) {
+    return static_cast<unsigned>(at.X < -margin) |
+           static_cast<unsigned>(at.X > image.Width + margin) << 1U |
+           static_cast<unsigned>(at.Y < -margin) << 2U |
+           static_cast<unsigned>(at.Y > image.Height + margin) << 3U;
+}
+
+/// Cuts a line to what lies on the image and `margin` pixels around it. False if nothing does, or if a
+/// coordinate is no number or beyond all reason.
+bool ClipLine(const Pixels& image, double margin, Point& from, Point& to);
+
+/// A straight line with smooth edges. Upright and level lines are snapped to whole pixels, so that they are
+/// crisp. Lines of any length cost only what lies on the image; coordinates that are no finite number draw
+/// nothing.
+void DrawSegment(Pixels& image, Point from, Point to, const Stroke& stroke);
+
+/// Sets the pixels from `left`, `top` up to but not including `right`, `bottom`, given as whole pixels; a
+/// clear colour wipes them out.
+void FillRows(Pixels& image, double left, double top, double right, double bottom, Pixel colour);
+
+/// A ring with smooth edges around a point; `radius` is that of its middle line. The inside is filled where
+/// `filled` is set.
+void DrawRing(Pixels& image, Point centre, double radius, double width, Pixel colour, bool filled,
+              Pixel fill);
+
+/// Fills a closed polygon with smooth edges. Corners may lie anywhere; a corner that is no finite number
+/// draws nothing.
+void FillPolygon(Pixels& image, std::span<const Point> corners, Pixel colour);
+
+/// Lays a picture over the image with its top left at a device pixel, pixel upon pixel; it shows through
+/// where it is clear.
+void LayOver(Pixels& image, const Pixels& picture, int left, int top);
+
+}  // namespace keelview::raster

@@ -1,0 +1,117 @@
+#include "map/boats.h"
+
+#include <algorithm>
+#include <cmath>
+#include <vector>
+
+#include "base/angles.h"
+#include "base/bilingual.h"
+#include "map/boat_label.h"
+#include "session/boat_colours.h"
+
+namespace keelview {
+
+namespace {
+
+constexpr double WakeSeconds = 30.0;
+constexpr int WakePoints = 5;  // with the point that the boat comes from
+constexpr double LabelPoints = 9.0;
+
+}  // namespace
+
+Boats::Boats(const AppState& app, RaceDisp& form) : app_(app), form_(form) {}
+
+void Boats::Repaint(Changed changed) {
+    if (!Any(changed, Changed::Boats | Changed::Race)) return;
+    for (int row = 0; row < form_.Bar.Count(); ++row) form_.Bar[row].SetBorderColor(BoatColour(row + 1));
+}
+
+void Boats::Show(const Moment& now) {
+    const SpriteSize size = SizeOnMap(
+        app_.race.BoatLength, PixelsPerMetre(app_.view, app_.area, app_.scale), form_.Check10.Value());
+    ShowScaleNote(size.RealSize);
+    if (app_.shown.ViewMode != ViewKind::Map) return;
+    const Projection projection = MapProjection(app_);
+    const bool wakes = form_.Check5.Value() || !form_.Check6.Value();
+    for (int boat = 1; boat <= now.Boats.Count(); ++boat) {
+        if (!now.Boats[boat].IsSomewhere()) {
+            HideBoat(boat);
+            continue;
+        }
+        const Point at = projection.ToScreen(now.Boats[boat].At());
+        ShowBoat(boat, at, size);
+        PlaceCrossWindLine(boat, at);
+        if (form_.Check5.Value() && (form_.Check9.Value() || form_.Maru[boat - 1].Value()))
+            DrawNameLabel(boat, at.X + size.Side / 2 + 5, at.Y - 5);
+        if (wakes) DrawWake(boat, at, projection);
+    }
+}
+
+void Boats::ShowScaleNote(bool realSize) {
+    const Text note = realSize ? Text{"Real Size", "実サイズ"} : Text{"Enlarged", "変形サイズ"};
+    form_.Text15.SetForeColor(realSize ? app_.shown.InkColour : Red);
+    form_.Text15.SetText(note.In(app_.settings.UseEnglish));
+}
+
+void Boats::ShowBoat(int boat, const Point& at, const SpriteSize& size) {
+    Sprite& sprite = form_.Boat[boat - 1];
+    DrawBoatSprite(sprite, LookOf(boat, size.Side));
+    sprite.Move(at.X - size.Side / 2, at.Y - size.Side / 2);
+    sprite.SetVisible(true);
+}
+
+void Boats::HideBoat(int boat) {
+    form_.Boat[boat - 1].SetVisible(false);
+    form_.Bar[boat - 1].SetVisible(false);
+}
+
+BoatLook Boats::LookOf(int boat, double side) const {
+    const Moment& now = app_.now;
+    const double heading = HeadingOn(app_.tracks.Boats[boat], now.Boats[boat].Segment, now.Time);
+    return {.Side = side,
+            .Length = app_.race.BoatLength,
+            .Heading = WrapDifference(heading - app_.view.ScreenUpDirection),
+            .WindAngle = WrapDifference(now.WindNow.DirectionTrue - heading),
+            .Ring = form_.Maru[boat - 1].Value() || app_.shown.HoverBoat == boat,
+            .Hull = BoatColour(boat)};
+}
+
+void Boats::PlaceCrossWindLine(int boat, const Point& at) {
+    LineObject& bar = form_.Bar[boat - 1];
+    const bool visible = form_.Check4.Value() && form_.Option3.Value();
+    bar.SetVisible(visible);
+    if (!visible) return;
+    const double side = app_.view.MapSide;
+    const double offTop = WrapDifference(app_.now.WindNow.DirectionTrue - app_.view.ScreenUpDirection);
+    if (offTop == 90) {
+        bar.Place(at.X, 0, at.X, side);
+        return;
+    }
+    const double slope = std::tan(offTop * DegToRad);
+    const double atLeftEdge = at.Y - slope * at.X;
+    bar.Place(0, atLeftEdge, side, slope * side + atLeftEdge);
+}
+
+void Boats::DrawNameLabel(int boat, double x, double y) {
+    Surface& map = form_.Picture1;
+    map.ForeColor = BoatColour(boat);
+    map.FontSize = LabelPoints * app_.settings.FontScale;
+    map.PrintAt(x, y, NameAndSpeed(app_.race.Boats[boat].BoatName, app_.now.Boats[boat]));
+}
+
+void Boats::DrawWake(int boat, const Point& at, const Projection& projection) {
+    const Track& track = app_.tracks.Boats[boat];
+    const int last = app_.now.Boats[boat].Segment;
+    Surface& map = form_.Picture1;
+    map.Fill = FillStyle::Solid;
+    map.FillColor = Yellow;
+    std::vector<Point> wake{at};
+    for (int point = last; point > std::max(0, last - WakePoints); --point) {
+        wake.push_back(projection.ToScreen(track.At(point)));
+        map.Circle(wake.back().X, wake.back().Y, 1, White);
+        if (point < last && std::abs(app_.now.Time - track.TrackTime[point]) > WakeSeconds) break;
+    }
+    map.Polyline(wake, White);
+}
+
+}  // namespace keelview

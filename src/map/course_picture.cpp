@@ -1,0 +1,109 @@
+#include "map/course_picture.h"
+
+#include "base/dates.h"
+#include "base/numbers.h"
+#include "map/screen_geometry.h"
+
+namespace keelview {
+
+namespace {
+
+constexpr Colour LayLineColour = Rgb(192, 192, 255);
+constexpr double LabelPoints = 9.0;
+constexpr double LineLabelPoints = 12.0;
+constexpr double PassClockPoints = 16.0;
+constexpr double EntryDiskRadius = 3.0;
+constexpr int PassClockSeconds = 300;
+
+/// One drawing of the course.
+class CourseDrawing {
+  public:
+    CourseDrawing(Canvas& map, const AppState& app, bool layLines, bool passClock)
+        : map_(map), app_(app), projection_(MapProjection(app)), layLines_(layLines) {
+        if (passClock) clock_ = PassClockAt(app.passes, app.now.Time);
+    }
+
+    void DrawMark(int mark) {
+        const Point at = projection_.ToScreen(app_.race.Marks[mark].At());
+        if (layLines_) {
+            DrawLayLines(at, 180, app_.race.LayLineUp);
+            DrawLayLines(at, 0, app_.race.LayLineDown);
+        }
+        DrawDisk(at);
+        const std::string name = CourseKeyText({.IsLine = false, .Number = mark});
+        DrawName(name, at, LabelPoints);
+        DrawPassClock(name, at);
+    }
+
+    void DrawLine(int line) {
+        const Point from = projection_.ToScreen(app_.race.Lines[line].FirstEnd());
+        const Point to = projection_.ToScreen(app_.race.Lines[line].SecondEnd());
+        if (layLines_) {
+            DrawLayLines(from, 180, app_.race.LayLineUp);
+            DrawLayLines(to, 180, app_.race.LayLineUp);
+        }
+        map_.Line(from.X, from.Y, to.X, to.Y, Yellow);
+        DrawDisk(from);
+        DrawDisk(to);
+        const std::string name = CourseKeyText({.IsLine = true, .Number = line});
+        DrawName(name, from, LineLabelPoints);
+        DrawPassClock(name, to);
+    }
+
+  private:
+    void DrawLayLines(const Point& from, double first, double layAngle) {
+        const double length = app_.area.AreaSpan / 2 * projection_.PerLatMinute();
+        const double wind = app_.now.WindNow.DirectionTrue - app_.view.ScreenUpDirection;
+        map_.Style = DrawStyle::Dotted;
+        for (const double offWind : {first, 180 - layAngle, 180 + layAngle}) {
+            const Point end = PointBeside(from, offWind + wind, length);
+            map_.Line(from.X, from.Y, end.X, end.Y, LayLineColour);
+        }
+        map_.Style = DrawStyle::Solid;
+    }
+
+    void DrawDisk(const Point& at) { map_.Circle(at.X, at.Y, EntryDiskRadius, Black); }
+
+    void DrawName(const std::string& name, const Point& at, double points) {
+        map_.FontSize = points * app_.settings.FontScale;
+        map_.ForeColor = app_.shown.InkColour;
+        map_.PrintAt(at.X + 8, at.Y - 5, name);
+    }
+
+    void DrawPassClock(const std::string& name, const Point& at) {
+        if (!clock_ || app_.race.CourseOrder[clock_->Entry] != name) return;
+        map_.FontSize = PassClockPoints * app_.settings.FontScale;
+        map_.ForeColor = Red;
+        map_.PrintAt(at.X - map_.TextWidth(clock_->Text) / 2, at.Y - 50, clock_->Text);
+    }
+
+    Canvas& map_;
+    const AppState& app_;
+    Projection projection_;
+    bool layLines_;
+    std::optional<PassClock> clock_;
+};
+
+}  // namespace
+
+std::optional<PassClock> PassClockAt(const MarkPasses& passes, double time) {
+    for (int entry = passes.FirstPassTime.Count(); entry >= 2; --entry) {
+        const int first = passes.FirstPassTime[entry];
+        const double since = time - first;
+        if (first == NobodyPassed || since < 0 || since > PassClockSeconds) continue;
+        return PassClock{entry, ShortDurationText(FloorToInt(since))};
+    }
+    return {};
+}
+
+void DrawCourse(Canvas& map, const AppState& app, bool layLines, bool passClock) {
+    map.Fill = FillStyle::Solid;
+    map.FillColor = Yellow;
+    CourseDrawing drawing(map, app, layLines, passClock);
+    for (int mark = 1; mark <= app.race.Marks.Count(); ++mark) drawing.DrawMark(mark);
+    for (int line = 1; line <= app.race.Lines.Count(); ++line) drawing.DrawLine(line);
+    map.ForeColor = Black;
+    map.FontSize = LabelPoints * app.settings.FontScale;
+}
+
+}  // namespace keelview

@@ -1,0 +1,73 @@
+#include "map/order_course.h"
+
+#include <string>
+
+#include "analysis/nearest_entry.h"
+#include "display/hint_box.h"
+
+namespace keelview {
+
+namespace {
+
+constexpr int RowHeight = 12;  // of an entry in the course panel
+
+/// What a click would take: "MK3", or a line by its negative number, "LINE-2".
+std::string HoverName(const CourseKey& entry) {
+    return entry.IsLine ? "LINE" + std::to_string(-entry.Number) : CourseKeyText(entry);
+}
+
+}  // namespace
+
+OrderCourse::OrderCourse(const AppState& app, RaceDisp& form, RaceChanges& changes)
+    : app_(app), form_(form), changes_(changes) {
+    form_.Command8.OnClick = [this] { changes_.ClearCourse(); };
+}
+
+void OrderCourse::Enter() {
+    form_.Command5.SetBackColor(Yellow);
+    ShowCoursePanel();
+}
+
+void OrderCourse::Leave() {
+    form_.Command5.SetBackColor(ButtonFace);
+    form_.Picture9.Hide();
+}
+
+Click OrderCourse::Press(const MouseEvent& /*event*/, const Position& at) {
+    const auto entry = NearestEntry(app_.race, app_.scale, app_.view.ZoomFactor, at);
+    if (entry) changes_.AddToCourse(*entry);
+    return Click::Picked;
+}
+
+void OrderCourse::Follow(const MouseEvent& event, const Position& at) {
+    const auto entry = NearestEntry(app_.race, app_.scale, app_.view.ZoomFactor, at);
+    if (!entry) {
+        form_.Text7.Hide();
+        return;
+    }
+    const std::string name = HoverName(*entry);
+    const double width = form_.Text7.TextWidth(name) + 5;
+    ShowHint(form_.Text7, name,
+             {.Left = event.X - width / 2, .Top = event.Y - 20, .Width = width, .Height = 14});
+    form_.Picture1.Refresh();
+}
+
+void OrderCourse::ShowCoursePanel() {
+    const int count = app_.race.CourseOrder.Count();
+    constexpr double LeastHeight = 15.0;
+    const double height = count > 0 ? count * RowHeight : LeastHeight;
+    form_.Picture9.Move(form_.Picture1.Width() - 100, 10, 90, height + 55);
+    form_.Label4.Move(8, 5, 97, 17);
+    form_.List1.Move(5, 20, 75, count * RowHeight + 10);
+    form_.Command8.Move(5, height + 30, 76, 17);
+    form_.List1.SetRowHeight(RowHeight);
+    form_.List1.Clear();
+    for (int entry = 1; entry <= count; ++entry)
+        form_.List1.AddItem(std::to_string(entry) + "  " + app_.race.CourseOrder[entry]);
+    form_.Picture9.Show();
+    // Over the finish list, but below the label of the boat under the pointer.
+    form_.Picture9.Raise();
+    form_.Text8.Raise();
+}
+
+}  // namespace keelview

@@ -1,0 +1,87 @@
+#include "session/race_changes.h"
+
+namespace keelview {
+
+namespace {
+
+constexpr Text TooManyMarks{"No more than 30 marks can be set.", "マークは30個まで設定できます。"};
+constexpr Text TooManyLines{"No more than 10 lines can be set.", "ラインは10本まで設定できます。"};
+constexpr Text TooManyEntries{"The course order holds no more than 30 marks and lines.",
+                              "コースに設定できるマーク・ラインは30個までです。"};
+static_assert(MaxMarks == 30 && MaxLines == 10 && MaxClickedEntries == 30, "the texts name the limits");
+
+}  // namespace
+
+RaceChanges::RaceChanges(AppState& app, const Voice& voice, RaceSaver& saver, Stage& stage)
+    : app_(app), voice_(voice), saver_(saver), stage_(stage) {}
+
+bool RaceChanges::AddMark(const Position& at) {
+    if (!app_.race.Marks.Add({TextNumber(at.Lat), TextNumber(at.Lon)})) return Refuse(TooManyMarks);
+    CourseChanged();
+    return true;
+}
+
+bool RaceChanges::MayAddLine() const {
+    return !app_.race.Lines.IsFull() || Refuse(TooManyLines);
+}
+
+bool RaceChanges::AddLine(const Position& from, const Position& to) {
+    if (!MayAddLine()) return false;
+    app_.race.Lines.Add(
+        {TextNumber(from.Lat), TextNumber(from.Lon), TextNumber(to.Lat), TextNumber(to.Lon)});
+    CourseChanged();
+    return true;
+}
+
+bool RaceChanges::AddToCourse(const CourseKey& entry) {
+    if (app_.race.CourseOrder.Count() >= MaxClickedEntries) return Refuse(TooManyEntries);
+    app_.race.CourseOrder.Add(CourseKeyText(entry));
+    CourseChanged();
+    return true;
+}
+
+void RaceChanges::Remove(const CourseKey& entry) {
+    if (entry.IsLine)
+        app_.race.Lines.Erase(entry.Number);
+    else
+        app_.race.Marks.Erase(entry.Number);
+    ClearCourse();
+}
+
+void RaceChanges::ClearCourse() {
+    app_.race.CourseOrder.Clear();
+    CourseChanged();
+}
+
+void RaceChanges::SetWindDirection(double direction) {
+    app_.race.WindDirection = direction;
+    app_.view.ScreenUpDirection = ScreenUp(app_.race);
+    app_.view.ZoomFactor = app_.view.ManualZoom;
+    stage_.Repaint(Changed::Wind | Changed::View);
+    saver_.Save();
+}
+
+void RaceChanges::SetNorthUp(bool northUp) {
+    app_.race.NorthUp = northUp;
+    app_.view.ScreenUpDirection = ScreenUp(app_.race);
+    stage_.Repaint(Changed::View);
+}
+
+void RaceChanges::SetWind(const WindData& wind, const std::string& windFileName) {
+    app_.wind = wind;
+    app_.race.WindFileName = windFileName;
+    stage_.Repaint(Changed::Wind);
+}
+
+bool RaceChanges::Refuse(const Text& why) const {
+    voice_.Say(why);
+    return false;
+}
+
+void RaceChanges::CourseChanged() {
+    FindAllPasses(app_.race, app_.tracks, app_.scale, app_.passes);
+    stage_.Repaint(Changed::Course);
+    saver_.Save();
+}
+
+}  // namespace keelview

@@ -1,0 +1,52 @@
+#pragma once
+
+#include <string>
+
+#include "base/bilingual.h"
+#include "base/position.h"
+#include "racedata/race_control.h"
+#include "session/app_state.h"
+#include "session/save_race.h"
+#include "session/stage.h"
+#include "session/voice.h"
+
+namespace keelview {
+
+/// The one door for what a person changes in the open race: done in the race, written to its file at once
+/// unless said otherwise, and told to the pictures. What follows from marks, lines and course is worked out
+/// anew. What would pass a limit of the race is refused: the person is told, and nothing changes.
+class RaceChanges {
+  public:
+    RaceChanges(AppState& app, const Voice& voice, RaceSaver& saver, Stage& stage);
+
+    /// The numbers of new marks and lines follow those that are there. False: refused.
+    bool AddMark(const Position& at);
+    bool AddLine(const Position& from, const Position& to);
+    /// As AddLine, asked before the person clicks its second end.
+    bool MayAddLine() const;
+    /// Puts an entry at the end of the course, also one that is there already. False: refused.
+    bool AddToCourse(const CourseKey& entry);
+    /// Takes a mark or line away; the numbers of the following ones fall by one. As its entries would mean
+    /// others then, the course is emptied.
+    void Remove(const CourseKey& entry);
+    void ClearCourse();
+
+    /// The race's wind, degrees; the map turns with it.
+    void SetWindDirection(double direction);
+    /// North or the wind at the top of the map. It is written with the next save.
+    void SetNorthUp(bool northUp);
+    /// Wind entered by hand, for a wind file of that name; both are written by others when the person says
+    /// so.
+    void SetWind(const WindData& wind, const std::string& windFileName);
+
+  private:
+    bool Refuse(const Text& why) const;
+    void CourseChanged();
+
+    AppState& app_;
+    const Voice& voice_;
+    RaceSaver& saver_;
+    Stage& stage_;
+};
+
+}  // namespace keelview

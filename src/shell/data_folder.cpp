@@ -1,0 +1,90 @@
+#include "shell/data_folder.h"
+
+#include <system_error>
+#include <vector>
+
+#include "base/files.h"
+
+namespace keelview {
+
+namespace {
+
+namespace fs = std::filesystem;
+
+constexpr const char* RaceFolder = "raceadmin";
+constexpr const char* StartFolder = "start";  // Ver.00 and racefile.st by language
+
+bool IsFolder(const fs::path& path) {
+    std::error_code error;
+    return fs::is_directory(path, error);
+}
+
+/// Copies a file or all that is in a folder. The user owns the copies and may write them.
+std::error_code CopyAll(const fs::path& from, const fs::path& to) {
+    std::error_code error;
+    fs::copy(from, to, fs::copy_options::recursive | fs::copy_options::overwrite_existing, error);
+    if (error) return error;
+    fs::permissions(to, fs::perms::owner_write, fs::perm_options::add, error);
+    if (error || !IsFolder(to)) return error;
+    for (fs::recursive_directory_iterator entry(to, error), end; !error && entry != end;
+         entry.increment(error))
+        fs::permissions(entry->path(), fs::perms::owner_write, fs::perm_options::add, error);
+    return error;
+}
+
+/// Copies an entry of the shared data that the folder lacks: aside first, so that it is there whole or not
+/// at all.
+std::error_code LayOutEntry(const fs::path& shared, const fs::path& folder, const std::string& name,
+                            const fs::path& startFiles) {
+    std::error_code error;
+    if (fs::exists(folder / name, error)) return {};
+    const fs::path aside = folder / (".new-" + name);
+    fs::remove_all(aside, error);
+    if (!error) error = CopyAll(shared / name, aside);
+    if (!error && name == RaceFolder) error = CopyAll(startFiles, aside);
+    if (!error) fs::rename(aside, folder / name, error);
+    return error;
+}
+
+/// Copies what the folder lacks, the race folder last: it tells that all is there.
+std::error_code LayOut(const fs::path& shared, const fs::path& folder, const fs::path& startFiles) {
+    std::error_code error;
+    fs::create_directories(folder, error);
+    if (error) return error;
+    std::vector<std::string> names;
+    for (fs::directory_iterator entry(shared, error), end; !error && entry != end; entry.increment(error)) {
+        const std::string name = entry->path().filename().string();
+        if (name != RaceFolder && name != StartFolder) names.push_back(name);
+    }
+    names.emplace_back(RaceFolder);
+    for (const std::string& name : names)
+        if (!error) error = LayOutEntry(shared, folder, name, startFiles);
+    return error;
+}
+
+/// Leads a link in the folder to the program, unless something of the user's has its name.
+void LinkProgram(const fs::path& program, const fs::path& folder) {
+    const fs::path link = folder / program.filename();
+    std::error_code error;
+    if (fs::is_symlink(link, error)) {
+        if (fs::read_symlink(link, error) == program) return;
+        fs::remove(link, error);
+    }
+    fs::create_symlink(program, link, error);
+}
+
+}  // namespace
+
+fs::path SettleDataFolder(const fs::path& program, const fs::path& userFolder, bool japanese) {
+    fs::path programFolder = program.parent_path();
+    if (IsFolder(FindBelow(programFolder, RaceFolder))) return programFolder;
+    fs::path shared = (programFolder / "../share/keelview").lexically_normal();
+    if (!IsFolder(shared / RaceFolder)) return programFolder;
+    const fs::path startFiles = shared / StartFolder / (japanese ? "ja" : "en");
+    if (!IsFolder(FindBelow(userFolder, RaceFolder)) && LayOut(shared, userFolder, startFiles))
+        return shared;
+    LinkProgram(program, userFolder);
+    return userFolder;
+}
+
+}  // namespace keelview

@@ -1,0 +1,69 @@
+#include <gtest/gtest.h>
+
+#include <QPixmap>
+#include <QWidget>
+#include <vector>
+
+#include "display/form.h"
+#include "support/qt_driver.h"
+
+namespace keelview {
+namespace {
+
+TEST(Sprite, CoversNoMoreThanItsShapeAndTakesTheGroundIntoItsEdges) {
+    Form form("Form", Form::Kind::Fixed, 60, 60);
+    Surface map(form, "Map", BorderStyle::None);
+    map.Move(0, 0, 60, 60);
+    map.SetBackColor(White);
+    map.FilledBox(0, 0, 29, 59, Black);  // the boat lies half on black and half on white
+    Sprite boat(map, "Boat", 40, 40);
+    boat.Move(10, 10);
+    boat.Fill = FillStyle::Solid;
+    boat.FillColor = boat.ForeColor = Red;
+    boat.Polygon(std::vector<Point>{{20, 3.4}, {33, 30}, {7, 30}});
+    form.ShowNow();
+    const QImage seen = driver::Face(map).grab().toImage();
+    EXPECT_EQ(seen.pixelColor(30, 35), QColor(255, 0, 0));
+    EXPECT_EQ(seen.pixelColor(12, 12), QColor(0, 0, 0));
+    EXPECT_EQ(seen.pixelColor(47, 12), QColor(255, 255, 255));
+    int edges = 0;
+    for (int y = 0; y < 60; ++y) {
+        for (int x = 0; x < 60; ++x) {
+            const QColor at = seen.pixelColor(x, y);
+            // Between black and red there is no green and no blue; between white and red, all red.
+            if (x < 30)
+                EXPECT_LE(at.green() + at.blue(), 2) << x << " " << y;
+            else
+                EXPECT_GE(at.red(), 253) << x << " " << y;
+            edges += at.green() == at.blue() && at.red() != 0 && at.red() != 255 ? 1 : 0;
+        }
+    }
+    EXPECT_GT(edges, 20);
+    boat.Cls();
+    EXPECT_EQ(driver::Face(map).grab().toImage().pixelColor(30, 35), QColor(255, 255, 255));
+}
+
+TEST(Event, ASecondHandlerIsRefusedUntilTheFirstIsCleared) {
+    Event<int> event;
+    int first = 0;
+    int second = 0;
+    event(1);
+    event = [&](int value) { first += value; };
+#ifdef NDEBUG
+    testing::internal::CaptureStderr();
+    event = [&](int value) { second += value; };
+    EXPECT_NE(testing::internal::GetCapturedStderr().find("second handler"), std::string::npos);
+#else
+    EXPECT_DEATH((event = [&](int value) { second += value; }), "second handler");
+#endif
+    event(2);
+    EXPECT_EQ(first, 2);
+    event.Clear();
+    event = [&](int value) { second += value; };
+    event(3);
+    EXPECT_EQ(first, 2);
+    EXPECT_EQ(second, 3);
+}
+
+}  // namespace
+}  // namespace keelview
