@@ -15,8 +15,20 @@ constexpr double AxisTolerance = 0.02;
 // Coverage is counted in 256 steps.
 constexpr int FullCover = 256;
 
-// Half a step of a pixel's alpha, as it stands in the product of alpha and coverage.
-constexpr Pixel HalfOfAlpha = 0x00800000U;
+// The four parts of a pixel with room between them, so that all are multiplied at once.
+constexpr std::uint64_t SpreadParts = 0x00FF00FF00FF00FFU;
+
+std::uint64_t Spread(Pixel pixel) {
+    return (pixel | static_cast<std::uint64_t>(pixel) << 24U) & SpreadParts;
+}
+
+Pixel Packed(std::uint64_t parts) {
+    parts &= SpreadParts;
+    return static_cast<Pixel>(parts | parts >> 24U);
+}
+
+// Half a step of a spread pixel's alpha, as it stands in the product of alpha and coverage.
+constexpr std::uint64_t HalfOfAlpha = 0x0080000000000000U;
 
 /// Lays an opaque colour over a pixel, which may be clear. Colours are rounded down, but the alpha to the
 /// nearest: so a shape on a clear ground that is laid over a colour looks as if it had been drawn there.
@@ -25,12 +37,9 @@ void Blend(Pixel& under, Pixel colour, int cover) {
         under = colour;
         return;
     }
-    const Pixel rest = static_cast<Pixel>(FullCover - cover);
-    const Pixel part = static_cast<Pixel>(cover);
-    const Pixel redBlue = ((under & 0x00FF00FFU) * rest + (colour & 0x00FF00FFU) * part) >> 8U;
-    const Pixel alphaGreen =
-        (under >> 8U & 0x00FF00FFU) * rest + (colour >> 8U & 0x00FF00FFU) * part + HalfOfAlpha;
-    under = (redBlue & 0x00FF00FFU) | (alphaGreen & 0xFF00FF00U);
+    const auto rest = static_cast<std::uint64_t>(FullCover - cover);
+    const auto part = static_cast<std::uint64_t>(cover);
+    under = Packed((Spread(under) * rest + Spread(colour) * part + HalfOfAlpha) >> 8U);
 }
 
 /// A pixel with its alpha laid over another; 255ths are rounded to the nearest.
