@@ -46,13 +46,14 @@ std::string NumberTrouble(const NumberField& field, bool useEnglish) {
 }
 
 /// The date check: what is wrong with start and finish.
-std::optional<Text> DateTrouble(const RaceTime& start, const RaceTime& finish) {
-    if (!start.At())
+std::optional<Text> DateTrouble(const std::optional<CivilTime>& start,
+                                const std::optional<CivilTime>& finish) {
+    if (!start)
         return Text{"Incorrect start date or time", "スタートの日付、時間の入力スタイルが正しくありません"};
-    if (!finish.At())
+    if (!finish)
         return Text{"Incorrect finish date or time",
                     "フィニッシュの日付、時間の入力スタイルが正しくありません"};
-    if (*finish.At() <= *start.At())
+    if (*finish <= *start)
         return Text{"The finish must be after the start",
                     "フィニッシュはスタートより後の日時にしてください"};
     return std::nullopt;
@@ -114,7 +115,7 @@ void ProposeTimes(const std::optional<TrackTimes>& track, RaceControl& race) {
 std::optional<std::string> TakeFields(const DraftFields& fields, bool useEnglish, RaceControl& race) {
     const RaceTime start{std::string(Trim(fields.Start))};
     const RaceTime finish{std::string(Trim(fields.Finish))};
-    if (const auto trouble = DateTrouble(start, finish)) return trouble->Str(useEnglish);
+    if (const auto trouble = DateTrouble(start.At(), finish.At())) return trouble->Str(useEnglish);
 
     // A day holds every zone, and the track reader moves a fix by one day at most.
     const NumberField timeDiff{{"Time Diff", "時差"}, fields.TimeDiff, -24, 24};

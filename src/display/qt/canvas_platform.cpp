@@ -26,23 +26,24 @@ class QtPen : public PlatformPen {
   public:
     explicit QtPen(Pixels& image) : pixels_(image) {}
 
-    double LineHeight(double points) override { return Metrics(points).height(); }
+    double LineHeight(double points) override { return FontOf(points).Metrics.height(); }
 
     double TextWidth(std::string_view text, double points) override {
-        return Metrics(points).horizontalAdvance(ToQt(text));
+        return FontOf(points).Metrics.horizontalAdvance(ToQt(text));
     }
 
     double DrawText(std::string_view line, const Point& topLeft, double points, Colour colour) override {
-        const QFontMetricsF& metrics = Metrics(points);
+        const Font& font = FontOf(points);
         const QString text = ToQt(line);
         QPainter& painter = Painter();
-        if (!painterHasFont_) painter.setFont(font_->Face);
+        if (!painterHasFont_) painter.setFont(font.Face);
         painterHasFont_ = true;
         const QColor ink = ToQt(colour);
         if (painter.pen().color() != ink) painter.setPen(ink);
-        painter.drawText(QPointF(std::round(topLeft.X), std::round(topLeft.Y) + metrics.ascent()), text);
+        painter.drawText(QPointF(std::round(topLeft.X), std::round(topLeft.Y) + font.Metrics.ascent()),
+                         text);
         // Measuring the text would cost as much as drawing it; no glyph is wider than two heights.
-        return 2.0 * metrics.height() * static_cast<double>(text.size());
+        return 2.0 * font.Metrics.height() * static_cast<double>(text.size());
     }
 
     void DrawPicture(const Pixels& picture, const Point& topLeft) override {
@@ -57,12 +58,10 @@ class QtPen : public PlatformPen {
         QFontMetricsF Metrics;
     };
 
-    const QFontMetricsF& Metrics(double points) {
-        if (!font_ || font_->Points != points) {
-            font_.emplace(points);
-            painterHasFont_ = false;
-        }
-        return font_->Metrics;
+    const Font& FontOf(double points) {
+        if (font_ && font_->Points == points) return *font_;
+        painterHasFont_ = false;
+        return font_.emplace(points);
     }
 
     QPainter& Painter() {
