@@ -36,9 +36,9 @@ TEST_F(FileSelectTest, ItListsTheFolderAndTakesAClickedName) {
 }
 
 TEST_F(FileSelectTest, NamesAreTestedByTheModeOfTheQuestion) {
-    using Case = std::tuple<FileQuestion::Mode, std::string, std::string>;  // the name is empty: told
     constexpr auto In = FileQuestion::Mode::MustExist;
     constexpr auto Out = FileQuestion::Mode::ToWrite;
+    using Case = std::tuple<FileQuestion::Mode, std::string, std::string>;  // the name is empty: told
     for (const auto& [mode, typed, name] :
          {Case{In, "  R1  ", "R1.txt"}, Case{In, "r1.TXT", "r1.TXT"}, Case{In, "*.txt", ""},
           Case{In, "", ""}, Case{In, "R7", ""}, Case{In, "plain", ""}, Case{In, "../secret.txt", ""},
@@ -59,30 +59,23 @@ TEST_F(FileSelectTest, NamesAreTestedByTheModeOfTheQuestion) {
     EXPECT_EQ(dialogs.All().front().Text, "Input File Name");
 }
 
-TEST_F(FileSelectTest, AnExistingFileAsksBeforeItIsOverwritten) {
+TEST_F(FileSelectTest, AnExistingFileAsksBeforeItIsOverwrittenAndCancelLeavesNothing) {
     question.FileMode = FileQuestion::Mode::ToWrite;
     question.FilePattern = "R1";  // the text of an earlier dialog
-    FileSelect form(app.settings, dialogs, question);
-    form.ShowNow();
-    dialogs.AnswerYesNo(false);
-    driver::Click(form.Command1);
-    EXPECT_EQ(Said(), "Same File Name Exists.\r\nOverwight?.");
-    EXPECT_FALSE(form.Closed());
-    EXPECT_TRUE(question.ShellTarget.empty());
-    dialogs.AnswerYesNo(true);
-    driver::Click(form.Command1);
-    EXPECT_EQ(question.FileResultName, "R1.txt");
-}
-
-TEST_F(FileSelectTest, CancelAndAFolderThatIsNotThereLeaveNothing) {
+    for (const bool over : {false, true}) {
+        question.ShellTarget = "of an earlier dialog";
+        FileSelect form(app.settings, dialogs, question);
+        form.ShowNow();
+        dialogs.AnswerYesNo(over);
+        driver::Click(form.Command1);
+        EXPECT_EQ(Said(), "Same File Name Exists.\r\nOverwight?.");
+        EXPECT_EQ(form.Closed(), over);
+        if (!over) driver::Click(form.Command2);
+        EXPECT_TRUE(form.Closed());
+        EXPECT_EQ(question.ShellTarget.filename(), over ? "R1.txt" : "");
+    }
     question.FileFolder = tree.Root() / "gone";
-    question.ShellTarget = "of an earlier dialog";
-    FileSelect form(app.settings, dialogs, question);
-    form.ShowNow();
-    EXPECT_EQ(form.File1.ListCount(), 0);
-    driver::Click(form.Command2);
-    EXPECT_TRUE(form.Closed());
-    EXPECT_TRUE(question.ShellTarget.empty());
+    EXPECT_EQ(FileSelect(app.settings, dialogs, question).File1.ListCount(), 0);
 }
 
 }  // namespace

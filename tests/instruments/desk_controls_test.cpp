@@ -1,8 +1,11 @@
 #include <gtest/gtest.h>
 
+#include <QApplication>
 #include <QPixmap>
 #include <QWidget>
+#include <set>
 
+#include "instruments/hints.h"
 #include "session/boat_colours.h"
 #include "support/test_desk.h"
 
@@ -111,10 +114,9 @@ TEST_F(DeskTest, EachViewIsCapturedWithTheBoatsTheOverviewAndTheColours) {
     const Picture map = capture(Form().Option9);
     const int column = static_cast<int>(Map().Width() + 10);
     const int below = static_cast<int>(Form().Picture6.Height()) + 5;
-    const QPoint boat = PixelOf(app.now.Boats[1].At()) + QPoint(5, 5);
-    const auto white = [](int r, int g, int b) { return r + g + b == 3 * 255; };
-    EXPECT_GT(CountPixels(map, boat.x() - 4, boat.y() - 4, boat.x() + 4, boat.y() + 4, white),
-              3);  // the sail
+    const QPoint at = PixelOf(app.now.Boats[1].At());
+    const auto sail = [](int r, int g, int b) { return r + g + b == 3 * 255; };
+    EXPECT_GT(CountPixels(map, at.x() + 1, at.y() + 1, at.x() + 9, at.y() + 9, sail), 3);
     for (const int b : {1, 2}) EXPECT_EQ(map.PixelAt(column + 150, below + 24 + 16 * b), BoatColour(b));
     const Picture graphs = capture(Form().Option10);
     const Picture page = capture(Form().Option11);
@@ -126,24 +128,146 @@ TEST_F(DeskTest, EachViewIsCapturedWithTheBoatsTheOverviewAndTheColours) {
 
 TEST_F(DeskTest, ExitOffersToSaveInEditModeAndStaysWhereThatFails) {
     fs::create_directories(tree.Root() / "raceadmin/taken.txt");
-    const struct {
-        const char *name, *written;
-        bool closes = true;
-    } cases[] = {{"", ""},
-                 {"Cup R2", "Cup R2.txt"},
-                 {"x.TXT", "x.TXT"},
-                 {"江の島.txt", "江の島.txt"},
-                 {"taken", "", false}};
-    for (const auto& c : cases) {
+    using Case = std::pair<const char*, const char*>;
+    for (const auto& [name, written] : {Case{"", ""}, Case{"Cup R2", "Cup R2.txt"}, Case{"x.TXT", "x.TXT"},
+                                        Case{"江の島.txt", "江の島.txt"}, Case{"taken", ""}}) {
+        const bool fails = *name != '\0' && *written == '\0';
         Open();
         dialogs.AnswerYesNo(true);
-        dialogs.AnswerInput(c.name);
-        if (!c.closes) dialogs.AnswerOk();
+        dialogs.AnswerInput(name);
+        if (fails) dialogs.AnswerOk();
         driver::Click(Form().Command1);
         EXPECT_TRUE(dialogs.AllAnswered());
-        EXPECT_EQ(Form().Closed(), c.closes);
-        EXPECT_EQ(fs::is_regular_file(tree.Root() / "raceadmin" / c.written), *c.written != '\0') << c.name;
+        EXPECT_EQ(Form().Closed(), !fails);
+        EXPECT_EQ(fs::is_regular_file(tree.Root() / "raceadmin" / written), *written != '\0') << name;
     }
+}
+
+TEST_F(DeskTest, TabComesToEveryControlWhereSpaceAndArrowsWorkAsTheMouseDoes) {
+    Open();
+    std::set<QString> stops;
+    for (int press = 0; press < 50; ++press) {
+        driver::Key(Form(), Qt::Key_Tab);
+        if (const QWidget* focus = QApplication::focusWidget()) stops.insert(focus->objectName());
+    }
+    for (const char* name :
+         {"Text3", "Bnam(0)", "Maru(1)", "Label5", "Option6", "Command6", "Option3", "Option9", "HScroll1",
+          "Command2", "Text9", "Command4", "Check5", "BCOL1", "BCOL6", "Label1"})
+        EXPECT_TRUE(stops.contains(name)) << name;
+    for (const char* name : {"Command2", "BCOL6", "Bnam(0)"}) {
+        driver::Named(name).setFocus();
+        driver::Key(Form(), Qt::Key_Space);
+    }
+    EXPECT_TRUE(Form().Command2.GetBackColor() == Yellow && !Form().InFocus(1));
+    EXPECT_EQ(Map().BackColor, Form().BCOL6.BackColor);
+    Form().Option2.SetFocus();
+    driver::Key(Form().Option2, Qt::Key_Up);
+    EXPECT_FALSE(app.race.NorthUp);
+}
+
+struct HintsTest : DeskTest {
+    const TextBox& Box() const { return Form().Text7; }
+    std::string HintOver(const Control& control) const {
+        // The box of the hint before may lie in the way.
+        for (const QPoint at : {QPoint(3, 6), {4, 6}}) driver::MoveTo(control, at);
+        return Box().Visible() ? Box().Text() : "";
+    }
+};
+
+TEST_F(HintsTest, AHintStandsWhereItsColumnAndRowSay) {
+    Open();
+    RaceDisp& form = Form();
+    driver::Click(form.Option10);
+    form.btnHATENA.Show();
+    const double left = form.Picture7.Left();
+    const struct {
+        const Control &owner, &parent;
+        const char* begins;
+        double column;  // the hint's left edge, or its right one where that is fixed
+        bool right;
+        double below;  // its top under that of the control, or its bottom where that lies above
+    } cases[] = {
+        {form.Check7, form.Picture7, "Draw coast line", left + 10, false, -5},
+        {form.Command2, form.Picture7, "Click this button and", left + form.Picture7.Width() - 5, true, -5},
+        {form.Check10, form.Picture7, "Enlarge", left + form.Check10.Left() - 150, false, -5},
+        {form.btnHATENA, form.Picture7, "Show HELP", left + form.btnHATENA.Left() - 5, true, 0},
+        {form.Command12, form.GPIC, "ここをクリックすると", form.GPIC.Left() + form.Command12.Left(), false,
+         21}};
+    for (const auto& c : cases) {
+        EXPECT_TRUE(HintOver(c.owner).starts_with(c.begins)) << Box().Text();
+        EXPECT_EQ(Box().Left() + (c.right ? Box().Width() : 0), c.column) << c.begins;
+        EXPECT_EQ(Box().Top() + (c.below < 0 ? Box().Height() : 0),
+                  c.parent.Top() + c.owner.Top() + c.below);
+    }
+}
+
+TEST_F(HintsTest, HintsStandOnTheirColourAndLeaveWhatIsWorthItWhenSwitchedOff) {
+    Open(true, false);
+    EXPECT_EQ(HintOver(Form().BCOL6), "海面の色を変更します");
+    EXPECT_EQ(Box().GetBackColor(), Form().BCOL6.BackColor);
+    const auto shown = [this] {
+        std::string text;
+        for (const Control* each :
+             std::initializer_list<const Control*>{&Form().Check3, &Form().Command2, &Form().Command1})
+            text += HintOver(*each).empty() ? '-' : Box().GetBackColor() == HintBackground ? 'H' : '?';
+        return text;
+    };
+    EXPECT_EQ(shown(), "HHH");
+    driver::Click(Form().Check3);
+    EXPECT_EQ(shown(), "H-H");
+    Open(false);
+    EXPECT_EQ(HintOver(Form().Command1), "");  // no menu stands behind it
+}
+
+struct TimeSettingTest : DeskTest {
+    TimeSettingTest() { Open(); }
+    void TakeTimes(const char* start, const char* finish) const {
+        driver::Type(Form().Text9, start);
+        driver::Type(Form().Text10, finish);
+        driver::Click(Form().Command4);
+        EXPECT_TRUE(dialogs.AllAnswered()) << start << " " << finish;
+    }
+};
+
+TEST_F(TimeSettingTest, TimesFarFromTheTracksOrNoTimesAtAllAreRefused) {
+    const char* const sound = "2004/8/5 12:40:00";
+    for (const char* bad : {"", "tomorrow", "2004/8/32", "2004/8/15 12:50:00", "2004/7/26 12:20:00"}) {
+        for (const bool start : {true, false}) {
+            dialogs.AnswerOk();
+            TakeTimes(start ? bad : sound, start ? sound : bad);
+        }
+        EXPECT_EQ(Form().Text10.Text(), bad);  // nothing typed is lost
+    }
+    EXPECT_EQ(app.race.Start.Typed(), "2004/8/5 12:30:00");
+}
+
+TEST_F(TimeSettingTest, TimesAreSavedUnderANameOrTheOnesOfTheFileComeBack) {
+    driver::Click(Form().Bnam[1]);
+    const std::string before = File();
+    for (const char* name : {"", "R2"}) {
+        dialogs.AnswerYesNo(true);
+        dialogs.AnswerInput(name);
+        TakeTimes("2004/08/05 12:31:00", "2004/8/5 12:39");
+        EXPECT_EQ(app.race.RaceDuration, *name == '\0' ? 600 : 480);
+        EXPECT_FALSE(Form().InFocus(2));  // the boats stay in or out of focus
+    }
+    EXPECT_NE(tree.Read("raceadmin/R2.txt").find("ST, 2004/08/05 12:31:00\r\nFT, 2004/8/5 12:39\r\n"),
+              std::string::npos);
+    EXPECT_EQ(File(), before);
+    EXPECT_NEAR(app.now.Boats[1].At().Lat, Lat + SixKnots * (60 + app.now.Time), 1e-6);
+    EXPECT_TRUE(Form().Caption().ends_with("(R2.txt)"));
+}
+
+TEST_F(TimeSettingTest, ARaceThatHasLostABoatOrItsFileMeanwhileIsStillSound) {
+    for (const char* file : {"gpsdat/boat2.trk", "raceadmin/R1.txt"}) {
+        std::filesystem::remove(tree.Root() / file);
+        if (Form().Bnam.Count() > 1) dialogs.AnswerYesNo(false);  // of one boat there is nothing to ask
+        dialogs.AnswerOk();
+        driver::Click(Form().Command4);
+        EXPECT_TRUE(dialogs.AllAnswered());
+        EXPECT_EQ(Form().Bnam.Count(), 1);
+    }
+    EXPECT_TRUE(Form().Closed() && !Form().Timer3.Enabled());  // no timer looks at what was half read
 }
 
 }  // namespace

@@ -46,11 +46,10 @@ TEST_F(WindPanelTest, WithAFileAllFollowsItsSamplesAndAPressTogglesTheGraph) {
     tree.Wind("w.csv", {{0, 12, 340}, {100, 14, 20}, {300, 14, 100}});
     Open();
     // 120 degrees take 64 of the graph's pixels, about x 45; 840 seconds take 70 rows, the finish at y 15.
-    const std::tuple<double, const char*, double, double> cases[] = {{-100, "340 12", 333, 13},
-                                                                     {25, "350 12.5", 343, 13 + 64 / 12.0},
-                                                                     {75, "10 13.5", 3, 29},
-                                                                     {500, "100 14", 93, 77}};
-    for (const auto& [time, readouts, trueWind, crossX] : cases) {
+    using Case = std::tuple<double, const char*, double, double>;
+    for (const auto& [time, readouts, trueWind, crossX] :
+         {Case{-100, "340 12", 333, 13}, Case{25, "350 12.5", 343, 13 + 64 / 12.0},
+          Case{75, "10 13.5", 3, 29}, Case{500, "100 14", 93, 77}}) {
         Seek(time);
         EXPECT_EQ(Form().Text13.Text() + " " + Form().Text14.Text(), readouts);
         ExpectWeights(trueWind, 0);

@@ -68,16 +68,14 @@ TEST_F(OverviewTest, ALeftPressMovesTheMapUnlessItFollowsTheBoatsOrIsShownAsAWho
 TEST_F(OverviewTest, ARightPressTurnsTheWindOfAWindwardUpMapInEditModeAndSavesIt) {
     WriteRace(2, "WD, 300\r\n");
     const std::string before = File();
-    const struct {
+    struct Case {
         bool northUp, edit;
         QPoint off;
         int turned;
-    } cases[] = {{true, true, {40, 0}, 300},
-                 {false, false, {40, 0}, 300},
-                 {false, true, {40, 0}, 30},
-                 {false, true, {40, 40}, 75},
-                 {false, true, {-40, -40}, 255}};
-    for (const auto& c : cases) {
+    };
+    for (const Case& c :
+         {Case{true, true, {40, 0}, 300}, Case{false, false, {40, 0}, 300}, Case{false, true, {40, 0}, 30},
+          Case{false, true, {40, 40}, 75}, Case{false, true, {-40, -40}, 255}}) {
         tree.Write("raceadmin/R1.txt", before);
         Open(c.edit);
         driver::Click(c.northUp ? Form().Option2 : Form().Option3);

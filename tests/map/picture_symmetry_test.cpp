@@ -36,9 +36,9 @@ class ColourMap {
         for (int y = 0; y < side_; ++y)
             for (int x = 0; x < side_; ++x) {
                 const ColourParts here = PartsOf(picture.PixelAt(x, y));
-                const int off = std::abs(here.Red - wanted.Red) + std::abs(here.Green - wanted.Green) +
-                                std::abs(here.Blue - wanted.Blue);
-                held_[At(x, y)] = off < 100;
+                held_[At(x, y)] = std::abs(here.Red - wanted.Red) + std::abs(here.Green - wanted.Green) +
+                                      std::abs(here.Blue - wanted.Blue) <
+                                  100;
             }
     }
     int Count() const { return static_cast<int>(std::count(held_.begin(), held_.end(), true)); }
@@ -114,14 +114,8 @@ TEST(PictureSymmetry, AZoomedChartIsTheMiddleOfTheChartMadeLarger) {
     desk.ClickMap({middle, middle});
     ASSERT_DOUBLE_EQ(desk.app.view.ZoomFactor, 1.4);
     for (const Colour colour : {BoatColour(1), BoatColour(2), BoatColour(3)}) {
-        const ColourMap small(before, colour);
-        EXPECT_GT(small.ShareIn(
-                      ColourMap(desk.Map().Image(), colour),
-                      [](Point at) {
-                          return Point{at.X * 1.4, at.Y * 1.4};
-                      },
-                      3),
-                  0.9);
+        const auto larger = [](Point at) { return Point{at.X * 1.4, at.Y * 1.4}; };
+        EXPECT_GT(ColourMap(before, colour).ShareIn(ColourMap(desk.Map().Image(), colour), larger, 3), 0.9);
     }
 }
 
@@ -134,11 +128,10 @@ TEST(PictureSymmetry, ARaceOnAnotherDayLooksTheSame) {
     const auto same = [](const Surface& a, const Surface& b) {
         const Picture one = a.Image();
         const Picture two = b.Image();
-        int different = one.Width() == two.Width() && one.Height() == two.Height() ? 0 : 1;
+        bool equal = one.Width() == two.Width() && one.Height() == two.Height();
         for (int y = 0; y < one.Height(); ++y)
-            for (int x = 0; x < one.Width(); ++x)
-                different += one.PixelAt(x, y) != two.PixelAt(x, y) ? 1 : 0;
-        return different == 0;
+            for (int x = 0; x < one.Width(); ++x) equal = equal && one.PixelAt(x, y) == two.PixelAt(x, y);
+        return equal;
     };
     EXPECT_TRUE(same(desk.Map(), other.Map()));
     EXPECT_TRUE(same(desk.Form().PicTimeBar, other.Form().PicTimeBar));

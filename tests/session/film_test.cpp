@@ -2,8 +2,8 @@
 
 #include <gtest/gtest.h>
 
+#include <QWidget>
 #include <functional>
-#include <vector>
 
 #include "support/test_desk.h"
 
@@ -26,64 +26,29 @@ TEST_F(FilmTest, NothingButPlayStartsAFilmThatWasStopped) {
     tree.Wind("w.csv", {{0, 10, 350}, {300, 12, 10}});
     Open();
     RaceDisp& form = Form();
-    const std::vector<std::function<void()>> deeds{
-        [&] {
-            ClickMap({300, 400});
-        },
-        [&] {
-            ClickMap({300, 400}, Qt::RightButton);
-        },
-        [&] {
-            driver::ClickAt(form.Picture6, {60, 60});
-        },
-        [&] {
-            driver::ClickAt(form.PicTimeBar, {15, 300});
-        },
-        [&] {
-            driver::ClickAt(form.Picture2, {40, 90});
-        },
-        [&] {
-            driver::MoveTo(form.Picture8, {250, 20});
-        },
-        [&] { driver::Click(form.Bnam[0]); },
-        [&] { driver::Click(form.Maru[0]); },
-        [&] { driver::Click(form.Check1); },
-        [&] { driver::Click(form.Check2); },
-        [&] { driver::Click(form.Check5); },
-        [&] { driver::Click(form.Check5); },
-        [&] { driver::Click(form.BCOL6); },
-        [&] { driver::Click(form.Option3); },
-        [&] { driver::Type(form.Text3, "45"); },
-        [&] { driver::Click(form.Option10); },
-        [&] {
-            driver::MoveTo(form.GPIC, {150, 300});
-        },
-        [&] { driver::Click(form.Option11); },
-        [&] {
-            driver::ClickAt(form.PicTime, {300, 300});
-        },
-        [&] { driver::Click(form.Option9); },
-        [&] { driver::Click(form.Command2); },
-        [&] {
-            ClickMap({500, 500});
-        },
-        [&] { driver::Click(form.Command5); },
-        [&] {
-            ClickMap({500, 500});
-        },
-        [&] {
-            driver::MoveTo(form.Picture7, {130, 5});
-        },
-        [&] { driver::Click(form.Command8); },
-        [&] { form.HScroll1.SetValue(9); },
-        [&] { form.Move(0, 0, 1100, 900); },
-    };
-    for (std::size_t deed = 0; deed < deeds.size(); ++deed) {
-        deeds[deed]();
+    auto expectStill = [&, deed = 0]() mutable {
         driver::Settle();
-        EXPECT_FALSE(Runs()) << deed;
-        EXPECT_TRUE(form.Option7.Value()) << deed;
+        EXPECT_TRUE(!Runs() && form.Option7.Value()) << ++deed;
+    };
+    for (const Control* on : std::initializer_list<const Control*>{
+             &Map(),        &form.Picture6, &form.PicTimeBar, &form.Picture2, &form.Bnam[0],
+             &form.Maru[0], &form.Check1,   &form.Check2,     &form.Check5,   &form.Check5,
+             &form.BCOL6,   &form.Option3,  &form.Option10,   &form.GPIC,     &form.Option11,
+             &form.PicTime, &form.Option9,  &form.Command2,   &Map(),         &form.Command5,
+             &Map(),        &form.Command8}) {
+        const QRect face = driver::Face(*on).rect();
+        const QPoint at(face.width() > 150 ? face.center().x() : 6, face.center().y());
+        driver::MoveTo(*on, at);
+        driver::ClickAt(*on, at);
+        expectStill();
     }
+    driver::MoveTo(form.Picture8, {250, 20});
+    ClickMap({300, 400}, Qt::RightButton);
+    expectStill();
+    driver::Type(form.Text3, "45");
+    form.HScroll1.SetValue(9);
+    form.Move(0, 0, 1100, 900);
+    expectStill();
     driver::Click(form.Option6);
     EXPECT_TRUE(Runs());
 }
@@ -91,48 +56,37 @@ TEST_F(FilmTest, NothingButPlayStartsAFilmThatWasStopped) {
 TEST_F(FilmTest, AFilmStandsUntilTheLastReasonIsGone) {
     Open();
     Film& film = TheFilm();
-    film.Play(1);
-    EXPECT_TRUE(Runs());
-    film.HoldFor(Film::Hold::MapClick);
-    film.HoldFor(Film::Hold::MapClick);
-    film.HoldFor(Film::Hold::DataPage);
-    film.Release(Film::Hold::MapClick);
-    EXPECT_FALSE(Runs());
-    film.Play(-1);
-    EXPECT_FALSE(Runs());
-    film.Release(Film::Hold::DataPage);
-    EXPECT_TRUE(Runs());
-    film.HoldFor(Film::Hold::WindEntry);
-    film.Stop();
-    film.Release(Film::Hold::WindEntry);
-    EXPECT_FALSE(Runs());
-    EXPECT_TRUE(film.Stopped());
-    film.Play(1);
-    EXPECT_TRUE(Runs());
-    film.Close();
-    film.Play(1);
-    EXPECT_FALSE(Runs());
+    const auto after = [&](auto... steps) {
+        (steps(), ...);
+        return Runs();
+    };
+    const auto play = [&] { film.Play(1); };
+    const auto hold = [&](Film::Hold why) { return [&film, why] { film.HoldFor(why); }; };
+    const auto release = [&](Film::Hold why) { return [&film, why] { film.Release(why); }; };
+    using enum Film::Hold;
+    EXPECT_TRUE(after(play));
+    EXPECT_FALSE(after(hold(MapClick), hold(MapClick), hold(DataPage), release(MapClick)));
+    EXPECT_FALSE(after(play));
+    EXPECT_TRUE(after(release(DataPage)));
+    EXPECT_FALSE(after(
+        hold(WindEntry), [&] { film.Stop(); }, release(WindEntry)));
+    EXPECT_TRUE(film.Stopped() && after(play));
+    EXPECT_FALSE(after([&] { film.Close(); }, play));
 }
 
 TEST_F(FilmTest, TheRangeWrapsBothWaysAndEndsWithTheTracks) {
     Open();
     TheFilm().SetRace();
     EXPECT_EQ(app.clock.ReplayTime, -200);
-    struct Case {
-        double from, to;  // the range
-        double time, shown;
-    };
-    for (const Case& each :
-         {Case{-210, 600, 599, 599}, Case{-210, 600, 600, -210}, Case{-210, 600, -210.5, 600},
-          Case{100, 200, 200.5, 100}, Case{100, 200, 99.5, 200}, Case{100, 900, 620.5, 100},
-          Case{100, 900, 99.5, 620}}) {
-        SCOPED_TRACE(each.time);
-        TheFilm().SetRange(each.from, each.to);
-        EXPECT_EQ(app.now.Time, each.from);
-        Seek(each.time);
-        EXPECT_EQ(app.clock.ReplayTime, each.shown);
-        EXPECT_EQ(app.now.Time, each.shown);
-        EXPECT_FALSE(Runs());
+    // A range, a time, and what is shown of it.
+    const double cases[][4] = {{-210, 600, 599, 599},  {-210, 600, 600, -210}, {-210, 600, -210.5, 600},
+                               {100, 200, 200.5, 100}, {100, 200, 99.5, 200},  {100, 900, 620.5, 100},
+                               {100, 900, 99.5, 620}};
+    for (const auto& [from, to, time, shown] : cases) {
+        TheFilm().SetRange(from, to);
+        EXPECT_EQ(app.now.Time, from);
+        Seek(time);
+        EXPECT_TRUE(app.clock.ReplayTime == shown && app.now.Time == shown && !Runs()) << time;
     }
 }
 
@@ -152,7 +106,6 @@ TEST_F(FilmTest, TheStepFollowsTheTicksOfAWholeSecond) {
     film.Play(-1);
     EXPECT_EQ(app.clock.ReplayStep, -0.75);
     Second(10);
-    EXPECT_EQ(app.clock.ReplayStep, -1.5);
     const double before = app.clock.ReplayTime;
     Tick();
     EXPECT_EQ(app.clock.ReplayTime, before - 1.5);
@@ -161,6 +114,25 @@ TEST_F(FilmTest, TheStepFollowsTheTicksOfAWholeSecond) {
     EXPECT_EQ(app.clock.ReplayTime, before - 1.5);
     film.Step(1);
     EXPECT_EQ(app.clock.ReplayTime, before);
+}
+
+TEST_F(FilmTest, TheSpeedBarAndTheStepButtonsMoveTheClock) {
+    Open();
+    for (const auto& [value, speed] : {std::pair{1, 1.0}, {10, 10.0}, {11, 20.0}, {19, 100.0}}) {
+        Form().HScroll1.SetValue(value);
+        EXPECT_EQ(app.clock.SpeedMultiplier, speed);
+    }
+    EXPECT_EQ(Form().Text2.Text(), "100 x spd");
+    driver::Click(Form().Option6);
+    driver::Click(Form().Command7);
+    EXPECT_TRUE(app.clock.ReplayStep < 0 && Form().Option7.Value() && !Runs());
+    Seek(100);
+    app.clock.ReplayStep = 0.161;
+    driver::Click(Form().Command7);
+    EXPECT_EQ(app.clock.ReplayTime, 99);
+    app.clock.ReplayStep = 3.03;
+    driver::Click(Form().Command6);
+    EXPECT_NEAR(app.clock.ReplayTime, 102.03, 1e-9);
 }
 
 TEST_F(FilmTest, WaterWithoutBoatsIsSkippedAndAViewWithoutBoatsPullsBack) {

@@ -20,9 +20,7 @@ struct StageTest : testing::Test, TestWorld {
         Changed changed = Changed::Nothing;
         double lonAtRepaint = 0.0;
         void Repaint(Changed what) override {
-            calls += "repaint ";
-            changed = what;
-            lonAtRepaint = app.view.ViewCentreLon;
+            calls += "repaint ", changed = what, lonAtRepaint = app.view.ViewCentreLon;
         }
         void Show(const Moment& /*now*/) override { calls += "show "; }
     };
@@ -39,8 +37,7 @@ struct StageTest : testing::Test, TestWorld {
         app.view.CentreOn({app.area.HomeCentreLat, app.area.HomeCentreLon});
         app.view.MapSide = 1000;
         form.LoadBoats(2);
-        form.Bnam[0].SetValue(true);
-        form.Bnam[1].SetValue(false);
+        for (const int row : {0, 1}) form.Bnam[row].SetValue(row == 0);
         stage.Add(probe);
     }
     std::string Calls() { return std::exchange(probe.calls, {}); }
@@ -67,16 +64,13 @@ TEST_F(StageTest, AMomentHoldsTheWindAndWhereEverybodyIs) {
     app.clock.ReplayTime = 20.5;
     app.clock.ReplayStep = -0.5;
     stage.ShowMoment();
-    EXPECT_EQ(app.now.Time, 20.5);
-    EXPECT_FALSE(app.now.Forward);
-    EXPECT_EQ(app.now.WindNow.DirectionTrue, 30);
+    EXPECT_TRUE(app.now.Time == 20.5 && !app.now.Forward && app.now.WindNow.DirectionTrue == 30);
     EXPECT_NEAR(app.now.Boats[1].At().Lat, Lat + SixKnots * 20.5, 1e-6);
     EXPECT_NEAR(app.now.Boats[1].TrueWindAngle, -30, 0.1);
     EXPECT_TRUE(app.now.Boats[2].IsSomewhere());
     app.clock.ReplayTime = 50;
     stage.ShowMoment();
-    EXPECT_FALSE(app.now.Boats[2].IsSomewhere());
-    EXPECT_TRUE(app.now.BoatInView);
+    EXPECT_TRUE(!app.now.Boats[2].IsSomewhere() && app.now.BoatInView);
     app.view.CentreOn({Lat + 5, Lon});
     stage.ShowMoment();
     EXPECT_FALSE(app.now.BoatInView);

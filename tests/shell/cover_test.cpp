@@ -33,7 +33,6 @@ TEST_F(CoverTest, ARaceIsHandedOverWithNothingLeftOfTheOneBefore) {
     app.race.Boats.Resize(3);
     app.race.AttachFile.Add("notice.pdf");
     app.race.PreStartMinutes = 10;
-    app.race.MagVariation = -7;
     app.race.BoatLength = 9;
     Cover& form = Open();
     driver::Click(form.Command3);
@@ -50,9 +49,7 @@ TEST_F(CoverTest, ARaceIsHandedOverWithNothingLeftOfTheOneBefore) {
     EXPECT_FALSE(form.Frame1.Visible());
     EXPECT_EQ(app.race.RaceFileName + app.race.SingleTrackFile, "r2.TXT");
     EXPECT_EQ(app.race.Boats.Count() + app.race.AttachFile.Count(), 0);
-    EXPECT_EQ(app.race.PreStartMinutes, 3);
-    EXPECT_EQ(app.race.MagVariation, -7);
-    EXPECT_EQ(app.race.BoatLength, 9);
+    EXPECT_TRUE(app.race.PreStartMinutes == 3 && app.race.MagVariation == -7 && app.race.BoatLength == 9);
 }
 
 TEST_F(CoverTest, ASingleTrackIsChosenFromAllTracksDtrFirst) {
@@ -85,10 +82,15 @@ TEST_F(CoverTest, AChoiceThatCannotBeOpenedIsToldAndTheChooserStays) {
     EXPECT_NE(Said().find("江の島.txt"), std::string::npos);
 }
 
-TEST_F(CoverTest, CompanionsStartWithoutWaitingAndAFailureIsTold) {
+TEST_F(CoverTest, TheOtherButtonsLeadOnOrTellWhyNotAndHaveTheirHints) {
     Cover& form = Open();
-    driver::Click(form.Command1);
-    driver::Click(form.Command8);
+    driver::MoveTo(form.Command2, {5, 5});
+    EXPECT_TRUE(form.Text1.Text().starts_with("Edit each boat data."));
+    driver::MoveTo(form, {220, 590});
+    EXPECT_FALSE(form.Text1.Visible());
+    for (const Button* button : {&form.Command2, &form.Command9, &form.Command1, &form.Command8})
+        driver::Click(*button);
+    EXPECT_EQ(shown, "editor distribution ");
     EXPECT_EQ(platform.Programs,
               (std::vector{tree.Root() / "TRACKDESK.exe", tree.Root() / "GALEPLOT.exe"}));
     platform.ProgramStarts = false;
@@ -96,17 +98,6 @@ TEST_F(CoverTest, CompanionsStartWithoutWaitingAndAFailureIsTold) {
     driver::Click(form.Command8);
     EXPECT_NE(Said().find("GALEPLOT.exe"), std::string::npos);
     EXPECT_FALSE(form.Closed());
-}
-
-TEST_F(CoverTest, TheOtherButtonsLeadOnAndHaveTheirHints) {
-    Cover& form = Open();
-    driver::MoveTo(form.Command2, {5, 5});
-    EXPECT_TRUE(form.Text1.Text().starts_with("Edit each boat data."));
-    driver::MoveTo(form, {220, 590});
-    EXPECT_FALSE(form.Text1.Visible());
-    driver::Click(form.Command2);
-    driver::Click(form.Command9);
-    EXPECT_EQ(shown, "editor distribution ");
     driver::Click(form.Command4);
     EXPECT_TRUE(platform.Ended);
 }
@@ -114,16 +105,15 @@ TEST_F(CoverTest, TheOtherButtonsLeadOnAndHaveTheirHints) {
 TEST_F(CoverTest, TheManualsButtonNeedsOneManual) {
     EXPECT_FALSE(Open().Command10.Visible());
     tree.Write("help/index.html", "");
-    Cover& form = Open();
-    ASSERT_TRUE(form.Command10.Visible());
-    platform.DocumentResult = 2;  // the English one is missing
-    dialogs.AnswerOk();
-    driver::Click(form.Command10);
-    EXPECT_EQ(platform.Documents.back(), (tree.Root() / "help-e/index.html").string());
-    Open(false);
-    platform.DocumentResult = 33;
-    driver::Click(cover->Command10);
-    EXPECT_EQ(platform.Documents.back(), (tree.Root() / "help/index.html").string());
+    for (const bool english : {true, false}) {
+        Open(english);
+        platform.DocumentResult = english ? 2 : 33;  // the English one is missing
+        if (english) dialogs.AnswerOk();
+        driver::Click(cover->Command10);
+        EXPECT_TRUE(dialogs.AllAnswered());
+    }
+    EXPECT_EQ(platform.Documents, (std::vector{(tree.Root() / "help-e/index.html").string(),
+                                               (tree.Root() / "help/index.html").string()}));
 }
 
 }  // namespace

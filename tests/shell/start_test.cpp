@@ -4,49 +4,41 @@
 
 #include <tuple>
 
+#include "shell/data_folder.h"
 #include "support/test_world.h"
 
 namespace keelview {
 namespace {
+
+namespace fs = std::filesystem;
 
 struct StartTest : testing::Test, TestWorld {
     StartTest() { tree.Write("gpsdat/keep", ""); }
     StartOutcome Start() { return SettleStart(app, services); }
 };
 
-TEST_F(StartTest, VersionFileSettlesModeLanguageAndTheQuestion) {
-    using Case = std::tuple<const char*, bool, bool>;
-    for (const auto& [versionFile, edit, english] :
-         {Case{"1,1\r\n", false, true}, Case{"1,0", false, false}, Case{"0,1", true, true},
-          Case{"1", false, false}, Case{" 1 ,1x\nrest", false, true}, Case{"", true, false}}) {
+TEST_F(StartTest, TheVersionFileAndThePersonSettleModeAndLanguage) {
+    using Case = std::tuple<const char*, int, bool>;  // the answer, or -1: not asked
+    for (const auto& [versionFile, answer, english] :
+         {Case{"1,1\r\n", -1, true}, Case{"1,0", -1, false}, Case{"0,1", 1, true}, Case{"0,1", 0, true},
+          Case{"1", -1, false}, Case{" 1 ,1x\nrest", -1, true}, Case{"", 1, false}}) {
         SCOPED_TRACE(versionFile);
         app = {};
-        ScriptedDialogs fresh;
-        Services asked{platform, fresh};
-        if (edit) fresh.AnswerYesNo(true);
+        const std::size_t before = dialogs.All().size();
+        if (answer >= 0) dialogs.AnswerYesNo(answer == 1);
         tree.Write("RaceAdmin/Ver.00", versionFile);
-        EXPECT_EQ(SettleStart(app, asked), edit ? StartOutcome::ShowMenu : StartOutcome::ShowRace);
-        EXPECT_EQ(app.settings.EditMode, edit);
+        EXPECT_EQ(Start(), answer == 1 ? StartOutcome::ShowMenu : StartOutcome::ShowRace);
+        EXPECT_EQ(app.settings.EditMode, answer == 1);
         EXPECT_EQ(app.settings.UseEnglish, english);
         EXPECT_EQ(app.settings.AppTitle, english ? "Keelview" : "キールビュー");
-        EXPECT_TRUE(fresh.AllAnswered());
-        const std::string asks = english ? "Edit Data ?" : "編集しますか?";
-        EXPECT_EQ(fresh.All().size() == 1 && fresh.All().front().Text == asks, edit);
+        EXPECT_TRUE(dialogs.AllAnswered());
+        EXPECT_EQ(dialogs.All().size() - before, answer < 0 ? 0U : 1U);
+        EXPECT_TRUE(answer < 0 || Said() == (english ? "Edit Data ?" : "編集しますか?"));
     }
-}
-
-TEST_F(StartTest, NoToTheQuestionIsBrowseOnly) {
-    dialogs.AnswerYesNo(false);
-    EXPECT_EQ(Start(), StartOutcome::ShowRace);
-    EXPECT_FALSE(app.settings.EditMode);
-}
-
-TEST_F(StartTest, AnUnknownLocaleEndsWithItsMessageInEnglish) {
-    tree.Write("raceadmin/Ver.00", "1,0");
-    platform.Locale = 0;
+    platform.Locale = 0;  // of a country whose dates and numbers are not known
     dialogs.AnswerOk();
     EXPECT_EQ(Start(), StartOutcome::End);
-    EXPECT_NE(dialogs.All().front().Text.find("change your locale"), std::string::npos);
+    EXPECT_NE(Said().find("change your locale"), std::string::npos);
 }
 
 TEST_F(StartTest, TheFirstRaceIsThatOfTheStartFileElseTheFirstOfTheFolder) {
@@ -81,13 +73,69 @@ TEST_F(StartTest, BaseDataAreUnpackedOnlyIntoATreeWithoutTracks) {
     tree.Write("data.exe", "x");
     Start();
     EXPECT_TRUE(platform.Programs.empty());
-    std::filesystem::remove_all(tree.Root() / "gpsdat");
+    fs::remove_all(tree.Root() / "gpsdat");
     dialogs.AnswerOk();
     const double before = platform.Seconds;
     Start();
     EXPECT_EQ(platform.Programs.size(), 1U);
     EXPECT_GE(platform.Seconds - before, 60.0);
     EXPECT_EQ(dialogs.All().back().Title, "Expansion");
+}
+
+/// An installation below usr, and a user who has started nothing yet.
+struct DataFolderTest : testing::Test {
+    TempTree tree;
+    fs::path program = tree.Root() / "usr/bin/keelview";
+    fs::path user = tree.Root() / "home/share/keelview";
+
+    void SetUp() override {
+        tree.Write("usr/bin/keelview", "program");
+        for (const char* file : {"raceadmin/R1.txt", "gpsdat/a.trk", "coastline/5339.cst", "gun.wav"})
+            tree.Write("usr/share/keelview/" + std::string(file), file);
+        tree.Write("usr/share/keelview/start/en/Ver.00", "1,1");
+        tree.Write("usr/share/keelview/start/ja/Ver.00", "1,0");
+    }
+    fs::path Settle(bool japanese = false) { return SettleDataFolder(program, user, japanese); }
+    std::string UserFile(const std::string& name) { return tree.Read("home/share/keelview/" + name); }
+};
+
+TEST_F(DataFolderTest, TheFirstStartLaysTheUsersFolderOutAndLaterOnesLeaveItToTheUser) {
+    fs::permissions(tree.Root() / "usr/share/keelview/raceadmin/R1.txt", fs::perms{0444});
+    EXPECT_EQ(Settle(true), user);
+    const std::string rest =
+        "coastline/5339.cst gpsdat/a.trk gun.wav keelview raceadmin/R1.txt raceadmin/Ver.00 ";
+    EXPECT_EQ(tree.Files(user), rest);
+    EXPECT_EQ(UserFile("raceadmin/R1.txt") + UserFile("raceadmin/Ver.00"), "raceadmin/R1.txt1,0");
+    tree.Write("home/share/keelview/raceadmin/R1.txt", "my marks");  // what was read-only is the user's own
+    fs::remove(user / "gpsdat/a.trk");
+    fs::rename(tree.Root() / "usr", tree.Root() / "opt");  // installed anew in another place
+    program = tree.Root() / "opt/bin/keelview";
+    EXPECT_EQ(Settle(), user);
+    EXPECT_EQ(UserFile("raceadmin/R1.txt") + UserFile("raceadmin/Ver.00"), "my marks1,0");
+    EXPECT_EQ(UserFile("keelview"), "program");
+    EXPECT_FALSE(fs::exists(user / "gpsdat/a.trk"));
+}
+
+TEST_F(DataFolderTest, AnInterruptedFirstStartIsMadeGood) {
+    tree.Write("home/share/keelview/gpsdat/mine.trk", "mine");  // there already: stays as it is
+    tree.Write("home/share/keelview/.new-coastline/half", "h");
+    EXPECT_EQ(Settle(), user);
+    EXPECT_EQ(tree.Files(user),
+              "coastline/5339.cst gpsdat/mine.trk gun.wav keelview raceadmin/R1.txt raceadmin/Ver.00 ");
+    EXPECT_EQ(UserFile("raceadmin/Ver.00"), "1,1");
+    EXPECT_FALSE(fs::exists(user / ".new-coastline"));
+}
+
+TEST_F(DataFolderTest, ATreeOfItsOwnOrAUserWithoutAFolderSeesTheDataWhereTheyAre) {
+    tree.Write("home", "a file where the folder should be");
+    EXPECT_EQ(Settle(), tree.Root() / "usr/share/keelview");
+    fs::remove(tree.Root() / "home");
+    tree.Write("usr/bin/RaceAdmin/R1.txt", "");
+    EXPECT_EQ(Settle(), program.parent_path());
+    EXPECT_FALSE(fs::exists(user));
+    fs::remove_all(program.parent_path() / "RaceAdmin");
+    fs::remove_all(tree.Root() / "usr/share");
+    EXPECT_EQ(Settle(), program.parent_path());  // nothing is installed either
 }
 
 }  // namespace

@@ -2,11 +2,6 @@
 
 namespace keelview {
 
-int FakePlatform::DriveType(const std::filesystem::path& folder) {
-    DriveAsked.push_back(folder);
-    return Drive;
-}
-
 int FakePlatform::OpenDocument(const std::string& target, const std::filesystem::path& /*folder*/) {
     Documents.push_back(target);
     return DocumentResult;
@@ -15,17 +10,6 @@ int FakePlatform::OpenDocument(const std::string& target, const std::filesystem:
 bool FakePlatform::StartProgram(const std::filesystem::path& program) {
     Programs.push_back(program);
     return ProgramStarts;
-}
-
-void FakePlatform::DeliverEvents() {
-    ++Deliveries;
-    if (OnDeliverEvents) OnDeliverEvents();
-}
-
-void FakePlatform::Pause(int milliseconds) {
-    PausedMilliseconds += milliseconds;
-    Seconds += milliseconds / 1000.0;
-    if (OnDeliverEvents) OnDeliverEvents();
 }
 
 }  // namespace keelview

@@ -1,7 +1,6 @@
 #pragma once
 
 #include <filesystem>
-#include <functional>
 #include <string>
 #include <vector>
 
@@ -21,20 +20,16 @@ class FakePlatform : public Platform {
     ScreenInfo ScreenSize{1024 * 15.0, 768 * 15.0};
     int DocumentResult = 33;
     bool ProgramStarts = true;
-    std::function<void()> OnDeliverEvents;  ///< called at each DeliverEvents and Pause
 
-    std::vector<std::string> Documents;             ///< opened, in order
-    std::vector<std::filesystem::path> Programs;    ///< started, in order
-    std::vector<std::filesystem::path> Sounds;      ///< played, in order
-    std::vector<std::filesystem::path> DriveAsked;  ///< folders whose drive was asked for
-    std::vector<bool> BusyPointers;                 ///< changes of the pointer, in order
-    int Deliveries = 0;                             ///< calls of DeliverEvents
-    int PausedMilliseconds = 0;                     ///< sum of all pauses
-    bool Ended = false;                             ///< EndProcess was called
+    std::vector<std::string> Documents;           ///< opened, in order
+    std::vector<std::filesystem::path> Programs;  ///< started, in order
+    std::vector<std::filesystem::path> Sounds;    ///< played, in order
+    std::vector<bool> BusyPointers;               ///< changes of the pointer, in order
+    bool Ended = false;                           ///< EndProcess was called
 
     std::filesystem::path ProgramFolder() override { return Folder; }
     int UserLocale() override { return Locale; }
-    int DriveType(const std::filesystem::path& folder) override;
+    int DriveType(const std::filesystem::path& /*folder*/) override { return Drive; }
     ClockReading UtcNow() override { return Utc; }
     ClockReading LocalNow() override { return Local; }
     double SteadySeconds() override { return Seconds; }
@@ -42,9 +37,9 @@ class FakePlatform : public Platform {
     bool StartProgram(const std::filesystem::path& program) override;
     void PlaySound(const std::filesystem::path& file) override { Sounds.push_back(file); }
     ScreenInfo Screen() override { return ScreenSize; }
-    void DeliverEvents() override;
+    void DeliverEvents() override {}
     void SetBusyPointer(bool busy) override { BusyPointers.push_back(busy); }
-    void Pause(int milliseconds) override;
+    void Pause(int milliseconds) override { Seconds += milliseconds / 1000.0; }
     void EndProcess() override { Ended = true; }
     bool Ending() override { return Ended; }
 };

@@ -6,8 +6,8 @@
 #include <QTemporaryDir>
 
 #include "display/application.h"
-#include "support/application.h"
 #include "support/off_screen.h"
+#include "support/qt_driver.h"
 
 namespace {
 

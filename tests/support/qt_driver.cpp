@@ -7,6 +7,7 @@
 #include <QEvent>
 #include <QListWidget>
 #include <QTest>
+#include <QTimer>
 #include <QWindow>
 #include <stdexcept>
 #include <string>
@@ -42,6 +43,13 @@ void Settle() {
     }
 }
 
+void WhenModal(const char* name, std::function<void()> act) {
+    QTimer::singleShot(5, qApp, [name, act = std::move(act)] {
+        const QWidget* form = QApplication::activeModalWidget();
+        form != nullptr && form->objectName() == name ? act() : WhenModal(name, act);
+    });
+}
+
 QWidget& Face(const Control& control) {
     QWidget* face = NativeControl::Of(control).Inner;
     if (auto* list = qobject_cast<QListWidget*>(face)) face = list->viewport();
@@ -72,14 +80,14 @@ void Release(QWidget& face, QPoint at, Qt::MouseButton button, Qt::KeyboardModif
     Settle();
 }
 
-void Click(QWidget& face, Qt::MouseButton button, Qt::KeyboardModifiers held) {
+void Click(QWidget& face, Qt::MouseButton button) {
     const QPoint at(std::min(ClickLeft, face.width() / 2), face.height() / 2);
-    Press(face, at, button, held);
-    Release(face, at, button, held);
+    Press(face, at, button);
+    Release(face, at, button);
 }
 
-void Click(const Control& control, Qt::MouseButton button, Qt::KeyboardModifiers held) {
-    Click(Face(control), button, held);
+void Click(const Control& control, Qt::MouseButton button) {
+    Click(Face(control), button);
 }
 
 void ClickAt(const Control& control, QPoint at, Qt::MouseButton button, Qt::KeyboardModifiers held) {

@@ -6,6 +6,7 @@
 #include <string>
 
 #include "base/numbers.h"
+#include "base/position.h"
 #include "racedata/earth_scale.h"
 #include "racedata/wind_file.h"
 #include "support/temp_tree.h"
@@ -22,21 +23,28 @@ struct RaceTree : TempTree {
     static constexpr double SixKnots = 6.0 / 3600;  ///< minutes of arc a second
     static constexpr CivilTime Start = 1091709000;  ///< 2004/08/05 12:30:00
 
+    /// The line of a track file for a fix at a moment nine hours ahead of the file's clock.
+    static std::string TrackLine(const Position& at, CivilTime local) {
+        const auto angle = [](double minutes, int digits, const char* signs) {
+            char text[40];
+            const double size = std::abs(minutes) + 1e-10;  // no rest of sixty minutes
+            std::snprintf(text, sizeof text, " %c%0*d%011.8f", signs[minutes < 0 ? 1 : 0], digits,
+                          static_cast<int>(size / 60), std::fmod(size, 60));
+            return std::string(text);
+        };
+        return "T" + angle(at.Lat, 2, "NS") + angle(at.Lon, 3, "EW") + " " +
+               DateTimeText(local - 9 * 3600) + " 1\r\n";
+    }
+    /// A position as the lines of a race control file hold it.
+    static std::string PositionText(const Position& at) {
+        return NumberText(at.Lat) + ", " + NumberText(at.Lon);
+    }
+
     /// One boat's track: `north` and `east` minutes of arc per second, from second `first` to `last`.
     void Boat(const std::string& file, double lat, double lon, double north, double east, int first,
               int last) {
         std::string text = "H a header that readers skip\r\nM WGS84\r\n";
-        for (int t = first; t <= last; ++t) {
-            const double latNow = lat + north * t;
-            const double lonNow = lon + east * t;
-            const int clock = 3 * 3600 + 30 * 60 + t;
-            char line[120];
-            std::snprintf(line, sizeof line, "T N%02d%011.8f E%03d%011.8f 2004/08/05 %02d:%02d:%02d 1\r\n",
-                          static_cast<int>(latNow / 60), std::fmod(latNow, 60),
-                          static_cast<int>(lonNow / 60), std::fmod(lonNow, 60), clock / 3600,
-                          clock / 60 % 60, clock % 60);
-            text += line;
-        }
+        for (int t = first; t <= last; ++t) text += TrackLine({lat + north * t, lon + east * t}, Start + t);
         Write("gpsdat/" + file, text);
     }
 
@@ -63,9 +71,9 @@ struct RaceTree : TempTree {
     /// The line of a race control file for a line of `width` minutes from just west of Lon on, which who
     /// sails north from Lat at six knots crosses at second 100; and the course that consists of it.
     static std::string LineAcross(double width) {
-        const std::string lat = NumberText(Lat + SixKnots * 100);
-        return "LN, " + lat + ", " + NumberText(Lon - 0.05) + ", " + lat + ", " +
-               NumberText(Lon - 0.05 + width) + "\r\nCRS, L1\r\n";
+        const Position west{Lat + SixKnots * 100, Lon - 0.05};
+        return "LN, " + PositionText(west) + ", " + PositionText({west.Lat, west.Lon + width}) +
+               "\r\nCRS, L1\r\n";
     }
 
     /// A race control file in English, browse-only, with the given further lines.

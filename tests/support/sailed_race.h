@@ -1,7 +1,6 @@
 #pragma once
 
 #include <cmath>
-#include <cstdio>
 #include <functional>
 #include <string>
 #include <vector>
@@ -9,7 +8,7 @@
 #include "base/angles.h"
 #include "base/dates.h"
 #include "base/position.h"
-#include "support/temp_tree.h"
+#include "support/race_tree.h"
 
 namespace keelview {
 
@@ -17,8 +16,8 @@ namespace keelview {
 /// beat to MK1, run to MK2, beat again and finish, each on a way of its own made of one number, its seed.
 /// The middle of all is 35:17 N, 139:29 E; a fix every second.
 struct SailedRace {
-    static constexpr double MiddleLat = 35 * 60 + 17;
-    static constexpr double MiddleLon = 139 * 60 + 29;
+    static constexpr double MiddleLat = RaceTree::Lat;
+    static constexpr double MiddleLon = RaceTree::Lon;
     static constexpr double LonScale = 0.8173;  // near enough for a way to look like one
 
     struct Fix {
@@ -29,10 +28,9 @@ struct SailedRace {
     std::vector<Position> Marks;
     std::vector<std::pair<Position, Position>> Lines;
     std::string Course = "CRS, L1, MK1, MK2, MK1, L2";
-    double Wind = 0.0;  ///< degrees
-    CivilTime Start =
-        MakeCivilTime(2004, 8, 5, 12, 30, 0).value_or(0);  ///< local, 9 hours ahead of the tracks
-    int Duration = 2400;                                   ///< seconds
+    double Wind = 0.0;                  ///< degrees
+    CivilTime Start = RaceTree::Start;  ///< local, 9 hours ahead of the tracks
+    int Duration = 2400;                ///< seconds
 
     explicit SailedRace(unsigned seed, int boats = 5) : random_(seed) {
         Marks = {Place(0, 0.7), Place(0.05, -0.5)};
@@ -72,15 +70,20 @@ struct SailedRace {
                            "\r\nTD, 9\r\nWD, " + std::to_string(static_cast<int>(Wind)) + "\r\n";
         for (std::size_t boat = 0; boat < Boats.size(); ++boat) {
             const std::string file = name + std::to_string(boat + 1) + ".trk";
-            tree.Write("gpsdat/" + file, TrackText(Boats[boat]));
+            std::string track = "H a header that readers skip\r\n";
+            for (const Fix& fix : Boats[boat]) track += RaceTree::TrackLine(fix.At, Start + fix.Second);
+            tree.Write("gpsdat/" + file, track);
             text += "BN, " + file + ", Boat " + std::to_string(boat + 1) + "\r\n";
         }
-        for (const Position& mark : Marks) text += "MK, " + Numbers(mark) + "\r\n";
-        for (const auto& [from, to] : Lines) text += "LN, " + Numbers(from) + ", " + Numbers(to) + "\r\n";
+        for (const Position& mark : Marks) text += "MK, " + RaceTree::PositionText(mark) + "\r\n";
+        for (const auto& [from, to] : Lines)
+            text += "LN, " + RaceTree::PositionText(from) + ", " + RaceTree::PositionText(to) + "\r\n";
         tree.Write("raceadmin/" + name, text + Course + "\r\n" + lines);
     }
 
   private:
+    using Way = std::vector<std::pair<double, double>>;  ///< nautical miles east and north of the middle
+
     /// From 0 up to 1.
     double Random() {
         random_ = random_ * 1664525U + 1013904223U;
@@ -95,32 +98,27 @@ struct SailedRace {
     std::vector<Fix> Sail() {
         const double lane = Random() * 0.14 - 0.07;
         const double width = 0.1 + 0.15 * Random();
-        std::vector<std::pair<double, double>> way{{lane - 0.05, -0.4}, {lane, -0.3 + 0.002 * Random()}};
+        Way way{{lane - 0.05, -0.4}, {lane, -0.3 + 0.002 * Random()}};
+        const Way roundMark{{0.05, 0.64}, {0.015, 0.712}, {-0.012, 0.714}, {-0.02, 0.68}};
         Beat(way, lane, -0.3, 0.69, width);
-        for (const auto& [east, north] :
-             {std::pair(0.05, 0.64), {0.015, 0.712}, {-0.012, 0.714}, {-0.02, 0.68}})
-            way.emplace_back(east + 0.004 * Random(), north);
+        for (const auto& [east, north] : roundMark) way.emplace_back(east + 0.004 * Random(), north);
         way.emplace_back(0.03 + width * Random(), 0.0);
         for (const auto& [east, north] :
-             {std::pair(0.02, -0.45), {0.035, -0.514}, {0.065, -0.516}, {0.08, -0.48}})
+             Way{{0.02, -0.45}, {0.035, -0.514}, {0.065, -0.516}, {0.08, -0.48}})
             way.emplace_back(east, north - 0.004 * Random());
         Beat(way, 0.08, -0.48, 0.64, width);
-        for (const auto& [east, north] :
-             {std::pair(0.05, 0.64), {0.015, 0.712}, {-0.012, 0.714}, {-0.02, 0.68}})
-            way.emplace_back(east, north + 0.004 * Random());
+        for (const auto& [east, north] : roundMark) way.emplace_back(east, north + 0.004 * Random());
         way.emplace_back(lane / 2, 0.1);
         return Follow(way, 10.0 + 4 * Random(), -60 + static_cast<int>(20 * Random()));
     }
-    void Beat(std::vector<std::pair<double, double>>& way, double from, double south, double north,
-              double width) {
+    void Beat(Way& way, double from, double south, double north, double width) {
         const int tacks = 2 + static_cast<int>(3 * Random());
         for (int tack = 1; tack < tacks; ++tack)
             way.emplace_back(from * (tacks - tack) / tacks + (tack % 2 == 0 ? width : -width),
                              south + (north - south) * tack / tacks);
     }
     /// A fix a second along a way of straight pieces at a speed in knots.
-    static std::vector<Fix> Follow(const std::vector<std::pair<double, double>>& way, double knots,
-                                   int second) {
+    static std::vector<Fix> Follow(const Way& way, double knots, int second) {
         std::vector<Fix> track;
         double left = 0;
         for (std::size_t piece = 1; piece < way.size(); ++piece) {
@@ -134,30 +132,6 @@ struct SailedRace {
             left = along - length;
         }
         return track;
-    }
-
-    std::string TrackText(const std::vector<Fix>& track) const {
-        std::string text = "H a header that readers skip\r\n";
-        for (const Fix& fix : track) {
-            char line[120];
-            std::snprintf(line, sizeof line, "T %s %s %s 1\r\n", Angle(fix.At.Lat, 'N', 'S').c_str(),
-                          Angle(fix.At.Lon, 'E', 'W').c_str(),
-                          DateTimeText(Start + fix.Second - 9 * 3600).c_str());
-            text += line;
-        }
-        return text;
-    }
-    static std::string Angle(double minutes, char positive, char negative) {
-        char text[40];
-        const double size = std::abs(minutes) + 5e-8;
-        std::snprintf(text, sizeof text, "%c%02d%09.6f", minutes < 0 ? negative : positive,
-                      static_cast<int>(size / 60), std::floor(std::fmod(size, 60) * 1e6 + 0.2) / 1e6);
-        return text;
-    }
-    static std::string Numbers(const Position& at) {
-        char text[60];
-        std::snprintf(text, sizeof text, "%.6f, %.6f", at.Lat, at.Lon);
-        return text;
     }
 
     unsigned random_;

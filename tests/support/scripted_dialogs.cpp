@@ -16,17 +16,4 @@ ScriptedDialogs::Answer ScriptedDialogs::Next(std::string_view kind, std::string
     return answer;
 }
 
-void ScriptedDialogs::Ok(std::string_view text, std::string_view title) {
-    Next("ok", text, title);
-}
-
-bool ScriptedDialogs::YesNo(std::string_view text, std::string_view title) {
-    return Next("yesno", text, title).Yes;
-}
-
-std::optional<std::string> ScriptedDialogs::Input(std::string_view prompt, std::string_view title,
-                                                  std::string_view /*proposal*/) {
-    return Next("input", prompt, title).Text;
-}
-
 }  // namespace keelview

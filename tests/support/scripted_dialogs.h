@@ -27,10 +27,14 @@ class ScriptedDialogs : public Dialogs {
     bool AllAnswered() const { return answers_.empty(); }
     const std::vector<Said>& All() const { return said_; }
 
-    void Ok(std::string_view text, std::string_view title) override;
-    bool YesNo(std::string_view text, std::string_view title) override;
+    void Ok(std::string_view text, std::string_view title) override { Next("ok", text, title); }
+    bool YesNo(std::string_view text, std::string_view title) override {
+        return Next("yesno", text, title).Yes;
+    }
     std::optional<std::string> Input(std::string_view prompt, std::string_view title,
-                                     std::string_view proposal) override;
+                                     std::string_view /*proposal*/) override {
+        return Next("input", prompt, title).Text;
+    }
 
   private:
     struct Answer {

@@ -5,6 +5,8 @@
 #include <atomic>
 #include <filesystem>
 #include <fstream>
+#include <numeric>
+#include <set>
 #include <string>
 #include <string_view>
 
@@ -37,6 +39,17 @@ class TempTree {
     std::string Read(std::string_view relative) const {
         std::ifstream file(root_ / relative, std::ios::binary);
         return {std::istreambuf_iterator<char>(file), {}};
+    }
+
+    /// The files below a folder of the root, in order, each with a space behind it.
+    std::string Files(const std::filesystem::path& folder) const {
+        std::set<std::string> names;
+        for (const auto& entry : std::filesystem::recursive_directory_iterator(root_ / folder))
+            if (!entry.is_directory())
+                names.insert(entry.path().lexically_relative(root_ / folder).string());
+        return std::accumulate(
+            names.begin(), names.end(), std::string(),
+            [](const std::string& text, const std::string& name) { return text + name + " "; });
     }
 
   private:
