@@ -6,7 +6,9 @@
 #include <filesystem>
 #include <memory>
 #include <string>
+#include <tuple>
 
+#include "editor/file_select.h"
 #include "support/qt_driver.h"
 #include "support/test_world.h"
 
@@ -174,6 +176,73 @@ TEST_F(RaceEditorTest, AFileThatCannotBeWrittenIsToldAndTheFormStays) {
     dialogs.AnswerYesNo(true);  // a cancelled dialog ends the form without saving
     PressAndName(editor->Command9, {});
     EXPECT_TRUE(editor->Closed() && fs::is_empty(tree.Root() / "raceadmin"));
+}
+
+struct FileSelectTest : testing::Test, TestWorld {
+    FileQuestion question;
+
+    FileSelectTest() {
+        for (const char* file : {"races/R1.txt", "races/江の島, \"2\".txt", "races/plain", "secret.txt"})
+            tree.Write(file, "");
+        question.FileFolder = tree.Root() / "races";
+        question.FileExtension = "txt";
+    }
+};
+
+TEST_F(FileSelectTest, ItListsTheFolderAndTakesAClickedName) {
+    FileSelect form(app.settings, dialogs, question);
+    form.ShowNow();
+    EXPECT_EQ(form.Caption(), "Keelview");
+    EXPECT_EQ(form.Text1.Text(), "*.txt");
+    ASSERT_EQ(form.File1.ListCount(), 3);
+    driver::ClickRow(form.File1, 2);
+    EXPECT_EQ(form.Text1.Text(), "江の島, \"2\".txt");
+    driver::Click(form.Command1);
+    EXPECT_TRUE(form.Closed());
+    EXPECT_EQ(question.ShellTarget, tree.Root() / "races/江の島, \"2\".txt");
+}
+
+TEST_F(FileSelectTest, NamesAreTestedByTheModeOfTheQuestion) {
+    constexpr auto In = FileQuestion::Mode::MustExist;
+    constexpr auto Out = FileQuestion::Mode::ToWrite;
+    using Case = std::tuple<FileQuestion::Mode, std::string, std::string>;  // the name is empty: told
+    for (const auto& [mode, typed, name] :
+         {Case{In, "  R1  ", "R1.txt"}, Case{In, "r1.TXT", "r1.TXT"}, Case{In, "*.txt", ""},
+          Case{In, "", ""}, Case{In, "R7", ""}, Case{In, "plain", ""}, Case{In, "../secret.txt", ""},
+          Case{In, "..", ""}, Case{Out, "*.*", ""}, Case{Out, "", ""}, Case{Out, "/tmp/x.txt", ""},
+          Case{Out, "a\\b", ""}, Case{Out, "New one", "New one.txt"}, Case{Out, "R2.dat", "R2.dat"}}) {
+        SCOPED_TRACE(typed);
+        question.FileMode = mode;
+        FileSelect form(app.settings, dialogs, question);
+        form.ShowNow();
+        driver::Type(form.Text1, typed);
+        if (name.empty()) dialogs.AnswerOk();
+        driver::Click(form.Command1);
+        EXPECT_TRUE(dialogs.AllAnswered());
+        EXPECT_EQ(form.Closed(), !name.empty());
+        EXPECT_EQ(question.FileResultName, name);
+        EXPECT_EQ(question.ShellTarget.empty(), name.empty());
+    }
+    EXPECT_EQ(dialogs.All().front().Text, "Input File Name");
+}
+
+TEST_F(FileSelectTest, AnExistingFileAsksBeforeItIsOverwrittenAndCancelLeavesNothing) {
+    question.FileMode = FileQuestion::Mode::ToWrite;
+    question.FilePattern = "R1";  // the text of an earlier dialog
+    for (const bool over : {false, true}) {
+        question.ShellTarget = "of an earlier dialog";
+        FileSelect form(app.settings, dialogs, question);
+        form.ShowNow();
+        dialogs.AnswerYesNo(over);
+        driver::Click(form.Command1);
+        EXPECT_EQ(Said(), "Same File Name Exists.\r\nOverwight?.");
+        EXPECT_EQ(form.Closed(), over);
+        if (!over) driver::Click(form.Command2);
+        EXPECT_TRUE(form.Closed());
+        EXPECT_EQ(question.ShellTarget.filename(), over ? "R1.txt" : "");
+    }
+    question.FileFolder = tree.Root() / "gone";
+    EXPECT_EQ(FileSelect(app.settings, dialogs, question).File1.ListCount(), 0);
 }
 
 }  // namespace

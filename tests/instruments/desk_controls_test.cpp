@@ -32,46 +32,38 @@ struct DeskTest : testing::Test, TestDesk {
 TEST_F(DeskTest, EveryChoiceChangesWhatIsSeenAndIsTakenBackWithoutATrace) {
     OpenFullRace();
     RaceDisp& form = Form();
-    const Control& overview = form.Picture6;
-    struct Choice {
-        const Control &there, &back, &picture;
-    };
-    int number = 0;
     const auto seenAfter = [&](const Control& click, const Control& picture) {
         driver::Click(click);
         driver::MoveTo(form.Picture7, {130, 5});
-        EXPECT_FALSE(form.Timer1.Enabled()) << number;
+        EXPECT_FALSE(form.Timer1.Enabled());
         return Seen(picture);
     };
-    const auto run = [&](const Control& first, std::initializer_list<Choice> choices) {
-        for (const Choice& choice : choices) {
-            ++number;
-            const QImage before = seenAfter(first, choice.picture);
-            EXPECT_NE(seenAfter(choice.there, choice.picture), before) << number;
-            EXPECT_EQ(seenAfter(choice.back, choice.picture), before) << number;
-            if (&first == &form.Check3) driver::Click(first);
+    // Taken back by `back`, or by a second click where that is none.
+    const auto run = [&](const Control& first, const Control& picture, const Control* back,
+                         std::initializer_list<const Control*> choices) {
+        for (const Control* choice : choices) {
+            const QImage before = seenAfter(first, picture);
+            EXPECT_NE(seenAfter(*choice, picture), before)
+                << driver::Face(*choice).objectName().toStdString();
+            EXPECT_EQ(seenAfter(back == nullptr ? *choice : *back, picture), before)
+                << driver::Face(*choice).objectName().toStdString();
         }
     };
-    driver::Click(form.Check3);                            // no hints
-    run(form.BCOL1, {{form.Check7, form.Check7, Map()},    // coast
-                     {form.Check6, form.Check6, Map()},    // tracks
-                     {form.Check1, form.Check1, Map()},    // time points
-                     {form.Check8, form.Check8, Map()},    // lay lines
-                     {form.Check10, form.Check10, Map()},  // size of the boats
-                     {form.Bnam[1], form.Bnam[1], Map()},  // focus
-                     {form.Maru[1], form.Maru[1], Map()},  // ring
-                     {form.Option3, form.Option2, Map()},  // turn
-                     {form.Option3, form.Option2, overview},
-                     {form.BCOL6, form.BCOL1, Map()},  // sea
-                     {form.BCOL5, form.BCOL1, overview},
-                     {form.Option10, form.Option9, Map()},  // view
-                     {form.Option11, form.Option9, Map()}});
-    run(form.Option3, {{form.Check4, form.Check4, Map()}});  // cross-wind lines
+    driver::Click(form.Check3);  // no hints
+    // Coast, tracks, time points, lay lines, size of the boats, focus, ring.
+    run(form.BCOL1, Map(), nullptr,
+        {&form.Check7, &form.Check6, &form.Check1, &form.Check8, &form.Check10, &form.Bnam[1],
+         &form.Maru[1]});
+    for (const Control* turned : std::initializer_list<const Control*>{&Map(), &form.Picture6}) {
+        run(form.BCOL1, *turned, &form.Option2, {&form.Option3});
+        run(form.BCOL1, *turned, &form.BCOL1, {&form.BCOL6, &form.BCOL5});
+    }
+    run(form.BCOL1, Map(), &form.Option9, {&form.Option10, &form.Option11});
+    run(form.Option3, Map(), nullptr, {&form.Check4});  // cross-wind lines
     driver::Click(form.Check5);
-    run(form.Option9, {{form.Check9, form.Check9, Map()},      // names
-                       {form.Bnam[1], form.Bnam[1], Map()}});  // who is followed
-    run(form.Option10, {{form.Bnam[0], form.Bnam[0], Map()}});
-    run(form.Option11, {{form.Option4, form.Option1, Map()}, {form.Option5, form.Option1, Map()}});
+    run(form.Option9, Map(), nullptr, {&form.Check9, &form.Bnam[1]});  // names, who is followed
+    run(form.Option10, Map(), nullptr, {&form.Bnam[0]});
+    run(form.Option11, Map(), &form.Option1, {&form.Option4, &form.Option5});
 }
 
 TEST_F(DeskTest, TheWindThatAPersonTypesIsTakenAndSavedAtOnce) {

@@ -2,9 +2,11 @@
 
 #include <gtest/gtest.h>
 
+#include <QElapsedTimer>
 #include <memory>
 #include <string>
 
+#include "shell/reference_viewer.h"
 #include "support/qt_driver.h"
 #include "support/test_world.h"
 
@@ -33,35 +35,28 @@ TEST_F(CoverTest, ARaceIsHandedOverWithNothingLeftOfTheOneBefore) {
     app.race.Boats.Resize(3);
     app.race.AttachFile.Add("notice.pdf");
     app.race.PreStartMinutes = 10;
+    app.race.MagVariation = -7;
     app.race.BoatLength = 9;
-    Cover& form = Open();
-    driver::Click(form.Command3);
-    EXPECT_EQ(form.Combo1.Text(), "R1.txt");
-    EXPECT_EQ(form.Combo1.ListCount(), 2);
-    driver::Click(form.Command6);
-    EXPECT_FALSE(form.Frame1.Visible());
-    EXPECT_EQ(app.race.Boats.Count(), 3);
-
-    driver::Click(form.Command3);
-    form.Combo1.SetText("r2.TXT");
-    driver::Click(form.Command5);
-    EXPECT_EQ(shown, "display ");
-    EXPECT_FALSE(form.Frame1.Visible());
-    EXPECT_EQ(app.race.RaceFileName + app.race.SingleTrackFile, "r2.TXT");
-    EXPECT_EQ(app.race.Boats.Count() + app.race.AttachFile.Count(), 0);
-    EXPECT_TRUE(app.race.PreStartMinutes == 3 && app.race.MagVariation == -7 && app.race.BoatLength == 9);
-}
-
-TEST_F(CoverTest, ASingleTrackIsChosenFromAllTracksDtrFirst) {
     for (const char* name : {"b.trk", "a.TRK", "z.dtr", "notes.txt"})
         tree.Write(std::string("GPSDat/") + name, "");
     for (int boat = 1; boat <= 500; ++boat)
         tree.Write("GPSDat/江の島, \"" + std::to_string(boat) + "\".trk", "");
     Cover& form = Open();
-    driver::Click(form.Command7);
-    EXPECT_EQ(app.race.BoatLength, 4.7);
-    EXPECT_EQ(form.Combo1.Text(), "z.dtr");
-    EXPECT_EQ(form.Combo1.ListCount(), 503);
+    const auto offered = [&](const Button& chooser) {
+        driver::Click(chooser);
+        return form.Combo1.Text() + " of " + std::to_string(form.Combo1.ListCount());
+    };
+    EXPECT_EQ(offered(form.Command3), "R1.txt of 2");
+    driver::Click(form.Command6);
+    EXPECT_TRUE(!form.Frame1.Visible() && app.race.Boats.Count() == 3);
+    EXPECT_EQ(offered(form.Command3), "R1.txt of 2");
+    form.Combo1.SetText("r2.TXT");
+    driver::Click(form.Command5);
+    EXPECT_TRUE(shown == "display " && !form.Frame1.Visible());
+    EXPECT_EQ(app.race.RaceFileName + app.race.SingleTrackFile, "r2.TXT");
+    EXPECT_TRUE(app.race.Boats.Empty() && app.race.AttachFile.Empty());
+    EXPECT_TRUE(app.race.PreStartMinutes == 3 && app.race.MagVariation == -7 && app.race.BoatLength == 9);
+    EXPECT_EQ(offered(form.Command7), "z.dtr of 503");  // all single tracks
     driver::Click(form.Command5);
     EXPECT_EQ(app.race.RaceFileName + app.race.SingleTrackFile, "z.dtr");
 }
@@ -96,8 +91,7 @@ TEST_F(CoverTest, TheOtherButtonsLeadOnOrTellWhyNotAndHaveTheirHints) {
     platform.ProgramStarts = false;
     dialogs.AnswerOk();
     driver::Click(form.Command8);
-    EXPECT_NE(Said().find("GALEPLOT.exe"), std::string::npos);
-    EXPECT_FALSE(form.Closed());
+    EXPECT_TRUE(Said().find("GALEPLOT.exe") != std::string::npos && !form.Closed());
     driver::Click(form.Command4);
     EXPECT_TRUE(platform.Ended);
 }
@@ -114,6 +108,43 @@ TEST_F(CoverTest, TheManualsButtonNeedsOneManual) {
     }
     EXPECT_EQ(platform.Documents, (std::vector{(tree.Root() / "help-e/index.html").string(),
                                                (tree.Root() / "help/index.html").string()}));
+}
+
+TEST_F(CoverTest, ADocumentIsOpenedAndTheDisplayStaysBlockedForAWhile) {
+    tree.Write("attachment/notice, \"1\".pdf", "x");
+    app.race.AttachFile = {"  notice, \"1\".pdf ", " gone.pdf"};
+    Form display("RaceDisp", Form::Kind::Fixed, 300, 300);
+    int clicks = 0;
+    display.OnMouseDown = [&clicks](const MouseEvent&) { ++clicks; };
+    display.ShowNow();
+    ReferenceViewer form(app.settings, app.race, services, 0.3);
+    EXPECT_EQ(form.List1.Item(0), "notice, \"1\".pdf");
+    bool hidden = false;
+    driver::WhenModal("RefFm", [&] {
+        dialogs.AnswerOk();
+        driver::ClickAt(form.List1, {100, 90});  // no row there
+        EXPECT_TRUE(form.Visible());
+        driver::ClickRow(form.List1, 1);
+        EXPECT_TRUE(Said() == "File Not Found" && form.Visible());
+        driver::WhenModal("RefFmWait", [&] {
+            hidden = !form.Visible();
+            driver::ClickAt(display, {50, 50});
+        });
+        driver::ClickRow(form.List1, 0);
+    });
+    QElapsedTimer time;
+    time.start();
+    form.ShowModal();
+    EXPECT_GE(time.elapsed(), 300);
+    EXPECT_EQ(platform.Documents,
+              std::vector<std::string>{(tree.Root() / "attachment/notice, \"1\".pdf").string()});
+    EXPECT_TRUE(hidden && form.Closed() && clicks == 0);
+    driver::ClickAt(display, {50, 50});
+    EXPECT_EQ(clicks, 1);
+    ReferenceViewer cancelled(app.settings, app.race, services);
+    cancelled.ShowNow();
+    driver::Click(cancelled.Command1);
+    EXPECT_TRUE(cancelled.Closed() && platform.Documents.size() == 1);
 }
 
 }  // namespace

@@ -53,12 +53,10 @@ struct ProgramTest : testing::Test, TestWorld {
 };
 
 TEST_F(ProgramTest, FromTheMenuToARaceAndBackAsOftenAsOneLikes) {
-    constexpr int WarmUp = 10;
-    constexpr int Visits = 50;
     constexpr long BoundKilobytes = 200;  // what a visit leaves in a cache for good may have 5
     ASSERT_TRUE(Start());
     std::size_t before = 0;
-    for (int visit = 1; visit <= Visits; ++visit) {
+    for (int visit = 1; visit <= 50; ++visit) {
         EXPECT_TRUE(Menu().Visible());
         Choose(Menu().Command3, "R1.txt");
         ASSERT_NE(program->TheDesk(), nullptr);
@@ -66,7 +64,7 @@ TEST_F(ProgramTest, FromTheMenuToARaceAndBackAsOftenAsOneLikes) {
         QTest::qWait(20);  // the film runs
         CloseDisplay();
         EXPECT_EQ(program->TheDesk(), nullptr);
-        if (visit == WarmUp) before = AllocatedBytes();
+        if (visit == 10) before = AllocatedBytes();
     }
     EXPECT_LT((static_cast<long>(AllocatedBytes()) - static_cast<long>(before)) / 1024, BoundKilobytes);
 }
@@ -83,16 +81,14 @@ TEST_F(ProgramTest, ASingleTrackShowsNothingOfTheRaceBeforeIt) {
 
     Choose(Menu().Command7, "a.trk");
     EXPECT_EQ(Display().Caption(), " \"Keelview\" Race Browser   (a.trk)");
-    EXPECT_EQ(Display().Bnam.Count(), 1);
-    EXPECT_EQ(Display().Text9.Text(), "2004/08/05 12:30:40");   // four minutes after the first fix
-    EXPECT_EQ(Display().Text10.Text(), "2004/08/05 12:40:20");  // the last fix
+    // Four minutes after the first fix, to the last one.
+    EXPECT_EQ(Display().Text9.Text() + Display().Text10.Text(), "2004/08/05 12:30:402004/08/05 12:40:20");
     EXPECT_FALSE(Display().sWind.Visible() || Display().Option11.Enabled() ||
                  Display().Command13.Enabled());
     EXPECT_TRUE(!Display().Check5.Value() && Display().HeldKey == 0 && app.clock.SpeedMultiplier == 5);
     EXPECT_EQ(app.race.Marks.Count() + app.race.CourseOrder.Count() + app.wind.Count(), 0);
-    EXPECT_EQ(app.now.WindNow.DirectionTrue, 0);
     QTest::qWait(100);
-    EXPECT_TRUE(Display().Boat[0].Visible());
+    EXPECT_TRUE(Display().Boat[0].Visible() && app.now.WindNow.DirectionTrue == 0);
 }
 
 TEST_F(ProgramTest, WhatCannotBeShownIsToldAndTheMenuStands) {
@@ -127,8 +123,7 @@ TEST_F(ProgramTest, TheEditorOpensTheRaceThatItSaved) {
     driver::Click(Menu().Command5);
     EXPECT_FALSE(editor.Visible());
     CloseDisplay();
-    EXPECT_TRUE(editor.Visible());
-    EXPECT_EQ(editor.Text7.Text(), "Autumn Cup");
+    EXPECT_TRUE(editor.Visible() && editor.Text7.Text() == "Autumn Cup");
 
     // Names as people give them, from the files to the display's title.
     std::filesystem::rename(tree.Root() / "gpsdat/b.trk", tree.Root() / "gpsdat/江の島 \"b\" .trk");

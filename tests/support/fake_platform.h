@@ -14,10 +14,8 @@ class FakePlatform : public Platform {
     std::filesystem::path Folder;
     int Locale = LocaleEnglish;
     int Drive = 3;
-    ClockReading Utc;
     ClockReading Local;
     double Seconds = 0.0;  ///< of the steady clock; Pause moves it
-    ScreenInfo ScreenSize{1024 * 15.0, 768 * 15.0};
     int DocumentResult = 33;
     bool ProgramStarts = true;
 
@@ -30,13 +28,13 @@ class FakePlatform : public Platform {
     std::filesystem::path ProgramFolder() override { return Folder; }
     int UserLocale() override { return Locale; }
     int DriveType(const std::filesystem::path& /*folder*/) override { return Drive; }
-    ClockReading UtcNow() override { return Utc; }
+    ClockReading UtcNow() override { return {}; }
     ClockReading LocalNow() override { return Local; }
     double SteadySeconds() override { return Seconds; }
     int OpenDocument(const std::string& target, const std::filesystem::path& folder) override;
     bool StartProgram(const std::filesystem::path& program) override;
     void PlaySound(const std::filesystem::path& file) override { Sounds.push_back(file); }
-    ScreenInfo Screen() override { return ScreenSize; }
+    ScreenInfo Screen() override { return {1024 * 15.0, 768 * 15.0}; }
     void DeliverEvents() override {}
     void SetBusyPointer(bool busy) override { BusyPointers.push_back(busy); }
     void Pause(int milliseconds) override { Seconds += milliseconds / 1000.0; }

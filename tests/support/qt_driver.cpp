@@ -106,20 +106,9 @@ void MoveTo(const Control& control, QPoint at) {
     Settle();
 }
 
-void Drag(const Control& control, QPoint from, QPoint to, Qt::MouseButton button) {
-    Press(Face(control), from, button);
-    MoveTo(control, (from + to) / 2);
-    MoveTo(control, to);
-    Release(Face(control), to, button);
-}
-
-QPoint RowPlace(const Control& listBox, int row) {
-    const auto& list = NativeControl::Of(listBox).As<QListWidget>();
-    return list.visualItemRect(list.item(row)).center();
-}
-
 void ClickRow(const Control& listBox, int row, Qt::KeyboardModifiers held) {
-    ClickAt(listBox, RowPlace(listBox, row), Qt::LeftButton, held);
+    const auto& list = NativeControl::Of(listBox).As<QListWidget>();
+    ClickAt(listBox, list.visualItemRect(list.item(row)).center(), Qt::LeftButton, held);
 }
 
 void KeyDown(const Control& inWindow, Qt::Key key, Qt::KeyboardModifiers held) {

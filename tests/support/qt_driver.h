@@ -44,10 +44,6 @@ void ClickAt(const Control& control, QPoint at, Qt::MouseButton button = Qt::Lef
 void DoubleClickAt(const Control& control, QPoint at);
 /// Moves the pointer there, with what buttons are held.
 void MoveTo(const Control& control, QPoint at);
-/// Presses at a place, moves through the middle to another, releases there.
-void Drag(const Control& control, QPoint from, QPoint to, Qt::MouseButton button = Qt::LeftButton);
-/// Where the middle of a row of a list box stands on its face.
-QPoint RowPlace(const Control& listBox, int row);
 void ClickRow(const Control& listBox, int row, Qt::KeyboardModifiers held = {});
 
 /// Presses or releases a key in the window that the control stands in.
