@@ -90,15 +90,6 @@ std::string SouthWest(const TempTree& tree) {
         "MK, -2039.8, -4212.05\nLN, -2039.98, -4212.1, -2039.98, -4211.9\nCRS, L1, MK1\n");
 }
 
-/// The start is no date, so that the first track tells, also for the boats after it.
-std::string WithoutTimes(const TempTree& tree) {
-    tree.Write("gpsdat/a.trk", Track(0, 0, -300, {{400, 6, 0}}));
-    tree.Write("gpsdat/b.trk", Track(0, 0, -400, {{900, 4, 3}}));
-    return Race(
-        "ST, soon\nTD, 0\nBN, a.trk, A\nBN, b.trk, B\nMK, 2117.2, 8369\nMK, 2117.3, 8369.1\n"
-        "CRS, MK1, MK2\n");
-}
-
 /// Tracks that are hardly any: none, empty, of one fix, with a clock that falls back, of another extension.
 std::string OddTracks(const TempTree& tree) {
     const std::string once = Track(-0.05, 0, -60, {{200, 6, 0}});
@@ -150,7 +141,6 @@ TEST(RaceReport, TellsTheSameOfARaceAsEver) {
          {std::pair<LayOut, std::uint64_t>{RoundTheMarks, 0x011895fa7ff89892U},
           {WindAndCoast, 0x766d6c35f1111f21U},
           {SouthWest, 0xb58a90d6fda6032fU},
-          {WithoutTimes, 0x97ed67df7dc2a4b0U},
           {OddTracks, 0xa5aabb818767cf2cU},
           {OddLines, 0x70f94150751a22ddU}}) {
         const TempTree tree;
