@@ -93,6 +93,7 @@ TEST(MarkRounding, StartAndFinishLines) {
               {"past the second end", {{0, -59, 101}, {60, 61, 101}}, 0},
               {"inside the second end", {{0, -59, 99}, {60, 61, 99}}, 29},
               {"past the first end", {{0, -59, -1}, {60, 61, -1}}, 0},
+              {"over the very first end", {{0, -59, 0}, {60, 61, 0}}, 29},
               {"downward counts too", {{0, 59, 50}, {60, -61, 50}}, 29},
               {"at rest on the line", {{-100, 0, 50}, {300, 0, 50}}, 0},
               {"from rest on the line", {{-100, 0, 50}, {30, 0, 50}, {60, 30, 50}}, 30},

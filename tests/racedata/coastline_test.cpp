@@ -41,31 +41,23 @@ TEST(CoastCells, AreTheSquaresThatTheRaceTouches) {
     EXPECT_EQ(CoastCells({2121, 8380, 1e9, 0.8}).size(), 20U);
 }
 
-std::string PolylineHead(int points) {
-    std::string line = "L" + std::string(48, ' ');
-    std::string count = std::to_string(points);
-    return line + std::string(6 - count.size(), ' ') + count + "\r\n";
-}
-
-/// A row of pairs of one x each, all with the same y.
-std::string Pairs(const std::vector<std::string>& xs, const std::string& y) {
-    std::string line;
-    for (const std::string& x : xs)
-        line += std::string(5 - x.size(), ' ') + x + std::string(5 - y.size(), ' ') + y;
-    return line + "\r\n";
+/// The head of a line of so many points.
+std::string Head(const std::string& points) {
+    return "L" + std::string(54 - points.size(), ' ') + points + "\r\n";
 }
 
 TEST(LoadCoastlines, ReadsTheSquaresNearTheRace) {
     TempTree tree;
     const CoastArea area{35 * 60 + 20, 139 * 60 + 30, 4, 0.8};
-    const std::vector<std::string> seven{"0", "1000", "2000", "3000", "4000", "5000", "6000"};
     tree.Write("coastline/5339.cst",
-               "M 533904\r\n" + PolylineHead(9) + Pairs(seven, "0") +  // far in the south: inside
-                   Pairs({"7000", "8000", "9000", "9999"}, "5000") +   // two points count, two do not
-                   PolylineHead(2) + Pairs({"0", "5000"}, "10000") +   // a line of its own
-                   "M 533977\r\n" + PolylineHead(2) + Pairs({"0", "1"}, "0") +  // out of sight
-                   "M 5339\r\n" + PolylineHead(2) + Pairs({"0", "1"}, "0") +    // no square
-                   "M 533904\r\n" + PolylineHead(4) + "    1    x    2    2\r\n\r\nshort\r\n");
+               "M 533904\r\n" + Head("9") +
+                   "    0    0 1000    0 2000    0 3000    0 4000    0 5000    0 6000    0\r\n"  // inside
+                   " 7000 5000 8000 5000 9000 5000 9999 5000\r\n" +  // two points count, two do not
+                   Head("2") +
+                   "    010000 500010000\r\n" +                               // a line of its own
+                   "M 533977\r\n" + Head("2") + "    0    0    1    0\r\n" +  // out of sight
+                   "M 5339\r\n" + Head("2") + "    0    0    1    0\r\n" +    // no square
+                   "M 533904\r\n" + Head("4") + "    1    x    2    2\r\n\r\nshort\r\n");
     const Coast coast = LoadCoastlines(tree.Root(), {"5239", "5339"}, area);
     EXPECT_EQ(CoastPoints(coast), 11);
     ASSERT_EQ(coast.size(), 2U);
@@ -77,7 +69,7 @@ TEST(LoadCoastlines, ReadsTheSquaresNearTheRace) {
         EXPECT_NEAR(coast[0][point].Lon, world.Lon, 1e-9);
     }
     // Fields of a point are digits.
-    tree.Write("coastline/5339.cst", "M 533904\n" + PolylineHead(3) + "1e3081e3081e3081e308-0001-0001\n");
+    tree.Write("coastline/5339.cst", "M 533904\n" + Head("3") + "1e3081e3081e3081e308-0001-0001\n");
     EXPECT_TRUE(LoadCoastlines(tree.Root(), {"5339"}, {2120, 8370, 4, 0.8}).empty());
 }
 
