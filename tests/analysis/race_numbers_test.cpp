@@ -2,9 +2,15 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
+#include <cmath>
+#include <tuple>
 #include <vector>
 
+#include "analysis/track_at.h"
+#include "analysis/wind_at.h"
 #include "support/race_tree.h"
+#include "support/sailed_race.h"
 
 namespace keelview {
 namespace {
@@ -36,67 +42,137 @@ TEST(RaceNumbers, OneFileLeadsToEverything) {
     EXPECT_NEAR(PassTime(numbers.passes, 2, 1), 30, 1);
     EXPECT_EQ(FinishOrder(numbers.passes), (std::vector<int>{2, 1}));
     EXPECT_EQ(FirstFinishTime(numbers.passes), FinishTime(numbers.passes, 2));
+    MarkPasses tied;
+    for (const int time : {900, 0, 800, 900}) tied.MarkPassTime.Add({10, time});
+    EXPECT_EQ(FinishOrder(tied), (std::vector<int>{3, 1, 4}));  // ties by their number
 }
 
 TEST(RaceNumbers, ASingleTrackIsARaceOfItsOwn) {
     RaceTree tree;
     tree.Boat("a.trk", Lat, Lon, SixKnots, 0, -200, 620);
     RaceNumbers numbers;
-    numbers.race.SingleTrackFile = "a.trk";
-    numbers.race.RaceTitle1 = "the race before";
-    numbers.race.MagVariation = -7;
+    RaceControl& race = numbers.race;
+    race.SingleTrackFile = "a.trk";
+    race.RaceTitle1 = "the race before";
+    race.MagVariation = -7;
     int boats = 0;
     EXPECT_EQ(LoadRace(tree.Root(), numbers, [&](int boat) { boats += boat; }).Outcome, LoadOutcome::Sound);
     EXPECT_EQ(boats, 1);
-    EXPECT_EQ(numbers.race.Boats[1].BoatName, "a");
-    EXPECT_EQ(numbers.race.RaceTitle1, "");
-    EXPECT_EQ(numbers.race.MagVariation, -7);
-    EXPECT_EQ(numbers.race.TimeDiff, 9);                           // the home waters
-    EXPECT_EQ(numbers.race.Start.Typed(), "2004/08/05 12:30:40");  // four minutes after the first fix
-    EXPECT_EQ(numbers.race.RaceDuration, 580);
-    EXPECT_EQ(numbers.race.DataFromTime, numbers.race.Start.At());
+    EXPECT_EQ(race.Boats[1].BoatName + "|" + race.RaceTitle1, "a|");
+    EXPECT_EQ(race.MagVariation, -7);
+    EXPECT_EQ(race.TimeDiff, 9);                           // the home waters
+    EXPECT_EQ(race.Start.Typed(), "2004/08/05 12:30:40");  // four minutes after the first fix
+    EXPECT_EQ(race.RaceDuration, 580);
+    EXPECT_EQ(race.DataFromTime, race.Start.At());
     // A period that is set for the track holds when it is loaded again.
-    numbers.race.Finish = RaceTime("2004/08/05 12:35:40");
-    numbers.race.DataToTime = numbers.race.Finish.At();
+    race.Finish = RaceTime("2004/08/05 12:35:40");
+    race.DataToTime = race.Finish.At();
     LoadRace(tree.Root(), numbers);
-    EXPECT_EQ(numbers.race.RaceDuration, 300);
+    EXPECT_EQ(race.RaceDuration, 300);
     EXPECT_EQ(LatestFixTime(numbers.tracks), 319);
 }
 
 TEST(RaceNumbers, ARaceOfNothingIsStillARace) {
-    struct Case {
-        const char* race;
-        const char* track;
-        LoadOutcome outcome;
-        const char* missing;
-    };
     RaceTree tree;
     tree.Write("gpsdat/empty.trk", std::string(600, '#'));
     tree.Race("R1.txt", "BN, empty.trk, Alpha\nWF, none.csv\nCRS, L1, MK1\n");
-    for (const Case& c :
+    using Case = std::tuple<const char*, const char*, LoadOutcome, const char*>;
+    for (const auto& [file, track, outcome, missing] :
          {Case{"R1.txt", "", LoadOutcome::NoFix, ""}, Case{"none.txt", "", LoadOutcome::NoRaceFile, ""},
           Case{"", "gone.trk", LoadOutcome::NoTrackFile, "gone.trk"},
           Case{"", "empty.trk", LoadOutcome::NoFix, ""}, Case{"", "", LoadOutcome::NoFix, ""}}) {
         RaceNumbers numbers;
-        numbers.race.RaceFileName = c.race;
-        numbers.race.SingleTrackFile = c.track;
+        numbers.race.RaceFileName = file;
+        numbers.race.SingleTrackFile = track;
         const LoadResult result = LoadRace(tree.Root(), numbers);
-        EXPECT_EQ(result.Outcome, c.outcome) << c.race << c.track;
-        EXPECT_EQ(result.Missing.filename(), c.missing);
-        EXPECT_FALSE(HasAnyFix(numbers.tracks));
+        EXPECT_EQ(result.Outcome, outcome) << file << track;
+        EXPECT_EQ(result.Missing.filename(), missing);
+        EXPECT_FALSE(HasAnyFix(numbers.tracks) || HasWindFile(numbers.race));
         EXPECT_EQ(LatestFixTime(numbers.tracks), 0);
-        EXPECT_FALSE(HasWindFile(numbers.race));
         EXPECT_TRUE(numbers.coast.empty() && numbers.race.MapFile.Empty());
         EXPECT_TRUE(FinishOrder(numbers.passes).empty());
         EXPECT_EQ(FirstFinishTime(numbers.passes), NobodyPassed);
     }
 }
 
-TEST(RaceNumbers, FinishersStandInTheirOrderAndTiesByTheirNumber) {
-    MarkPasses passes;
-    for (const int time : {900, 0, 800, 900}) passes.MarkPassTime.Add({10, time});
-    EXPECT_EQ(FinishOrder(passes), (std::vector<int>{3, 1, 4}));
+/// A race that depends neither on where it lies nor on which way it looks.
+class Symmetry : public testing::TestWithParam<unsigned> {
+  protected:
+    static RaceNumbers Load(const SailedRace& race) {
+        const TempTree tree;
+        race.Write(tree, "r.txt");
+        RaceNumbers numbers;
+        numbers.race.RaceFileName = "r.txt";
+        EXPECT_EQ(LoadRace(tree.Root(), numbers).Outcome, LoadOutcome::Sound);
+        return numbers;
+    }
+
+    /// What the boats sailed, each number so large that a difference of 0.001 is next to none: miles,
+    /// speeds, and where the wind comes from, seen from the boat; `side` is -1 in the looking-glass.
+    static std::vector<double> Seen(const RaceNumbers& numbers, double side) {
+        std::vector<double> seen{numbers.tracks.TypicalSpeed};
+        for (const auto& miles : numbers.passes.MarkPassDist)
+            seen.insert(seen.end(), miles.begin(), miles.end());
+        for (const Track& track : numbers.tracks.Boats) {
+            seen.insert(seen.end(), track.TrackSpeed.begin(), track.TrackSpeed.end());
+            for (const double miles : track.TrackDist) seen.push_back(miles * 10);
+            for (double t = 0.5; t < 900; t += 61.7) {
+                const int segment = FindSegment(track, t);
+                if (segment == 0) continue;
+                const double wind = WindAt(numbers.race, numbers.wind, t).DirectionTrue;
+                const double angle = (MomentOn(track, segment, t).Course - wind) * DegToRad;
+                seen.insert(seen.end(), {std::cos(angle), side * std::sin(angle)});
+            }
+        }
+        return seen;
+    }
+
+    void ExpectSame(const SailedRace& sailed, double side = 1) const {
+        const RaceNumbers other = Load(sailed);
+        EXPECT_EQ(numbers_.passes.MarkPassTime, other.passes.MarkPassTime);
+        EXPECT_EQ(numbers_.passes.FirstPassTime, other.passes.FirstPassTime);
+        // The scale is that of the middle of the box, which need not be the middle that all is turned
+        // about.
+        const std::vector<double> mine = Seen(numbers_, 1);
+        const std::vector<double> its = Seen(other, side);
+        ASSERT_EQ(mine.size(), its.size());
+        for (std::size_t i = 0; i < mine.size(); ++i) ASSERT_NEAR(mine[i], its[i], 0.0015) << i;
+    }
+
+    SailedRace sailed_{GetParam()};
+    RaceNumbers numbers_ = Load(sailed_);
+};
+
+TEST_P(Symmetry, AllBoatsAreSeenRoundTheCourse) {
+    for (const auto& times : numbers_.passes.MarkPassTime)
+        for (int entry = 1; entry <= times.Count(); ++entry)
+            EXPECT_GT(times[entry], entry > 1 ? times[entry - 1] : -60) << "entry " << entry;
 }
+
+TEST_P(Symmetry, ARaceMirroredTurnedOrElsewhereIsTheSameRace) {
+    ExpectSame(sailed_.Mirrored(), -1);
+    ExpectSame(sailed_.Turned());
+    ExpectSame(sailed_.Moved([](const Position& at) { return Position{at.Lat, at.Lon + 600}; }));
+}
+
+TEST_P(Symmetry, ARaceOverMidnightALeapDayOrANewYearIsTheSameRace) {
+    for (const char* start : {"2004/8/5 23:59:30", "2004/2/28 23:50:07", "2010/12/31 23:58"}) {
+        SailedRace later = sailed_;
+        later.Start = ParseDateTime(start).value_or(0);
+        ExpectSame(later);
+    }
+}
+
+TEST_P(Symmetry, TheOrderOfTheBoatsInTheFileChangesNothingButTheirNumbers) {
+    SailedRace backward = sailed_;
+    std::ranges::reverse(backward.Boats);
+    MarkPasses passes = Load(backward).passes;
+    std::ranges::reverse(passes.MarkPassTime);
+    EXPECT_EQ(numbers_.passes.MarkPassTime, passes.MarkPassTime);
+    EXPECT_EQ(numbers_.passes.FirstPassTime, passes.FirstPassTime);
+}
+
+INSTANTIATE_TEST_SUITE_P(Seeds, Symmetry, testing::Values(1U, 2U, 3U, 4U));
 
 }  // namespace
 }  // namespace keelview

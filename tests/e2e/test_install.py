@@ -16,9 +16,7 @@ BUILD = Path(sys.argv[1]).resolve()
 class Install(unittest.TestCase):
     @classmethod
     def setUpClass(cls):
-        folder = tempfile.TemporaryDirectory()
-        cls.addClassCleanup(folder.cleanup)
-        cls.root = Path(folder.name)
+        cls.root = Path(cls.enterClassContext(tempfile.TemporaryDirectory()))
         cls.usr = cls.root / "usr"
         command = ["cmake", "--install", BUILD, "--prefix", cls.usr]
         subprocess.run(command, check=True, stdout=subprocess.DEVNULL, timeout=60)

@@ -10,10 +10,8 @@ PROJECT = Path(__file__).resolve().parents[2]
 
 class LayOutTree(unittest.TestCase):
     def setUp(self):
-        folder = tempfile.TemporaryDirectory()
-        self.addCleanup(folder.cleanup)
-        self.build = Path(folder.name) / "build"
-        self.tree = Path(folder.name) / "a tree"
+        folder = Path(self.enterContext(tempfile.TemporaryDirectory()))
+        self.build, self.tree = folder / "build", folder / "a tree"
         for path, text in {
             "keelview": "program 1",
             "keelview-report": "report 1",

@@ -35,22 +35,16 @@ MOVES, STANDS = 200, 40  # pixels of the map that differ between two moments; a 
 SYSTEM = ("ld-linux", "libc.", "libm.", "libpthread", "libdl", "librt", "libresolv", "libXcursor", "libXfixes", "libXrender")
 
 
-class HomeView:
-    """Where positions lie on the map in its home view, worked out from the numbers of the race alone."""
-
-    def __init__(self, report):
-        self.centre_lat, self.centre_lon = report["scale"]["centre"]
-        self.lon_scale = report["scale"]["lon_scale"]
-        self.pixels_per_minute = MAP_SIDE / report["scale"]["area_span"] * 0.75
-        self.up = math.radians(report["race"]["wind_direction"])
-
-    def pixel(self, lat, lon):
-        """The place of a position on the screen, whole pixels."""
-        east = (lon - self.centre_lon) * self.lon_scale * self.pixels_per_minute
-        south = (self.centre_lat - lat) * self.pixels_per_minute
-        x = east * math.cos(self.up) + south * math.sin(self.up) + MAP_SIDE / 2
-        y = south * math.cos(self.up) - east * math.sin(self.up) + MAP_SIDE / 2
-        return MAP_LEFT + round(x), MAP_TOP + round(y)
+def home_pixel(report, lat, lon):
+    """The place on the screen of a position in the map's home view, worked out from the numbers of the race alone."""
+    centre_lat, centre_lon = report["scale"]["centre"]
+    per_minute = MAP_SIDE / report["scale"]["area_span"] * 0.75
+    up = math.radians(report["race"]["wind_direction"])
+    east = (lon - centre_lon) * report["scale"]["lon_scale"] * per_minute
+    south = (centre_lat - lat) * per_minute
+    x = east * math.cos(up) + south * math.sin(up) + MAP_SIDE / 2
+    y = south * math.cos(up) - east * math.sin(up) + MAP_SIDE / 2
+    return MAP_LEFT + round(x), MAP_TOP + round(y)
 
 
 class Regatta(OnScreen):
@@ -88,7 +82,7 @@ class Regatta(OnScreen):
         """Clicks a button of the course and positions on the map; the race file then has so many of these lines."""
         self.display.click(*button)
         for position in positions:
-            self.display.click(*HomeView(self.untouched).pixel(*position))
+            self.display.click(*home_pixel(self.untouched, *position))
             time.sleep(0.2)
         if button == SET_COURSE:
             self.display.click(*button)
@@ -96,13 +90,13 @@ class Regatta(OnScreen):
                    5, f"{count} of {line} in the file")  # fmt: skip
 
     def set_course(self, race):
+        course, places = race["course"], {}
         for number, mark in enumerate(race["marks"], start=1):
             self.click_until_filed(SET_MARK, [mark], "MK,", number)
+            places[f"MK{number}"] = mark
         for number, line in enumerate(race["lines"], start=1):
             self.click_until_filed(SET_LINE, [line[:2], line[2:]], "LN,", number)
-        places = {f"MK{i}": mark for i, mark in enumerate(race["marks"], start=1)}
-        places |= {f"L{i}": line[:2] for i, line in enumerate(race["lines"], start=1)}
-        course = race["course"]
+            places[f"L{number}"] = line[:2]
         self.click_until_filed(SET_COURSE, [places[entry] for entry in course], "CRS, " + ", ".join(course), 1)
 
     def hand_out(self, name):
@@ -122,13 +116,6 @@ class Regatta(OnScreen):
             files.extractall(self.folder / "elsewhere")
         return self.folder / "elsewhere" / name
 
-    def compare_races(self, clicked):
-        self.assertEqual(clicked["race"]["course"], self.untouched["race"]["course"])
-        for boat, meant in zip(clicked["boats"], self.untouched["boats"], strict=True):
-            for time_now, time_before in zip(boat["pass_times"], meant["pass_times"], strict=True):
-                self.assertLessEqual(abs(time_now - time_before), 3, f"{boat['name']}: a pixel is 1.7 m")
-        self.assertEqual(clicked["finish_order"], self.untouched["finish_order"])
-
     def see_what_it_loads(self, place):
         maps = Path(f"/proc/{self.program.pid}/maps").read_text().splitlines()
         mapped = {line.split(maxsplit=5)[5] for line in maps if ".so" in line or line.endswith(".ttf")}
@@ -144,20 +131,20 @@ class Regatta(OnScreen):
         time.sleep(seconds)
         return self.display.shot().changed(before, box)
 
-    def watch_film(self):
-        def runs():
-            wait_until(lambda: self.changed_in(0.5, self.MAP) > MOVES, 20, "boats that move")
+    def film_runs(self):
+        wait_until(lambda: self.changed_in(0.5, self.MAP) > MOVES, 20, "boats that move")
 
+    def watch_film(self):
         self.see_sea()
         self.assertGreater(len(set(self.display.shot().inside(BOAT_LIST))), 8, "eight boats, each in its colour")
-        runs()
+        self.film_runs()
         self.assertGreater(self.changed_in(2, RACE_CLOCK), 0, "the race clock runs")
         self.display.click(*STOP)
         wait_until(lambda: self.changed_in(0.5, self.MAP) <= STANDS, 10, "a film that stands")
         self.assertEqual(self.changed_in(2, RACE_CLOCK), 0, "the race clock stands")
         for button in (BACK, FORWARD):
             self.display.click(*button)
-            runs()
+            self.film_runs()
         self.display.click(*GRAPH_VIEW)
         wait_until(lambda: self.display.shot().share(self.MAP, GRAPH_GROUND) > 0.2, 10, "the graphs in the map's place")
         self.display.click(*MAP_VIEW)
@@ -169,7 +156,12 @@ class Regatta(OnScreen):
         self.open_race()
         self.set_course(self.untouched["race"])
         place = self.hand_out("Autumn Series")
-        self.compare_races(self.report(place))
+        clicked = self.report(place)
+        self.assertEqual(clicked["race"]["course"], self.untouched["race"]["course"])
+        self.assertEqual(clicked["finish_order"], self.untouched["finish_order"])
+        for boat, meant in zip(clicked["boats"], self.untouched["boats"], strict=True):
+            for now, before in zip(boat["pass_times"], meant["pass_times"], strict=True):
+                self.assertLessEqual(abs(now - before), 3, f"{boat['name']}: a pixel is 1.7 m")
         self.assertEqual((place / "raceadmin/ver.00").read_bytes(), b"1,1\r\n")
 
         self.start(place / "keelview", LC_ALL="C.UTF-8")

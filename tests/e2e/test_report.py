@@ -13,9 +13,7 @@ BUILD = Path(sys.argv[1])
 class Report(unittest.TestCase):
     @classmethod
     def setUpClass(cls):
-        folder = tempfile.TemporaryDirectory()
-        cls.addClassCleanup(folder.cleanup)
-        cls.tree = Path(folder.name)
+        cls.tree = Path(cls.enterClassContext(tempfile.TemporaryDirectory()))
         for name in ("raceadmin", "gpsdat"):
             (cls.tree / name).mkdir()
         # North over the line at six knots, a fix every ten seconds, clocks nine hours ahead.

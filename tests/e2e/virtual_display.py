@@ -138,9 +138,7 @@ class OnScreen(unittest.TestCase):
     MAP, SEA = (5, 5, 970, 970), (0, 255, 255)  # of the race display
 
     def setUp(self):
-        folder = tempfile.TemporaryDirectory()
-        self.addCleanup(folder.cleanup)
-        self.folder = Path(folder.name)
+        self.folder = Path(self.enterContext(tempfile.TemporaryDirectory()))
         self.tree = self.folder / "tree"
         self.display = self.enterContext(VirtualDisplay())
 

@@ -2,7 +2,9 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <string>
+#include <tuple>
 #include <vector>
 
 #include "racedata/gps_track_lines.h"
@@ -14,46 +16,37 @@ namespace {
 constexpr const char* Place = "N3517.0 E13929.0 ";
 
 TEST(TrackLines, CoordinatesAreReadInTheUnitOfTheFile) {
-    struct Case {
-        const char* unit;
-        const char* lat;
-        const char* lon;
-        double latMinutes;
-        double lonMinutes;
-    };
-    for (const Case& c : {
-             Case{"", "N3537.63550", "E13947.86100", 35 * 60 + 37.6355, 139 * 60 + 47.861},
-             Case{"U DMM", "s3537.6", "w07012.5", -(35 * 60 + 37.6), -(70 * 60 + 12.5)},
-             Case{"U WGS84 Deg", "+35.5", "-70.25", 2130, -4215},
-             Case{"U DEG", "N3537.6", "E1", 3537.6 * 60, 60},  // the unit is trusted, not the look
-             Case{"U dms", "S353730.0", "W0701215", -(35 * 60 + 37.5), -(70 * 60 + 12.25)},
-             Case{"U", "3537.6", "13947.5", 35 * 60 + 37.6, 139 * 60 + 47.5},  // without a mark: positive
+    using Case = std::tuple<const char*, const char*, double, double>;
+    for (const auto& [unit, position, lat, lon] : {
+             Case{"", "N3537.63550 E13947.86100", 35 * 60 + 37.6355, 139 * 60 + 47.861},
+             Case{"U DMM", "s3537.6 w07012.5", -(35 * 60 + 37.6), -(70 * 60 + 12.5)},
+             Case{"U WGS84 Deg", "+35.5 -70.25", 2130, -4215},
+             Case{"U DEG", "N3537.6 E1", 3537.6 * 60, 60},  // the unit is trusted, not the look
+             Case{"U dms", "S353730.0\tW0701215", -(35 * 60 + 37.5), -(70 * 60 + 12.25)},
+             Case{"U", "3537.6 13947.5", 35 * 60 + 37.6, 139 * 60 + 47.5},  // without a mark: positive
          }) {
         TrackLineReader reader;
-        if (*c.unit != '\0') reader.Read(c.unit);
-        const auto fix = reader.Read(std::string("T  ") + c.lat + "\t" + c.lon + " 15/10/03 01:23:45 x\r");
-        ASSERT_TRUE(fix) << c.lat;
-        EXPECT_NEAR(fix->Lat, c.latMinutes, 1e-9) << c.unit;
-        EXPECT_NEAR(fix->Lon, c.lonMinutes, 1e-9) << c.unit;
+        reader.Read(unit);
+        const auto fix = reader.Read(std::string("T  ") + position + " 15/10/03 01:23:45 x\r");
+        ASSERT_TRUE(fix) << position;
+        EXPECT_NEAR(fix->Lat, lat, 1e-9) << unit;
+        EXPECT_NEAR(fix->Lon, lon, 1e-9) << unit;
         EXPECT_EQ(fix->GpsTime, MakeCivilTime(2003, 10, 15, 1, 23, 45));
     }
 }
 
 TEST(TrackLines, TheFirstDateDecidesTheOrderOfTheFile) {
-    struct Case {
-        std::vector<const char*> dates;
-        std::vector<const char*> read;  // year first; empty for none
-    };
-    for (const Case& c : {
-             Case{{"15/10/03", "15-10-79", "16/10/80"}, {"2003/10/15", "2079/10/15", "1980/10/16"}},
-             Case{{"2003-10-15", "2003/10/16", "15/10/03"}, {"2003/10/15", "2003/10/16", ""}},
-             Case{{"32/10/03", "05/04/03", "2003/10/15"}, {"", "2003/04/05", ""}},
-             Case{{"15/10/2003", "10/16/2003"}, {"2003/10/15", "2003/10/16"}},
+    using Pairs = std::vector<std::pair<const char*, const char*>>;  // as it stands, year first or nothing
+    for (const Pairs& file : {
+             Pairs{{"15/10/03", "2003/10/15"}, {"15-10-79", "2079/10/15"}, {"16/10/80", "1980/10/16"}},
+             Pairs{{"2003-10-15", "2003/10/15"}, {"2003/10/16", "2003/10/16"}, {"15/10/03", ""}},
+             Pairs{{"32/10/03", ""}, {"05/04/03", "2003/04/05"}, {"2003/10/15", ""}},
+             Pairs{{"15/10/2003", "2003/10/15"}, {"10/16/2003", "2003/10/16"}},
          }) {
         TrackLineReader reader;
-        for (std::size_t i = 0; i < c.dates.size(); ++i) {
-            const auto fix = reader.Read(std::string("T ") + Place + c.dates[i] + " 00:00:00 1");
-            EXPECT_EQ(fix ? DateText(fix->GpsTime) : "", c.read[i]) << c.dates[i];
+        for (const auto& [date, read] : file) {
+            const auto fix = reader.Read(std::string("T ") + Place + date + " 00:00:00 1");
+            EXPECT_EQ(fix ? DateText(fix->GpsTime) : "", read) << date;
         }
     }
 }
@@ -84,58 +77,49 @@ struct GpsTrackTest : testing::Test {
         return text;
     }
     void Boat(const std::string& file, const std::string& text, std::size_t size = 600) {
-        const std::string filled = text.size() < size ? text + std::string(size - text.size(), '#') : text;
-        tree.Write("gpsdat/" + file, filled);
+        tree.Write("gpsdat/" + file, text + std::string(size - std::min(size, text.size()), '#'));
         race.Boats.Add({file, ""});
     }
     std::filesystem::path Load() { return LoadAllTracks(tree.Root(), race, tracks, area, scale, {}); }
-    void Period(const char* start, const char* finish) {
-        race.Start = RaceTime(start);
-        race.Finish = RaceTime(finish);
-        race.DataFromTime = race.Start.At();
-        race.DataToTime = race.Finish.At();
+    /// The seconds of each boat's fixes.
+    using Seconds = std::vector<std::vector<int>>;
+    Seconds Times() const {
+        Seconds times;
+        for (const Track& track : tracks.Boats)
+            times.emplace_back(track.TrackTime.begin(), track.TrackTime.end());
+        return times;
     }
-    using Times = OneBased<std::int32_t>;
-    const Times& TimesOf(int boat) const { return tracks.Boats[boat].TrackTime; }
 };
 
 TEST_F(GpsTrackTest, TimesAreSecondsFromTheStartOnTheLocalClock) {
-    struct Case {
-        int timeDiff;
-        const char* utc;
-        const char* start;
-        int seconds;
-    };
-    for (const Case& c : {Case{9, "15/10/03 20:10:00", "2003/10/16 05:09:00", 60},
-                          Case{-5, "15/10/03 02:00:00", "2003/10/14 21:00:30", -30},
-                          Case{9, "31/12/03 15:00:00", "2004/1/1 0:00:00", 0}}) {
-        SetUp();
+    using Case = std::tuple<int, const char*, const char*, int>;
+    for (const auto& [timeDiff, utc, start, seconds] :
+         {Case{9, "15/10/03 20:10:00", "2003/10/16 05:09:00", 60},
+          Case{-5, "15/10/03 02:00:00", "2003/10/14 21:00:30", -30},
+          Case{9, "31/12/03 15:00:00", "2004/1/1 0:00:00", 0}}) {
         race = {};
-        race.TimeDiff = c.timeDiff;
-        race.Start = RaceTime(c.start);
-        Boat("a.trk", Fixes({c.utc}));
+        race.TimeDiff = timeDiff;
+        race.Start = RaceTime(start);
+        Boat("a.trk", Fixes({utc}));
         EXPECT_TRUE(Load().empty());
-        EXPECT_EQ(TimesOf(1), Times{c.seconds}) << c.utc;
+        EXPECT_EQ(Times(), (Seconds{{seconds}})) << utc;
     }
 }
 
 TEST_F(GpsTrackTest, ThePeriodIsThatOfWholeClockMinutes) {
-    Period("2004/08/05 12:30:40", "2004/08/05 13:50:20");
-    *race.DataFromTime -= 210;  // 12:27:10
-    Boat("a.trk",
-         Fixes({"05/08/04 12:26:59", "05/08/04 12:27:01", "05/08/04 13:50:59", "05/08/04 13:51:00"}));
-    Load();
-    EXPECT_EQ(TimesOf(1), (Times{-219, 4819}));
-    EXPECT_EQ(tracks.LastGpsTime, ParseDateTime("2004/08/05 13:51:00"));  // parsed, though not kept
-}
-
-TEST_F(GpsTrackTest, OfTwoFixesAtOneTimeTheFirstCounts) {
-    Period("2004/08/05 12:30:00", "2004/08/05 13:50:00");
+    race.Start = RaceTime("2004/08/05 12:30:40");
+    race.Finish = RaceTime("2004/08/05 13:50:20");
+    race.DataFromTime = ParseDateTime("2004/08/05 12:27:10");
+    race.DataToTime = race.Finish.At();
+    // Of two fixes at one time the first counts.
     Boat("a.trk", "T N3500.0 E13929.0 05/08/04 12:30:01 1\nT N3600.0 E13929.0 05/08/04 12:30:01 1\n" +
                       Fixes({"05/08/04 12:30:02", "05/08/04 12:30:01"}));
+    Boat("b.trk",
+         Fixes({"05/08/04 12:26:59", "05/08/04 12:27:01", "05/08/04 13:50:59", "05/08/04 13:51:00"}));
     Load();
-    EXPECT_EQ(TimesOf(1), (Times{1, 2, 1}));
+    EXPECT_EQ(Times(), (Seconds{{-39, -38, -39}, {-219, 4819}}));
     EXPECT_EQ(tracks.Boats[1].TrackLat[1], 2100);
+    EXPECT_EQ(tracks.LastGpsTime, ParseDateTime("2004/08/05 13:51:00"));  // parsed, though not kept
 }
 
 TEST_F(GpsTrackTest, ARaceWithoutAStartHasItFourMinutesAfterTheFirstFix) {
@@ -147,8 +131,7 @@ TEST_F(GpsTrackTest, ARaceWithoutAStartHasItFourMinutesAfterTheFirstFix) {
     EXPECT_EQ(race.Start.Typed(), "2004/08/05 12:30:00");
     EXPECT_EQ(race.Finish.Typed(), "2004/08/05 13:00:00");
     EXPECT_EQ(race.DataFromTime, ParseDateTime("2004/08/05 12:26:00"));
-    EXPECT_EQ(TimesOf(1), (Times{-240, 1800}));
-    EXPECT_EQ(TimesOf(2), Times{1});
+    EXPECT_EQ(Times(), (Seconds{{-240, 1800}, {1}}));
 }
 
 TEST_F(GpsTrackTest, SmallFilesAndOtherExtensionsGiveNoPointsAndAMissingOneIsNamed) {
@@ -158,9 +141,7 @@ TEST_F(GpsTrackTest, SmallFilesAndOtherExtensionsGiveNoPointsAndAMissingOneIsNam
     Boat("small.trk", one, 500);
     Boat("large.trk", one, 501);
     EXPECT_TRUE(Load().empty());
-    std::vector<int> fixes;
-    for (const Track& track : tracks.Boats) fixes.push_back(track.Count());
-    EXPECT_EQ(fixes, (std::vector<int>{1, 1, 0, 0, 1, 0, 1}));
+    EXPECT_EQ(Times(), (Seconds{{1}, {1}, {}, {}, {1}, {}, {1}}));
     race.Boats[2].BoatFile = "gone.trk";
     EXPECT_EQ(Load(), tree.Root() / "gpsdat/gone.trk");
 }

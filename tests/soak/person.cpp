@@ -14,42 +14,21 @@ namespace keelview {
 
 namespace {
 
-// What people do in one go: a window, and its controls in the order of use. Chance alone would seldom set a
-// mark or save a race.
-const std::vector<Errand>& Errands() {
-    static const std::vector<Errand> all{
-        {"Cover", "Command3", "Command5"},
-        {"Cover", "Command3", "Combo1", "Command5"},
-        {"Cover", "Command7", "Combo1", "Command5"},
-        {"Cover", "Command2"},
-        {"Cover", "Command9"},
-        {"fmCompile", "Command6"},
-        {"fmCompile", "Command1", "Command2", "List1"},
-        {"fmCompile", "Command10", "Command11"},
-        {"fmCompile", "Text1", "Command9"},
-        {"fmCompile", "Command4"},
-        {"FmFileSelect", "File1", "Command1"},
-        {"FmFileSelect", "Text1", "Command1"},
-        {"Haifu", "List1", "List2", "Combo1", "Command1"},
-        {"RaceDisp", "Option6"},
-        {"RaceDisp", "Option9", "Option6"},
-        {"RaceDisp", "Option8", "HScroll1"},
-        {"RaceDisp", "Check5"},
-        {"RaceDisp", "Picture1", "Picture1"},
-        {"RaceDisp", "Command2", "Picture1", "Picture1"},
-        {"RaceDisp", "Command3", "Picture1", "Picture1"},
-        {"RaceDisp", "Command5", "Picture1", "Picture1", "Picture1", "Command8"},
-        {"RaceDisp", "Option7", "Check2", "Picture1", "Picture1"},
-        {"RaceDisp", "Option10", "GPIC", "Command12", "GPIC", "GPIC", "GPIC", "Command12"},
-        {"RaceDisp", "Option10", "PicTimeBar", "PicTimeBar"},
-        {"RaceDisp", "Option11", "Option12", "PicTime", "Option4", "PicTime", "Command11"},
-        {"RaceDisp", "Picture2", "sWind", "sWind"},
-        {"RaceDisp", "Text3", "Picture6"},
-        {"RaceDisp", "Text9", "Command4"},
-        {"RaceDisp", "Combo1", "Command9"},
-    };
-    return all;
-}
+// What people do in one go: the controls of a window in the order of use; other things may come between.
+// Chance alone would seldom set a mark or save a race.
+constexpr std::pair<const char*, const char*> Errands[]{
+    {"Cover", "Command3 Command5; Command3 Combo1 Command5; Command7 Combo1 Command5; Command2; Command9"},
+    {"fmCompile", "Command6; Command1 Command2 List1; Command10 Command11; Text1 Command9; Command4"},
+    {"FmFileSelect", "File1 Command1; Text1 Command1"},
+    {"Haifu", "List1 List2 Combo1 Command1"},
+    {"RaceDisp",
+     "Option6; Option9 Option6; Option8 HScroll1; Check5; Picture1 Picture1; "
+     "Command2 Picture1 Picture1; Command3 Picture1 Picture1; "
+     "Command5 Picture1 Picture1 Picture1 Command8; Option7 Check2 Picture1 Picture1; "
+     "Option10 GPIC Command12 GPIC GPIC GPIC Command12; Option10 PicTimeBar PicTimeBar; "
+     "Option11 Option12 PicTime Option4 PicTime Command11; Picture2 sWind sWind; Text3 Picture6; "
+     "Text9 Command4; Combo1 Command9"},
+};
 
 // What is typed: numbers, moments of the demo races, names to save under, and what nobody expects.
 constexpr std::array Words{
@@ -67,8 +46,8 @@ constexpr std::array Keys{
 constexpr std::array Buttons{Qt::LeftButton, Qt::LeftButton, Qt::RightButton, Qt::MiddleButton};
 
 bool TakesText(const QWidget& widget) {
-    return widget.inherits("QLineEdit") || widget.inherits("QPlainTextEdit") ||
-           widget.inherits("QComboBox");
+    constexpr std::array Fields{"QLineEdit", "QPlainTextEdit", "QComboBox"};
+    return std::ranges::any_of(Fields, [&](const char* field) { return widget.inherits(field); });
 }
 
 /// All that can be pointed at in a window, in the order of its making.
@@ -136,15 +115,15 @@ class Person::Deed {
 
     /// What the errand wants next, or another one where it is over; nothing if that is not to be seen.
     const QWidget* NextOfErrand() {
-        auto& [errand, done] = person_.errand_;
-        if (errand == nullptr || done + 1 == errand->size() || window_->objectName() != errand->front()) {
-            std::vector<const Errand*> here;
-            for (const Errand& some : Errands())
-                if (window_->objectName() == some.front()) here.push_back(&some);
-            if (here.empty()) return nullptr;
-            person_.errand_ = {dice_.Of(here), 0};
+        auto& [window, left] = person_.errand_;
+        if (const QString name = window_->objectName(); left.empty() || window != name) {
+            const auto* here =
+                std::ranges::find(Errands, name, [](const auto& some) { return QString(some.first); });
+            if (here == std::end(Errands)) return nullptr;
+            window = name;
+            left = dice_.Of(QString(here->second).split("; ")).split(' ');
         }
-        const auto* next = window_->findChild<QWidget*>((*errand)[++done]);
+        const auto* next = window_->findChild<QWidget*>(left.takeFirst());
         return next != nullptr && next->isVisible() ? next : nullptr;
     }
 

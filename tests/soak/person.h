@@ -1,12 +1,12 @@
 #pragma once
 
+#include <QStringList>
 #include <cstddef>
 #include <cstdint>
 #include <functional>
 #include <random>
 #include <string>
 #include <utility>
-#include <vector>
 
 namespace keelview {
 
@@ -26,10 +26,6 @@ class Dice {
     std::mt19937_64 engine_;
 };
 
-/// A window by name, and controls of it that a person uses one after another; other things may come
-/// between.
-using Errand = std::vector<const char*>;
-
 /// Somebody who does anything that can be done, by mouse and keys, in whatever window takes events now.
 /// What is done enters at the window, as it does from a window system.
 class Person {
@@ -46,7 +42,7 @@ class Person {
     class Deed;
     Dice& dice_;
     std::function<void(const std::string&)> note_;
-    std::pair<const Errand*, std::size_t> errand_{};  // that the person is on, and how much of it is done
+    std::pair<QString, QStringList> errand_;  // that the person is on: its window, and the controls to come
     long actions_ = 0;
 };
 
