@@ -49,7 +49,7 @@ class Film {
   private:
     void ReplayTick();
     void Timer3_Timer();
-    void KeepClockInRange();
+    double InRange(double time) const;
     void SkipToBoats();
     void CalibrateStep();
     void SetStepFromSpeed();
@@ -68,6 +68,7 @@ class Film {
     int ticksPerSecond_ = 0;
     double tickClock_ = 0.0;
     int noBoatSeconds_ = 0;
+    View searched_;  ///< in which water without boats was skipped last; until a boat is in view
 };
 
 }  // namespace keelview
