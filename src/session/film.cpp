@@ -124,18 +124,21 @@ void Film::ReplayTick() {
     inTick_ = false;
 }
 
-/// Once for each stretch without boats and each view: there may be no boat in this part of the water at any
-/// time, and the film then goes on as it is.
+/// A view is searched once: the person may have put it where boats come seldom, or never. A time at which
+/// nobody is on the water at all is skipped whenever it comes.
 void Film::SkipToBoats() {
-    if (app_.now.BoatInView) searched_ = {};
-    if (app_.now.BoatInView || SameWater(searched_, app_.view)) return;
+    if (app_.now.BoatInView) return;
+    const bool somebody = std::ranges::any_of(app_.now.Boats, &BoatMoment::IsSomewhere);
+    if (SameWater(searched_, app_.view) && (somebody || !found_)) return;
     searched_ = app_.view;
+    found_ = false;
     const double jump = app_.clock.ReplayStep > 0 ? SkipSeconds : -SkipSeconds;
     double time = app_.clock.ReplayTime;
     double left = app_.clock.ReplayRangeEnd - app_.clock.ReplayRangeStart;
     for (; left > 0; left -= SkipSeconds) {
         time = InRange(time + jump);
-        if (stage_.BoatInViewAt(time)) return Seek(time);
+        found_ = stage_.BoatInViewAt(time);
+        if (found_) return Seek(time);
     }
 }
 

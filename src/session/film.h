@@ -68,7 +68,8 @@ class Film {
     int ticksPerSecond_ = 0;
     double tickClock_ = 0.0;
     int noBoatSeconds_ = 0;
-    View searched_;  ///< in which water without boats was skipped last; until a boat is in view
+    View searched_;       ///< for boats, last
+    bool found_ = false;  ///< there, at some time
 };
 
 }  // namespace keelview

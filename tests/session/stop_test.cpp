@@ -168,6 +168,12 @@ TEST_F(StopTest, AViewWithoutBoatsIsSearchedOnceAndStaysUnderThePointer) {
         return app.clock.ReplayTime - before;
     };
     for (int time = 0; time < 3; ++time) EXPECT_EQ(tick(), app.clock.ReplayStep);
+    app.view.CentreOn({Lat + 0.5, Lon});  // they come by at second 300
+    app.view.ZoomFactor = 20;
+    EXPECT_GT(tick(), 200);
+    Seek(400);  // and are gone
+    EXPECT_EQ(tick(), app.clock.ReplayStep);
+    app.view.CentreOn(empty);
     driver::MoveTo(Map(), {300, 300});
     const auto seconds = [&](int count) {
         for (int second = 0; second < count; ++second) Form().Timer3.OnTimer();
