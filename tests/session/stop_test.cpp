@@ -19,6 +19,7 @@ struct StopTest : testing::Test, TestDesk {
     /// All that moves with the clock stands where second `time` has it; the boats sail north.
     void ExpectMoment(double time) const {
         const RaceDisp& form = Form();
+        EXPECT_TRUE(form.Option7.Value() && !form.Timer1.Enabled());
         EXPECT_EQ(app.clock.ReplayTime, time);
         EXPECT_EQ(app.now.Time, time);
         const double y = desk->timeBar.Axis().Y(time);
