@@ -115,6 +115,7 @@ class Canvas {
     double UnitY() const { return userHeight_ > 0.0 ? height_ / userHeight_ : 1.0; }  ///< pixels of a unit
 
   private:
+    friend class Overlay;
     Pixel GroundPixel() const { return ground_ == Ground::Clear ? ClearPixel : PixelOf(BackColor); }
     Pixels Blank(int width, int height, std::vector<Pixel> bits = {}) const;
     Point PlaceOf(double x, double y, int lineWidth) const;

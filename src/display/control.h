@@ -68,6 +68,7 @@ class Control {
     Event<const MouseEvent&> OnMouseDown;
     Event<const MouseEvent&> OnMouseUp;
     Event<const MouseEvent&> OnMouseMove;  ///< with or without a button held
+    Event<> OnMouseLeave;                  ///< the pointer has gone elsewhere, not to a control on this one
 
   protected:
     explicit Control(std::unique_ptr<NativeControl> native);
@@ -199,6 +200,7 @@ class TextBox : public Control {
     void SetText(std::string_view text);
     std::string Text() const;
     Event<> OnChange;
+    Event<> OnTyped;  ///< the text was changed by the person
 };
 
 /// A push button; OnClick tells that it was pushed.
@@ -230,6 +232,10 @@ class OptionButton : public Control {
     bool Value() const;
     /// True selects it, clears the others of its container, and fires OnClick where it was not selected.
     void SetValue(bool value);
+    Event<> OnAgain;  ///< the person presses it while it is selected
+
+  private:
+    bool selectedBefore_ = false;  ///< the press that goes on now
 };
 
 /// A field with a list that drops down; items count from 0.

@@ -16,9 +16,10 @@ inline constexpr int OtherKey = 1;
 class Form : public Container {
   public:
     enum class Kind {
-        Fixed,      ///< a frame that cannot be resized
-        Splash,     ///< no frame, centred on the screen
-        FullScreen  ///< as large as the screen's free area, no resizing
+        Fixed,       ///< a frame that cannot be resized
+        Splash,      ///< no frame, centred on the screen
+        FullScreen,  ///< as large as the screen's free area, no resizing
+        Curtain      ///< the same without a frame
     };
     Form(std::string_view name, Kind kind, double width, double height);
     ~Form() override;

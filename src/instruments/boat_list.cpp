@@ -1,6 +1,7 @@
 #include "instruments/boat_list.h"
 
 #include <algorithm>
+#include <cmath>
 #include <string>
 #include <utility>
 
@@ -52,7 +53,7 @@ void BoatList::Repaint(Changed changed) {
     }
     if (Any(changed, Changed::Boats | Changed::Race)) FillRows();
     // Boats in focus have broader bars.
-    if (Any(changed, Changed::Focus)) speedShown_.Assign(app_.race.Boats.Count(), 0.0);
+    if (Any(changed, Changed::Focus)) rowShown_.Assign(app_.race.Boats.Count(), {});
 }
 
 /// Rows that were there before are connected already.
@@ -65,6 +66,7 @@ void BoatList::ConnectRows() {
         name.OnMouseMove = [this, row](const MouseEvent&) { Bnam_MouseMove(row); };
         form_.Maru[row].OnClick = [this] { Maru_Click(); };
         form_.Maru[row].OnMouseMove = [this, row](const MouseEvent&) { Maru_MouseMove(row); };
+        for (CheckBox* box : {&name, &form_.Maru[row]}) box->OnMouseLeave = [this] { Hover(0); };
         form_.Boat[row].OnMouseMove = [this, row](const MouseEvent&) { Boat_MouseMove(row); };
     }
     connectedRows_ = boats;
@@ -72,7 +74,8 @@ void BoatList::ConnectRows() {
 
 void BoatList::FillRows() {
     form_.Picture8.Cls();
-    speedShown_.Assign(app_.race.Boats.Count(), 0.0);
+    rowShown_.Assign(app_.race.Boats.Count(), {});
+    hintBoat_ = 0;
     for (int boat = 1; boat <= app_.race.Boats.Count(); ++boat) {
         CheckBox& name = form_.Bnam[boat - 1];
         name.SetBackColor(BoatColour(boat));
@@ -84,18 +87,24 @@ void BoatList::FillRows() {
 }
 
 void BoatList::Show(const Moment& now) {
-    if (!now.BoatInView) return;
     if (const auto& start = app_.race.Start.At())
         form_.Text1.SetText(DateTimeText(*start + FloorToInt(now.Time)));
     for (int boat = 1; boat <= now.Boats.Count(); ++boat) ShowRow(boat, now.Boats[boat]);
+    if (app_.shown.HoverBoat > 0) PlaceLabel(app_.shown.HoverBoat);
+    if (hintBoat_ > 0 && form_.Text7.Visible() && form_.Text7.Text() == hint_)
+        PlaceHint();
+    else
+        hintBoat_ = 0;
 }
 
 void BoatList::ShowRow(int boat, const BoatMoment& moment) {
-    const double speed = moment.IsSomewhere() ? moment.On.Speed : 0.0;
-    const bool isNew = moment.IsSomewhere() ? speed > 0 && speed != speedShown_[boat]
+    RowShown row;
+    if (moment.IsSomewhere())
+        row = {.Speed = moment.On.Speed, .WindAngle = static_cast<int>(std::lround(moment.TrueWindAngle))};
+    const bool isNew = moment.IsSomewhere() ? row.Speed > 0 && row != rowShown_[boat]
                                             : !form_.Text5[boat - 1].Text().empty();
     if (isNew) ShowSpeed(boat, moment);
-    speedShown_[boat] = speed;
+    rowShown_[boat] = row;
 }
 
 void BoatList::ShowSpeed(int boat, const BoatMoment& moment) {
@@ -179,7 +188,6 @@ void BoatList::Label5_MouseMove() {
                            .Top = form_.Label5.Top() + form_.Picture8.Top(),
                            .Width = width,
                            .Height = 18});
-    Hover(0);
     form_.Text8.Hide();
 }
 
@@ -189,14 +197,17 @@ void BoatList::ShowListHint(const Text& hint, const HintPlace& place) {
 
 /// The boat of a row gets its ring, and its label at once.
 void BoatList::PointAtBoat(int row) {
-    const int boat = row + 1;
-    Hover(boat);
-    if (app_.shown.ViewMode != ViewKind::Map) return;
-    if (!app_.now.Boats[boat].IsSomewhere()) {
+    Hover(row + 1);
+    PlaceLabel(row + 1);
+}
+
+/// The label goes along with the boat on the map.
+void BoatList::PlaceLabel(int boat) {
+    if (app_.shown.ViewMode != ViewKind::Map || !app_.now.Boats[boat].IsSomewhere()) {
         form_.Text8.Hide();
         return;
     }
-    const Sprite& sprite = form_.Boat[row];
+    const Sprite& sprite = form_.Boat[boat - 1];
     const std::string label = LabelOf(boat);
     const double width = form_.Text8.TextWidth(label);
     const double right = sprite.Left() + sprite.Width();
@@ -209,15 +220,25 @@ void BoatList::PointAtBoat(int row) {
 
 void BoatList::Boat_MouseMove(int row) {
     if (!form_.Check3.Value()) return;
-    const Sprite& sprite = form_.Boat[row];
-    const std::string label = LabelOf(row + 1);
-    const double width = form_.Text7.TextWidth(label);
-    ShowHint(form_.Text7, label,
+    hintBoat_ = row + 1;
+    PlaceHint();
+}
+
+/// The hint that names a boat on the map goes along with it too.
+void BoatList::PlaceHint() {
+    if (!app_.now.Boats[hintBoat_].IsSomewhere()) {
+        form_.Text7.Hide();
+        return;
+    }
+    const Sprite& sprite = form_.Boat[hintBoat_ - 1];
+    hint_ = LabelOf(hintBoat_);
+    const double width = form_.Text7.TextWidth(hint_);
+    ShowHint(form_.Text7, hint_,
              {.Left = sprite.Left() - width / 2 + SpriteSide / 2,
               .Top = sprite.Top() - 15,
               .Width = width + 10,
               .Height = 17});
-    form_.Text7.SetForeColor(BoatColour(row + 1));
+    form_.Text7.SetForeColor(BoatColour(hintBoat_));
 }
 
 std::string BoatList::LabelOf(int boat) const {
@@ -236,32 +257,23 @@ void BoatList::Picture8_MouseMove() {
 }
 
 void BoatList::Picture7_MouseMove() {
-    PointAtNothing();
     HideHints();
     form_.LowerBoatList();
 }
 
 void BoatList::Form_MouseMove() {
-    PointAtNothing();
     HideHints();
     form_.LowerBoatList();
 }
 
 void BoatList::EnterPanel() {
     film_.Release(Film::Hold::MapClick);
-    PointAtNothing();
     form_.Text7.SetBackColor(White);
 }
 
-/// No boat of the list and no moment of the time bar is under the pointer.
-void BoatList::PointAtNothing() {
-    Hover(0);
-    // The markers go back from the moment under the pointer to that of the film.
-    if (std::exchange(app_.shown.PointerOnTimeBar, false)) stage_.Repaint(Changed::Nothing);
-}
-
-/// The ring of the boat under the pointer comes and goes also while the film stands.
+/// Ring and label of the boat under the pointer come and go also while the film stands.
 void BoatList::Hover(int boat) {
+    if (boat == 0) form_.Text8.Hide();
     if (std::exchange(app_.shown.HoverBoat, boat) != boat) stage_.Repaint(Changed::Nothing);
 }
 

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <functional>
+#include <string>
 #include <string_view>
 
 #include "base/bilingual.h"
@@ -21,11 +22,18 @@ class BoatList : public Instrument {
     /// Fills the rows for a race that was loaded; all boats are in focus and without a ring when they are
     /// others than before.
     void Repaint(Changed changed) override;
-    /// The date and time of the moment, and the speed bars and numbers of all boats; as they are while no
-    /// boat is in view.
+    /// The date and time of the moment, the speed bars and numbers of all boats, and the names that stand
+    /// beside boats of the map. A boat without speed keeps the numbers that it came with.
     void Show(const Moment& now) override;
 
   private:
+    /// The numbers of a boat's row, zeros where there are none.
+    struct RowShown {
+        double Speed = 0.0;  ///< knots
+        int WindAngle = 0;   ///< degrees
+        bool operator==(const RowShown&) const = default;
+    };
+
     void ConnectRows();
     void FillRows();
     void ShowRow(int boat, const BoatMoment& moment);
@@ -45,10 +53,11 @@ class BoatList : public Instrument {
     void Form_MouseMove();
     void FocusOn(const std::function<bool(int row)>& inFocus);
     void EnterPanel();
-    void PointAtNothing();
     void HideHints();
     void ShowListHint(const Text& hint, const HintPlace& place);
     void PointAtBoat(int row);
+    void PlaceLabel(int boat);
+    void PlaceHint();
     void Hover(int boat);
     std::string LabelOf(int boat) const;
 
@@ -58,8 +67,10 @@ class BoatList : public Instrument {
     Film& film_;
     const Voice& voice_;
     int connectedRows_ = 0;
-    bool focusing_ = false;        ///< the program itself ticks boats
-    OneBased<double> speedShown_;  ///< knots, of the bar of each boat; 0 where there is none
+    bool focusing_ = false;  ///< the program itself ticks boats
+    OneBased<RowShown> rowShown_;
+    int hintBoat_ = 0;  ///< the boat that the hint box names on the map; 0 while it tells something else
+    std::string hint_;  ///< of that boat
 };
 
 }  // namespace keelview

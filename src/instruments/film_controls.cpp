@@ -1,5 +1,7 @@
 #include "instruments/film_controls.h"
 
+#include <functional>
+
 #include "base/numbers.h"
 
 namespace keelview {
@@ -10,15 +12,15 @@ constexpr Text TimesSpeed{" x spd", "倍速"};
 
 }  // namespace
 
-FilmControls::FilmControls(RaceSession& session, MapInteraction& map)
-    : app_(session.App()),
-      form_(session.Display()),
-      film_(session.TheFilm()),
-      voice_(session.TheVoice()),
-      map_(map) {
-    form_.Option6.OnClick = [this] { Play(1); };
-    form_.Option7.OnClick = [this] { Option7_Click(); };
-    form_.Option8.OnClick = [this] { Play(-1); };
+FilmControls::FilmControls(RaceSession& session)
+    : app_(session.App()), form_(session.Display()), film_(session.TheFilm()), voice_(session.TheVoice()) {
+    const auto connect = [](OptionButton& option, const std::function<void()>& act) {
+        option.OnClick = act;
+        option.OnAgain = act;
+    };
+    connect(form_.Option6, [this] { Play(1); });
+    connect(form_.Option7, [this] { Option7_Click(); });
+    connect(form_.Option8, [this] { Play(-1); });
     form_.Command6.OnClick = [this] { Step(1); };
     form_.Command7.OnClick = [this] { Step(-1); };
     form_.HScroll1.OnChange = [this] { HScroll1_Change(); };
@@ -28,8 +30,6 @@ FilmControls::FilmControls(RaceSession& session, MapInteraction& map)
 void FilmControls::Play(int direction) {
     film_.Release(Film::Hold::MapClick);
     film_.Play(direction);
-    map_.EndMeasuring();
-    form_.PlaceSignals();
 }
 
 void FilmControls::Option7_Click() {
@@ -37,7 +37,6 @@ void FilmControls::Option7_Click() {
     const bool onMap = app_.shown.ViewMode == ViewKind::Map;
     form_.Check2.SetEnabled(onMap);
     if (!onMap) form_.Check2.SetValue(false);
-    form_.PlaceSignals();
 }
 
 void FilmControls::Step(int direction) {

@@ -1,15 +1,14 @@
 #pragma once
 
-#include "map/map_interaction.h"
 #include "session/race_session.h"
 
 namespace keelview {
 
-/// What a person plays the film with: Option6 forward, Option7 stop, Option8 backward, Command6 and
-/// Command7 by steps, HScroll1 the speed, which Text2 tells.
+/// What a person plays the film with: Option6 forward, Option7 stop, Option8 backward, each of which acts
+/// on every press, Command6 and Command7 by steps, HScroll1 the speed, which Text2 tells.
 class FilmControls {
   public:
-    FilmControls(RaceSession& session, MapInteraction& map);
+    explicit FilmControls(RaceSession& session);
 
   private:
     void Play(int direction);
@@ -21,7 +20,6 @@ class FilmControls {
     RaceDisp& form_;
     Film& film_;
     const Voice& voice_;
-    MapInteraction& map_;
 };
 
 }  // namespace keelview

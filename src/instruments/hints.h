@@ -12,7 +12,7 @@ namespace keelview {
 /// Text7, until the pointer reaches something that hides the box.
 class Hints {
   public:
-    Hints(const RaceControl& race, const Settings& settings, Shown& shown, RaceDisp& form);
+    Hints(const RaceControl& race, const Settings& settings, RaceDisp& form);
 
   private:
     void ShowHintOf(const ControlHint& hint);

@@ -58,9 +58,9 @@ struct RaceDesk {
           dataView(app, form, session.TheStage()),
           views(session, dataView, windEntry),
           panel(session),
-          filmControls(session, mapInteraction),
+          filmControls(session),
           timeSetting(session),
-          hints(app.race, app.settings, app.shown, form),
+          hints(app.race, app.settings, form),
           capture(app, form, services, session.TheVoice()),
           exitButton(session) {
         // The sea first, as it wipes what is drawn on it; the boats stand on the chart.

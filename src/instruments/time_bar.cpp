@@ -24,11 +24,13 @@ constexpr int ZoneTop = 50;
 
 void TimeBar::Repaint(Changed changed) {
     if (!Any(changed, Changed::Race | Changed::Wind | Changed::Size)) return;
+    if (Any(changed, Changed::Race)) range_.reset();
     Surface& bar = form_.PicTimeBar;
     bar.Cls();
     const TimeAxis axis = Axis();
     if (axis.Empty()) return;
     DrawZones(axis);
+    if (range_) DrawRange();
     for (const double y : {axis.Y(0), TimeAxis::Margin}) bar.Line(0, y, BarRight, y, StartFinishColour);
 }
 
@@ -61,14 +63,20 @@ void TimeBar::Show(const Moment& now) {
     form_.Line5.Place(0, y, BarRight, y);
 }
 
-void TimeBar::MarkRange(double fromY, double toY) {
-    WipeRange();
-    form_.PicTimeBar.FilledBox(0, fromY, RangeRight, toY, Yellow);
+void TimeBar::MarkRange(int from, int to) {
+    range_ = {from, to};
+    DrawRange();
 }
 
 void TimeBar::WipeRange() {
+    range_.reset();
+    DrawRange();
+}
+
+void TimeBar::DrawRange() {
     Surface& bar = form_.PicTimeBar;
     bar.FilledBox(0, 0, RangeRight, bar.Height(), bar.BackColor);
+    if (range_) bar.FilledBox(0, Axis().Y(range_->first), RangeRight, Axis().Y(range_->second), Yellow);
 }
 
 }  // namespace keelview

@@ -1,5 +1,8 @@
 #pragma once
 
+#include <optional>
+#include <utility>
+
 #include "instruments/time_axis.h"
 #include "session/app_state.h"
 #include "session/instrument.h"
@@ -22,17 +25,19 @@ class TimeBar : public Instrument {
 
     TimeAxis Axis() const { return {race_, form_.PicTimeBar.Height()}; }
 
-    /// The left edge of the bar, where a limited replay range shows: the strip from one y to another in
-    /// yellow, all else in the colour of the bar.
-    void MarkRange(double fromY, double toY);
+    /// The left edge of the bar, where a limited replay range shows: the strip from one second to another
+    /// in yellow, all else in the colour of the bar. It stays with its race until it is wiped.
+    void MarkRange(int from, int to);
     void WipeRange();
 
   private:
     void DrawZones(const TimeAxis& axis);
+    void DrawRange();
 
     const RaceControl& race_;
     const Tracks& tracks_;
     RaceDisp& form_;
+    std::optional<std::pair<int, int>> range_;  ///< as it is marked, seconds from the start
 };
 
 }  // namespace keelview

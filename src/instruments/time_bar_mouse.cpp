@@ -43,6 +43,7 @@ TimeBarMouse::TimeBarMouse(RaceSession& session, TimeBar& timeBar, Overview& ove
       overview_(overview) {
     form_.PicTimeBar.OnMouseDown = [this](const MouseEvent& event) { PicTimeBar_MouseDown(event); };
     form_.PicTimeBar.OnMouseMove = [this](const MouseEvent& event) { PicTimeBar_MouseMove(event); };
+    form_.PicTimeBar.OnMouseLeave = [this] { PicTimeBar_MouseLeave(); };
     form_.PicTimeBar.OnMouseUp = [this](const MouseEvent& event) { PicTimeBar_MouseUp(event); };
 }
 
@@ -50,6 +51,7 @@ void TimeBarMouse::PicTimeBar_MouseDown(const MouseEvent& event) {
     const TimeAxis axis = timeBar_.Axis();
     if (axis.Empty()) return;
     if (!ShiftHeld(form_, event)) {
+        stage_.Repaint(Changed::Layers);  // the wakes and lay lines of the moment before go
         film_.Seek(axis.TimeUnder(event.Y));
     } else {
         timeBar_.WipeRange();
@@ -58,7 +60,6 @@ void TimeBarMouse::PicTimeBar_MouseDown(const MouseEvent& event) {
         else
             LiftRange();
     }
-    form_.PlaceSignals();
 }
 
 void TimeBarMouse::PicTimeBar_MouseMove(const MouseEvent& event) {
@@ -71,13 +72,19 @@ void TimeBarMouse::PicTimeBar_MouseMove(const MouseEvent& event) {
     const int time = axis.TimeUnder(event.Y);
     app_.shown.PointerOnTimeBar = true;
     overview_.PreviewMoment(time);
-    if (dragY_ > 0 && (form_.HeldKey > 0 || event.Shift)) timeBar_.MarkRange(dragY_, event.Y);
+    if (dragY_ > 0 && (form_.HeldKey > 0 || event.Shift)) timeBar_.MarkRange(axis.TimeUnder(dragY_), time);
     form_.Text7.SetBackColor(HintBackground);
     if (app_.shown.ViewMode == ViewKind::Graph)
         ShowGraphCursor(event.Y, time);
     else
         ShowTimeHint(event.Y, time);
-    app_.shown.HoverBoat = 0;
+}
+
+/// Markers and graph go back from the moment under the pointer to that of the film.
+void TimeBarMouse::PicTimeBar_MouseLeave() {
+    app_.shown.PointerOnTimeBar = false;
+    form_.Text7.Hide();
+    stage_.Repaint(Changed::Nothing);
 }
 
 void TimeBarMouse::PicTimeBar_MouseUp(const MouseEvent& event) {

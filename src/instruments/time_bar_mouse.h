@@ -19,6 +19,7 @@ class TimeBarMouse {
     void PicTimeBar_MouseDown(const MouseEvent& event);
     void PicTimeBar_MouseMove(const MouseEvent& event);
     void PicTimeBar_MouseUp(const MouseEvent& event);
+    void PicTimeBar_MouseLeave();
     void LiftRange();
     void LimitRange(double fromY, double toY);
     void ReplayRange(double from, double to);

@@ -6,23 +6,19 @@ namespace keelview {
 
 WindField::WindField(const RaceControl& race, RaceDisp& form, RaceChanges& changes)
     : race_(race), form_(form), changes_(changes) {
-    form_.Text3.OnMouseDown = [this](const MouseEvent&) { windTextArmed_ = true; };
-    form_.Text3.OnChange = [this] { Text3_Change(); };
+    form_.Text3.OnTyped = [this] { Text3_Typed(); };
 }
 
 void WindField::Repaint(Changed changed) {
-    if (!Any(changed, Changed::Race)) return;
-    windTextArmed_ = false;
-    form_.Text3.SetText(NumberText(race_.WindDirection));
+    if (Any(changed, Changed::Race)) form_.Text3.SetText(NumberText(race_.WindDirection));
 }
 
 void WindField::Take(double direction) {
-    windTextArmed_ = true;
     form_.Text3.SetText(NumberText(direction));
+    Text3_Typed();
 }
 
-void WindField::Text3_Change() {
-    if (!windTextArmed_) return;
+void WindField::Text3_Typed() {
     const double direction = LenientNumber(form_.Text3.Text());
     changes_.SetWindDirection(direction >= 0 && direction <= 360 ? direction : 0);
 }

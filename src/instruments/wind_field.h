@@ -19,12 +19,11 @@ class WindField : public Instrument {
     void Take(double direction);
 
   private:
-    void Text3_Change();
+    void Text3_Typed();
 
     const RaceControl& race_;
     RaceDisp& form_;
     RaceChanges& changes_;
-    bool windTextArmed_ = false;  ///< a change of the text comes from the person
 };
 
 }  // namespace keelview

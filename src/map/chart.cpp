@@ -7,6 +7,7 @@
 #include <vector>
 
 #include "analysis/track_at.h"
+#include "base/angles.h"
 #include "base/numbers.h"
 #include "map/coast_picture.h"
 #include "map/course_picture.h"
@@ -19,7 +20,7 @@ namespace {
 constexpr Colour GridColour = Rgb(128, 192, 255);
 constexpr double LabelPoints = 9.0;
 constexpr double TimePointRadius = 4.0;
-constexpr int WindWatchSeconds = 5;  // between two looks at the wind of the wind file
+constexpr double FinestTurn = 0.5;  // degrees of the wind that turn the lay lines by pixels
 
 }  // namespace
 
@@ -30,18 +31,17 @@ void Chart::Repaint(Changed changed) {
                           Changed::Size | Changed::Focus | Changed::Race | Changed::Boats))
         return;
     const Projection projection = MapProjection(app_);
+    course_.Forget();
     DrawGround(projection);
     if (form_.Check1.Value() && !form_.Check5.Value()) DrawTimePoints(projection);
     DrawCourseNow();
 }
 
 void Chart::Show(const Moment& now) {
-    const int second = FloorToInt(now.Time);
-    if (!HasWindFile(app_.race) || second == lastWholeSecond_) return;
-    const bool due = lastWholeSecond_ % WindWatchSeconds == 0;
-    lastWholeSecond_ = second;
-    // In auto trace it is drawn anew all the time.
-    if (due && !form_.Check5.Value() && now.WindNow.DirectionTrue != courseWind_) DrawCourseNow();
+    if (form_.Check5.Value() || app_.shown.ViewMode != ViewKind::Map) return;
+    if (std::abs(WrapDifference(now.WindNow.DirectionTrue - courseWind_)) < FinestTurn) return;
+    course_.TakeBack(form_.Picture1);
+    DrawCourseNow();
 }
 
 void Chart::DrawGround(const Projection& projection) {
@@ -129,7 +129,10 @@ void Chart::DrawTimePoints(const Projection& projection) {
 }
 
 void Chart::DrawCourseNow() {
+    const bool mayTurn = HasWindFile(app_.race) && !form_.Check5.Value();
+    if (mayTurn) course_.Begin(form_.Picture1);
     DrawCourse(form_.Picture1, app_, form_.Check8.Value(), form_.Check5.Value());
+    if (mayTurn) course_.End(form_.Picture1);
     courseWind_ = app_.now.WindNow.DirectionTrue;
 }
 

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "analysis/view.h"
+#include "display/overlay.h"
 #include "session/app_state.h"
 #include "session/instrument.h"
 #include "session/race_disp.h"
@@ -15,8 +16,8 @@ class Chart : public Instrument {
     Chart(const AppState& app, RaceDisp& form);
 
     void Repaint(Changed changed) override;
-    /// Draws the course again over the chart when the wind of the wind file has turned, with its lay lines;
-    /// once in five seconds of the replay at most.
+    /// Draws the course in place of the one on the chart when the wind of the wind file has turned, so that
+    /// its lay lines are those of the moment, to half a degree.
     void Show(const Moment& now) override;
 
   private:
@@ -30,7 +31,7 @@ class Chart : public Instrument {
 
     const AppState& app_;
     RaceDisp& form_;
-    int lastWholeSecond_ = 0;  ///< of the last moment shown
+    Overlay course_;           ///< on a chart that stands still; in auto trace all is drawn all the time
     double courseWind_ = 0.0;  ///< degrees, of the lay lines as they were drawn last
 };
 

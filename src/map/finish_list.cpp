@@ -45,7 +45,7 @@ void FinishList::DrawList() {
 void FinishList::DrawRow(int rank, int boat) {
     Surface& list = form_.Position;
     const int finish = FinishTime(passes_, boat);
-    const int behind = finish - FirstFinishTime(passes_);
+    const int behind = finish - FinishTime(passes_, listed_.front());
     const double y = (rank - 1) * RowPitch + 2;
     list.ForeColor = Black;
     list.PrintAt(3, y + 1, std::to_string(rank));

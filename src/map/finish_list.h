@@ -11,7 +11,8 @@
 namespace keelview {
 
 /// The boats that have finished, on the map from the first finish on: rank, name, time, and the seconds
-/// behind the first. The gun sounds when boats finish while the film goes forward, once for each frame.
+/// behind the first of the list. The gun sounds when boats finish while the film goes forward, once for
+/// each frame.
 class FinishList : public Instrument {
   public:
     FinishList(const RaceControl& race, const MarkPasses& passes, const Settings& settings,

@@ -23,7 +23,6 @@ std::string CoordinateText(double minutes, const char* positive, const char* neg
 MapInteraction::MapInteraction(RaceSession& session)
     : app_(session.App()),
       form_(session.Display()),
-      stage_(session.TheStage()),
       film_(session.TheFilm()),
       navigate_(app_.view, app_.area, form_, session.TheStage(), session.TheVoice()),
       placeMark_(app_, form_, session.Changes()),
@@ -32,6 +31,7 @@ MapInteraction::MapInteraction(RaceSession& session)
       measure_(app_, form_) {
     form_.Picture1.OnMouseDown = [this](const MouseEvent& event) { Picture1_MouseDown(event); };
     form_.Picture1.OnMouseMove = [this](const MouseEvent& event) { Picture1_MouseMove(event); };
+    form_.Picture1.OnMouseLeave = [this] { app_.shown.PointerOnMap = false; };
     form_.Command2.OnClick = [this] { Toggle(placeMark_); };
     form_.Command3.OnClick = [this] { Toggle(placeLine_); };
     form_.Command5.OnClick = [this] { Toggle(orderCourse_); };
@@ -42,6 +42,8 @@ void MapInteraction::Repaint(Changed changed) {
     if (Any(changed, Changed::Race)) GiveUp();
     if (Any(changed, Changed::Course | Changed::Size)) ShowCourse();
     if (Any(changed, Changed::View)) form_.ShowInTitle({});
+    // Range and bearing are for a map that stands still. The tick of Check2 stays.
+    if (Any(changed, Changed::Film) && !film_.Stopped()) EndMeasuring();
 }
 
 /// What was begun on the race before.
@@ -93,9 +95,7 @@ void MapInteraction::Picture1_MouseDown(const MouseEvent& event) {
 
 void MapInteraction::Picture1_MouseMove(const MouseEvent& event) {
     form_.Text7.SetBackColor(HintBackground);
-    // The markers of the overview go back from the moment under the pointer to that of the film.
-    if (std::exchange(app_.shown.PointerOnTimeBar, false)) stage_.Repaint(Changed::Nothing);
-    app_.shown.HoverBoat = 0;
+    app_.shown.PointerOnMap = true;
     form_.Text8.Hide();
     form_.LowerBoatList();
     const Position at = MapProjection(app_).ToEarth({event.X, event.Y});

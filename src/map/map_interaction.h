@@ -19,13 +19,11 @@ class MapInteraction : public Instrument {
 
     void Repaint(Changed changed) override;
 
-    /// The film runs: range and bearing are for a map that stands still. The tick of Check2 stays.
-    void EndMeasuring();
-
   private:
     void Picture1_MouseDown(const MouseEvent& event);
     void Picture1_MouseMove(const MouseEvent& event);
     void Check2_Click();
+    void EndMeasuring();
     void Toggle(MapTool& tool);
     void Use(MapTool& tool);
     void GiveUp();
@@ -33,7 +31,6 @@ class MapInteraction : public Instrument {
 
     AppState& app_;
     RaceDisp& form_;
-    Stage& stage_;
     Film& film_;
     Navigate navigate_;
     PlaceMark placeMark_;

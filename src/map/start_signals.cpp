@@ -12,12 +12,17 @@ namespace keelview {
 
 namespace {
 
-constexpr double FallsIn = 30.0;  // frames, from top to bottom of the map
+constexpr double FallsIn = 30.0;     // frames, from top to bottom of the map
+constexpr double LongestFall = 5.0;  // seconds
 
 }  // namespace
 
 StartSignals::StartSignals(const Settings& settings, Platform& platform, RaceDisp& form)
     : settings_(settings), platform_(platform), form_(form) {}
+
+void StartSignals::Repaint(Changed changed) {
+    if (Any(changed, Changed::Film)) form_.PlaceSignals();
+}
 
 void StartSignals::Show(const Moment& now) {
     ShowRaceClock(now.Time);
@@ -45,7 +50,8 @@ void StartSignals::ShowFlags(const Moment& now) {
     form_.Blue_P.SetVisible((t >= -240 && t < -60) || blueFalls);
     form_.Seven.SetVisible((t >= -60 && t <= 0.5) || sevenFalls);
     Surface* falls = blueFalls ? &form_.Blue_P : sevenFalls ? &form_.Seven : nullptr;
-    if (std::exchange(falling_, falls) != falls || t < lastTime_) form_.PlaceSignals();
+    const bool jumped = t < lastTime_ || t > lastTime_ + LongestFall;
+    if (std::exchange(falling_, falls) != falls || jumped) form_.PlaceSignals();
     // A moment that is shown once more lets nothing fall.
     if (falls != nullptr && t != lastTime_ && falls->Top() < form_.MapSide())
         falls->SetTop(falls->Top() + form_.MapSide() / FallsIn);

@@ -12,6 +12,8 @@ class StartSignals : public Instrument {
   public:
     StartSignals(const Settings& settings, Platform& platform, RaceDisp& form);
 
+    /// A film that was started or stopped has its flags in their place.
+    void Repaint(Changed changed) override;
     void Show(const Moment& now) override;
 
   private:

@@ -64,7 +64,8 @@ struct Shown {
     Colour SeaColour = Rgb(0, 255, 255);
     Colour InkColour = White;
     bool ShowTracks = true;
-    int HoverBoat = 0;              ///< boat under the pointer in the panel; 0 when none is
+    int HoverBoat = 0;  ///< boat under the pointer in the panel; 0 when none is
+    bool PointerOnMap = false;
     bool PointerOnTimeBar = false;  ///< the overview shows the moment under the pointer
 };
 

@@ -15,6 +15,11 @@ constexpr int SecondMilliseconds = 1000;
 constexpr double SkipSeconds = 5.0;  // a jump over water without boats
 constexpr int PatienceSeconds = 10;  // without a boat before the view pulls itself back
 
+bool SameWater(const View& a, const View& b) {
+    return a.ViewCentreLat == b.ViewCentreLat && a.ViewCentreLon == b.ViewCentreLon &&
+           a.ZoomFactor == b.ZoomFactor && a.MapSide == b.MapSide;
+}
+
 }  // namespace
 
 Film::Film(AppState& app, RaceDisp& form, Platform& platform, Stage& stage)
@@ -47,11 +52,13 @@ void Film::Play(int direction) {
     stopped_ = false;
     app_.clock.ReplayStep = std::abs(app_.clock.ReplayStep) * direction;
     Follow();
+    stage_.Repaint(Changed::Film);
 }
 
 void Film::Stop() {
     stopped_ = true;
     Follow();
+    stage_.Repaint(Changed::Film);
 }
 
 void Film::HoldFor(Hold reason) {
@@ -72,15 +79,15 @@ void Film::Follow() {
 }
 
 void Film::Step(int direction) {
-    Stop();
+    stopped_ = true;
+    Follow();
     const double width = std::max(1.0, std::abs(app_.clock.ReplayStep));
     app_.clock.ReplayStep = std::abs(app_.clock.ReplayStep) * direction;
     Seek(app_.clock.ReplayTime + width * direction);
 }
 
 void Film::Seek(double time) {
-    app_.clock.ReplayTime = time;
-    KeepClockInRange();
+    app_.clock.ReplayTime = InRange(time);
     stage_.ShowMoment();
 }
 
@@ -95,13 +102,14 @@ void Film::SetSpeed(double multiplier) {
     if (ticksPerSecond_ != 0) SetStepFromSpeed();
 }
 
-void Film::KeepClockInRange() {
-    Clock& clock = app_.clock;
+/// The film goes round: behind one end of the range lies the other one. The tracks may end before it.
+double Film::InRange(double time) const {
+    const Clock& clock = app_.clock;
     const double lastFix = LatestFixTime(app_.tracks);
-    if (clock.ReplayTime >= clock.ReplayRangeEnd || clock.ReplayTime > lastFix)
-        clock.ReplayTime = clock.ReplayRangeStart;
-    if (clock.ReplayTime < clock.ReplayRangeStart)  // backward play has run out
-        clock.ReplayTime = std::min(clock.ReplayRangeEnd, lastFix);
+    if (time >= clock.ReplayRangeEnd || time > lastFix) time = clock.ReplayRangeStart;
+    if (time < clock.ReplayRangeStart)  // backward play has run out
+        time = std::min(clock.ReplayRangeEnd, lastFix);
+    return time;
 }
 
 void Film::ReplayTick() {
@@ -116,14 +124,21 @@ void Film::ReplayTick() {
     inTick_ = false;
 }
 
+/// A view is searched once: the person may have put it where boats come seldom, or never. A time at which
+/// nobody is on the water at all is skipped whenever it comes.
 void Film::SkipToBoats() {
-    if (app_.shown.ViewMode != ViewKind::Map) return;
+    if (app_.now.BoatInView) return;
+    const bool somebody = std::ranges::any_of(app_.now.Boats, &BoatMoment::IsSomewhere);
+    if (SameWater(searched_, app_.view) && (somebody || !found_)) return;
+    searched_ = app_.view;
+    found_ = false;
     const double jump = app_.clock.ReplayStep > 0 ? SkipSeconds : -SkipSeconds;
-    // Once round the race at most: there may be no boat in this part of the water at any time.
+    double time = app_.clock.ReplayTime;
     double left = app_.clock.ReplayRangeEnd - app_.clock.ReplayRangeStart;
-    for (; left > 0 && !app_.now.BoatInView && form_.Timer1.Enabled(); left -= SkipSeconds) {
-        platform_.DeliverEvents();
-        if (form_.Timer1.Enabled()) Seek(app_.clock.ReplayTime + jump);
+    for (; left > 0; left -= SkipSeconds) {
+        time = InRange(time + jump);
+        found_ = stage_.BoatInViewAt(time);
+        if (found_) return Seek(time);
     }
 }
 
@@ -150,7 +165,9 @@ void Film::SetStepFromSpeed() {
 }
 
 void Film::WatchForBoats() {
-    noBoatSeconds_ = app_.now.BoatInView ? 0 : noBoatSeconds_ + 1;
+    // The person looks at what is under the pointer.
+    const bool patient = app_.now.BoatInView || app_.shown.PointerOnMap;
+    noBoatSeconds_ = patient ? 0 : noBoatSeconds_ + 1;
     if (noBoatSeconds_ > PatienceSeconds) stage_.FollowBoats();
 }
 

@@ -49,7 +49,7 @@ class Film {
   private:
     void ReplayTick();
     void Timer3_Timer();
-    void KeepClockInRange();
+    double InRange(double time) const;
     void SkipToBoats();
     void CalibrateStep();
     void SetStepFromSpeed();
@@ -68,6 +68,8 @@ class Film {
     int ticksPerSecond_ = 0;
     double tickClock_ = 0.0;
     int noBoatSeconds_ = 0;
+    View searched_;       ///< for boats, last
+    bool found_ = false;  ///< there, at some time
 };
 
 }  // namespace keelview

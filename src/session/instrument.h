@@ -17,7 +17,8 @@ enum class Changed : unsigned {
     Layers = 1U << 7U,     ///< what is drawn on the chart: coast, tracks, lay lines, time points
     Colours = 1U << 8U,    ///< the colours of sea and ink
     Mode = 1U << 9U,       ///< which view is shown
-    All = (1U << 10U) - 2  ///< everything but other boats
+    Film = 1U << 10U,      ///< the film was started or stopped
+    All = (1U << 11U) - 2  ///< everything but other boats
 };
 
 constexpr Changed operator|(Changed a, Changed b) {

@@ -134,8 +134,8 @@ class RaceDisp : public Form {
     Surface Picture11{Picture5, "Picture11", BorderStyle::None};  // logo, Japanese
 
     // In the boat list.
-    TextBox Text1{Picture8, "Text1", PlainReadout};  // date and time of the replay clock
-    Label Label5{Picture8, "Label5"};                // column titles
+    TextBox Text1{Picture8, "Text1", Readout};  // date and time of the replay clock
+    Label Label5{Picture8, "Label5"};           // column titles
     ControlArray<CheckBox> Bnam;
     ControlArray<TextBox> Text5;  // boat speed
     ControlArray<TextBox> Text6;  // true wind angle

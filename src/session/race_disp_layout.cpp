@@ -80,7 +80,7 @@ void RaceDisp::LayoutTopPanel(bool useEnglish) {
 }
 
 void RaceDisp::LayoutBoatList() {
-    Text1.Move(10, 5, 240, 12);
+    Text1.Move(10, 4, 240, 18);  // the digits and their frame; less would cut them
     for (int row = 0; row < Bnam.Count(); ++row) LayoutRow(row);
 }
 

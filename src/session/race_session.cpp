@@ -62,6 +62,7 @@ bool RaceSession::StartSession() {
 bool RaceSession::LoadRace() {
     film_.HoldFor(Film::Hold::Loading);
     stage_.SetDark(true);
+    form_.Option9.SetValue(true);  // how far the load has come is told on the map
     services_.platform.SetBusyPointer(true);
     const bool sound = ReadRaceData();
     if (sound) {
@@ -147,7 +148,6 @@ void RaceSession::ResetDisplay() {
     for (Control* control : std::initializer_list<Control*>{&form_.GPIC, &form_.Text7, &form_.Text8})
         control->Hide();
     form_.Line4.SetVisible(false);
-    form_.Option9.SetValue(true);
     form_.Option11.SetEnabled(HasLegs(app_.race));
     form_.Command13.SetEnabled(!app_.race.AttachFile.Empty());
     // In auto trace the course cannot be set; its check box enables the button again.
@@ -246,6 +246,7 @@ void RaceSession::Form_Unload() {
 }
 
 void RaceSession::ShowLoadProgress(int boat) {
+    ComposeTitle();  // it is known before the tracks are
     const std::string& file = app_.race.Boats[boat].BoatFile;
     const std::string of = std::to_string(boat) + " / " + std::to_string(app_.race.Boats.Count());
     const std::string text = app_.race.RaceFileName + "    ( " + of + ")\r\n" +

@@ -1,9 +1,9 @@
 #include "session/stage.h"
 
-#include <algorithm>
 #include <utility>
 
 #include "base/angles.h"
+#include "session/racing.h"
 
 namespace keelview {
 
@@ -22,7 +22,7 @@ void Stage::ShowMoment() {
     SettleMoment();
     if (form_.Check5.Value() && app_.shown.ViewMode == ViewKind::Map) FollowBoats();
     SnapToWholeChart(app_.area, app_.view);
-    app_.now.BoatInView = BoatInView();
+    app_.now.BoatInView = BoatInViewAt(app_.now.Time);
     const Changed changed = std::exchange(changed_, Changed::Nothing);
     idle_.Drop();
     if (changed != Changed::Nothing)
@@ -31,11 +31,14 @@ void Stage::ShowMoment() {
 }
 
 void Stage::FollowBoats() {
-    std::vector<Position> places;
-    for (int boat = 1; boat <= app_.now.Boats.Count(); ++boat)
-        if (form_.InFocus(boat) && app_.now.Boats[boat].IsSomewhere())
-            places.push_back(app_.now.Boats[boat].At());
-    FitTo(places, app_.area, app_.scale, app_.view);
+    std::vector<Position> racing;
+    std::vector<Position> all;
+    for (int boat = 1; boat <= app_.now.Boats.Count(); ++boat) {
+        if (!form_.InFocus(boat) || !app_.now.Boats[boat].IsSomewhere()) continue;
+        all.push_back(app_.now.Boats[boat].At());
+        if (IsRacing(app_, boat, app_.now.Time)) racing.push_back(all.back());
+    }
+    FitTo(racing.empty() ? all : racing, app_.area, app_.scale, app_.view);
     Repaint(Changed::View);
 }
 
@@ -56,15 +59,19 @@ void Stage::SettleMoment() {
     }
 }
 
-bool Stage::BoatInView() const {
+bool Stage::BoatInViewAt(double time) const {
+    if (app_.shown.ViewMode != ViewKind::Map) return true;
     const Projection projection = MapProjection(app_);
-    const bool onMap = app_.shown.ViewMode == ViewKind::Map;
     const double side = app_.view.MapSide;
-    return std::ranges::any_of(app_.now.Boats, [&](const BoatMoment& boat) {
-        if (!boat.IsSomewhere()) return false;
-        const Point at = projection.ToScreen(boat.At());
-        return !onMap || (at.X >= 0 && at.X < side && at.Y >= 0 && at.Y <= side);
-    });
+    for (int boat = 1; boat <= app_.tracks.Boats.Count(); ++boat) {
+        const Track& track = app_.tracks.Boats[boat];
+        const int hint = app_.now.Boats.Holds(boat) ? app_.now.Boats[boat].Segment : 0;
+        const int segment = FindSegment(track, time, hint);
+        if (segment == 0) continue;
+        const Point at = projection.ToScreen(PositionOn(track, segment, time));
+        if (at.X >= 0 && at.X < side && at.Y >= 0 && at.Y <= side) return true;
+    }
+    return false;
 }
 
 }  // namespace keelview

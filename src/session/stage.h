@@ -25,12 +25,13 @@ class Stage {
     void ShowMoment();
     /// Draws nothing when idle, as long as a race is being read that the controls do not fit yet.
     void SetDark(bool dark) { dark_ = dark; }
-    /// Fits the view to the boats in focus, once.
+    /// Fits the view to the boats in focus that are racing, once; to all in focus where none is.
     void FollowBoats();
+    /// Some boat is on the map at a time (seconds from the start), or another view is shown.
+    bool BoatInViewAt(double time) const;
 
   private:
     void SettleMoment();
-    bool BoatInView() const;
 
     AppState& app_;
     RaceDisp& form_;

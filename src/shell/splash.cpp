@@ -26,7 +26,7 @@ constexpr double BarHeight = 15.0;
 }  // namespace
 
 Splash::Splash(const Settings& settings, const ScreenInfo& screen)
-    : Form("splite", Kind::FullScreen, StoredWidth, StoredHeight) {
+    : Form("splite", Kind::Curtain, StoredWidth, StoredHeight) {
     SetBackColor(Rgb(128, 128, 0));
     SetFont(settings.UiFontName, 9 * settings.FontScale);
     Text1.SetBackColor(Rgb(192, 255, 255));

@@ -98,6 +98,11 @@ OptionButton::OptionButton(Container& parent, std::string_view name, std::string
     QObject::connect(&Native().As<QRadioButton>(), &QRadioButton::toggled, &Native(), [this](bool on) {
         if (on) Native().FireClick();
     });
+    QObject::connect(&Native().As<QRadioButton>(), &QRadioButton::pressed, &Native(),
+                     [this] { selectedBefore_ = Value(); });
+    QObject::connect(&Native().As<QRadioButton>(), &QRadioButton::clicked, &Native(), [this] {
+        if (selectedBefore_) Fire(OnAgain);
+    });
 }
 
 void OptionButton::SetCaption(std::string_view caption) {

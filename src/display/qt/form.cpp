@@ -28,9 +28,14 @@ QRect FreeArea() {
 }
 
 Qt::WindowFlags FlagsOf(Form::Kind kind) {
-    if (kind == Form::Kind::Splash) return Qt::Window | Qt::FramelessWindowHint;
+    if (kind == Form::Kind::Splash || kind == Form::Kind::Curtain)
+        return Qt::Window | Qt::FramelessWindowHint;
     return Qt::Window | Qt::CustomizeWindowHint | Qt::WindowTitleHint | Qt::WindowSystemMenuHint |
            Qt::WindowCloseButtonHint;
+}
+
+bool CoversScreen(Form::Kind kind) {
+    return kind == Form::Kind::FullScreen || kind == Form::Kind::Curtain;
 }
 
 int KeyOf(const QKeyEvent& event) {
@@ -52,7 +57,7 @@ class FormWindow : public QWidget {
 
     void Prepare() {
         ClosedState = false;
-        if (kind_ == Form::Kind::FullScreen) setWindowState(Qt::WindowMaximized);
+        if (CoversScreen(kind_)) setWindowState(Qt::WindowMaximized);
     }
 
     /// Shows the window and waits until the window system has it on the screen.
@@ -136,7 +141,7 @@ Form::Form(std::string_view name, Kind kind, double width, double height)
         window.Ground = colour;
         window.update();
     };
-    if (kind == Kind::FullScreen) {
+    if (CoversScreen(kind)) {
         window.setGeometry(FreeArea());
     } else {
         Move(0, 0, width, height);

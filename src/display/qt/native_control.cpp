@@ -66,6 +66,9 @@ bool NativeControl::eventFilter(QObject* watched, QEvent* event) {
         case QEvent::MouseButtonDblClick:
         case QEvent::MouseMove:
             return FilterMouse(static_cast<QWidget&>(*watched), static_cast<QMouseEvent&>(*event));
+        case QEvent::Leave:
+            if (watched == Outer) Fire(Owner->OnMouseLeave);
+            return false;
         case QEvent::KeyPress:
             if (!ClickBySpace || static_cast<QKeyEvent&>(*event).key() != Qt::Key_Space) return false;
             FireClick();

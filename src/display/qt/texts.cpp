@@ -76,12 +76,14 @@ TextBox::TextBox(Container& parent, std::string_view name, Kind kind)
     : Control(MakeTextBox(parent, name, kind)) {
     const auto changed = [this] { Fire(OnChange); };
     QWidget* widget = Native().Outer;
-    if (auto* line = qobject_cast<QLineEdit*>(widget))
+    if (auto* line = qobject_cast<QLineEdit*>(widget)) {
         QObject::connect(line, &QLineEdit::textChanged, &Native(), changed);
-    else if (auto* edit = qobject_cast<QPlainTextEdit*>(widget))
+        QObject::connect(line, &QLineEdit::textEdited, &Native(), [this] { Fire(OnTyped); });
+    } else if (auto* edit = qobject_cast<QPlainTextEdit*>(widget)) {
         QObject::connect(edit, &QPlainTextEdit::textChanged, &Native(), changed);
-    else
+    } else {
         SetBackColor(WindowBackground);
+    }
 }
 
 void TextBox::SetText(std::string_view text) {
