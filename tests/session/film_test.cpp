@@ -21,38 +21,6 @@ struct FilmTest : testing::Test, TestDesk {
     }
 };
 
-TEST_F(FilmTest, NothingButPlayStartsAFilmThatWasStopped) {
-    WriteRace(2, "WF, w.csv\r\n" + RaceTree::LineAcross(0.2) + "CRS, L1, L1\r\n");
-    tree.Wind("w.csv", {{0, 10, 350}, {300, 12, 10}});
-    Open();
-    RaceDisp& form = Form();
-    auto expectStill = [&, deed = 0]() mutable {
-        driver::Settle();
-        EXPECT_TRUE(!Runs() && form.Option7.Value()) << ++deed;
-    };
-    for (const Control* on : std::initializer_list<const Control*>{
-             &Map(),        &form.Picture6, &form.PicTimeBar, &form.Picture2, &form.Bnam[0],
-             &form.Maru[0], &form.Check1,   &form.Check2,     &form.Check5,   &form.Check5,
-             &form.BCOL6,   &form.Option3,  &form.Option10,   &form.GPIC,     &form.Option11,
-             &form.PicTime, &form.Option9,  &form.Command2,   &Map(),         &form.Command5,
-             &Map(),        &form.Command8}) {
-        const QRect face = driver::Face(*on).rect();
-        const QPoint at(face.width() > 150 ? face.center().x() : 6, face.center().y());
-        driver::MoveTo(*on, at);
-        driver::ClickAt(*on, at);
-        expectStill();
-    }
-    driver::MoveTo(form.Picture8, {250, 20});
-    ClickMap({300, 400}, Qt::RightButton);
-    expectStill();
-    driver::Type(form.Text3, "45");
-    form.HScroll1.SetValue(9);
-    form.Move(0, 0, 1100, 900);
-    expectStill();
-    driver::Click(form.Option6);
-    EXPECT_TRUE(Runs());
-}
-
 TEST_F(FilmTest, AFilmStandsUntilTheLastReasonIsGone) {
     Open();
     Film& film = TheFilm();

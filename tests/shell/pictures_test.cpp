@@ -49,7 +49,7 @@ TEST_P(PicturesTest, TheRaceDisplayLooksAsEver) {
           },
           click(form.Bnam[1])}},
         {"trace", {seek(1300), click(form.Check5), click(form.Maru[2]), click(form.Bnam[1])}},
-        {"finish", {click(form.Check5), click(form.Option3), seek(2390)}},
+        {"finish", {click(form.Check5), click(form.Option3), seek(LatestFixTime(app.tracks) - 5)}},
         {"graphs", {seek(900), click(form.Option10)}},
         {"wind_entry", {click(form.Command12)}},
         {"times", {click(form.Option11)}},
