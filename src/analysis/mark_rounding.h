@@ -28,8 +28,8 @@ struct MarkPasses {
 };
 
 /// Works out from the tracks alone when each boat reached each entry of the course, second by second: a
-/// line by crossing it between its ends; a mark, inside 200 m, by passing the outward bisector of the
-/// course's corner, failing that by getting no nearer, failing that (between two known entries) by its
+/// line by crossing it anywhere between its ends; a mark, inside 200 m, by passing the outward bisector of
+/// the course's corner, failing that by getting no nearer, failing that (between two known entries) by its
 /// nearest approach inside 100 m. Makes MarkPassTime and FirstPassTime anew, and MarkPassDist with zeros; a
 /// boat with fewer than two points gets 0. Times of 0 or below are stored but count as no passing. The end
 /// of the search is that of the race's ReplaySpan.
