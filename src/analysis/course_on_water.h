@@ -19,6 +19,9 @@ constexpr double MinutesOf(double metres) {
 /// Inside this circle round a mark a boat can round it, minutes of arc.
 inline constexpr double RoundingRadius = MinutesOf(200);
 
+inline constexpr int StartFrom = -120;  ///< seconds between which the start is looked for
+inline constexpr int StartTo = 360;
+
 /// A course entry on the water.
 struct PlacedEntry {
     bool IsLine = false;

@@ -16,8 +16,6 @@ namespace {
 
 constexpr double GapRadius = MinutesOf(100);
 
-constexpr int StartFrom = -120;  // seconds between which the start is looked for
-constexpr int StartTo = 360;
 constexpr int SearchSteps = 200'000'000;  // for all boats together; a hostile race ends in seconds, too
 
 constexpr double NoAngle = 500.0;         // no angle yet
@@ -31,12 +29,12 @@ class BoatSearch {
         : scan_(track, steps, course, last), course_(course) {}
 
     /// The second at which the line is crossed: the last crossing of the range for the start, the first one
-    /// for any other line. 0 when it is not.
-    int LineCrossing(const PlacedEntry& line, SecondRange range, bool isStart) {
+    /// for any other line.
+    std::optional<int> LineCrossing(const PlacedEntry& line, SecondRange range, bool isStart) {
         const double length = course_.LengthOf(line);
         const double radius = LineRadius(course_, line);
         const Axis axis(course_, line.At, course_.Bearing(line.At, line.SecondEnd));
-        int found = 0;
+        std::optional<int> found;
         scan_.Run(range, {line.At, radius}, [&](int t, int segment) {
             if (segment == 0 || !(course_.Distance(line.At, scan_.At()) < radius)) return false;
             const std::optional<double> along = axis.MetBy(scan_.At(), scan_.On(segment, t + 1));
@@ -49,9 +47,9 @@ class BoatSearch {
 
     /// The first second at which the boat, inside the circle, has passed through the outward bisector. The
     /// direction opposite to it, where the angle leaps between -180 and 180, does not count.
-    int Rounding(const PlacedEntry& mark, SecondRange range) {
+    std::optional<int> Rounding(const PlacedEntry& mark, SecondRange range) {
         double previous = NoAngle;
-        int found = 0;
+        std::optional<int> found;
         scan_.Run(range, {mark.At, RoundingRadius}, [&](int t, int) {
             if (!mark.HasCorner || !(course_.Distance(mark.At, scan_.At()) < RoundingRadius)) return false;
             const double angle =
@@ -68,9 +66,9 @@ class BoatSearch {
 
     /// The first second at which the boat, inside the circle, has stopped getting nearer; later than
     /// `after`.
-    int NoLongerNearer(const PlacedEntry& mark, SecondRange range, int after) {
+    std::optional<int> NoLongerNearer(const PlacedEntry& mark, SecondRange range, int after) {
         double best = 5000;
-        int found = 0;
+        std::optional<int> found;
         scan_.Run(range, {mark.At, RoundingRadius}, [&](int t, int) {
             const double distance = course_.Distance(mark.At, scan_.At());
             if (!(distance < RoundingRadius)) return false;
@@ -86,9 +84,9 @@ class BoatSearch {
     }
 
     /// The first second of the nearest approach inside the small circle.
-    int NearestApproach(const PlacedEntry& mark, SecondRange range) {
+    std::optional<int> NearestApproach(const PlacedEntry& mark, SecondRange range) {
         double best = 1000;
-        int found = 0;
+        std::optional<int> found;
         scan_.Run(range, {mark.At, GapRadius}, [&](int t, int) {
             const double distance = course_.Distance(mark.At, scan_.At());
             if (distance < GapRadius && distance < best) {
@@ -105,27 +103,33 @@ class BoatSearch {
     const CourseOnWater& course_;
 };
 
-using PassTimes = OneBased<int>;
+using PassTimes = OneBased<std::optional<int>>;
+
+/// A time as the walk goes on from it: after a missed entry it begins again at the gun.
+int WalkedTime(const PassTimes& times, int c) {
+    return times[c].value_or(0);
+}
 
 void FindPasses(BoatSearch& search, const CourseOnWater& course, int lastSecond, PassTimes& times) {
     for (int c = 1; c <= course.Count(); ++c) {
         const PlacedEntry& entry = course.Entries[c];
         const bool isStart = c == 1;
+        const int before = isStart ? 0 : WalkedTime(times, c - 1);
         const SecondRange range =
-            isStart ? SecondRange{StartFrom, StartTo} : SecondRange{times[c - 1], lastSecond};
+            isStart ? SecondRange{StartFrom, StartTo} : SecondRange{before, lastSecond};
         if (entry.IsLine) {
             times[c] = search.LineCrossing(entry, range, isStart);
             continue;
         }
         times[c] = search.Rounding(entry, range);
-        if (times[c] == 0)
-            times[c] = search.NoLongerNearer(entry, range, isStart ? StartFrom - 1 : times[c - 1] + 1);
+        if (times[c]) continue;
+        times[c] = search.NoLongerNearer(entry, range, isStart ? StartFrom - 1 : before + 1);
     }
 }
 
 /// True if an entry that a nearest approach could fill has no time; the last one stays as it is.
 bool IsGap(const CourseOnWater& course, const PassTimes& times, int c) {
-    return times[c] == 0 && !course.Entries[c].IsLine;
+    return !times[c] && !course.Entries[c].IsLine;
 }
 
 bool HasGap(const CourseOnWater& course, const PassTimes& times) {
@@ -137,34 +141,17 @@ bool HasGap(const CourseOnWater& course, const PassTimes& times) {
 void FillGaps(BoatSearch& search, const CourseOnWater& course, PassTimes& times) {
     for (int c = 1; c < course.Count(); ++c) {
         if (!IsGap(course, times, c)) continue;
+        const int after = WalkedTime(times, c + 1);
         const SecondRange range =
-            c == 1 ? SecondRange{StartFrom, times[2]} : SecondRange{times[c - 1] + 1, times[c + 1] - 1};
+            c == 1 ? SecondRange{StartFrom, after} : SecondRange{WalkedTime(times, c - 1) + 1, after - 1};
         times[c] = search.NearestApproach(course.Entries[c], range);
     }
 }
 
-void FindFirstPasses(MarkPasses& passes) {
-    int before = 0;
-    for (int c = 1; c <= passes.FirstPassTime.Count(); ++c) {
-        int& first = passes.FirstPassTime[c];
-        for (const PassTimes& times : passes.MarkPassTime)
-            if (times[c] > before && times[c] < first) first = times[c];
-        before = first;
-    }
-}
-
-/// Miles sailed up to second t; 0 where no segment holds it.
-double DistanceAt(const Track& track, int t) {
-    const int segment = FirstSegment(track, t);
-    if (segment == 0) return 0;
-    const double from = track.TrackTime[segment];
-    const double miles = track.TrackDist[segment];
-    return miles +
-           (track.TrackDist[segment + 1] - miles) * ((t - from) / (track.TrackTime[segment + 1] - from));
-}
-
-bool HasSegment(const Tracks& tracks, int boat) {
-    return tracks.Boats.Holds(boat) && tracks.Boats[boat].Count() > 1;
+OneBased<PassSource> SourcesOf(const PassTimes& times) {
+    OneBased<PassSource> sources;
+    for (const auto& time : times) sources.Add(time ? PassSource::Rule : PassSource::None);
+    return sources;
 }
 
 }  // namespace
@@ -176,7 +163,8 @@ void FindMarkPassTimes(const RaceControl& race, const Tracks& tracks, const Eart
     const int lastSecond = LastSearchedSecond(race);
     const int steps = SearchSteps / std::max(boats, 1);
     passes.MarkPassTime.Assign(boats, PassTimes(course.Count()));
-    passes.FirstPassTime.Assign(course.Count(), NobodyPassed);
+    passes.MarkPassSource.Clear();
+    passes.FirstPassTime.Resize(course.Count());
     passes.MarkPassDist.Assign(boats, OneBased<double>(course.Count()));
     Position last;
     for (int boat = 1; boat <= boats; ++boat) {
@@ -189,34 +177,14 @@ void FindMarkPassTimes(const RaceControl& race, const Tracks& tracks, const Eart
         BoatSearch search(tracks.Boats[boat], steps, course, last);
         FillGaps(search, course, passes.MarkPassTime[boat]);
     }
+    for (const PassTimes& times : passes.MarkPassTime) passes.MarkPassSource.Add(SourcesOf(times));
     FindFirstPasses(passes);
-}
-
-void ComputeMarkPassDist(const RaceControl& race, const Tracks& tracks, MarkPasses& passes) {
-    passes.MarkPassDist.Assign(race.Boats.Count(), OneBased<double>(race.CourseOrder.Count()));
-    for (int boat = 1; boat <= race.Boats.Count(); ++boat) {
-        if (!HasSegment(tracks, boat)) continue;
-        const Track& track = tracks.Boats[boat];
-        const double atStart = DistanceAt(track, 0);
-        for (int c = 1; c <= race.CourseOrder.Count(); ++c)
-            passes.MarkPassDist[boat][c] =
-                RoundDecimals(DistanceAt(track, PassTime(passes, boat, c)) - atStart, 3);
-    }
 }
 
 void FindAllPasses(const RaceControl& race, const Tracks& tracks, const EarthScale& scale,
                    MarkPasses& passes) {
     FindMarkPassTimes(race, tracks, scale, passes);
     ComputeMarkPassDist(race, tracks, passes);
-}
-
-int FirstFinishTime(const MarkPasses& passes) {
-    return passes.FirstPassTime.Empty() ? NobodyPassed : passes.FirstPassTime.Last();
-}
-
-int FinishTime(const MarkPasses& passes, int boat) {
-    if (!passes.MarkPassTime.Holds(boat)) return 0;
-    return PassTime(passes, boat, passes.MarkPassTime[boat].Count());
 }
 
 }  // namespace keelview

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <initializer_list>
+#include <optional>
 
 #include "analysis/track_at.h"
 #include "analysis/wind_at.h"
@@ -19,10 +20,27 @@ void NumberArray(JsonWriter& json, std::initializer_list<double> values) {
     json.EndArray();
 }
 
-template <class T>
-void NumberArray(JsonWriter& json, const OneBased<T>& values) {
+void NumberArray(JsonWriter& json, const OneBased<double>& values) {
     json.BeginArray();
-    for (const T value : values) json.Number(value);
+    for (const double value : values) json.Number(value);
+    json.EndArray();
+}
+
+/// Times with null where there is none.
+void TimeArray(JsonWriter& json, const OneBased<std::optional<int>>& times) {
+    json.BeginArray();
+    for (const auto& time : times) time ? json.Number(*time) : json.Null();
+    json.EndArray();
+}
+
+void SourceArray(JsonWriter& json, const OneBased<PassSource>& sources) {
+    json.BeginArray();
+    for (const PassSource source : sources) {
+        if (source == PassSource::None) json.Null();
+        if (source == PassSource::Rule) json.String("rule");
+        if (source == PassSource::Chain) json.String("chain");
+        if (source == PassSource::Hand) json.String("hand");
+    }
     json.EndArray();
 }
 
@@ -111,14 +129,16 @@ void WriteBoats(JsonWriter& json, const RaceNumbers& numbers) {
         json.Member("file", race.Boats[boat].BoatFile);
         WriteTimes(json, numbers.tracks.Boats[boat]);
         json.Key("pass_times");
-        NumberArray(json, numbers.passes.MarkPassTime[boat]);
+        TimeArray(json, numbers.passes.MarkPassTime[boat]);
+        json.Key("pass_sources");
+        SourceArray(json, numbers.passes.MarkPassSource[boat]);
         json.Key("pass_distances");
         NumberArray(json, numbers.passes.MarkPassDist[boat]);
         json.EndObject();
     }
     json.EndArray();
     json.Key("first_pass_times");
-    NumberArray(json, numbers.passes.FirstPassTime);
+    TimeArray(json, numbers.passes.FirstPassTime);
     json.Key("finish_order");
     json.BeginArray();
     for (const int boat : FinishOrder(numbers.passes)) json.Number(boat);
