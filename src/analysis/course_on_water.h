@@ -29,6 +29,8 @@ struct PlacedEntry {
     Position SecondEnd;
     double RoundingBearing = 0.0;  ///< outward bisector of the course's corner, degrees
     bool HasCorner = false;        ///< another leg begins here
+
+    friend bool operator==(const PlacedEntry&, const PlacedEntry&) = default;
 };
 
 /// The course of a race with its places. Distances are minutes of arc of latitude, bearings degrees.

@@ -32,17 +32,13 @@ double CutTo3Decimals(double value) {
     return std::floor(value * 1000.0) / 1000.0;
 }
 
-std::optional<double> KnotsUpTo(const MarkPasses& passes, int boat, int entry) {
-    const std::optional<int> time = PassTime(passes, boat, entry);
-    return time > 0 ? SpeedOver(PassMiles(passes, boat, entry), *time) : std::nullopt;
-}
-
 std::optional<double> CumulativeValue(const MarkPasses& passes, StatKind kind, int boat, int entry) {
-    const std::optional<int> time = PassTime(passes, boat, entry);
+    const std::optional<int> time = passes.MarkPassTime[boat][entry];
     if (!time || kind == StatKind::Time) return time;
-    if (kind == StatKind::Distance) return WholeMetres(PassMiles(passes, boat, entry));
-    const std::optional<double> knots = KnotsUpTo(passes, boat, entry);
-    return knots ? std::optional(RoundDecimals(*knots, 3)) : std::nullopt;
+    const double miles = passes.MarkPassDist[boat][entry];
+    if (kind == StatKind::Distance) return WholeMetres(miles);
+    if (*time <= 0) return {};
+    return RoundDecimals(SpeedOver(miles, *time).value_or(0.0), 3);
 }
 
 std::optional<double> LegKnots(double miles, int time) {

@@ -19,6 +19,18 @@ double DistanceAt(const Track& track, int t) {
 
 }  // namespace
 
+void SetHandPasses(const RaceControl& race, MarkPasses& passes) {
+    for (const HandPass& hand : race.HandPasses) {
+        const int boat = hand.BoatNumber;
+        const int seconds = hand.Seconds.value_or(0);
+        const bool isSound = seconds >= -LongestRace && seconds <= LongestRace;
+        if (!isSound || !passes.MarkPassTime.Holds(boat) || !passes.MarkPassTime[boat].Holds(hand.Entry))
+            continue;
+        passes.MarkPassTime[boat][hand.Entry] = hand.Seconds;
+        passes.MarkPassSource[boat][hand.Entry] = PassSource::Hand;
+    }
+}
+
 void FindFirstPasses(MarkPasses& passes) {
     int before = -1;
     for (int c = 1; c <= passes.FirstPassTime.Count(); ++c) {

@@ -34,6 +34,10 @@ struct MarkPasses {
     }
 };
 
+/// Puts the times that a person has set over those that were found; a rounding that was taken away has
+/// none. What names no boat or entry of the race, or lies beyond what a race can last, is left out.
+void SetHandPasses(const RaceControl& race, MarkPasses& passes);
+
 /// Fills FirstPassTime from MarkPassTime, so that it ascends along the course: a time that is not later
 /// than the first at an entry before does not count, nor does one before the gun.
 void FindFirstPasses(MarkPasses& passes);

@@ -6,6 +6,7 @@
 
 #include "analysis/circle_scan.h"
 #include "analysis/course_on_water.h"
+#include "analysis/reconcile_passes.h"
 #include "analysis/track_at.h"
 #include "base/angles.h"
 #include "base/numbers.h"
@@ -184,6 +185,9 @@ void FindMarkPassTimes(const RaceControl& race, const Tracks& tracks, const Eart
 void FindAllPasses(const RaceControl& race, const Tracks& tracks, const EarthScale& scale,
                    MarkPasses& passes) {
     FindMarkPassTimes(race, tracks, scale, passes);
+    ReconcilePasses(race, tracks, scale, passes);
+    SetHandPasses(race, passes);
+    FindFirstPasses(passes);
     ComputeMarkPassDist(race, tracks, passes);
 }
 

@@ -16,7 +16,8 @@ namespace keelview {
 void FindMarkPassTimes(const RaceControl& race, const Tracks& tracks, const EarthScale& scale,
                        MarkPasses& passes);
 
-/// Times and distances at the course entries, all anew.
+/// Times and distances at the course entries, all anew: the walk, what the order of the entries says of it
+/// (ReconcilePasses), and what a person has set.
 void FindAllPasses(const RaceControl& race, const Tracks& tracks, const EarthScale& scale,
                    MarkPasses& passes);
 
