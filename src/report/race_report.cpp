@@ -26,10 +26,13 @@ void NumberArray(JsonWriter& json, const OneBased<double>& values) {
     json.EndArray();
 }
 
-/// Times with null where there is none.
-void TimeArray(JsonWriter& json, const OneBased<std::optional<int>>& times) {
+/// Times with `none` where there is none, or null.
+void TimeArray(JsonWriter& json, const OneBased<std::optional<int>>& times, std::optional<int> none) {
     json.BeginArray();
-    for (const auto& time : times) time ? json.Number(*time) : json.Null();
+    for (const auto& time : times) {
+        const std::optional<int> shown = time ? time : none;
+        shown ? json.Number(*shown) : json.Null();
+    }
     json.EndArray();
 }
 
@@ -118,7 +121,7 @@ void WriteTimes(JsonWriter& json, const Track& track) {
     json.Member("max_speed", std::ranges::max(track.TrackSpeed));
 }
 
-void WriteBoats(JsonWriter& json, const RaceNumbers& numbers) {
+void WriteBoats(JsonWriter& json, const RaceNumbers& numbers, bool bareTimes) {
     const RaceControl& race = numbers.race;
     json.Key("boats");
     json.BeginArray();
@@ -129,7 +132,7 @@ void WriteBoats(JsonWriter& json, const RaceNumbers& numbers) {
         json.Member("file", race.Boats[boat].BoatFile);
         WriteTimes(json, numbers.tracks.Boats[boat]);
         json.Key("pass_times");
-        TimeArray(json, numbers.passes.MarkPassTime[boat]);
+        TimeArray(json, numbers.passes.MarkPassTime[boat], bareTimes ? std::optional(0) : std::nullopt);
         json.Key("pass_sources");
         SourceArray(json, numbers.passes.MarkPassSource[boat]);
         json.Key("pass_distances");
@@ -138,7 +141,7 @@ void WriteBoats(JsonWriter& json, const RaceNumbers& numbers) {
     }
     json.EndArray();
     json.Key("first_pass_times");
-    TimeArray(json, numbers.passes.FirstPassTime);
+    TimeArray(json, numbers.passes.FirstPassTime, bareTimes ? std::optional(1000000) : std::nullopt);
     json.Key("finish_order");
     json.BeginArray();
     for (const int boat : FinishOrder(numbers.passes)) json.Number(boat);
@@ -197,12 +200,12 @@ void WriteMoment(JsonWriter& json, const RaceNumbers& numbers, double t) {
 
 }  // namespace
 
-std::string RaceReport(const RaceNumbers& numbers, const std::vector<double>& at) {
+std::string RaceReport(const RaceNumbers& numbers, const std::vector<double>& at, bool bareTimes) {
     JsonWriter json;
     json.BeginObject();
     WriteRace(json, numbers.race);
     WriteScale(json, numbers);
-    WriteBoats(json, numbers);
+    WriteBoats(json, numbers, bareTimes);
     WriteLegReport(json, numbers);
     WriteSurroundings(json, numbers);
     json.Key("at");
