@@ -111,7 +111,7 @@ struct Effort {
 
 Effort TotalEffort(const MarkPasses& passes, int boat) {
     const std::optional<int> time = FinishTime(passes, boat);
-    if (!(time > 0)) return {};
+    if (!time || *time <= 0) return {};
     const double miles = passes.MarkPassDist[boat].Last();
     return {true, *time, WholeMetres(miles), SpeedOver(miles, *time).value_or(0.0)};
 }
