@@ -15,7 +15,7 @@ struct Fleet50 {
     Fleet50() {
         for (int boat = 1; boat <= Boats; ++boat) race.Boats.Add({});
         for (int entry = 1; entry <= Entries; ++entry) race.CourseOrder.Add("MK1");
-        passes.MarkPassTime.Assign(Boats, OneBased<int>(Entries));
+        passes.MarkPassTime.Assign(Boats, OneBased<std::optional<int>>(Entries));
         passes.MarkPassDist.Assign(Boats, OneBased<double>(Entries));
         for (int boat = 1; boat <= Boats; ++boat) {
             for (int entry = 1; entry <= Entries; ++entry) {

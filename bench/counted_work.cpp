@@ -49,7 +49,7 @@ int Roundings() {
     bench::SailFleet(race, tracks, area, scale);
     const auto passes = std::make_unique<MarkPasses>();
     CountedRoundings(race, tracks, scale, *passes);
-    return passes->FirstPassTime[bench::Entries] != NobodyPassed ? 0 : 1;
+    return passes->FirstPassTime[bench::Entries] ? 0 : 1;
 }
 
 int Frames(int argc, char** argv) {

@@ -32,12 +32,13 @@ double CutTo3Decimals(double value) {
     return std::floor(value * 1000.0) / 1000.0;
 }
 
-double CumulativeValue(const MarkPasses& passes, StatKind kind, int boat, int entry) {
-    const int time = passes.MarkPassTime[boat][entry];
+std::optional<double> CumulativeValue(const MarkPasses& passes, StatKind kind, int boat, int entry) {
+    const std::optional<int> time = passes.MarkPassTime[boat][entry];
+    if (!time || kind == StatKind::Time) return time;
     const double miles = passes.MarkPassDist[boat][entry];
-    if (kind == StatKind::Time) return time;
     if (kind == StatKind::Distance) return WholeMetres(miles);
-    return time > 0 ? RoundDecimals(SpeedOver(miles, time).value_or(0.0), 3) : 0.0;
+    if (*time <= 0) return {};
+    return RoundDecimals(SpeedOver(miles, *time).value_or(0.0), 3);
 }
 
 std::optional<double> LegKnots(double miles, int time) {
@@ -46,11 +47,11 @@ std::optional<double> LegKnots(double miles, int time) {
 }
 
 std::optional<double> LegValue(const MarkPasses& passes, StatKind kind, int boat, int entry) {
-    if (passes.MarkPassTime[boat][entry] <= 0) return std::nullopt;
-    if (kind == StatKind::Time) return LegTime(passes, boat, entry);
+    const std::optional<int> time = LegTime(passes, boat, entry);
+    if (!time || kind == StatKind::Time) return time;
     const double miles = LegMiles(passes, boat, entry);
     if (kind == StatKind::Distance) return WholeMetres(miles);
-    return LegKnots(miles, LegTime(passes, boat, entry));
+    return LegKnots(miles, *time);
 }
 
 /// True if the passes are as many as the race has boats and entries; those of a course before may be fewer.
@@ -72,9 +73,9 @@ LegTable EmptyTable(const RaceControl& race) {
 }
 
 /// Fills a table from an entry on with what `valueAt` gives for a boat and an entry, and finds the
-/// extremes.
+/// extremes; the smallest value is one above 0, or 0 too if `zeroCounts`.
 template <class ValueAt>
-void FillTable(int firstEntry, ValueAt valueAt, LegTable& table) {
+void FillTable(int firstEntry, bool zeroCounts, ValueAt valueAt, LegTable& table) {
     const int entries = table.ColMax.Count();
     for (int entry = firstEntry; entry <= entries; ++entry) {
         table.ColMin[entry] = NoMinimum;
@@ -87,7 +88,8 @@ void FillTable(int firstEntry, ValueAt valueAt, LegTable& table) {
             if (!filled) continue;
             const double value = *filled;
             row[entry] = value;
-            if (value > 0) table.ColMin[entry] = std::min(table.ColMin[entry], value);
+            if (value > 0 || (zeroCounts && value == 0))
+                table.ColMin[entry] = std::min(table.ColMin[entry], value);
             table.ColMax[entry] = std::max(table.ColMax[entry], value);
         }
     }
@@ -107,17 +109,18 @@ struct Effort {
     double Knots = 0.0;  ///< 0 without a duration
 };
 
-Effort TotalEffort(const MarkPasses& passes, int boat, int lastEntry) {
-    const int time = passes.MarkPassTime[boat][lastEntry];
-    const double miles = passes.MarkPassDist[boat][lastEntry];
-    return {time > 0, time, WholeMetres(miles), SpeedOver(miles, time).value_or(0.0)};
+Effort TotalEffort(const MarkPasses& passes, int boat) {
+    const std::optional<int> time = FinishTime(passes, boat);
+    if (!time || *time <= 0) return {};
+    const double miles = passes.MarkPassDist[boat].Last();
+    return {true, *time, WholeMetres(miles), SpeedOver(miles, *time).value_or(0.0)};
 }
 
 Effort LegEffort(const MarkPasses& passes, int boat, int entry) {
-    if (passes.MarkPassTime[boat][entry] <= 0) return {};
-    const int time = LegTime(passes, boat, entry);
+    const std::optional<int> time = LegTime(passes, boat, entry);
+    if (!time) return {};
     const double miles = LegMiles(passes, boat, entry);
-    return {true, time, WholeMetres(miles), LegKnots(miles, time).value_or(0.0)};
+    return {true, *time, WholeMetres(miles), LegKnots(miles, *time).value_or(0.0)};
 }
 
 void CompareTo(double reference, double value, std::optional<double>& share) {
@@ -161,14 +164,14 @@ void AppendCells(const LegTable& table, int boat, int firstEntry, int lastEntry,
 
 }  // namespace
 
-int LegTime(const MarkPasses& passes, int boat, int entry) {
-    const OneBased<int>& times = passes.MarkPassTime[boat];
-    return times[entry] - (entry > 1 ? times[entry - 1] : 0);
+std::optional<int> LegTime(const MarkPasses& passes, int boat, int entry) {
+    const std::optional<int> begin = PassTime(passes, boat, entry - 1);
+    const std::optional<int> end = PassTime(passes, boat, entry);
+    return begin && end ? std::optional(*end - *begin) : std::nullopt;
 }
 
 double LegMiles(const MarkPasses& passes, int boat, int entry) {
-    const OneBased<double>& miles = passes.MarkPassDist[boat];
-    return miles[entry] - (entry > 1 ? miles[entry - 1] : 0.0);
+    return PassMiles(passes, boat, entry) - PassMiles(passes, boat, entry - 1);
 }
 
 std::optional<double> SpeedOver(double miles, int seconds) {
@@ -180,10 +183,12 @@ LegStatistics ComputeLegStatistics(const RaceControl& race, const MarkPasses& pa
     LegStatistics statistics{kind, EmptyTable(race), EmptyTable(race)};
     if (kind == StatKind::Analysis || !AreOf(passes, race)) return statistics;
     FillTable(
-        1, [&](int boat, int entry) { return CumulativeValue(passes, kind, boat, entry); },
+        1, kind == StatKind::Time,
+        [&](int boat, int entry) { return CumulativeValue(passes, kind, boat, entry); },
         statistics.Cumulative);
     FillTable(
-        2, [&](int boat, int entry) { return LegValue(passes, kind, boat, entry); }, statistics.ByLeg);
+        2, false, [&](int boat, int entry) { return LegValue(passes, kind, boat, entry); },
+        statistics.ByLeg);
     FindSpread(kind == StatKind::Speed ? 2 : 1, statistics.Cumulative);
     FindSpread(1, statistics.ByLeg);
     return statistics;
@@ -201,8 +206,7 @@ std::optional<FactorAnalysis> AnalyseFactors(const RaceControl& race, const Mark
     OneBased<Effort> efforts(race.Boats.Count());
     for (int entry = 1; entry <= entries; ++entry) {
         for (int boat = 1; boat <= efforts.Count(); ++boat)
-            efforts[boat] =
-                entry == 1 ? TotalEffort(passes, boat, entries) : LegEffort(passes, boat, entry);
+            efforts[boat] = entry == 1 ? TotalEffort(passes, boat) : LegEffort(passes, boat, entry);
         CompareEfforts(efforts, analysis[entry]);
     }
     return analysis;

@@ -20,7 +20,8 @@ inline constexpr int MaxAnalysisEntries = 20;
 struct LegTable {
     MarkPasses::ByBoatAndEntry<std::optional<double>> Value;  ///< nothing: the cell stays empty
     OneBased<double> ColMax;                                  ///< largest value of a column, at least -10
-    OneBased<double> ColMin;  ///< smallest positive value below 99999, else 99999
+    OneBased<double> ColMin;  ///< smallest positive value below 99999, else 99999; of times up to an entry
+                              ///< 0 counts too, as a start with the gun
     double Spread = 0.0;      ///< largest ColMax - ColMin of any column, at least -100
 };
 
@@ -33,20 +34,20 @@ struct LegStatistics {
 };
 
 /// Works out both tables of a kind (Time: seconds; Distance: whole metres; Speed: knots) from finished
-/// passes; for Analysis all cells stay empty. Cumulative: a boat that did not reach an entry has 0 there.
-/// By leg: a boat that did not reach the end of the leg has an empty cell, and so has a speed without a
-/// duration; a leg after a missed entry counts from time 0 and distance 0. Cumulative speeds are rounded to
-/// three decimals, speeds by leg are cut to them. Entry 1 plays no part in the spread of cumulative speeds.
-/// Passes of another number of boats or entries than the race's leave all cells empty.
+/// passes; for Analysis all cells stay empty. Cumulative: the cell of an entry that a boat did not reach is
+/// empty. By leg: so is that of a leg whose begin or end it did not reach. A speed without a duration is
+/// empty too. Cumulative speeds are rounded to three decimals, speeds by leg are cut to them. Entry 1 plays
+/// no part in the spread of cumulative speeds. Passes of another number of boats or entries than the race's
+/// leave all cells empty.
 LegStatistics ComputeLegStatistics(const RaceControl& race, const MarkPasses& passes, StatKind kind);
 
 /// True if the cell holds the best value of its column: the least time or distance, the highest speed.
 bool IsBest(const LegTable& table, StatKind kind, int boat, int entry);
 
-/// Seconds from the entry before to this one; from 0 for entry 1 and after a missed entry.
-int LegTime(const MarkPasses& passes, int boat, int entry);
+/// Seconds from the entry before to this one; nothing where either was not reached, as for entry 1.
+std::optional<int> LegTime(const MarkPasses& passes, int boat, int entry);
 
-/// Nautical miles sailed on the same way.
+/// Nautical miles sailed on the same way; of no meaning where there is no leg time.
 double LegMiles(const MarkPasses& passes, int boat, int entry);
 
 /// Knots over a distance (nautical miles) and a time (seconds); nothing without a duration.
@@ -56,7 +57,7 @@ std::optional<double> SpeedOver(double miles, int seconds);
 /// Distance / Speed, so a loss in time is what was sailed too far and too slowly. Nothing where the boat or
 /// the best boat has no such value.
 struct FactorShare {
-    bool Counts = false;  ///< the boat reached the end of the column's part of the race
+    bool Counts = false;  ///< the boat sailed the column's part of the race
     std::optional<double> Time;
     std::optional<double> Distance;
     std::optional<double> Speed;

@@ -95,7 +95,7 @@ bool HasAnyFix(const Tracks& tracks) {
 std::vector<int> FinishOrder(const MarkPasses& passes) {
     std::vector<int> order;
     for (int boat = 1; boat <= passes.MarkPassTime.Count(); ++boat)
-        if (FinishTime(passes, boat) > 0) order.push_back(boat);
+        if (FinishTime(passes, boat) >= 0) order.push_back(boat);
     std::ranges::stable_sort(order, {}, [&](int boat) { return FinishTime(passes, boat); });
     return order;
 }

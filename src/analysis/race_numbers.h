@@ -53,7 +53,8 @@ int LatestFixTime(const Tracks& tracks);
 /// True if some boat of the race has a position.
 bool HasAnyFix(const Tracks& tracks);
 
-/// Boats (from 1) with a time at the last course entry, earliest first, equal times by boat number.
+/// Boats (from 1) with a time from the gun on at the last course entry, earliest first, equal times by boat
+/// number.
 std::vector<int> FinishOrder(const MarkPasses& passes);
 
 }  // namespace keelview

@@ -17,6 +17,11 @@ int FindSegment(const Track& track, double t, int hint = 1, bool forward = true)
 /// later one.
 int FirstSegment(const Track& track, double t);
 
+/// The boat has a track of more than one fix.
+inline bool HasSegment(const Tracks& tracks, int boat) {
+    return tracks.Boats.Holds(boat) && tracks.Boats[boat].Count() > 1;
+}
+
 /// The straight way along a segment at second t, which may lie past its end.
 inline Position PositionOn(const Track& track, int segment, double t) {
     const Position begin = track.At(segment);

@@ -6,6 +6,8 @@ namespace keelview {
 struct Position {
     double Lat = 0.0;
     double Lon = 0.0;
+
+    friend bool operator==(const Position&, const Position&) = default;
 };
 
 }  // namespace keelview

@@ -25,21 +25,12 @@ constexpr int FocusWidth = 4;
 
 constexpr Colour PlotColour = Rgb(192, 255, 255);
 
-// The y of a point without a value; no line leads to it or away from it.
-constexpr double NoY = -100.0;
-
 constexpr Text CumulativeTitles[] = {{"( Diff of mk rnd time : sec)", "(マーク回航時間差：秒)"},
                                      {"( Diff of acc sailed dist : m)", "(累計帆走距離差：ｍ)"},
                                      {"( Diff of acc speed : KTS)", "（累積速度差：ノット)"}};
 constexpr Text LegTitles[] = {{"( Diff of time by leg : sec)", "(レグ毎の時間差：秒)"},
                               {"( Diff of sailed dist by leg : m)", "(レグ毎の帆走距離差：ｍ)"},
                               {"( Diff of speed by leg : Kts)", "(レグ毎の速度差：ノット)"}};
-
-/// A boat's value at an entry: no line is drawn to it unless Test is above 0.
-struct DiffPoint {
-    double Test = 0.0;
-    double Y = NoY;
-};
 
 /// One of the two charts on the off-screen surface.
 class DiffChart {
@@ -75,8 +66,8 @@ class DiffChart {
     void DrawEntries();
     void DrawBoat(int boat);
     void DrawRun(const std::vector<Point>& run, Colour colour);
-    DiffPoint PointOf(int boat, int entry) const;
-    DiffPoint SpeedPoint(int boat, int entry) const;
+    std::optional<double> ValueOf(int boat, int entry) const;
+    double HeightOf(double value, int entry) const;
 
     const RaceControl& race_;
     const MarkPasses& passes_;
@@ -122,28 +113,19 @@ void DiffChart::DrawEntries() {
     }
 }
 
-DiffPoint DiffChart::SpeedPoint(int boat, int entry) const {
-    const int passed = PassTime(passes_, boat, entry);
-    const int time = byLeg_ ? LegTime(passes_, boat, entry) : passed;
+/// Metres and knots to the last digit: the lines do not jump with the rounding of the table.
+std::optional<double> DiffChart::ValueOf(int boat, int entry) const {
+    const std::optional<int> time = byLeg_ ? LegTime(passes_, boat, entry) : PassTime(passes_, boat, entry);
+    if (!time || kind_ == StatKind::Time) return time;
     const double miles = byLeg_ ? LegMiles(passes_, boat, entry) : PassMiles(passes_, boat, entry);
-    const std::optional<double> exact = SpeedOver(miles, time);
-    if (passed <= 0 || !exact) return {};
-    const double knots = RoundDecimals(*exact, 3);
-    return {knots, PlotTop + (table_.ColMax[entry] - knots) * pixelsPerUnit_};
+    if (kind_ == StatKind::Distance) return miles * MetresPerNauticalMile;
+    const std::optional<double> knots = SpeedOver(miles, *time);
+    return knots && *time > 0 ? std::optional(RoundDecimals(*knots, 3)) : std::nullopt;
 }
 
-DiffPoint DiffChart::PointOf(int boat, int entry) const {
-    if (kind_ == StatKind::Speed) return SpeedPoint(boat, entry);
-    const auto at = [&](double test, double value) {
-        return DiffPoint{test, PlotBottom - (value - table_.ColMin[entry]) * pixelsPerUnit_};
-    };
-    if (kind_ == StatKind::Time) {
-        const int time = PassTime(passes_, boat, entry);
-        return at(time, byLeg_ ? LegTime(passes_, boat, entry) : time);
-    }
-    // Metres to the last digit: the lines do not jump with the rounding of the table.
-    const double miles = PassMiles(passes_, boat, entry);
-    return at(miles, (byLeg_ ? LegMiles(passes_, boat, entry) : miles) * MetresPerNauticalMile);
+double DiffChart::HeightOf(double value, int entry) const {
+    return BestOnTop() ? PlotTop + (table_.ColMax[entry] - value) * pixelsPerUnit_
+                       : PlotBottom - (value - table_.ColMin[entry]) * pixelsPerUnit_;
 }
 
 void DiffChart::DrawBoat(int boat) {
@@ -151,14 +133,12 @@ void DiffChart::DrawBoat(int boat) {
     const Colour colour = BoatColour(boat);
     std::vector<Point> run;
     for (int entry = FirstPoint(); entry <= race_.CourseOrder.Count(); ++entry) {
-        const DiffPoint point = PointOf(boat, entry);
-        // The point before starts a line also where no line led to it, unless it has no place at all.
-        const bool joined = point.Test > 0 && !run.empty() && run.back().Y >= 0;
-        if (!joined) {
-            DrawRun(run, colour);
-            run.clear();
+        if (const std::optional<double> value = ValueOf(boat, entry)) {
+            run.push_back({EntryX(entry), HeightOf(*value, entry)});
+            continue;
         }
-        run.push_back({EntryX(entry), point.Y});
+        DrawRun(run, colour);
+        run.clear();
     }
     DrawRun(run, colour);
 }

@@ -123,9 +123,8 @@ void LegTables::DrawColumn(const LegTable& table, StatKind kind, int entry, doub
     Surface& page = form_.PicTime;
     for (int boat = 1; boat <= app_.race.Boats.Count(); ++boat) {
         const std::optional<double>& value = table.Value[boat][entry];
-        if (!value) continue;
         page.ForeColor = IsBest(table, kind, boat, entry) ? DataTitleColour : Black;
-        PrintRight(page, right, RowTop(boat), SurfaceNumberText(*value));
+        PrintRight(page, right, RowTop(boat), value ? SurfaceNumberText(*value) : "-");
     }
     page.ForeColor = Black;
 }

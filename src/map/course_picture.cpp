@@ -88,9 +88,10 @@ class CourseDrawing {
 
 std::optional<PassClock> PassClockAt(const MarkPasses& passes, double time) {
     for (int entry = passes.FirstPassTime.Count(); entry >= 2; --entry) {
-        const int first = passes.FirstPassTime[entry];
-        const double since = time - first;
-        if (first == NobodyPassed || since < 0 || since > PassClockSeconds) continue;
+        const std::optional<int> first = passes.FirstPassTime[entry];
+        if (!first) continue;
+        const double since = time - *first;
+        if (since < 0 || since > PassClockSeconds) continue;
         return PassClock{entry, ShortDurationText(FloorToInt(since))};
     }
     return {};

@@ -1,5 +1,6 @@
 #include "map/finish_list.h"
 
+#include <optional>
 #include <string>
 #include <utility>
 
@@ -44,8 +45,8 @@ void FinishList::DrawList() {
 
 void FinishList::DrawRow(int rank, int boat) {
     Surface& list = form_.Position;
-    const int finish = FinishTime(passes_, boat);
-    const int behind = finish - FinishTime(passes_, listed_.front());
+    const int finish = FinishTime(passes_, boat).value_or(0);
+    const int behind = finish - FinishTime(passes_, listed_.front()).value_or(finish);
     const double y = (rank - 1) * RowPitch + 2;
     list.ForeColor = Black;
     list.PrintAt(3, y + 1, std::to_string(rank));
@@ -57,8 +58,8 @@ void FinishList::DrawRow(int rank, int boat) {
 }
 
 std::vector<int> FinishedBy(const MarkPasses& passes, double time) {
-    const int first = FirstFinishTime(passes);
-    if (first == NobodyPassed || time < first) return {};
+    const std::optional<int> first = FirstFinishTime(passes);
+    if (!first || time < *first) return {};
     std::vector<int> order = FinishOrder(passes);
     std::erase_if(order, [&](int boat) { return FinishTime(passes, boat) > time; });
     return order;

@@ -71,6 +71,13 @@ struct Line {
     Position SecondEnd() const { return {LineLat2, LineLon2}; }
 };
 
+/// When a boat passed an entry of the course, as a person set it.
+struct HandPass {
+    int BoatNumber = 0;          ///< of the BN lines of the file, from 1
+    int Entry = 0;               ///< of the course, from 1
+    std::optional<int> Seconds;  ///< from the start; nothing means that the boat did not round
+};
+
 /// Metres; the length of boats where nothing else is told.
 inline constexpr double StandardBoatLength = 4.7;
 
@@ -102,7 +109,8 @@ struct RaceControl {
     OneBased<std::string, MaxCourseEntries> CourseOrder;  ///< "L1", "MK3", in sailing order
     OneBased<std::string, MaxCells> MapFile;              ///< coastline cells in use
     OneBased<std::string, MaxAttachments> AttachFile;     ///< documents in attachment
-    std::string WindFileName;  ///< in winddat; empty means the race has no wind data
+    OneBased<HandPass> HandPasses;  ///< these hold, whatever the tracks say; of one cell the last
+    std::string WindFileName;       ///< in winddat; empty means the race has no wind data
 };
 
 /// Seconds of replay before the start.

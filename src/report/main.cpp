@@ -1,7 +1,8 @@
-// keelview-report TREE RACEFILE [--at SECONDS]... [--csv time|distance|speed]
+// keelview-report TREE RACEFILE [--at SECONDS]... [--walk] [--csv time|distance|speed]
 // Prints the numbers of a race as one JSON object, or one table of it as CSV for a spreadsheet. TREE is a
-// folder with raceadmin, gpsdat, winddat and coastline, RACEFILE a race control file in raceadmin. Nothing
-// is written to the tree.
+// folder with raceadmin, gpsdat, winddat and coastline, RACEFILE a race control file in raceadmin. With
+// --walk the pass times are those that the walk along each track finds by itself, bare numbers with 0 for
+// an entry that it did not find. Nothing is written to the tree.
 
 #include <cstdio>
 #include <filesystem>
@@ -21,12 +22,13 @@ namespace {
 
 constexpr int WrongUse = 2;
 constexpr std::string_view Usage =
-    "usage: keelview-report TREE RACEFILE [--at SECONDS]... [--csv time|distance|speed]";
+    "usage: keelview-report TREE RACEFILE [--at SECONDS]... [--walk] [--csv time|distance|speed]";
 
 struct Request {
     std::filesystem::path Tree;
     std::string RaceFile;
     std::vector<double> At;
+    bool Walk = false;            ///< the walk's times alone
     std::optional<StatKind> Csv;  ///< the table that is wanted in place of the whole
     std::string Fault;            ///< what is wrong with the command line; empty when nothing is
 };
@@ -41,6 +43,8 @@ Request ReadCommandLine(const std::vector<std::string_view>& arguments) {
                 ++i < arguments.size() ? StrictNumber(arguments[i]) : std::optional<double>();
             if (!seconds) request.Fault = "--at needs a number of seconds";
             request.At.push_back(seconds.value_or(0));
+        } else if (argument == "--walk") {
+            request.Walk = true;
         } else if (argument == "--csv") {
             request.Csv = ++i < arguments.size() ? TableKind(arguments[i]) : std::nullopt;
             if (!request.Csv) request.Fault = "--csv needs time, distance or speed";
@@ -65,8 +69,13 @@ int Complain(const std::string& fault) {
 }
 
 std::string TextOf(const RaceNumbers& numbers, const Request& request) {
-    if (!request.Csv) return RaceReport(numbers, request.At) + "\n";
+    if (!request.Csv) return RaceReport(numbers, request.At, request.Walk) + "\n";
     return LegStatisticsCsv(numbers.race, ComputeLegStatistics(numbers.race, numbers.passes, *request.Csv));
+}
+
+void WalkAlone(RaceNumbers& numbers) {
+    FindMarkPassTimes(numbers.race, numbers.tracks, numbers.scale, numbers.passes);
+    ComputeMarkPassDist(numbers.race, numbers.tracks, numbers.passes);
 }
 
 int Run(const std::vector<std::string_view>& arguments) {
@@ -78,6 +87,7 @@ int Run(const std::vector<std::string_view>& arguments) {
     numbers.race.RaceFileName = request.RaceFile;
     LoadRace(request.Tree, numbers);
     if (!numbers.report.Opened) return Complain("cannot read race file " + request.RaceFile);
+    if (request.Walk) WalkAlone(numbers);
     const std::string text = TextOf(numbers, request);
     const bool written = std::fwrite(text.data(), 1, text.size(), stdout) == text.size();
     if (std::fflush(stdout) != 0 || !written) return Complain("cannot write the report");

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <initializer_list>
+#include <optional>
 
 #include "analysis/track_at.h"
 #include "analysis/wind_at.h"
@@ -19,10 +20,30 @@ void NumberArray(JsonWriter& json, std::initializer_list<double> values) {
     json.EndArray();
 }
 
-template <class T>
-void NumberArray(JsonWriter& json, const OneBased<T>& values) {
+void NumberArray(JsonWriter& json, const OneBased<double>& values) {
     json.BeginArray();
-    for (const T value : values) json.Number(value);
+    for (const double value : values) json.Number(value);
+    json.EndArray();
+}
+
+/// Times with `none` where there is none, or null.
+void TimeArray(JsonWriter& json, const OneBased<std::optional<int>>& times, std::optional<int> none) {
+    json.BeginArray();
+    for (const auto& time : times) {
+        const std::optional<int> shown = time ? time : none;
+        shown ? json.Number(*shown) : json.Null();
+    }
+    json.EndArray();
+}
+
+void SourceArray(JsonWriter& json, const OneBased<PassSource>& sources) {
+    json.BeginArray();
+    for (const PassSource source : sources) {
+        if (source == PassSource::None) json.Null();
+        if (source == PassSource::Rule) json.String("rule");
+        if (source == PassSource::Chain) json.String("chain");
+        if (source == PassSource::Hand) json.String("hand");
+    }
     json.EndArray();
 }
 
@@ -100,7 +121,7 @@ void WriteTimes(JsonWriter& json, const Track& track) {
     json.Member("max_speed", std::ranges::max(track.TrackSpeed));
 }
 
-void WriteBoats(JsonWriter& json, const RaceNumbers& numbers) {
+void WriteBoats(JsonWriter& json, const RaceNumbers& numbers, bool bareTimes) {
     const RaceControl& race = numbers.race;
     json.Key("boats");
     json.BeginArray();
@@ -111,14 +132,16 @@ void WriteBoats(JsonWriter& json, const RaceNumbers& numbers) {
         json.Member("file", race.Boats[boat].BoatFile);
         WriteTimes(json, numbers.tracks.Boats[boat]);
         json.Key("pass_times");
-        NumberArray(json, numbers.passes.MarkPassTime[boat]);
+        TimeArray(json, numbers.passes.MarkPassTime[boat], bareTimes ? std::optional(0) : std::nullopt);
+        json.Key("pass_sources");
+        SourceArray(json, numbers.passes.MarkPassSource[boat]);
         json.Key("pass_distances");
         NumberArray(json, numbers.passes.MarkPassDist[boat]);
         json.EndObject();
     }
     json.EndArray();
     json.Key("first_pass_times");
-    NumberArray(json, numbers.passes.FirstPassTime);
+    TimeArray(json, numbers.passes.FirstPassTime, bareTimes ? std::optional(1000000) : std::nullopt);
     json.Key("finish_order");
     json.BeginArray();
     for (const int boat : FinishOrder(numbers.passes)) json.Number(boat);
@@ -177,12 +200,12 @@ void WriteMoment(JsonWriter& json, const RaceNumbers& numbers, double t) {
 
 }  // namespace
 
-std::string RaceReport(const RaceNumbers& numbers, const std::vector<double>& at) {
+std::string RaceReport(const RaceNumbers& numbers, const std::vector<double>& at, bool bareTimes) {
     JsonWriter json;
     json.BeginObject();
     WriteRace(json, numbers.race);
     WriteScale(json, numbers);
-    WriteBoats(json, numbers);
+    WriteBoats(json, numbers, bareTimes);
     WriteLegReport(json, numbers);
     WriteSurroundings(json, numbers);
     json.Key("at");

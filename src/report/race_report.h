@@ -9,7 +9,9 @@ namespace keelview {
 
 /// The numbers of a race as one JSON object, with the wind and the boats at each of the moments `at`
 /// (seconds from the start). Positions are minutes of arc, speeds knots, distances nautical miles, angles
-/// degrees; a pass time of 0 means not found, and a first pass time of 1000000 that nobody passed.
-std::string RaceReport(const RaceNumbers& numbers, const std::vector<double>& at);
+/// degrees. A pass time is null where an entry was not reached, a first pass time where nobody reached it;
+/// "pass_sources" tells where each time comes from: "rule", "chain", "hand" or null. With `bareTimes` they
+/// are numbers throughout: 0 where an entry was not reached, 1000000 where nobody reached it.
+std::string RaceReport(const RaceNumbers& numbers, const std::vector<double>& at, bool bareTimes = false);
 
 }  // namespace keelview

@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -44,10 +45,10 @@ struct Water {
     static double Lat(double metres) { return 2100 + metres / MetresPerNauticalMile; }
     static double Lon(double metres) { return 8360 + metres / MetresPerNauticalMile / 0.8; }
 
-    /// The pass times of all boats at one entry.
+    /// The walk's times of all boats at one entry, 0 for none.
     Seconds Times(int entry) const {
         Seconds times;
-        for (const auto& boat : passes.MarkPassTime) times.push_back(boat[entry]);
+        for (const auto& boat : passes.MarkPassTime) times.push_back(boat[entry].value_or(0));
         return times;
     }
 
@@ -100,8 +101,8 @@ TEST(MarkRounding, StartAndFinishLines) {
               {"a leap over the line between fixes", {{10, -30, 50}, {12, 90, 50}}, 10},
               {"a first fix from a wrong clock", {{5000, -70, 50}, {0, -59, 50}, {60, 61, 50}}, 29}});
     CheckAll({"L2"}, 1,
-             {{"far from the first end", {{0, -59, 560}, {60, 61, 560}}, 0},
-              {"just near enough", {{0, -59, 550}, {60, 61, 550}}, 29}});
+             {{"near the second end of a long line", {{0, -59, 990}, {60, 61, 990}}, 29},
+              {"past it", {{0, -59, 1001}, {60, 61, 1001}}, 0}});
     CheckAll({"L1", "L1"}, 2,
              {{"the first crossing",
                {{0, -59, 50}, {60, 61, 50}, {400, 61, 50}, {460, -59, 50}, {520, 61, 50}},
@@ -158,7 +159,7 @@ TEST(MarkRounding, GapBetweenTwoKnownEntries) {
 TEST(MarkRounding, TracksThatAreHardlyAny) {
     const Water water({"L1", "MK1"}, {{}, {{10, 0, 50}}, {{0, -59, 50}, {60, 61, 50}}});
     EXPECT_EQ(water.Times(1), (Seconds{0, 0, 29}));
-    EXPECT_EQ(water.passes.FirstPassTime, (OneBased<int>{29, NobodyPassed}));
+    EXPECT_EQ(water.passes.FirstPassTime, (OneBased<std::optional<int>>{29, {}}));
     // The second boat is thought to lie where the first one stopped, until its track begins.
     EXPECT_EQ(Water({"MK1"}, {{{-200, 1300, 0}, {-100, 1050, 0}, {500, 1050, 0}},
                               {{100, 1020, 52}, {140, 1020, -148}}})
@@ -186,7 +187,7 @@ TEST(MarkRounding, LeadersTimesAscendAlongTheCourse) {
     EXPECT_EQ(water.Times(2), (Seconds{505, 455, 305}));
     EXPECT_EQ(water.Times(4), (Seconds{39, 19, 630}));
     // A start before the gun is none; behind a mark that nobody rounded nobody leads.
-    EXPECT_EQ(water.passes.FirstPassTime, (OneBased<int>{19, 305, NobodyPassed, NobodyPassed}));
+    EXPECT_EQ(water.passes.FirstPassTime, (OneBased<std::optional<int>>{19, 305, {}, 630}));
 }
 
 TEST(MarkRounding, MilesSailedCountFromTheGun) {

@@ -42,6 +42,7 @@ class Report(unittest.TestCase):
         miles = 580 / 600 * report["scale"]["metres_per_lat_minute"] / 1852
         self.assertAlmostEqual(boat["distance"], miles, places=4)
         self.assertAlmostEqual(boat["pass_times"][0], 300, delta=1)
+        self.assertEqual(boat["pass_sources"], ["rule"])
         self.assertEqual(report["finish_order"], [1])
         sailing, waiting = report["at"]
         self.assertAlmostEqual(sailing["boats"][0]["lat"], 2117 + 300.5 / 600, places=4)
@@ -49,6 +50,16 @@ class Report(unittest.TestCase):
         self.assertEqual(sailing["wind"], {"direction_true": 350, "direction_magnetic": 350, "speed": 0})
         self.assertEqual(waiting["boats"], [None])
         self.assertEqual(sorted(self.tree.rglob("*")), before)  # it only reads
+
+    def test_the_walk_by_itself_has_bare_numbers(self):
+        race = (self.tree / "raceadmin" / "R1.txt").read_bytes().replace(b"CRS, L1", b"CRS, L1, L2, L1")
+        (self.tree / "raceadmin" / "R2.txt").write_bytes(race)
+        self.addCleanup((self.tree / "raceadmin" / "R2.txt").unlink)
+        ordered, walked = (json.loads(self.run_report(self.tree, "R2.txt", *walk).stdout) for walk in ((), ("--walk",)))
+        start = ordered["boats"][0]["pass_times"][0]
+        self.assertEqual(ordered["boats"][0]["pass_times"], [start, None, None])
+        self.assertEqual(walked["boats"][0]["pass_times"], [start, 0, start])
+        self.assertEqual(walked["first_pass_times"][1], 1000000)
 
     def test_wrong_use_is_one_line_and_exit_status_2(self):
         good = (self.tree, "R1.txt")

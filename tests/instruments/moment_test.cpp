@@ -147,7 +147,7 @@ TEST_F(MomentTest, FinishersAreCountedFromTheFirstOneAndListedAsSoonAsTheCourseI
     EXPECT_LT(FinishTime(app.passes, 2), FinishTime(app.passes, 1));
     EXPECT_EQ(FinishedBy(app.passes, 590), (std::vector<int>{2, 1}));
     const Picture shown = list.Image();
-    app.passes.FirstPassTime[2] += 100;  // one finished before the others had passed the mark before
+    *app.passes.FirstPassTime[2] += 100;  // one finished before the others had passed the mark before
     desk->session.TheStage().Repaint(Changed::Course);
     driver::Settle();
     EXPECT_TRUE(Same(list.Image(), shown));

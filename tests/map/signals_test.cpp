@@ -3,6 +3,7 @@
 #include <cmath>
 #include <functional>
 #include <map>
+#include <optional>
 #include <set>
 #include <string>
 #include <vector>
@@ -61,13 +62,14 @@ TEST_F(SignalsTest, AFlagSlidesDownWithTheFilmAndIsBackBeforeItIsShownAgain) {
 
 TEST(FinishedByTest, BoatsStandInTheOrderOfTheirFinishFromTheFirstOneOn) {
     MarkPasses passes;
-    for (const int time : {500, 300, 0, 300, -5, 100}) passes.MarkPassTime.Add({time});
+    for (const auto time : std::vector<std::optional<int>>{500, 300, {}, 300, -5, 100})
+        passes.MarkPassTime.Add({time});
     passes.FirstPassTime = {300};  // at 100 nobody had sailed the rest of the course
     using Boats = std::vector<int>;
     EXPECT_EQ(FinishedBy(passes, 299.9), Boats{});
     EXPECT_EQ(FinishedBy(passes, 300), (Boats{6, 2, 4}));
     EXPECT_EQ(FinishedBy(passes, 1e7), (Boats{6, 2, 4, 1}));
-    passes.FirstPassTime = {NobodyPassed};
+    passes.FirstPassTime = {std::nullopt};
     EXPECT_EQ(FinishedBy(passes, 1e7), Boats{});
     EXPECT_EQ(FinishedBy({}, 1e7), Boats{});
 }
@@ -99,7 +101,7 @@ TEST_F(SignalsTest, FinishersAreListedAndShotForWhileTheFilmGoesForward) {
 
 TEST(PassClockTest, TheLatestRoundingIsCountedUpForFiveMinutes) {
     MarkPasses passes;
-    passes.FirstPassTime = {5, 100, 350, NobodyPassed};
+    passes.FirstPassTime = {5, 100, 350, {}};
     const auto clock = [&](double time) {
         const auto found = PassClockAt(passes, time);
         return found ? std::to_string(found->Entry) + " " + found->Text : "";
