@@ -100,8 +100,8 @@ struct RaceControl {
     OneBased<Mark, MaxMarks> Marks;
     OneBased<Line, MaxLines> Lines;
     OneBased<std::string, MaxCourseEntries> CourseOrder;  ///< "L1", "MK3", in sailing order
-    OneBased<std::string, MaxCells> MapFile;              ///< coastline cells in use
-    OneBased<std::string, MaxAttachments> AttachFile;     ///< documents in attachment
+    OneBased<std::string, MaxCells> MapFile;  ///< coastline cells in use, for who hands the race on
+    OneBased<std::string, MaxAttachments> AttachFile;  ///< documents in attachment
     std::string WindFileName;  ///< in winddat; empty means the race has no wind data
 };
 

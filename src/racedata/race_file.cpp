@@ -322,9 +322,10 @@ std::optional<std::string> EncodeRace(const std::vector<std::string>& lines, con
 std::error_code SaveRaceFile(const std::filesystem::path& appPath, const RaceControl& race) {
     if (race.RaceFileName.empty()) return {};
     const auto path = RacePath(appPath, race.RaceFileName);
-    const std::string old = ReadWholeFile(path, FileLimit).value_or(std::string());
-    const auto bytes = EncodeRace(LineWriter(race).Write(), old);
+    const std::optional<std::string> old = ReadWholeFile(path, FileLimit);
+    const auto bytes = EncodeRace(LineWriter(race).Write(), old.value_or(std::string()));
     if (!bytes) return std::make_error_code(std::errc::illegal_byte_sequence);
+    if (bytes == old) return {};
     return WriteFileAtomically(path, *bytes);
 }
 

@@ -35,7 +35,8 @@ bool ReadRaceFileForDistribution(const std::filesystem::path& appPath, RaceContr
 
 /// Writes `race` to `race.RaceFileName` below `appPath`/raceadmin as a whole, in the encoding the file had
 /// (a new one in Shift-JIS where its text fits, else UTF-8), lines ended by CR LF; a line whose text has
-/// not changed keeps its bytes. Does nothing with an empty name. On failure the old file stands.
+/// not changed keeps its bytes. A file that holds just these bytes already is left alone. Does nothing with
+/// an empty name. On failure the old file stands.
 std::error_code SaveRaceFile(const std::filesystem::path& appPath, const RaceControl& race);
 
 }  // namespace keelview

@@ -71,7 +71,6 @@ bool RaceSession::LoadRace() {
         ShowModeControls();
         ShowRaceTimes();
         LayOut();
-        SaveCells();
         stage_.SetDark(false);
         stage_.Repaint(Changed::All);
         stage_.ShowMoment();
@@ -184,11 +183,6 @@ void RaceSession::LayOut() {
     app_.view.MapSide = form_.MapSide();
     // The boats keep their ticks when their race is loaded anew, unless its file names other boats by now.
     if (std::exchange(otherBoats_, false)) stage_.Repaint(Changed::Boats);
-}
-
-/// The distribution builder finds in the race control file which cells of the coast the race needs.
-void RaceSession::SaveCells() {
-    if (app_.settings.EditMode && !app_.race.MapFile.Empty()) saver_.Save();
 }
 
 void RaceSession::ReloadRace() {

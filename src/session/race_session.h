@@ -61,7 +61,6 @@ class RaceSession {
     void ShowModeControls();
     void ShowRaceTimes();
     void LayOut();
-    void SaveCells();
     void ShowLoadProgress(int boat);
     void HideLoadProgress();
     bool Refuse(std::string_view english, std::string_view japanese);
