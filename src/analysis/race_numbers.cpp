@@ -38,13 +38,6 @@ void SettleSinglePeriod(RaceControl& race) {
     race.DataToTime = finish;
 }
 
-void LoadWind(const std::filesystem::path& appPath, RaceNumbers& numbers) {
-    if (WindFileExists(appPath, numbers.race))
-        LoadWindFile(appPath, numbers.race, numbers.wind);
-    else
-        numbers.race.WindFileName.clear();
-}
-
 void LoadCoast(const std::filesystem::path& appPath, RaceNumbers& numbers) {
     const CoastArea area{numbers.area.HomeCentreLat, numbers.area.HomeCentreLon, numbers.area.AreaSpan,
                          numbers.scale.LonScale};
@@ -67,7 +60,7 @@ LoadResult LoadRace(const std::filesystem::path& appPath, RaceNumbers& numbers,
     LoadResult result;
     result.Missing = LoadAllTracks(appPath, race, numbers.tracks, numbers.area, numbers.scale, progress);
     if (isSingle) SettleSinglePeriod(race);
-    LoadWind(appPath, numbers);
+    if (HasWindFile(race)) LoadWindFile(appPath, race, numbers.wind);
     DeriveTracks(race, numbers.scale, numbers.tracks);
     const bool hasFix = HasAnyFix(numbers.tracks);
     if (hasFix) LoadCoast(appPath, numbers);

@@ -71,6 +71,9 @@ RaceControl NewDraft(const RaceControl& last, int timeDiff) {
     draft.DataFromTime.reset();
     draft.DataToTime.reset();
     draft.Boats.Clear();
+    draft.AbsentBoats.Clear();
+    draft.HandPasses.Clear();
+    draft.AbsentWindFile.clear();
     draft.MapFile.Clear();  // the cells of the race before it; the display finds those of the new one
     draft.TimeDiff = timeDiff;
     draft.MagVariation = HomeVariation;
@@ -79,6 +82,17 @@ RaceControl NewDraft(const RaceControl& last, int timeDiff) {
     draft.LayLineDown = fresh.LayLineDown;
     draft.PreStartMinutes = fresh.PreStartMinutes;
     return draft;
+}
+
+void RemoveBoat(RaceControl& draft, int boat) {
+    draft.Boats.Erase(boat);
+    OneBased<HandPass> kept;
+    for (HandPass pass : draft.HandPasses) {
+        if (pass.BoatNumber == boat) continue;
+        if (pass.BoatNumber > boat) --pass.BoatNumber;
+        kept.Add(pass);
+    }
+    draft.HandPasses = std::move(kept);
 }
 
 std::string ProposedBoatName(const RaceControl& race) {

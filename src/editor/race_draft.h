@@ -18,6 +18,9 @@ namespace keelview {
 /// wind file and attachments stay as the race before it left them.
 RaceControl NewDraft(const RaceControl& last, int timeDiff);
 
+/// Takes a boat out of the draft; what was set by hand for it goes too, and stays with the boats behind it.
+void RemoveBoat(RaceControl& draft, int boat);
+
 /// "BOAT" and the number of the next boat.
 std::string ProposedBoatName(const RaceControl& race);
 

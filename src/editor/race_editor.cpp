@@ -175,7 +175,7 @@ void RaceEditor::List1_MouseDown(const MouseEvent& event) {
     const int before = std::exchange(chosenRow_, List1.ListIndex());
     const int row = chosenRow_ >= 0 ? chosenRow_ : before;
     if (!event.AnyModifier || !draft_.Boats.Holds(row + 1)) return;
-    draft_.Boats.Erase(row + 1);
+    RemoveBoat(draft_, row + 1);
     RefreshEditor();
 }
 

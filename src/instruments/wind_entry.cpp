@@ -60,7 +60,8 @@ bool WindEntry::MayEnter() {
         voice_.SayUnder({}, voice_.In(NoRaceFile));
         return false;
     }
-    return !HasWindFile(app_.race) || voice_.Ask(OverwriteQuestion, OverwriteTitle);
+    const bool named = HasWindFile(app_.race) || !app_.race.AbsentWindFile.empty();
+    return !named || voice_.Ask(OverwriteQuestion, OverwriteTitle);
 }
 
 void WindEntry::OfferToSave() {

@@ -11,6 +11,13 @@ constexpr double SpanMarginSeconds = 60;  // beyond race and pre-start
 
 }  // namespace
 
+int BoatNumberInFile(const RaceControl& race, int boat) {
+    int number = boat;
+    for (const AbsentBoat& absent : race.AbsentBoats)
+        if (absent.Number <= number) ++number;
+    return number;
+}
+
 int ReplaySpan(const RaceControl& race) {
     return FloorToInt(race.RaceDuration + PreStartSeconds(race) + SpanMarginSeconds);
 }

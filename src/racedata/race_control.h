@@ -54,6 +54,20 @@ struct BoatEntry {
     std::string BoatName;
 };
 
+/// A boat of the race control file whose track is not there today: the race is shown without it, and its
+/// line stays in the file.
+struct AbsentBoat {
+    int Number = 0;  ///< its place among all boats of the file
+    BoatEntry Entry;
+};
+
+/// What a person has set by hand about a boat's rounding of one entry of the course.
+struct HandPass {
+    int BoatNumber = 0;          ///< the boat's place in the file, absent ones counted
+    int Entry = 0;               ///< of the course
+    std::optional<int> Seconds;  ///< from the start; nothing means not rounded
+};
+
 struct Mark {
     TextNumber MarkLat;  ///< minutes of arc
     TextNumber MarkLon;
@@ -97,13 +111,19 @@ struct RaceControl {
     int RaceDuration = 0;                   ///< seconds from start to finish, as the loader settled it
 
     OneBased<BoatEntry, MaxBoats> Boats;
+    OneBased<AbsentBoat> AbsentBoats;  ///< by their number; with Boats at most MaxBoats
+    OneBased<HandPass> HandPasses;     ///< by boat and entry, one at most for each
     OneBased<Mark, MaxMarks> Marks;
     OneBased<Line, MaxLines> Lines;
     OneBased<std::string, MaxCourseEntries> CourseOrder;  ///< "L1", "MK3", in sailing order
     OneBased<std::string, MaxCells> MapFile;  ///< coastline cells in use, for who hands the race on
     OneBased<std::string, MaxAttachments> AttachFile;  ///< documents in attachment
-    std::string WindFileName;  ///< in winddat; empty means the race has no wind data
+    std::string WindFileName;    ///< in winddat; empty means the race has no wind data
+    std::string AbsentWindFile;  ///< the wind file that the race names and that is not there today
 };
+
+/// The place of a boat of the race among all boats of its file, the absent ones counted.
+int BoatNumberInFile(const RaceControl& race, int boat);
 
 /// Seconds of replay before the start.
 inline double PreStartSeconds(const RaceControl& race) {
@@ -150,7 +170,7 @@ inline bool HasLegs(const RaceControl& race) {
     return race.CourseOrder.Count() > 1;
 }
 
-/// The race names a wind file.
+/// The race has a wind file, and it is there.
 inline bool HasWindFile(const RaceControl& race) {
     return !race.WindFileName.empty();
 }

@@ -7,6 +7,7 @@
 #include "base/bilingual.h"
 #include "base/files.h"
 #include "base/numbers.h"
+#include "session/load_notes.h"
 #include "session/start_gun.h"
 
 namespace keelview {
@@ -87,13 +88,9 @@ bool RaceSession::ReadRaceData() {
     HideLoadProgress();
     otherBoats_ = otherBoats_ || app_.race.Boats.Count() != boatsBefore;
     app_.view.ScreenUpDirection = app_.race.RaceFileName.empty() ? 0 : ScreenUp(app_.race);
-    if (!app_.report.MissingTracks.empty()) {
-        const std::string& name = app_.report.MissingTracks.front();
+    if (const std::string notes = LoadNotes(app_.race, voice_.English()); !notes.empty()) {
         services_.platform.SetBusyPointer(false);
-        voice_.SayUnder(
-            {}, voice_.English()
-                    ? "GPSfile -- " + name + " -- could not be found\r\nThis boat will be ignored"
-                    : "GPSfile -- " + name + " -- はありませんでした。\r\nこの艇を無視して表示します。");
+        voice_.SayUnder({}, notes);
     }
     return TellOutcome(result);
 }
