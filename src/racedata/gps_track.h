@@ -49,7 +49,7 @@ struct TrackArea {
     double AreaSpan = 0.1;  ///< larger side of the box in minutes of latitude, at least 0.1
 };
 
-/// Where a race without a start has it: so many seconds after the first fix.
+/// Where a single track without a start has it: so many seconds after the first fix.
 inline constexpr CivilTime FirstFixToStart = 240;
 
 /// Called before each file is read, with the boat (from 1).
@@ -59,8 +59,9 @@ using TrackProgress = std::function<void(int boat)>;
 std::filesystem::path TrackPath(const std::filesystem::path& appPath, const std::string& boatFile);
 
 /// Reads the tracks of all boats of the race below `appPath`/gpsdat. Makes `tracks` anew; DataFromTime,
-/// DataToTime, Start and Finish of `race` are read, and worked out from the first track where the start is
-/// not given (four minutes after the first fix). `area` and `scale` are those of the box of all tracks.
+/// DataToTime, Start and Finish of `race` are read. A start or finish that is not given is worked out with
+/// its end of the data from all tracks together: the first fix of any boat (four minutes after it where the
+/// race has no race control file) and the last one. `area` and `scale` are those of the box of all tracks.
 /// Returns the path of the first track file that does not exist, with which reading stops; empty when all
 /// were there. A file of 500 bytes or fewer, or with another extension than TRK, DTR, trk or dtr, gives no
 /// points.

@@ -31,7 +31,8 @@ class TextNumber {
     double value_ = 0.0;
 };
 
-/// A moment of the race control file, local time: the text as it was typed, and what it reads as.
+/// A moment of the race control file, local time: the text as it was typed, and what it reads as, or what
+/// the tracks tell where it reads as nothing. What was worked out is never typed.
 class RaceTime {
   public:
     RaceTime() = default;
@@ -39,14 +40,25 @@ class RaceTime {
     /// The moment as its text reads back: one outside the calendar becomes the calendar's end.
     explicit RaceTime(CivilTime at) : RaceTime(DateTimeText(at)) {}
 
+    /// Takes the moment that the tracks tell; the text stays as it was typed.
+    void WorkOut(CivilTime at) {
+        at_ = at;
+        workedOut_ = true;
+    }
+
     const std::string& Typed() const { return typed_; }
-    /// Nothing where the text is no date.
+    /// The moment as it is shown: as it was typed where that is a date.
+    std::string Text() const { return workedOut_ ? DateTimeText(*at_) : typed_; }
+    /// Nothing where the text is no date and nothing was worked out.
     const std::optional<CivilTime>& At() const { return at_; }
     bool Empty() const { return typed_.empty(); }
+    /// Something was typed that is no date.
+    bool Unreadable() const { return !typed_.empty() && (workedOut_ || !at_); }
 
   private:
     std::string typed_;
     std::optional<CivilTime> at_;
+    bool workedOut_ = false;
 };
 
 struct BoatEntry {

@@ -237,9 +237,6 @@ RaceFileReport ReadRaceFile(const std::filesystem::path& appPath, RaceControl& r
     if (!WindFileExists(appPath, race)) race.AbsentWindFile = std::exchange(race.WindFileName, {});
     report.MissingTracks = SetAbsentBoatsAside(appPath, race);
     if (race.BoatLength == 0) race.BoatLength = DefaultBoatLength;
-    // A text that is no date counts as not given, so that the tracks can still tell.
-    if (!race.Start.At()) race.Start = {};
-    if (!race.Finish.At()) race.Finish = {};
     SettlePeriod(static_cast<CivilTime>(PreStartSeconds(race)) + LeadSeconds, race);
     return report;
 }

@@ -19,7 +19,7 @@ struct RaceFileReport {
 /// Reads `race.RaceFileName` below `appPath`/raceadmin for the race display. Resets and fills `race`
 /// (MagVariation and BoatLength keep their value where the file has no such key; MAP lines are ignored),
 /// sets a wind file and boats aside whose file is not in winddat or gpsdat (AbsentWindFile, AbsentBoats),
-/// gives BoatLength 4.7 metres where it is 0, drops a start or finish that is no date, and works
+/// gives BoatLength 4.7 metres where it is 0, and works
 /// out DataFromTime, DataToTime and RaceDuration. Elements past the limits, and lines that cannot be read,
 /// are skipped.
 RaceFileReport ReadRaceFile(const std::filesystem::path& appPath, RaceControl& race);

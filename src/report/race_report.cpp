@@ -53,8 +53,8 @@ void WriteRace(JsonWriter& json, const RaceControl& race) {
     json.BeginArray();
     for (const auto* title : {&race.RaceTitle1, &race.RaceTitle2, &race.RaceTitle3}) json.String(*title);
     json.EndArray();
-    json.Member("start", race.Start.Typed());
-    json.Member("finish", race.Finish.Typed());
+    json.Member("start", race.Start.Text());
+    json.Member("finish", race.Finish.Text());
     json.Member("duration", race.RaceDuration);
     json.Member("time_diff", race.TimeDiff);
     json.Member("mag_variation", race.MagVariation);

@@ -30,12 +30,23 @@ std::string AbsentWind(const RaceControl& race, bool useEnglish) {
                .Str(useEnglish);
 }
 
+std::string NoDate(const Text& what, const std::string& line, bool useEnglish) {
+    return what.Str(useEnglish) + " -- " + line +
+           Text{" -- is no date and time\r\nThe tracks tell it instead",
+                " -- は日時として読めません。\r\n航跡の時刻で表示します。"}
+               .Str(useEnglish);
+}
+
 }  // namespace
 
 std::string LoadNotes(const RaceControl& race, bool useEnglish) {
     std::vector<std::string> notes;
     if (!race.AbsentBoats.Empty()) notes.push_back(AbsentTracks(race, useEnglish));
     if (!race.AbsentWindFile.empty()) notes.push_back(AbsentWind(race, useEnglish));
+    if (race.Start.Unreadable())
+        notes.push_back(NoDate({"Start", "スタート"}, "ST, " + race.Start.Typed(), useEnglish));
+    if (race.Finish.Unreadable())
+        notes.push_back(NoDate({"Finish", "フィニッシュ"}, "FT, " + race.Finish.Typed(), useEnglish));
     std::string text;
     for (const std::string& note : notes) text += (text.empty() ? "" : "\r\n\r\n") + note;
     return text;

@@ -7,7 +7,7 @@
 namespace keelview {
 
 /// What a person must know of a race that was read, though it is shown: the tracks and the wind that are
-/// not there. Empty where there is nothing to tell.
+/// not there, a start or finish that is no date. Empty where there is nothing to tell.
 std::string LoadNotes(const RaceControl& race, bool useEnglish);
 
 }  // namespace keelview

@@ -87,7 +87,7 @@ bool RaceSession::ReadRaceData() {
         keelview::LoadRace(app_.settings.AppPath, app_, [this](int boat) { ShowLoadProgress(boat); });
     HideLoadProgress();
     otherBoats_ = otherBoats_ || app_.race.Boats.Count() != boatsBefore;
-    app_.view.ScreenUpDirection = app_.race.RaceFileName.empty() ? 0 : ScreenUp(app_.race);
+    app_.view.ScreenUpDirection = ScreenUp(app_.race);
     if (const std::string notes = LoadNotes(app_.race, voice_.English()); !notes.empty()) {
         services_.platform.SetBusyPointer(false);
         voice_.SayUnder({}, notes);
@@ -169,8 +169,8 @@ void RaceSession::ShowModeControls() {
 }
 
 void RaceSession::ShowRaceTimes() {
-    form_.Text9.SetText(app_.race.Start.Typed());
-    form_.Text10.SetText(app_.race.Finish.Typed());
+    form_.Text9.SetText(app_.race.Start.Text());
+    form_.Text10.SetText(app_.race.Finish.Text());
 }
 
 void RaceSession::LayOut() {
@@ -200,8 +200,9 @@ void RaceSession::OpenOtherRace(const std::string& raceFileName) {
 void RaceSession::TakeTimes(const std::string& start, const std::string& finish,
                             const std::string& saveAs) {
     const RaceControl before = app_.race;
-    app_.race.Start = RaceTime(start);
-    app_.race.Finish = RaceTime(finish);
+    // A time that stands as the tracks told it is not typed by that.
+    if (start != before.Start.Text()) app_.race.Start = RaceTime(start);
+    if (finish != before.Finish.Text()) app_.race.Finish = RaceTime(finish);
     app_.race.DataFromTime = app_.race.Start.At();
     app_.race.DataToTime = app_.race.Finish.At();
     const bool saved = !saveAs.empty() && saver_.SaveAs(saveAs);

@@ -51,8 +51,8 @@ TEST(RaceNumbers, ASingleTrackIsARaceOfItsOwn) {
     EXPECT_EQ(numbers.race.Boats[1].BoatName, "a");
     EXPECT_EQ(numbers.race.RaceTitle1, "");
     EXPECT_EQ(numbers.race.MagVariation, -7);
-    EXPECT_EQ(numbers.race.TimeDiff, 9);                           // the home waters
-    EXPECT_EQ(numbers.race.Start.Typed(), "2004/08/05 12:30:40");  // four minutes after the first fix
+    EXPECT_EQ(numbers.race.TimeDiff, 9);                          // the home waters
+    EXPECT_EQ(numbers.race.Start.Text(), "2004/08/05 12:30:40");  // four minutes after the first fix
     EXPECT_EQ(numbers.race.RaceDuration, 580);
     EXPECT_EQ(numbers.race.DataFromTime, numbers.race.Start.At());
     // A period that is set for the track holds when it is loaded again.

@@ -138,17 +138,39 @@ TEST_F(GpsTrackTest, OfTwoFixesAtOneTimeTheFirstCounts) {
     EXPECT_EQ(tracks.Boats[1].TrackLat[1], 2100);
 }
 
-TEST_F(GpsTrackTest, ARaceWithoutAStartHasItFourMinutesAfterTheFirstFix) {
+TEST_F(GpsTrackTest, ASingleTrackWithoutAStartHasItFourMinutesAfterTheFirstFix) {
     race.TimeDiff = 9;
-    race.Finish = RaceTime("2004/08/05 23:00:00");  // falls with the missing start
     Boat("a.trk", Fixes({"05/08/04 03:26:00", "05/08/04 04:00:00"}));
-    Boat("b.trk", Fixes({"05/08/04 03:00:00", "05/08/04 03:30:01", "05/08/04 05:00:00"}));
     Load();
-    EXPECT_EQ(race.Start.Typed(), "2004/08/05 12:30:00");
-    EXPECT_EQ(race.Finish.Typed(), "2004/08/05 13:00:00");
+    EXPECT_EQ(race.Start.Text(), "2004/08/05 12:30:00");
+    EXPECT_EQ(race.Finish.Text(), "2004/08/05 13:00:00");
     EXPECT_EQ(race.DataFromTime, ParseDateTime("2004/08/05 12:26:00"));
     EXPECT_EQ(TimesOf(1), (Times{-240, 1800}));
-    EXPECT_EQ(TimesOf(2), Times{1});
+}
+
+TEST_F(GpsTrackTest, ARaceTakesTheTimesThatItDoesNotTellFromAllItsTracks) {
+    struct Case {
+        const char* start;
+        const char* finish;
+        Times first;
+        Times second;
+    };
+    for (const Case& c :
+         {Case{"", "", {1560, 3600}, {0, 7200}}, Case{"soon", "2004/08/05 04:00", {1560, 3600}, {0}},
+          Case{"2004/08/05 03:30", "", {-240, 1800}, {-1800, 5400}}}) {
+        race = {};
+        race.RaceFileName = "R1.txt";
+        Period(c.start, c.finish);
+        Boat("a.trk", Fixes({"05/08/04 03:26:00", "05/08/04 04:00:00"}));
+        Boat("b.trk", Fixes({"05/08/04 03:00:00", "05/08/04 05:00:00"}));
+        Load();
+        EXPECT_EQ(TimesOf(1), c.first) << c.start;
+        EXPECT_EQ(TimesOf(2), c.second) << c.start;
+        EXPECT_EQ(race.Start.Typed() + race.Finish.Typed(), std::string(c.start) + c.finish);
+        EXPECT_EQ(race.Start.At(), ParseDateTime(c.first[1] < 0 ? "2004/08/05 03:30" : "2004/08/05 03:00"));
+        EXPECT_EQ(race.Finish.At(),
+                  ParseDateTime(c.second.Count() == 1 ? "2004/08/05 04:00" : "2004/08/05 05:00"));
+    }
 }
 
 TEST_F(GpsTrackTest, SmallFilesAndOtherExtensionsGiveNoPointsAndAMissingOneIsNamed) {
