@@ -81,23 +81,26 @@ bool RaceSession::LoadRace() {
     return sound;
 }
 
+/// Takes the race that the state names, once it is sound; else the one before it stays as it was.
 bool RaceSession::ReadRaceData() {
-    const int boatsBefore = app_.race.Boats.Count();
-    const LoadResult result =
-        keelview::LoadRace(app_.settings.AppPath, app_, [this](int boat) { ShowLoadProgress(boat); });
+    RaceNumbers next;
+    next.race = app_.race;
+    const LoadResult result = keelview::LoadRace(app_.settings.AppPath, next,
+                                                 [&](int boat) { ShowLoadProgress(next.race, boat); });
     HideLoadProgress();
-    otherBoats_ = otherBoats_ || app_.race.Boats.Count() != boatsBefore;
-    app_.view.ScreenUpDirection = ScreenUp(app_.race);
-    if (const std::string notes = LoadNotes(app_.race, voice_.English()); !notes.empty()) {
+    if (const std::string notes = LoadNotes(next.race, voice_.English()); !notes.empty()) {
         services_.platform.SetBusyPointer(false);
         voice_.SayUnder({}, notes);
     }
-    return TellOutcome(result);
+    if (!TellOutcome(next.race.RaceFileName, result)) return false;
+    otherBoats_ = otherBoats_ || app_.race.Boats.Count() != next.race.Boats.Count();
+    static_cast<RaceNumbers&>(app_) = std::move(next);
+    app_.view.ScreenUpDirection = ScreenUp(app_.race);
+    return true;
 }
 
 /// False if there is nothing to show; the person is told why.
-bool RaceSession::TellOutcome(const LoadResult& result) {
-    const std::string& name = app_.race.RaceFileName;
+bool RaceSession::TellOutcome(const std::string& name, const LoadResult& result) {
     const std::string missing = result.Missing.string();
     switch (result.Outcome) {
         case LoadOutcome::Sound:
@@ -190,11 +193,20 @@ void RaceSession::ReloadRace() {
 }
 
 void RaceSession::OpenOtherRace(const std::string& raceFileName) {
-    otherBoats_ = true;
-    saver_.Forget();
+    const RaceControl shown = app_.race;
     app_.race.RaceFileName = raceFileName;
     app_.race.SingleTrackFile.clear();
-    ReloadRace();
+    otherBoats_ = true;
+    if (LoadRace()) {
+        saver_.Forget();
+        form_.Picture12.SetVisible(form_.Check5.Value());
+        return;
+    }
+    app_.race = shown;
+    otherBoats_ = false;
+    stage_.SetDark(false);
+    stage_.Repaint(Changed::All);
+    film_.Release(Film::Hold::Loading);
 }
 
 void RaceSession::TakeTimes(const std::string& start, const std::string& finish,
@@ -237,13 +249,13 @@ void RaceSession::Form_Unload() {
     if (OnClosed) OnClosed();
 }
 
-void RaceSession::ShowLoadProgress(int boat) {
-    const std::string& file = app_.race.Boats[boat].BoatFile;
-    const std::string of = std::to_string(boat) + " / " + std::to_string(app_.race.Boats.Count());
-    const std::string text = app_.race.RaceFileName + "    ( " + of + ")\r\n" +
+void RaceSession::ShowLoadProgress(const RaceControl& race, int boat) {
+    const std::string& file = race.Boats[boat].BoatFile;
+    const std::string of = std::to_string(boat) + " / " + std::to_string(race.Boats.Count());
+    const std::string text = race.RaceFileName + "    ( " + of + ")\r\n" +
                              (voice_.English() ? "Loading GPS data     ( " + file + ")"
                                                : "GPSﾃﾞｰﾀ　（　" + file + "）　を読み込み中");
-    const double share = static_cast<double>(boat) / app_.race.Boats.Count();
+    const double share = static_cast<double>(boat) / race.Boats.Count();
     if (OnProgress && OnProgress(text, share)) return;
     const double middle = form_.Picture1.Width() / 2;
     const double top = form_.Picture1.Height() / 2 - 16;
