@@ -9,8 +9,6 @@ namespace keelview {
 
 namespace {
 
-constexpr int HomeTimeDiff = 9;  // hours from UTC of the home waters, where a file does not say any
-
 /// The race of the one boat of SingleTrackFile. Nothing of the race before stays but what every race takes
 /// over, and what was set for the track on the display.
 RaceControl SingleTrackRace(const RaceControl& before) {
@@ -64,7 +62,7 @@ LoadResult LoadRace(const std::filesystem::path& appPath, RaceNumbers& numbers,
     RaceControl& race = numbers.race;
     race = isSingle ? SingleTrackRace(before) : before;
     if (!isSingle) numbers.report = ReadRaceFile(appPath, race);
-    if (race.TimeDiff == 0) race.TimeDiff = HomeTimeDiff;
+    if (!race.TimeDiff) race.TimeDiff = HomeTimeDiff;
     LoadResult result;
     result.Missing = LoadAllTracks(appPath, race, numbers.tracks, numbers.area, numbers.scale, progress);
     SettlePeriod(isSingle, race);

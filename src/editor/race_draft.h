@@ -14,7 +14,8 @@ namespace keelview {
 // What the race control editor does with a race before it is saved, apart from the form that shows it.
 
 /// The race that an opened editor starts with: no boats and no file, no start and no finish (the first boat
-/// gives them), the editor's defaults, and `timeDiff` hours from UTC. Titles, marks, lines, course,
+/// gives them), the editor's defaults, and `timeDiff` hours from UTC; a clock that shows UTC tells nothing
+/// of the place, so 0 leaves the hours to the first track. Titles, marks, lines, course,
 /// wind file and attachments stay as the race before it left them.
 RaceControl NewDraft(const RaceControl& last, int timeDiff);
 
@@ -40,9 +41,8 @@ struct TrackTimes {
 std::optional<TrackTimes> ReadFirstTrackTimes(const std::filesystem::path& appPath,
                                               const std::string& boatFile);
 
-/// Fills in what a track can tell and the race does not have yet: a TimeDiff of 0 becomes the zone of its
-/// longitude, an empty start the local time four minutes after its first fix, an empty finish that of its
-/// last fix.
+/// Fills in what a track can tell and the race does not have yet: TimeDiff is the zone of its longitude, an
+/// empty start the local time four minutes after its first fix, an empty finish that of its last fix.
 void ProposeTimes(const std::optional<TrackTimes>& track, RaceControl& race);
 
 /// The texts of the editor's fields as they stand.

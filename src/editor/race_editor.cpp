@@ -42,7 +42,7 @@ RaceEditor::RaceEditor(const Settings& settings, RaceControl& race, Services& se
     Frame1.Hide();
     Text13.Hide();
     Command5.SetEnabled(false);
-    Text3.SetText(std::to_string(draft_.TimeDiff));
+    Text3.SetText(TimeDiffText());
     Text5.SetText(NumberText(draft_.BoatLength));
     Text6.SetText(NumberText(draft_.MagVariation));
     Text9.SetText(NumberText(draft_.LayLineUp));
@@ -87,8 +87,12 @@ void RaceEditor::ConnectHints() {
 }
 
 void RaceEditor::Text3_Change() {
-    // A minus sign alone is on its way to a number; the last whole number counts until then.
-    if (const auto hours = StrictInteger(Text3.Text())) draft_.TimeDiff = *hours;
+    // A minus sign alone is on its way to a number; the last hours that were understood count until then.
+    if (const auto hours = ParseTimeDiff(Text3.Text())) draft_.TimeDiff = hours;
+}
+
+std::string RaceEditor::TimeDiffText() const {
+    return draft_.TimeDiff ? NumberText(*draft_.TimeDiff) : std::string();
 }
 
 void RaceEditor::Command1_Click() {
@@ -196,7 +200,7 @@ void RaceEditor::RefreshEditor() {
     ShowUnlessTyped(FinishField, draft_.Finish.Typed());
     ShowUnlessTyped(LengthField, NumberText(draft_.BoatLength));
     ShowUnlessTyped(PreStartField, NumberText(draft_.PreStartMinutes));
-    Text3.SetText(std::to_string(draft_.TimeDiff));
+    Text3.SetText(TimeDiffText());
     Text4.SetText(NumberText(draft_.WindDirection));
     Text6.SetText(NumberText(draft_.MagVariation));
     Text9.SetText(NumberText(draft_.LayLineUp));

@@ -119,6 +119,7 @@ class RaceEditor : public Form {
     void List1_MouseMove();
     void Text3_Change();
 
+    std::string TimeDiffText() const;
     void RefreshEditor();
     void ShowUnlessTyped(std::size_t field, std::string_view text);
     void ForgetTyped();

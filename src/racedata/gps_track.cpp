@@ -29,7 +29,11 @@ bool HasTrackExtension(std::string_view name) {
 class TrackLoader {
   public:
     TrackLoader(RaceControl& race, Tracks& tracks)
-        : race_(race), tracks_(tracks), start_(race.Start.At()), finish_(race.Finish.At()) {}
+        : race_(race),
+          tracks_(tracks),
+          start_(race.Start.At()),
+          finish_(race.Finish.At()),
+          toLocal_(static_cast<CivilTime>(race.TimeDiff.value_or(0) * 3600)) {}
 
     void LoadTrackFile(std::string_view bytes, Track& track) {
         fixes_.TrackLat.Clear();
@@ -41,7 +45,7 @@ class TrackLoader {
         while (!bytes.empty()) {
             const std::optional<TrackFix> fix = reader.Read(CutHead(bytes, '\n'));
             if (!fix) continue;
-            const CivilTime time = fix->GpsTime + CivilTime{race_.TimeDiff} * 3600;
+            const CivilTime time = fix->GpsTime + toLocal_;
             lastParsed = time;
             if (!tracks_.FirstGpsTime) tracks_.FirstGpsTime = time;
             if (!IsInside(time) || lastKept_ == time) continue;
@@ -94,6 +98,7 @@ class TrackLoader {
     Tracks& tracks_;
     const std::optional<CivilTime> start_;
     const std::optional<CivilTime> finish_;
+    const CivilTime toLocal_;
     std::optional<CivilTime> lastKept_;
     Track fixes_;  // of the present file; kept between files to spare allocations
 };

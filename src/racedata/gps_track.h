@@ -58,7 +58,8 @@ using TrackProgress = std::function<void(int boat)>;
 /// The path of a boat's track file, found without regard to case.
 std::filesystem::path TrackPath(const std::filesystem::path& appPath, const std::string& boatFile);
 
-/// Reads the tracks of all boats of the race below `appPath`/gpsdat. Makes `tracks` anew; DataFromTime,
+/// Reads the tracks of all boats of the race below `appPath`/gpsdat; without a TimeDiff they stay on the
+/// clock of the GPS. Makes `tracks` anew; DataFromTime,
 /// DataToTime, Start and Finish of `race` are read. A start or finish that is not given is worked out with
 /// its end of the data from all tracks together: the first fix of any boat (four minutes after it where the
 /// race has no race control file) and the last one. `area` and `scale` are those of the box of all tracks.

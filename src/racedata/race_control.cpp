@@ -7,9 +7,16 @@ namespace keelview {
 
 namespace {
 
+constexpr double MostTimeDiff = 32767;    // hours; more is no number of a file
 constexpr double SpanMarginSeconds = 60;  // beyond race and pre-start
 
 }  // namespace
+
+std::optional<double> ParseTimeDiff(std::string_view text) {
+    const auto hours = StrictNumber(text);
+    if (!hours || std::fabs(*hours) > MostTimeDiff || *hours * 4 != std::floor(*hours * 4)) return {};
+    return *hours;
+}
 
 int BoatNumberInFile(const RaceControl& race, int boat) {
     int number = boat;

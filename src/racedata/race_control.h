@@ -3,6 +3,7 @@
 #include <cmath>
 #include <optional>
 #include <string>
+#include <string_view>
 #include <utility>
 
 #include "base/dates.h"
@@ -100,6 +101,13 @@ struct Line {
 /// Metres; the length of boats where nothing else is told.
 inline constexpr double StandardBoatLength = 4.7;
 
+/// Hours from UTC of the home waters, for a race that does not tell its own.
+inline constexpr double HomeTimeDiff = 9;
+
+/// A time difference as files and fields hold it: a whole text such as "9", "0", "-3.5" or "5.75". Nothing
+/// for what is no number, no multiple of a quarter of an hour, or beyond 16 bits.
+std::optional<double> ParseTimeDiff(std::string_view text);
+
 /// Everything that one race control file says.
 struct RaceControl {
     std::string RaceFileName;     ///< name in raceadmin, empty when no race control file is open
@@ -112,7 +120,7 @@ struct RaceControl {
     RaceTime Finish;                        ///< race finish
     std::optional<CivilTime> DataFromTime;  ///< first moment kept from track and wind files
     std::optional<CivilTime> DataToTime;    ///< last moment kept
-    int TimeDiff = 0;                       ///< hours from UTC to the local time of the race
+    std::optional<double> TimeDiff;         ///< hours from UTC to the local time, in quarters
     double MagVariation = 0.0;              ///< degrees, west negative
     double BoatLength = 0.0;                ///< metres
     double PreStartMinutes = 3.0;           ///< minutes of replay before the start

@@ -98,8 +98,8 @@ class LineReader {
     }
 
     bool ReadTimeDiff(std::string_view rest) {
-        const auto hours = StrictInteger(Trim(rest));
-        if (hours) race_.TimeDiff = *hours;
+        const auto hours = ParseTimeDiff(rest);
+        if (hours) race_.TimeDiff = hours;
         return hours.has_value();
     }
 
@@ -272,7 +272,7 @@ class LineWriter {
         if (race_.BoatLength > 0) Text("LG", LengthText());
         Text("ST", race_.Start.Typed());
         Text("FT", race_.Finish.Typed());
-        if (race_.TimeDiff != 0) Text("TD", std::to_string(race_.TimeDiff));
+        if (race_.TimeDiff) Text("TD", NumberText(*race_.TimeDiff));
         if (race_.WindDirection != 0) Text("WD", NumberText(race_.WindDirection));
         if (race_.NorthUp) lines_.emplace_back("NU, 1");
         WriteBoats();

@@ -56,7 +56,7 @@ void WriteRace(JsonWriter& json, const RaceControl& race) {
     json.Member("start", race.Start.Text());
     json.Member("finish", race.Finish.Text());
     json.Member("duration", race.RaceDuration);
-    json.Member("time_diff", race.TimeDiff);
+    json.Member("time_diff", race.TimeDiff.value_or(HomeTimeDiff));
     json.Member("mag_variation", race.MagVariation);
     json.Member("wind_direction", race.WindDirection);
     json.Member("boat_length", race.BoatLength);

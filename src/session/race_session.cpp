@@ -34,7 +34,8 @@ RaceSession::RaceSession(AppState& app, Services& services)
     app_.clock = {};
     app_.now = {};
     app_.shown = {};
-    app_.race.TimeDiff = TimeZoneOfLongitude(app_.view.ViewCentreLon);
+    app_.race.TimeDiff.reset();
+    if (app_.view.ViewCentreLon != 0) app_.race.TimeDiff = TimeZoneOfLongitude(app_.view.ViewCentreLon);
     form_.HScroll1.SetRange(1, 19);
     form_.HScroll1.SetValue(5);
     form_.OnKeyDown = [this](int key) { form_.HeldKey = key; };

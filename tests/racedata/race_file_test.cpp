@@ -85,7 +85,7 @@ TEST_F(RaceFileTest, ValuesAreReadLenientlyAndBadLinesChangeNothing) {
     EXPECT_EQ(race.LayLineUp, 45);
     EXPECT_EQ(race.LayLineDown, 170);
     EXPECT_EQ(PreStartSeconds(race), 156);
-    EXPECT_EQ(race.TimeDiff, 2);
+    EXPECT_EQ(race.TimeDiff, 2.5);
     EXPECT_EQ(race.MagVariation, -7);
     EXPECT_EQ(race.Marks.Count() + race.Lines.Count(), 0);
     ASSERT_EQ(race.Boats.Count(), 1);
@@ -102,7 +102,7 @@ TEST_F(RaceFileTest, AFileStartsFromTheResetValuesButKeepsVariationAndLength) {
     EXPECT_TRUE(race.Boats.Empty() && race.Marks.Empty() && race.Lines.Empty() &&
                 race.CourseOrder.Empty() && race.AttachFile.Empty());
     EXPECT_EQ(race.RaceTitle1 + race.WindFileName + race.Start.Typed(), "");
-    EXPECT_EQ(race.TimeDiff, 0);
+    EXPECT_FALSE(race.TimeDiff);
     EXPECT_EQ(race.LayLineUp + race.LayLineDown + PreStartSeconds(race), 45 + 160 + 180);
     EXPECT_EQ(race.MagVariation, -7);
     EXPECT_EQ(race.BoatLength, 9);
