@@ -116,7 +116,7 @@ std::optional<TrackTimes> ReadFirstTrackTimes(const std::filesystem::path& appPa
     if (!LoadAllTracks(appPath, alone, tracks, area, scale, {}).empty()) return std::nullopt;
     const Track& track = tracks.Boats[1];
     if (track.Count() == 0 || !tracks.FirstGpsTime || !tracks.LastGpsTime) return std::nullopt;
-    return TrackTimes{*tracks.FirstGpsTime, *tracks.LastGpsTime, track.TrackLon[1]};
+    return TrackTimes{*tracks.FirstGpsTime, *tracks.LastGpsTime, track.TrackLon[1], track.SkippedFixes};
 }
 
 void ProposeTimes(const std::optional<TrackTimes>& track, RaceControl& race) {

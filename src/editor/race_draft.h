@@ -29,11 +29,12 @@ std::string ProposedBoatName(const RaceControl& race);
 /// ends.
 bool FitsBoatLine(std::string_view boatFile);
 
-/// When and where a track begins, and when it ends.
+/// When and where a track begins, when it ends, and how sound it is.
 struct TrackTimes {
     CivilTime First = 0;          ///< UTC
     CivilTime Last = 0;           ///< UTC
     double FirstLongitude = 0.0;  ///< minutes of arc, east positive
+    int SkippedFixes = 0;         ///< left out as faulty
 };
 
 /// First and last fix of a track file in gpsdat. Nothing if the file cannot be read or gives no point on

@@ -9,6 +9,7 @@
 #include "base/files.h"
 #include "base/strings.h"
 #include "racedata/gps_track_lines.h"
+#include "racedata/track_faults.h"
 
 namespace keelview {
 namespace {
@@ -39,12 +40,17 @@ class TrackLoader {
         fixes_.TrackLat.Clear();
         fixes_.TrackLon.Clear();
         fixes_.TrackTime.Clear();
+        fixes_.SkippedFixes = 0;
         lastKept_.reset();
         std::optional<CivilTime> lastParsed;
         TrackLineReader reader;
         while (!bytes.empty()) {
             const std::optional<TrackFix> fix = reader.Read(CutHead(bytes, '\n'));
             if (!fix) continue;
+            if (IsNoPlace(fix->Lat, fix->Lon)) {
+                ++fixes_.SkippedFixes;
+                continue;
+            }
             const CivilTime time = fix->GpsTime + toLocal_;
             lastParsed = time;
             if (!tracks_.FirstGpsTime) tracks_.FirstGpsTime = time;
@@ -54,6 +60,7 @@ class TrackLoader {
             fixes_.TrackTime.Add(static_cast<std::int32_t>(time - Origin()));
             lastKept_ = time;
         }
+        fixes_.SkippedFixes += DropImpossibleFixes(fixes_);
         track = fixes_;  // a copy is of just the size of the track
         if (lastParsed) tracks_.LastGpsTime = lastParsed;
     }

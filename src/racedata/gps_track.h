@@ -23,6 +23,7 @@ struct Track {
     OneBased<double> TrackDist;        ///< nautical miles sailed up to the fix
     OneBased<double> TrackSpeed;       ///< knots from the fix to the next
     OneBased<double> TrackCourse;      ///< degrees true from the fix to the next
+    int SkippedFixes = 0;              ///< left out as faulty: no place, or one that no boat reaches
 
     /// The number of fixes.
     int Count() const { return TrackTime.Count(); }
@@ -64,8 +65,8 @@ std::filesystem::path TrackPath(const std::filesystem::path& appPath, const std:
 /// its end of the data from all tracks together: the first fix of any boat (four minutes after it where the
 /// race has no race control file) and the last one. `area` and `scale` are those of the box of all tracks.
 /// Returns the path of the first track file that does not exist, with which reading stops; empty when all
-/// were there. A file of 500 bytes or fewer, or with another extension than TRK, DTR, trk or dtr, gives no
-/// points.
+/// were there. Faulty fixes are left out and counted. A file of 500 bytes or fewer, or with another
+/// extension than TRK, DTR, trk or dtr, gives no points.
 std::filesystem::path LoadAllTracks(const std::filesystem::path& appPath, RaceControl& race, Tracks& tracks,
                                     TrackArea& area, EarthScale& scale, const TrackProgress& progress);
 

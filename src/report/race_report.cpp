@@ -85,6 +85,7 @@ void WriteScale(JsonWriter& json, const RaceNumbers& numbers) {
 void WriteTimes(JsonWriter& json, const Track& track) {
     const int points = track.Count();
     json.Member("points", points);
+    json.Member("skipped_fixes", track.SkippedFixes);
     if (points == 0) {
         for (const auto* name : {"first_time", "last_time"}) {
             json.Key(name);

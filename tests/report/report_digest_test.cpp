@@ -158,12 +158,12 @@ TEST(RaceReport, TellsTheSameOfARaceAsEver) {
         std::string (*layOut)(const TempTree& tree);  // gives the race control file
         std::uint64_t digest;
     };
-    for (const Case& c : {Case{"RoundTheMarks", RoundTheMarks, 0x011895fa7ff89892U},
-                          Case{"WindAndCoast", WindAndCoast, 0x766d6c35f1111f21U},
-                          Case{"SouthWest", SouthWest, 0xb58a90d6fda6032fU},
-                          Case{"WithoutTimes", WithoutTimes, 0xf863c34023a90b1U},
-                          Case{"OddTracks", OddTracks, 0xa5aabb818767cf2cU},
-                          Case{"OddLines", OddLines, 0x70f94150751a22ddU}}) {
+    for (const Case& c : {Case{"RoundTheMarks", RoundTheMarks, 0x45cb57dc4041491aU},
+                          Case{"WindAndCoast", WindAndCoast, 0x97002013554462f9U},
+                          Case{"SouthWest", SouthWest, 0x8bca07f3dff14a1bU},
+                          Case{"WithoutTimes", WithoutTimes, 0x6abcce131388a68dU},
+                          Case{"OddTracks", OddTracks, 0x3c273260426a6424U},
+                          Case{"OddLines", OddLines, 0x5f4240b1bc450c4fU}}) {
         const TempTree tree;
         tree.Write("raceadmin/R1.txt", c.layOut(tree));
         RaceNumbers numbers;
