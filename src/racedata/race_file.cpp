@@ -3,7 +3,6 @@
 #include <algorithm>
 #include <cmath>
 #include <optional>
-#include <string_view>
 #include <unordered_map>
 #include <utility>
 
@@ -190,16 +189,24 @@ int DropPassesOfNobody(RaceControl& race) {
     return dropped;
 }
 
-/// Reads all lines of the race's file; the number of lines that said nothing, or nothing without a file.
-std::optional<int> ReadLines(const std::filesystem::path& appPath, RaceControl& race, Reader reader) {
+/// How many lines of a file said something, and how many did not.
+struct LineCount {
+    int Known = 0;
+    int Skipped = 0;
+    bool Binary = false;
+};
+
+/// Reads all lines of the race's file; nothing without a file.
+std::optional<LineCount> ReadLines(const std::filesystem::path& appPath, RaceControl& race, Reader reader) {
     const auto bytes = ReadWholeFile(RacePath(appPath, race.RaceFileName), FileLimit);
     if (!bytes) return {};
     const std::string text = DecodeText(*bytes).Utf8;
     LineReader lines(race, reader);
-    int skipped = 0;
-    for (const std::string_view line : Lines(text))
-        if (!lines.Read(line)) ++skipped;
-    return reader == Reader::Distribution ? skipped : skipped + DropPassesOfNobody(race);
+    LineCount count;
+    for (const std::string_view line : Lines(text)) ++(lines.Read(line) ? count.Known : count.Skipped);
+    if (reader != Reader::Distribution) count.Skipped += DropPassesOfNobody(race);
+    count.Binary = bytes->find('\0') != std::string::npos;
+    return count;
 }
 
 std::vector<std::string> SetAbsentBoatsAside(const std::filesystem::path& appPath, RaceControl& race) {
@@ -228,12 +235,16 @@ void SettlePeriod(CivilTime lead, RaceControl& race) {
 
 }  // namespace
 
+bool IsRaceFileName(std::string_view name) {
+    return name.size() > 4 && EqualNoCase(name.substr(name.size() - 4), ".txt");
+}
+
 RaceFileReport ReadRaceFile(const std::filesystem::path& appPath, RaceControl& race) {
     race = Emptied(race);
     RaceFileReport report;
-    const auto skipped = ReadLines(appPath, race, Reader::Display);
-    report.Opened = skipped.has_value();
-    report.SkippedLines = skipped.value_or(0);
+    const auto lines = ReadLines(appPath, race, Reader::Display);
+    report.Opened = lines.has_value();
+    report.SkippedLines = lines.value_or(LineCount{}).Skipped;
     if (!WindFileExists(appPath, race)) race.AbsentWindFile = std::exchange(race.WindFileName, {});
     report.MissingTracks = SetAbsentBoatsAside(appPath, race);
     if (race.BoatLength == 0) race.BoatLength = DefaultBoatLength;
@@ -243,7 +254,8 @@ RaceFileReport ReadRaceFile(const std::filesystem::path& appPath, RaceControl& r
 
 bool ReadRaceFileForEdit(const std::filesystem::path& appPath, RaceControl& race) {
     race = Emptied(race);
-    if (!ReadLines(appPath, race, Reader::Editor)) return false;
+    const auto lines = ReadLines(appPath, race, Reader::Editor);
+    if (!lines || lines->Binary || lines->Known == 0) return false;
     SettlePeriod(EditorLeadSeconds, race);
     return true;
 }

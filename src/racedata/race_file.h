@@ -2,12 +2,16 @@
 
 #include <filesystem>
 #include <string>
+#include <string_view>
 #include <system_error>
 #include <vector>
 
 #include "racedata/race_control.h"
 
 namespace keelview {
+
+/// True if the name can be that of a race control file: it ends in ".txt".
+bool IsRaceFileName(std::string_view name);
 
 /// What reading a race control file for the display met with.
 struct RaceFileReport {
@@ -26,7 +30,8 @@ RaceFileReport ReadRaceFile(const std::filesystem::path& appPath, RaceControl& r
 
 /// Reads the same file for the editor: keys are compared as they stand, boats without a track file stay, no
 /// file is looked for, DataFromTime is the start less 5 minutes, RaceDuration the seconds between the two
-/// times where both are given. False if the file cannot be read.
+/// times where both are given. False if the file cannot be read, or is none that a race can be written back
+/// to: binary, or without any known key.
 bool ReadRaceFileForEdit(const std::filesystem::path& appPath, RaceControl& race);
 
 /// Reads only boats, coastline cells (with ".cst" behind each name), wind file and attachments (trimmed).
