@@ -91,7 +91,7 @@ class TrackLoader {
 
   private:
     /// What the seconds of the fixes count from while files are read. There has been a fix.
-    CivilTime Origin() const { return start_ ? *start_ : *tracks_.FirstGpsTime; }
+    CivilTime Origin() const { return start_.value_or(tracks_.FirstGpsTime.value_or(0)); }
 
     /// The period by whole clock minutes: a fix in the same minute as either limit is inside.
     bool IsInside(CivilTime time) const {

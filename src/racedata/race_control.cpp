@@ -15,7 +15,7 @@ constexpr double SpanMarginSeconds = 60;  // beyond race and pre-start
 std::optional<double> ParseTimeDiff(std::string_view text) {
     const auto hours = StrictNumber(text);
     if (!hours || std::fabs(*hours) > MostTimeDiff || *hours * 4 != std::floor(*hours * 4)) return {};
-    return *hours;
+    return hours;
 }
 
 int BoatNumberInFile(const RaceControl& race, int boat) {

@@ -24,7 +24,7 @@ std::string AbsentTracks(const RaceControl& race, bool useEnglish) {
 }
 
 std::string AbsentWind(const RaceControl& race, bool useEnglish) {
-    return "Wind file -- " + race.AbsentWindFile +
+    return Text{"Wind file -- ", "風データファイル -- "}.Str(useEnglish) + race.AbsentWindFile +
            Text{" -- could not be found\r\nThe race is shown without it",
                 " -- はありませんでした。\r\n風データなしで表示します。"}
                .Str(useEnglish);

@@ -101,13 +101,14 @@ struct GpsTrackTest : testing::Test {
 
 TEST_F(GpsTrackTest, TimesAreSecondsFromTheStartOnTheLocalClock) {
     struct Case {
-        int timeDiff;
+        double timeDiff;
         const char* utc;
         const char* start;
         int seconds;
     };
     for (const Case& c : {Case{9, "15/10/03 20:10:00", "2003/10/16 05:09:00", 60},
                           Case{-5, "15/10/03 02:00:00", "2003/10/14 21:00:30", -30},
+                          Case{5.75, "15/10/03 02:00:00", "2003/10/15 07:45:00", 0},
                           Case{9, "31/12/03 15:00:00", "2004/1/1 0:00:00", 0}}) {
         SetUp();
         race = {};

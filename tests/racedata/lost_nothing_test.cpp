@@ -5,7 +5,6 @@
 #include <chrono>
 #include <string>
 
-#include "racedata/gps_track.h"
 #include "racedata/race_file.h"
 #include "support/race_tree.h"
 
@@ -76,22 +75,6 @@ TEST_F(LostNothing, ATimeDifferenceOfNoneOrOfQuartersIsOne) {
         EXPECT_EQ(race.TimeDiff, c.hours) << c.line;
         const bool written = Saved().find(std::string(c.line) + "\r\n") != std::string::npos;
         EXPECT_EQ(written, c.hours.has_value()) << c.line;
-    }
-}
-
-TEST_F(LostNothing, TracksFollowAClockOfHalfHours) {
-    for (const double hours : {5.5, 0.0, 9.0}) {
-        tree.Boat("a.trk", RaceTree::Lat, RaceTree::Lon, 0, 0, 0, 20);  // 03:30:00 UTC
-        race = {};
-        race.TimeDiff = hours;
-        race.Start = RaceTime("2004/8/5 12:30:00");
-        race.Boats = {{"a.trk", "A"}};
-        Tracks tracks;
-        TrackArea area;
-        EarthScale scale;
-        LoadAllTracks(tree.Root(), race, tracks, area, scale, {});
-        ASSERT_EQ(tracks.Boats[1].Count(), 21);
-        EXPECT_EQ(tracks.Boats[1].TrackTime[1], (hours - 9) * 3600);
     }
 }
 
