@@ -27,7 +27,7 @@ RaceControl LaidOut(std::string_view input) {
 }
 
 void RequireLimits(const RaceControl& race) {
-    Require(race.Boats.Count() <= MaxBoats && race.Marks.Count() <= MaxMarks &&
+    Require(race.Boats.Count() + race.AbsentBoats.Count() <= MaxBoats && race.Marks.Count() <= MaxMarks &&
                 race.Lines.Count() <= MaxLines && race.CourseOrder.Count() <= MaxCourseEntries &&
                 race.MapFile.Count() <= MaxCells && race.AttachFile.Count() <= MaxAttachments,
             "counts stay within their limits");
@@ -39,6 +39,14 @@ bool SameText(const TextNumber& a, const TextNumber& b) {
 
 bool SameBoat(const BoatEntry& a, const BoatEntry& b) {
     return a.BoatFile == b.BoatFile && a.BoatName == b.BoatName;
+}
+
+bool SameAbsentBoat(const AbsentBoat& a, const AbsentBoat& b) {
+    return a.Number == b.Number && SameBoat(a.Entry, b.Entry);
+}
+
+bool SamePass(const HandPass& a, const HandPass& b) {
+    return a.BoatNumber == b.BoatNumber && a.Entry == b.Entry && a.Seconds == b.Seconds;
 }
 
 bool SameMark(const Mark& a, const Mark& b) {
@@ -62,6 +70,10 @@ void RequireSame(const RaceControl& a, const RaceControl& b) {
                 NumberText(a.LayLineDown) == NumberText(b.LayLineDown),
             "numbers read back");
     Require(std::ranges::equal(a.Boats, b.Boats, SameBoat), "boats read back");
+    Require(std::ranges::equal(a.AbsentBoats, b.AbsentBoats, SameAbsentBoat) &&
+                a.AbsentWindFile == b.AbsentWindFile,
+            "what is absent reads back");
+    Require(std::ranges::equal(a.HandPasses, b.HandPasses, SamePass), "what was set by hand reads back");
     Require(std::ranges::equal(a.Marks, b.Marks, SameMark), "marks read back");
     Require(std::ranges::equal(a.Lines, b.Lines, SameLine), "lines read back");
     Require(a.CourseOrder == b.CourseOrder, "the course reads back");
@@ -84,7 +96,7 @@ void ReadRaceForDisplay(std::string_view input) {
 
 void ReadRaceForEditor(std::string_view input) {
     RaceControl race = LaidOut(input);
-    Require(ReadRaceFileForEdit(Tree().Root(), race), "a file that is there opens");
+    if (!ReadRaceFileForEdit(Tree().Root(), race)) return;  // no race control file
     RequireLimits(race);
     Require(!SaveRaceFile(Tree().Root(), race), "what was read can be written");
     RaceControl again;

@@ -21,7 +21,7 @@ double DistanceAt(const Track& track, int t) {
 
 void SetHandPasses(const RaceControl& race, MarkPasses& passes) {
     for (const HandPass& hand : race.HandPasses) {
-        const int boat = hand.BoatNumber;
+        const int boat = BoatOfNumber(race, hand.BoatNumber);
         const int seconds = hand.Seconds.value_or(0);
         const bool isSound = seconds >= -LongestRace && seconds <= LongestRace;
         if (!isSound || !passes.MarkPassTime.Holds(boat) || !passes.MarkPassTime[boat].Holds(hand.Entry))

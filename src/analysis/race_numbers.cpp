@@ -9,10 +9,8 @@ namespace keelview {
 
 namespace {
 
-constexpr int HomeTimeDiff = 9;  // hours from UTC of the home waters, where a file does not say any
-
 /// The race of the one boat of SingleTrackFile. Nothing of the race before stays but what every race takes
-/// over, and the times that were set for the track.
+/// over, and what was set for the track on the display.
 RaceControl SingleTrackRace(const RaceControl& before) {
     RaceControl race;
     race.SingleTrackFile = before.SingleTrackFile;
@@ -24,25 +22,26 @@ RaceControl SingleTrackRace(const RaceControl& before) {
     if (race.SingleTrackFile.empty()) return race;
     race.Start = before.Start;
     race.Finish = before.Finish;
+    race.Marks = before.Marks;
+    race.Lines = before.Lines;
+    race.CourseOrder = before.CourseOrder;
+    race.HandPasses = before.HandPasses;
+    race.WindDirection = before.WindDirection;
+    race.NorthUp = before.NorthUp;
     race.Boats.Add({race.SingleTrackFile, race.SingleTrackFile.substr(0, race.SingleTrackFile.find('.'))});
     return race;
 }
 
-/// The period of a single track: the times that were set for it, or that it told itself.
-void SettleSinglePeriod(RaceControl& race) {
+/// The period by start and finish as they were given or as the tracks told them; a single track is that
+/// period and nothing else.
+void SettlePeriod(bool isSingle, RaceControl& race) {
     const auto& start = race.Start.At();
     const auto& finish = race.Finish.At();
     if (!start || !finish) return;
     race.RaceDuration = DurationBetween(*start, *finish);
+    if (!isSingle) return;
     race.DataFromTime = start;
     race.DataToTime = finish;
-}
-
-void LoadWind(const std::filesystem::path& appPath, RaceNumbers& numbers) {
-    if (WindFileExists(appPath, numbers.race))
-        LoadWindFile(appPath, numbers.race, numbers.wind);
-    else
-        numbers.race.WindFileName.clear();
 }
 
 void LoadCoast(const std::filesystem::path& appPath, RaceNumbers& numbers) {
@@ -63,11 +62,11 @@ LoadResult LoadRace(const std::filesystem::path& appPath, RaceNumbers& numbers,
     RaceControl& race = numbers.race;
     race = isSingle ? SingleTrackRace(before) : before;
     if (!isSingle) numbers.report = ReadRaceFile(appPath, race);
-    if (race.TimeDiff == 0) race.TimeDiff = HomeTimeDiff;
+    if (!race.TimeDiff) race.TimeDiff = HomeTimeDiff;
     LoadResult result;
     result.Missing = LoadAllTracks(appPath, race, numbers.tracks, numbers.area, numbers.scale, progress);
-    if (isSingle) SettleSinglePeriod(race);
-    LoadWind(appPath, numbers);
+    SettlePeriod(isSingle, race);
+    if (HasWindFile(race)) LoadWindFile(appPath, race, numbers.wind);
     DeriveTracks(race, numbers.scale, numbers.tracks);
     const bool hasFix = HasAnyFix(numbers.tracks);
     if (hasFix) LoadCoast(appPath, numbers);

@@ -41,8 +41,8 @@ struct LoadResult {
 /// Loads the race that `numbers.race` names: by RaceFileName, or, where that is empty, the one boat of
 /// SingleTrackFile. The one way from files to numbers, for whoever shows, tells or tests a race. Everything
 /// in `numbers` is made anew; MagVariation and BoatLength of the race before stay where the file has no
-/// such key, and a single track takes Start, Finish, DataFromTime, DataToTime and TimeDiff as they stand. A
-/// race without a sound outcome is worked out as far as it goes. race.MapFile has the coast cells of the
+/// such key, and a single track takes times, TimeDiff, marks, lines, course, wind and north as they stand.
+/// A race without a sound outcome is worked out as far as it goes. race.MapFile has the coast cells of the
 /// race area. Writes nothing.
 LoadResult LoadRace(const std::filesystem::path& appPath, RaceNumbers& numbers,
                     const TrackProgress& progress = {});

@@ -30,20 +30,47 @@ struct DateParts {
     int Year = 0;
     int Month = 0;
     int Day = 0;
+
+    friend bool operator==(const DateParts&, const DateParts&) = default;
 };
+
+char SeparatorOf(std::string_view date) {
+    const std::size_t at = date.find_first_of("-.");
+    return at == std::string_view::npos ? '/' : date[at];
+}
+
+bool IsADay(const DateParts& date) {
+    return MakeCivilTime(date.Year, date.Month, date.Day, 0, 0, 0).has_value();
+}
+
+/// The one day that a date with a year of two digits can mean.
+std::optional<DateParts> DayBeyondDoubt(const std::vector<std::string_view>& parts, int first, int second,
+                                        int third, bool monthMayLead) {
+    const auto year = [](int digits) { return digits + (digits < 80 ? 2000 : 1900); };
+    std::vector<DateParts> days;
+    if (parts[0].size() == 2) days.push_back({year(first), second, third});
+    if (parts[2].size() == 2) {
+        if (monthMayLead) days.push_back({year(third), first, second});
+        days.push_back({year(third), second, first});
+    }
+    std::erase_if(days, [](const DateParts& day) { return !IsADay(day); });
+    if (days.empty() || std::ranges::count(days, days[0]) != std::ssize(days)) return std::nullopt;
+    return days[0];
+}
 
 /// A date in one of the orders that ParseDateTime knows; whether there is such a day is not looked at.
 std::optional<DateParts> ReadDate(std::string_view text) {
-    const std::vector<std::string_view> parts =
-        Split(text, text.find('-') != std::string_view::npos ? '-' : '/');
+    const char separator = SeparatorOf(text);
+    const std::vector<std::string_view> parts = Split(text, separator);
     if (parts.size() != 3) return std::nullopt;
     const std::optional<int> first = ShortInteger(parts[0]);
     const std::optional<int> second = ShortInteger(parts[1]);
     const std::optional<int> third = ShortInteger(parts[2]);
     if (!first || !second || !third) return std::nullopt;
     if (parts[0].size() == 4) return DateParts{*first, *second, *third};
-    if (parts[2].size() != 4) return std::nullopt;
-    if (*first > 12) return DateParts{*third, *second, *first};
+    const bool monthMayLead = separator != '.';
+    if (parts[2].size() != 4) return DayBeyondDoubt(parts, *first, *second, *third, monthMayLead);
+    if (*first > 12 || !monthMayLead) return DateParts{*third, *second, *first};
     return DateParts{*third, *first, *second};
 }
 
@@ -70,14 +97,33 @@ HalfDay TakeHalfDay(std::string_view& time) {
     return HalfDay::None;
 }
 
+/// Takes a number and the sign behind it off the head of the text; nothing where it does not stand there.
+std::optional<int> TakeNumber(std::string_view& text, std::string_view sign) {
+    const std::size_t end = text.find(sign);
+    if (end == std::string_view::npos) return std::nullopt;
+    const std::optional<int> number = ShortInteger(text.substr(0, end));
+    text.remove_prefix(end + sign.size());
+    return number;
+}
+
 std::optional<CivilTime> OnDay(const DateParts& date, std::string_view time) {
     if (time.empty()) return MakeCivilTime(date.Year, date.Month, date.Day, 0, 0, 0);
     const HalfDay half = TakeHalfDay(time);
-    const std::vector<std::string_view> parts = Split(time, ':');
-    if (parts.size() != 2 && parts.size() != 3) return std::nullopt;
-    const std::optional<int> hour = ShortInteger(parts[0]);
-    const std::optional<int> minute = ShortInteger(parts[1]);
-    const std::optional<int> second = parts.size() == 3 ? ShortInteger(parts[2]) : 0;
+    std::optional<int> hour;
+    std::optional<int> minute = 0;
+    std::optional<int> second = 0;
+    if (time.find("時") != std::string_view::npos) {
+        hour = TakeNumber(time, "時");
+        if (!time.empty()) minute = TakeNumber(time, "分");
+        if (!time.empty()) second = TakeNumber(time, "秒");
+        if (!time.empty()) return std::nullopt;
+    } else {
+        const std::vector<std::string_view> parts = Split(time, ':');
+        if (parts.size() != 2 && parts.size() != 3) return std::nullopt;
+        hour = ShortInteger(parts[0]);
+        minute = ShortInteger(parts[1]);
+        if (parts.size() == 3) second = ShortInteger(parts[2]);
+    }
     if (!hour || !minute || !second) return std::nullopt;
     int hourOfDay = *hour;
     if (half != HalfDay::None) {
@@ -85,6 +131,25 @@ std::optional<CivilTime> OnDay(const DateParts& date, std::string_view time) {
         hourOfDay = hourOfDay % 12 + (half == HalfDay::Afternoon ? 12 : 0);
     }
     return MakeCivilTime(date.Year, date.Month, date.Day, hourOfDay, *minute, *second);
+}
+
+std::optional<CivilTime> ParseJapanese(std::string_view text) {
+    const bool longYear = text.find("年") == 4;
+    const std::optional<int> year = TakeNumber(text, "年");
+    const std::optional<int> month = TakeNumber(text, "月");
+    const std::optional<int> day = TakeNumber(text, "日");
+    if (!longYear || !year || !month || !day) return std::nullopt;
+    return OnDay({*year, *month, *day}, Trim(text));
+}
+
+/// Date and time of ISO 8601, from either side of its T.
+std::optional<CivilTime> ParseIso(std::string_view day, std::string_view time) {
+    if (time.ends_with('Z')) time.remove_suffix(1);
+    if (day.find('-') != 4 || time.empty() ||
+        time.find_first_not_of("0123456789:") != std::string_view::npos)
+        return std::nullopt;
+    const std::optional<DateParts> date = ReadDate(day);
+    return date ? OnDay(*date, time) : std::nullopt;
 }
 
 /// A moment as the calendar of the standard library has it, held inside the years of four digits.
@@ -118,10 +183,13 @@ std::optional<CivilTime> MakeCivilTime(int year, int month, int day, int hour, i
 
 std::optional<CivilTime> ParseDateTime(std::string_view text) {
     text = Trim(text);
-    const std::size_t blank = text.find_first_of(" \t");
-    const std::optional<DateParts> date = ReadDate(text.substr(0, blank));
+    if (text.find("年") != std::string_view::npos) return ParseJapanese(text);
+    const std::size_t gap = text.find_first_of(" \tT");
+    const std::string_view day = text.substr(0, gap);
+    if (gap != std::string_view::npos && text[gap] == 'T') return ParseIso(day, text.substr(gap + 1));
+    const std::optional<DateParts> date = ReadDate(day);
     if (!date) return std::nullopt;
-    return OnDay(*date, blank == std::string_view::npos ? std::string_view{} : Trim(text.substr(blank)));
+    return OnDay(*date, gap == std::string_view::npos ? std::string_view{} : Trim(text.substr(gap)));
 }
 
 std::string DateTimeText(CivilTime time) {

@@ -13,10 +13,18 @@ using CivilTime = std::int64_t;
 /// Seconds of the given date (proleptic Gregorian); nothing if there is no such day or time of day.
 std::optional<CivilTime> MakeCivilTime(int year, int month, int day, int hour, int minute, int second);
 
-/// Reads a date with or without a time of day: year first ("2004/8/5 12:30:00", "2004-08-05 12:30"), with
-/// two or three time parts, with AM or PM behind the time (in either case) or 午前 or 午後 before it; a
-/// date that ends in a four-digit year is read month first ("8/5/2004"), or day first where the first part
-/// is above 12. Blanks around it are ignored. Nothing for any other text.
+/// Reads a date with or without a time of day. Blanks around it are ignored; nothing for any other text.
+/// - Year first, with slashes, dashes or dots: "2004/8/5 12:30:00", "2004-08-05 12:30", "2004.8.5".
+/// - A date that ends in a four-digit year is read month first ("8/5/2004"), or day first where the first
+///   part is above 12; with dots always day first ("05.08.2004").
+/// - A year of two digits (00 to 79: 2000 to 2079) only where one order alone gives a day, or all give the
+///   same: "25/12/99", "8/25/04", "99/8/5", "04/04/04", but not "5/8/04". The orders are year, month, day;
+///   month, day, year (not with dots); day, month, year.
+/// - "2004年8月5日", with a year of four digits, as two can count from an emperor.
+/// The time behind a blank has two or three parts, with AM or PM behind it (in either case) or 午前 or 午後
+/// before it; "12時30分15秒", or the head of it, is one too. Behind 日 it needs no blank. ISO 8601 joins
+/// date and time by T: "2004-08-05T12:30:00". A Z behind it is passed over, as the clock has no zone; an
+/// offset is not, as it would mean another moment.
 std::optional<CivilTime> ParseDateTime(std::string_view text);
 
 /// "2004/08/05 12:30:00".

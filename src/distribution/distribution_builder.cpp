@@ -119,8 +119,8 @@ class Build {
         for (const std::string& file : race.AttachFile) CopyOneFile("attachment", file);
     }
 
-    /// The coast of a race. Squares of open water have no file. A race that was never opened for editing
-    /// does not name its squares: they follow from its tracks.
+    /// The coast of a race. Squares of open water have no file. A race that was never saved on the
+    /// display does not name its squares: they follow from its tracks.
     void CopyMap(const RaceControl& race) const {
         for (const std::string& name : race.MapFile) CopyIfThere("coastline", name);
         if (!race.MapFile.Empty()) return;

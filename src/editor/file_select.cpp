@@ -29,7 +29,7 @@ FileSelect::FileSelect(const Settings& settings, Dialogs& dialogs, FileQuestion&
                 {Command2, {8, 128, 97, 17}, Both("CANCEL")},
                 {Command1, {128, 128, 105, 17}, Both("OK")}},
                settings.UseEnglish);
-    for (const std::string& name : ListFiles(question.FileFolder, "*")) File1.AddItem(name);
+    for (const std::string& name : ListFiles(question.FileFolder, question.Listed)) File1.AddItem(name);
     Text1.SetText(question.FilePattern.empty() ? "*." + question.FileExtension : question.FilePattern);
 
     File1.OnClick = [this] { File1_Click(); };

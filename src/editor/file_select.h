@@ -17,8 +17,9 @@ struct FileQuestion {
     /// MustExist: an existing file is chosen. ToWrite: a name to write to; an existing file asks first.
     enum class Mode { MustExist = 0, ToWrite = 1 };
     Mode FileMode = Mode::MustExist;
-    std::filesystem::path FileFolder;   ///< its files are listed, and the name is joined to it
+    std::filesystem::path FileFolder;   ///< the name is joined to it
     std::string FileExtension;          ///< added with a point to a typed name that has no point
+    std::string Listed = "*";           ///< pattern of the files that are listed
     std::string FilePattern;            ///< first text of the name box; empty: "*." and FileExtension
     std::filesystem::path ShellTarget;  ///< result: the whole path; empty when cancelled
     std::string FileResultName;         ///< result: the name alone

@@ -13,7 +13,7 @@ namespace keelview {
 
 namespace {
 
-constexpr CivilTime SecondsPerHour = 3600;
+constexpr double SecondsPerHour = 3600;
 constexpr double HomeVariation = -7.0;  // degrees, of the home waters
 constexpr std::string_view CellExtension = ".cst";
 
@@ -71,14 +71,29 @@ RaceControl NewDraft(const RaceControl& last, int timeDiff) {
     draft.DataFromTime.reset();
     draft.DataToTime.reset();
     draft.Boats.Clear();
+    draft.AbsentBoats.Clear();
+    draft.HandPasses.Clear();
+    draft.AbsentWindFile.clear();
     draft.MapFile.Clear();  // the cells of the race before it; the display finds those of the new one
-    draft.TimeDiff = timeDiff;
+    draft.TimeDiff.reset();
+    if (timeDiff != 0) draft.TimeDiff = timeDiff;
     draft.MagVariation = HomeVariation;
     draft.BoatLength = StandardBoatLength;
     draft.LayLineUp = fresh.LayLineUp;
     draft.LayLineDown = fresh.LayLineDown;
     draft.PreStartMinutes = fresh.PreStartMinutes;
     return draft;
+}
+
+void RemoveBoat(RaceControl& draft, int boat) {
+    draft.Boats.Erase(boat);
+    OneBased<HandPass> kept;
+    for (HandPass pass : draft.HandPasses) {
+        if (pass.BoatNumber == boat) continue;
+        if (pass.BoatNumber > boat) --pass.BoatNumber;
+        kept.Add(pass);
+    }
+    draft.HandPasses = std::move(kept);
 }
 
 std::string ProposedBoatName(const RaceControl& race) {
@@ -101,13 +116,13 @@ std::optional<TrackTimes> ReadFirstTrackTimes(const std::filesystem::path& appPa
     if (!LoadAllTracks(appPath, alone, tracks, area, scale, {}).empty()) return std::nullopt;
     const Track& track = tracks.Boats[1];
     if (track.Count() == 0 || !tracks.FirstGpsTime || !tracks.LastGpsTime) return std::nullopt;
-    return TrackTimes{*tracks.FirstGpsTime, *tracks.LastGpsTime, track.TrackLon[1]};
+    return TrackTimes{*tracks.FirstGpsTime, *tracks.LastGpsTime, track.TrackLon[1], track.SkippedFixes};
 }
 
 void ProposeTimes(const std::optional<TrackTimes>& track, RaceControl& race) {
     if (!track) return;
-    if (race.TimeDiff == 0) race.TimeDiff = TimeZoneOfLongitude(track->FirstLongitude);
-    const CivilTime toLocal = race.TimeDiff * SecondsPerHour;
+    if (!race.TimeDiff) race.TimeDiff = TimeZoneOfLongitude(track->FirstLongitude);
+    const auto toLocal = static_cast<CivilTime>(*race.TimeDiff * SecondsPerHour);
     if (race.Start.Empty()) race.Start = RaceTime(track->First + toLocal + FirstFixToStart);
     if (race.Finish.Empty()) race.Finish = RaceTime(track->Last + toLocal);
 }
@@ -118,8 +133,8 @@ std::optional<std::string> TakeFields(const DraftFields& fields, bool useEnglish
     if (const auto trouble = DateTrouble(start.At(), finish.At())) return trouble->Str(useEnglish);
 
     // A day holds every zone, and the track reader moves a fix by one day at most.
-    const NumberField timeDiff{{"Time Diff", "時差"}, fields.TimeDiff, -24, 24};
-    const auto hours = StrictInteger(fields.TimeDiff);
+    const NumberField timeDiff{{"Time Diff, as 9 or 5.75", "時差 (例 9, 5.75)"}, fields.TimeDiff, -24, 24};
+    const auto hours = ParseTimeDiff(fields.TimeDiff);
     if (!hours || !Holds(timeDiff)) return NumberTrouble(timeDiff, useEnglish);
     const std::array<NumberField, 6> numbers{{
         {{"Wind Direction", "平均風向"}, fields.WindDirection, -360, 360},
@@ -132,7 +147,7 @@ std::optional<std::string> TakeFields(const DraftFields& fields, bool useEnglish
     for (const NumberField& field : numbers)
         if (!Holds(field)) return NumberTrouble(field, useEnglish);
 
-    race.TimeDiff = *hours;
+    race.TimeDiff = hours;
     race.WindDirection = LenientNumber(fields.WindDirection);
     race.BoatLength = LenientNumber(fields.BoatLength);
     race.MagVariation = LenientNumber(fields.MagVariation);
@@ -150,6 +165,7 @@ bool OpenDraft(const std::filesystem::path& appPath, const std::string& raceFile
     RaceControl opened = draft;
     opened.RaceFileName = raceFileName;
     if (!ReadRaceFileForEdit(appPath, opened)) return false;
+    if (!opened.TimeDiff) opened.TimeDiff = HomeTimeDiff;  // as the display takes it
     // The editor's reader leaves the cells out, the distribution's names their files.
     RaceControl cells;
     cells.RaceFileName = raceFileName;

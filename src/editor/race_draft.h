@@ -14,9 +14,13 @@ namespace keelview {
 // What the race control editor does with a race before it is saved, apart from the form that shows it.
 
 /// The race that an opened editor starts with: no boats and no file, no start and no finish (the first boat
-/// gives them), the editor's defaults, and `timeDiff` hours from UTC. Titles, marks, lines, course,
+/// gives them), the editor's defaults, and `timeDiff` hours from UTC; a clock that shows UTC tells nothing
+/// of the place, so 0 leaves the hours to the first track. Titles, marks, lines, course,
 /// wind file and attachments stay as the race before it left them.
 RaceControl NewDraft(const RaceControl& last, int timeDiff);
+
+/// Takes a boat out of the draft; what was set by hand for it goes too, and stays with the boats behind it.
+void RemoveBoat(RaceControl& draft, int boat);
 
 /// "BOAT" and the number of the next boat.
 std::string ProposedBoatName(const RaceControl& race);
@@ -25,11 +29,12 @@ std::string ProposedBoatName(const RaceControl& race);
 /// ends.
 bool FitsBoatLine(std::string_view boatFile);
 
-/// When and where a track begins, and when it ends.
+/// When and where a track begins, when it ends, and how sound it is.
 struct TrackTimes {
     CivilTime First = 0;          ///< UTC
     CivilTime Last = 0;           ///< UTC
     double FirstLongitude = 0.0;  ///< minutes of arc, east positive
+    int SkippedFixes = 0;         ///< left out as faulty
 };
 
 /// First and last fix of a track file in gpsdat. Nothing if the file cannot be read or gives no point on
@@ -37,9 +42,8 @@ struct TrackTimes {
 std::optional<TrackTimes> ReadFirstTrackTimes(const std::filesystem::path& appPath,
                                               const std::string& boatFile);
 
-/// Fills in what a track can tell and the race does not have yet: a TimeDiff of 0 becomes the zone of its
-/// longitude, an empty start the local time four minutes after its first fix, an empty finish that of its
-/// last fix.
+/// Fills in what a track can tell and the race does not have yet: TimeDiff is the zone of its longitude, an
+/// empty start the local time four minutes after its first fix, an empty finish that of its last fix.
 void ProposeTimes(const std::optional<TrackTimes>& track, RaceControl& race);
 
 /// The texts of the editor's fields as they stand.

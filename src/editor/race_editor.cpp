@@ -42,7 +42,7 @@ RaceEditor::RaceEditor(const Settings& settings, RaceControl& race, Services& se
     Frame1.Hide();
     Text13.Hide();
     Command5.SetEnabled(false);
-    Text3.SetText(std::to_string(draft_.TimeDiff));
+    Text3.SetText(TimeDiffText());
     Text5.SetText(NumberText(draft_.BoatLength));
     Text6.SetText(NumberText(draft_.MagVariation));
     Text9.SetText(NumberText(draft_.LayLineUp));
@@ -87,8 +87,12 @@ void RaceEditor::ConnectHints() {
 }
 
 void RaceEditor::Text3_Change() {
-    // A minus sign alone is on its way to a number; the last whole number counts until then.
-    if (const auto hours = StrictInteger(Text3.Text())) draft_.TimeDiff = *hours;
+    // A minus sign alone is on its way to a number; the last hours that were understood count until then.
+    if (const auto hours = ParseTimeDiff(Text3.Text())) draft_.TimeDiff = hours;
+}
+
+std::string RaceEditor::TimeDiffText() const {
+    return draft_.TimeDiff ? NumberText(*draft_.TimeDiff) : std::string();
 }
 
 void RaceEditor::Command1_Click() {
@@ -123,11 +127,15 @@ void RaceEditor::Command2_Click() {
 
 void RaceEditor::TakeFirstTrack(const std::string& boatFile, bool firstBoat) {
     const auto times = ReadFirstTrackTimes(settings_.AppPath, boatFile);
-    if (firstBoat) firstTrack_ = times;
+    if (firstBoat || !firstTrack_) firstTrack_ = times;
     if (!times)
         voice_.Say({"No GPS data in this file, so this boat will have no track",
                     "このファイルにはGPSデータがないため、この艇の軌跡は表示されません"},
                    boatFile);
+    else if (times->SkippedFixes > 0)
+        voice_.Say({"Faulty GPS positions (0/0, or out of all reach) are left out of this file",
+                    "このファイルの異常なGPS位置データ (0/0、または到達不可能な位置) を除外します"},
+                   boatFile + " : " + std::to_string(times->SkippedFixes));
 }
 
 void RaceEditor::Command5_Click() {
@@ -138,10 +146,12 @@ void RaceEditor::Command5_Click() {
 void RaceEditor::Command6_Click() {
     question_.FilePattern = "*.*";
     if (!AskFile(FileQuestion::Mode::MustExist, "raceadmin", "txt")) return;
-    if (!OpenDraft(settings_.AppPath, question_.FileResultName, draft_))
-        return voice_.Say(
-            {"The race control file could not be read", "レース管理ファイルを読み込めませんでした"},
-            question_.FileResultName);
+    const std::string& name = question_.FileResultName;
+    if (!IsRaceFileName(name) || !OpenDraft(settings_.AppPath, name, draft_))
+        return voice_.Say({"This is no race control file, or it could not be read",
+                           "レース管理ファイルではないか、読み込めませんでした"},
+                          name);
+    firstTrack_.reset();
     ForgetTyped();
     RefreshEditor();
     Command5.SetEnabled(true);
@@ -175,7 +185,7 @@ void RaceEditor::List1_MouseDown(const MouseEvent& event) {
     const int before = std::exchange(chosenRow_, List1.ListIndex());
     const int row = chosenRow_ >= 0 ? chosenRow_ : before;
     if (!event.AnyModifier || !draft_.Boats.Holds(row + 1)) return;
-    draft_.Boats.Erase(row + 1);
+    RemoveBoat(draft_, row + 1);
     RefreshEditor();
 }
 
@@ -196,7 +206,7 @@ void RaceEditor::RefreshEditor() {
     ShowUnlessTyped(FinishField, draft_.Finish.Typed());
     ShowUnlessTyped(LengthField, NumberText(draft_.BoatLength));
     ShowUnlessTyped(PreStartField, NumberText(draft_.PreStartMinutes));
-    Text3.SetText(std::to_string(draft_.TimeDiff));
+    Text3.SetText(TimeDiffText());
     Text4.SetText(NumberText(draft_.WindDirection));
     Text6.SetText(NumberText(draft_.MagVariation));
     Text9.SetText(NumberText(draft_.LayLineUp));
@@ -231,6 +241,7 @@ bool RaceEditor::AskFile(FileQuestion::Mode mode, std::string_view folder, std::
     question_.FileMode = mode;
     question_.FileExtension = extension;
     question_.FileFolder = FindBelow(settings_.AppPath, folder);
+    question_.Listed = folder == "raceadmin" ? "*.txt" : "*";
     return ShowFileSelect(settings_, services_.dialogs, question_);
 }
 
@@ -264,6 +275,10 @@ void RaceEditor::SaveAndShow() {
                     {"Save File", "ファイルの保存"}))
         return;
     if (AskFile(FileQuestion::Mode::ToWrite, "raceadmin", "txt")) {
+        if (!IsRaceFileName(question_.FileResultName))
+            return voice_.Say({"The name of a race control file ends in .txt",
+                               "レース管理ファイル名の最後は .txt にしてください"},
+                              question_.FileResultName);
         const std::string before = std::exchange(draft_.RaceFileName, question_.FileResultName);
         if (!SaveDraft()) {
             draft_.RaceFileName = before;

@@ -119,6 +119,7 @@ class RaceEditor : public Form {
     void List1_MouseMove();
     void Text3_Change();
 
+    std::string TimeDiffText() const;
     void RefreshEditor();
     void ShowUnlessTyped(std::size_t field, std::string_view text);
     void ForgetTyped();
@@ -136,7 +137,7 @@ class RaceEditor : public Form {
     FileQuestion& question_;
     std::function<void()> showDisplay_;
     RaceControl draft_;
-    std::optional<TrackTimes> firstTrack_;  // of GpsPath, the file of the first boat added
+    std::optional<TrackTimes> firstTrack_;  // of the first boat added whose file has a fix
     std::vector<TypedField> typed_;
     int chosenRow_ = -1;  // of List1 at the last click
 };

@@ -39,6 +39,9 @@ void TimeSetting::Command4_Click() {
     const std::string start = form_.Text9.Text();
     const std::string finish = form_.Text10.Text();
     session_.TakeTimes(start, finish, AskForName());
+    // Times that were not saved stand in their fields still, however the race was loaded.
+    form_.Text9.SetText(start);
+    form_.Text10.SetText(finish);
 }
 
 bool TimeSetting::TimesPass() const {

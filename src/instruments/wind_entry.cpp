@@ -60,7 +60,8 @@ bool WindEntry::MayEnter() {
         voice_.SayUnder({}, voice_.In(NoRaceFile));
         return false;
     }
-    return !HasWindFile(app_.race) || voice_.Ask(OverwriteQuestion, OverwriteTitle);
+    const bool named = HasWindFile(app_.race) || !app_.race.AbsentWindFile.empty();
+    return !named || voice_.Ask(OverwriteQuestion, OverwriteTitle);
 }
 
 void WindEntry::OfferToSave() {
@@ -79,7 +80,7 @@ void WindEntry::GPIC_MouseDown(const MouseEvent& event) {
 /// Wind that was read from a file since then is not what was entered.
 bool WindEntry::IsHeld() const {
     return !entered_.Empty() && windEntryRace_ == app_.race.RaceFileName &&
-           app_.wind.Count() == entered_.Count() + 2 && app_.wind[1].WindTime == FirstGuardTime;
+           app_.wind.Count() == entered_.Count() + 2 && app_.wind[1].WindTime == FirstTime();
 }
 
 void WindEntry::EnterSample(int seconds, double direction) {
@@ -90,7 +91,7 @@ void WindEntry::EnterSample(int seconds, double direction) {
         windEntryRace_ = race.RaceFileName;
     }
     // Between the guards, so that times never run backward; behind its equals, as entered.
-    seconds = std::clamp(seconds, FirstGuardTime, std::max(race.RaceDuration, FirstGuardTime));
+    seconds = std::min(seconds, std::max(race.RaceDuration, FirstGuardTime));
     const auto behind = std::ranges::upper_bound(entered_, seconds, {}, &WindSample::WindTime);
     entered_.Insert(static_cast<int>(behind - entered_.begin()) + 1,
                     {.WindTime = seconds, .WindSpeed = {}, .WindDirection = direction});
@@ -98,9 +99,14 @@ void WindEntry::EnterSample(int seconds, double direction) {
                      race.RaceFileName.substr(0, race.RaceFileName.find('.')) + "_WIND.CSV");
 }
 
+/// Of the first guard: no entry lies before it.
+int WindEntry::FirstTime() const {
+    return std::min(FirstGuardTime, entered_[1].WindTime);
+}
+
 WindData WindEntry::BetweenGuards() const {
     WindData wind = entered_;
-    wind.Insert(1, {FirstGuardTime, {}, entered_[1].WindDirection});
+    wind.Insert(1, {FirstTime(), {}, entered_[1].WindDirection});
     wind.Add({app_.race.RaceDuration, {}, entered_.Last().WindDirection});
     // The hand sets directions alone; the speeds of a file that is written over stay in their order.
     for (int sample = 1; sample <= std::min(wind.Count(), before_.Count()); ++sample)

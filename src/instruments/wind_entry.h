@@ -29,6 +29,7 @@ class WindEntry {
     void OfferToSave();
     bool MayEnter();
     void EnterSample(int seconds, double direction);
+    int FirstTime() const;
     WindData BetweenGuards() const;
     bool IsHeld() const;
 

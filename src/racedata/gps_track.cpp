@@ -4,10 +4,12 @@
 #include <array>
 #include <cstdlib>
 #include <string_view>
+#include <utility>
 
 #include "base/files.h"
 #include "base/strings.h"
 #include "racedata/gps_track_lines.h"
+#include "racedata/track_faults.h"
 
 namespace keelview {
 namespace {
@@ -24,74 +26,86 @@ bool HasTrackExtension(std::string_view name) {
     return std::find(extensions.begin(), extensions.end(), extension) != extensions.end();
 }
 
-/// Reads the track files of one race, one after another: what one file tells about start and finish holds
-/// for those after it.
+/// Reads the track files of one race, one after another.
 class TrackLoader {
   public:
     TrackLoader(RaceControl& race, Tracks& tracks)
-        : race_(race), tracks_(tracks), start_(race.Start.At()), finish_(race.Finish.At()) {}
+        : race_(race),
+          tracks_(tracks),
+          start_(race.Start.At()),
+          finish_(race.Finish.At()),
+          toLocal_(static_cast<CivilTime>(race.TimeDiff.value_or(0) * 3600)) {}
 
     void LoadTrackFile(std::string_view bytes, Track& track) {
         fixes_.TrackLat.Clear();
         fixes_.TrackLon.Clear();
         fixes_.TrackTime.Clear();
+        fixes_.SkippedFixes = 0;
         lastKept_.reset();
         std::optional<CivilTime> lastParsed;
         TrackLineReader reader;
         while (!bytes.empty()) {
             const std::optional<TrackFix> fix = reader.Read(CutHead(bytes, '\n'));
             if (!fix) continue;
-            const CivilTime time = fix->GpsTime + CivilTime{race_.TimeDiff} * 3600;
+            if (IsNoPlace(fix->Lat, fix->Lon)) {
+                ++fixes_.SkippedFixes;
+                continue;
+            }
+            const CivilTime time = fix->GpsTime + toLocal_;
             lastParsed = time;
-            const CivilTime start = SettleStart(time);
-            if (!IsInside(time, start) || lastKept_ == time) continue;
+            if (!tracks_.FirstGpsTime) tracks_.FirstGpsTime = time;
+            if (!IsInside(time) || lastKept_ == time) continue;
             fixes_.TrackLat.Add(fix->Lat);
             fixes_.TrackLon.Add(fix->Lon);
-            fixes_.TrackTime.Add(static_cast<std::int32_t>(time - start));
+            fixes_.TrackTime.Add(static_cast<std::int32_t>(time - Origin()));
             lastKept_ = time;
         }
+        fixes_.SkippedFixes += DropImpossibleFixes(fixes_);
         track = fixes_;  // a copy is of just the size of the track
         if (lastParsed) tracks_.LastGpsTime = lastParsed;
-        SettleFinish();
+    }
+
+    /// When all files are read: a start or finish that the race does not tell is that of its tracks.
+    void SettleOpenTimes() {
+        std::optional<std::pair<std::int32_t, std::int32_t>> span;
+        for (const Track& track : tracks_.Boats) {
+            if (track.Count() == 0) continue;
+            const auto [first, last] = std::ranges::minmax(track.TrackTime);
+            span = span ? std::pair(std::min(span->first, first), std::max(span->second, last))
+                        : std::pair(first, last);
+        }
+        if (!span) return;
+        const CivilTime origin = Origin();
+        if (!finish_) {
+            race_.DataToTime = origin + span->second;
+            race_.Finish.WorkOut(*race_.DataToTime);
+        }
+        if (start_) return;
+        const CivilTime lead = race_.RaceFileName.empty() ? FirstFixToStart : 0;
+        race_.DataFromTime = origin + span->first;
+        race_.Start.WorkOut(*race_.DataFromTime + lead);
+        for (Track& track : tracks_.Boats)
+            for (std::int32_t& time : track.TrackTime)
+                time -= span->first + static_cast<std::int32_t>(lead);
     }
 
   private:
-    /// The start of the race. A race without one has it four minutes after the first fix, and its finish
-    /// open.
-    CivilTime SettleStart(CivilTime time) {
-        const CivilTime first = tracks_.FirstGpsTime.value_or(time);
-        tracks_.FirstGpsTime = first;
-        if (start_) return *start_;
-        const CivilTime start = first + FirstFixToStart;
-        start_ = start;
-        race_.Start = RaceTime(start);
-        race_.DataFromTime = tracks_.FirstGpsTime;
-        race_.Finish = {};
-        finish_.reset();
-        return start;
-    }
+    /// What the seconds of the fixes count from while files are read. There has been a fix.
+    CivilTime Origin() const { return start_.value_or(tracks_.FirstGpsTime.value_or(0)); }
 
     /// The period by whole clock minutes: a fix in the same minute as either limit is inside.
-    bool IsInside(CivilTime time, CivilTime start) const {
-        if (std::abs(time - start) > FarthestFromStart) return false;
+    bool IsInside(CivilTime time) const {
+        if (std::abs(time - Origin()) > FarthestFromStart) return false;
         if (!finish_) return true;
         return MinuteBoundaries(race_.DataFromTime.value_or(time), time) >= 0 &&
                MinuteBoundaries(time, race_.DataToTime.value_or(*finish_)) >= 0;
     }
 
-    /// A finish that is still open is the last moment of this file.
-    void SettleFinish() {
-        const std::optional<CivilTime> last = lastKept_ ? lastKept_ : tracks_.LastGpsTime;
-        if (finish_ || !last) return;
-        finish_ = last;
-        race_.Finish = RaceTime(*last);
-        race_.DataToTime = last;
-    }
-
     RaceControl& race_;
     Tracks& tracks_;
-    std::optional<CivilTime> start_;
-    std::optional<CivilTime> finish_;
+    const std::optional<CivilTime> start_;
+    const std::optional<CivilTime> finish_;
+    const CivilTime toLocal_;
     std::optional<CivilTime> lastKept_;
     Track fixes_;  // of the present file; kept between files to spare allocations
 };
@@ -142,6 +156,7 @@ std::filesystem::path LoadAllTracks(const std::filesystem::path& appPath, RaceCo
         WidenArea(tracks.Boats[boat], area);
         SettleHomeView(area, scale);
     }
+    loader.SettleOpenTimes();
     return {};
 }
 

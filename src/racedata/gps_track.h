@@ -23,6 +23,7 @@ struct Track {
     OneBased<double> TrackDist;        ///< nautical miles sailed up to the fix
     OneBased<double> TrackSpeed;       ///< knots from the fix to the next
     OneBased<double> TrackCourse;      ///< degrees true from the fix to the next
+    int SkippedFixes = 0;              ///< left out as faulty: no place, or one that no boat reaches
 
     /// The number of fixes.
     int Count() const { return TrackTime.Count(); }
@@ -49,7 +50,7 @@ struct TrackArea {
     double AreaSpan = 0.1;  ///< larger side of the box in minutes of latitude, at least 0.1
 };
 
-/// Where a race without a start has it: so many seconds after the first fix.
+/// Where a single track without a start has it: so many seconds after the first fix.
 inline constexpr CivilTime FirstFixToStart = 240;
 
 /// Called before each file is read, with the boat (from 1).
@@ -58,12 +59,14 @@ using TrackProgress = std::function<void(int boat)>;
 /// The path of a boat's track file, found without regard to case.
 std::filesystem::path TrackPath(const std::filesystem::path& appPath, const std::string& boatFile);
 
-/// Reads the tracks of all boats of the race below `appPath`/gpsdat. Makes `tracks` anew; DataFromTime,
-/// DataToTime, Start and Finish of `race` are read, and worked out from the first track where the start is
-/// not given (four minutes after the first fix). `area` and `scale` are those of the box of all tracks.
+/// Reads the tracks of all boats of the race below `appPath`/gpsdat; without a TimeDiff they stay on the
+/// clock of the GPS. Makes `tracks` anew; DataFromTime,
+/// DataToTime, Start and Finish of `race` are read. A start or finish that is not given is worked out with
+/// its end of the data from all tracks together: the first fix of any boat (four minutes after it where the
+/// race has no race control file) and the last one. `area` and `scale` are those of the box of all tracks.
 /// Returns the path of the first track file that does not exist, with which reading stops; empty when all
-/// were there. A file of 500 bytes or fewer, or with another extension than TRK, DTR, trk or dtr, gives no
-/// points.
+/// were there. Faulty fixes are left out and counted. A file of 500 bytes or fewer, or with another
+/// extension than TRK, DTR, trk or dtr, gives no points.
 std::filesystem::path LoadAllTracks(const std::filesystem::path& appPath, RaceControl& race, Tracks& tracks,
                                     TrackArea& area, EarthScale& scale, const TrackProgress& progress);
 

@@ -7,9 +7,29 @@ namespace keelview {
 
 namespace {
 
+constexpr double MostTimeDiff = 32767;    // hours; more is no number of a file
 constexpr double SpanMarginSeconds = 60;  // beyond race and pre-start
 
 }  // namespace
+
+std::optional<double> ParseTimeDiff(std::string_view text) {
+    const auto hours = StrictNumber(text);
+    if (!hours || std::fabs(*hours) > MostTimeDiff || *hours * 4 != std::floor(*hours * 4)) return {};
+    return hours;
+}
+
+int BoatNumberInFile(const RaceControl& race, int boat) {
+    int number = boat;
+    for (const AbsentBoat& absent : race.AbsentBoats)
+        if (absent.Number <= number) ++number;
+    return number;
+}
+
+int BoatOfNumber(const RaceControl& race, int number) {
+    for (int boat = 1; boat <= race.Boats.Count(); ++boat)
+        if (BoatNumberInFile(race, boat) == number) return boat;
+    return 0;
+}
 
 int ReplaySpan(const RaceControl& race) {
     return FloorToInt(race.RaceDuration + PreStartSeconds(race) + SpanMarginSeconds);

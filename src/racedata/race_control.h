@@ -3,6 +3,7 @@
 #include <cmath>
 #include <optional>
 #include <string>
+#include <string_view>
 #include <utility>
 
 #include "base/dates.h"
@@ -31,7 +32,8 @@ class TextNumber {
     double value_ = 0.0;
 };
 
-/// A moment of the race control file, local time: the text as it was typed, and what it reads as.
+/// A moment of the race control file, local time: the text as it was typed, and what it reads as, or what
+/// the tracks tell where it reads as nothing. What was worked out is never typed.
 class RaceTime {
   public:
     RaceTime() = default;
@@ -39,19 +41,44 @@ class RaceTime {
     /// The moment as its text reads back: one outside the calendar becomes the calendar's end.
     explicit RaceTime(CivilTime at) : RaceTime(DateTimeText(at)) {}
 
+    /// Takes the moment that the tracks tell; the text stays as it was typed.
+    void WorkOut(CivilTime at) {
+        at_ = at;
+        workedOut_ = true;
+    }
+
     const std::string& Typed() const { return typed_; }
-    /// Nothing where the text is no date.
+    /// The moment as it is shown: as it was typed where that is a date.
+    std::string Text() const { return workedOut_ ? DateTimeText(*at_) : typed_; }
+    /// Nothing where the text is no date and nothing was worked out.
     const std::optional<CivilTime>& At() const { return at_; }
     bool Empty() const { return typed_.empty(); }
+    /// Something was typed that is no date.
+    bool Unreadable() const { return !typed_.empty() && (workedOut_ || !at_); }
 
   private:
     std::string typed_;
     std::optional<CivilTime> at_;
+    bool workedOut_ = false;
 };
 
 struct BoatEntry {
     std::string BoatFile;  ///< track file in gpsdat
     std::string BoatName;
+};
+
+/// A boat of the race control file whose track is not there today: the race is shown without it, and its
+/// line stays in the file.
+struct AbsentBoat {
+    int Number = 0;  ///< its place among all boats of the file
+    BoatEntry Entry;
+};
+
+/// What a person has set by hand about a boat's rounding of one entry of the course.
+struct HandPass {
+    int BoatNumber = 0;          ///< the boat's place in the file, absent ones counted
+    int Entry = 0;               ///< of the course
+    std::optional<int> Seconds;  ///< from the start; nothing means not rounded
 };
 
 struct Mark {
@@ -71,15 +98,15 @@ struct Line {
     Position SecondEnd() const { return {LineLat2, LineLon2}; }
 };
 
-/// When a boat passed an entry of the course, as a person set it.
-struct HandPass {
-    int BoatNumber = 0;          ///< of the BN lines of the file, from 1
-    int Entry = 0;               ///< of the course, from 1
-    std::optional<int> Seconds;  ///< from the start; nothing means that the boat did not round
-};
-
 /// Metres; the length of boats where nothing else is told.
 inline constexpr double StandardBoatLength = 4.7;
+
+/// Hours from UTC of the home waters, for a race that does not tell its own.
+inline constexpr double HomeTimeDiff = 9;
+
+/// A time difference as files and fields hold it: a whole text such as "9", "0", "-3.5" or "5.75". Nothing
+/// for what is no number, no multiple of a quarter of an hour, or beyond 16 bits.
+std::optional<double> ParseTimeDiff(std::string_view text);
 
 /// Everything that one race control file says.
 struct RaceControl {
@@ -93,7 +120,7 @@ struct RaceControl {
     RaceTime Finish;                        ///< race finish
     std::optional<CivilTime> DataFromTime;  ///< first moment kept from track and wind files
     std::optional<CivilTime> DataToTime;    ///< last moment kept
-    int TimeDiff = 0;                       ///< hours from UTC to the local time of the race
+    std::optional<double> TimeDiff;         ///< hours from UTC to the local time, in quarters
     double MagVariation = 0.0;              ///< degrees, west negative
     double BoatLength = 0.0;                ///< metres
     double PreStartMinutes = 3.0;           ///< minutes of replay before the start
@@ -104,14 +131,21 @@ struct RaceControl {
     int RaceDuration = 0;                   ///< seconds from start to finish, as the loader settled it
 
     OneBased<BoatEntry, MaxBoats> Boats;
+    OneBased<AbsentBoat> AbsentBoats;  ///< by their number; with Boats at most MaxBoats
+    OneBased<HandPass> HandPasses;     ///< by boat and entry, one at most for each
     OneBased<Mark, MaxMarks> Marks;
     OneBased<Line, MaxLines> Lines;
     OneBased<std::string, MaxCourseEntries> CourseOrder;  ///< "L1", "MK3", in sailing order
-    OneBased<std::string, MaxCells> MapFile;              ///< coastline cells in use
-    OneBased<std::string, MaxAttachments> AttachFile;     ///< documents in attachment
-    OneBased<HandPass> HandPasses;  ///< these hold, whatever the tracks say; of one cell the last
-    std::string WindFileName;       ///< in winddat; empty means the race has no wind data
+    OneBased<std::string, MaxCells> MapFile;  ///< coastline cells in use, for who hands the race on
+    OneBased<std::string, MaxAttachments> AttachFile;  ///< documents in attachment
+    std::string WindFileName;    ///< in winddat; empty means the race has no wind data
+    std::string AbsentWindFile;  ///< the wind file that the race names and that is not there today
 };
+
+/// The place of a boat of the race among all boats of its file, the absent ones counted.
+int BoatNumberInFile(const RaceControl& race, int boat);
+/// The way back; 0 for an absent boat and for none.
+int BoatOfNumber(const RaceControl& race, int number);
 
 /// Seconds of replay before the start.
 inline double PreStartSeconds(const RaceControl& race) {
@@ -158,7 +192,7 @@ inline bool HasLegs(const RaceControl& race) {
     return race.CourseOrder.Count() > 1;
 }
 
-/// The race names a wind file.
+/// The race has a wind file, and it is there.
 inline bool HasWindFile(const RaceControl& race) {
     return !race.WindFileName.empty();
 }

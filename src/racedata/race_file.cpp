@@ -3,8 +3,8 @@
 #include <algorithm>
 #include <cmath>
 #include <optional>
-#include <string_view>
 #include <unordered_map>
+#include <utility>
 
 #include "base/files.h"
 #include "base/strings.h"
@@ -32,6 +32,12 @@ std::filesystem::path RacePath(const std::filesystem::path& appPath, const std::
 double UsableNumber(std::string_view text) {
     const double value = LenientNumber(text);
     return std::fabs(value) <= LargestNumber ? value : 0.0;
+}
+
+std::optional<int> WholeNumber(std::string_view text, int lowest, int highest) {
+    const auto value = StrictNumber(text);
+    if (!value || *value < lowest || *value > highest || *value != std::floor(*value)) return {};
+    return static_cast<int>(*value);
 }
 
 /// Takes lines into a race, one by one.
@@ -78,6 +84,7 @@ class LineReader {
         if (key == "NU") return (race_.NorthUp = LenientNumber(rest) > 0), true;
         if (key == "TD") return ReadTimeDiff(rest);
         if (key == "LL") return ReadLayLines(rest);
+        if (key == "PT") return ReadHandPass(rest);
         if (key != "BT") return false;
         // More than a week before the start is no pre-start.
         race_.PreStartMinutes = std::clamp(UsableNumber(rest), 0.0, 10080.0);
@@ -90,8 +97,8 @@ class LineReader {
     }
 
     bool ReadTimeDiff(std::string_view rest) {
-        const auto hours = StrictInteger(Trim(rest));
-        if (hours) race_.TimeDiff = *hours;
+        const auto hours = ParseTimeDiff(rest);
+        if (hours) race_.TimeDiff = hours;
         return hours.has_value();
     }
 
@@ -135,6 +142,23 @@ class LineReader {
         return race_.Lines.Add({Number(lat1), Number(lon1), Number(lat2), Number(lon2)});
     }
 
+    /// A later line about the same boat and entry takes the place of the earlier one.
+    bool ReadHandPass(std::string_view rest) {
+        if (std::ranges::count(rest, ',') != 2) return false;
+        const auto boat = WholeNumber(CutHead(rest, ','), 1, MaxBoats);
+        const auto entry = WholeNumber(CutHead(rest, ','), 1, MaxCourseEntries);
+        const auto seconds = WholeNumber(rest, -LongestRace, LongestRace);
+        if (!boat || !entry || (!seconds && Trim(rest) != "-")) return false;
+        const auto cell = [](const HandPass& pass) { return std::pair(pass.BoatNumber, pass.Entry); };
+        const HandPass pass{*boat, *entry, seconds};
+        const auto at = std::ranges::lower_bound(race_.HandPasses, cell(pass), {}, cell);
+        if (at != race_.HandPasses.end() && cell(*at) == cell(pass))
+            *at = pass;
+        else
+            race_.HandPasses.Insert(static_cast<int>(at - race_.HandPasses.begin()) + 1, pass);
+        return true;
+    }
+
     bool ReadAttachment(std::string_view rest) {
         return race_.AttachFile.Add(std::string(reader_ == Reader::Distribution ? Trim(rest) : rest));
     }
@@ -155,28 +179,47 @@ RaceControl Emptied(const RaceControl& race) {
     return empty;
 }
 
-/// Reads all lines of the race's file; the number of lines that said nothing, or nothing without a file.
-std::optional<int> ReadLines(const std::filesystem::path& appPath, RaceControl& race, Reader reader) {
+/// Takes out what was set by hand for boats or entries that the file does not have; how many that were.
+int DropPassesOfNobody(RaceControl& race) {
+    OneBased<HandPass> kept;
+    for (const HandPass& pass : race.HandPasses)
+        if (race.Boats.Holds(pass.BoatNumber) && race.CourseOrder.Holds(pass.Entry)) kept.Add(pass);
+    const int dropped = race.HandPasses.Count() - kept.Count();
+    race.HandPasses = std::move(kept);
+    return dropped;
+}
+
+/// How many lines of a file said something, and how many did not.
+struct LineCount {
+    int Known = 0;
+    int Skipped = 0;
+    bool Binary = false;
+};
+
+/// Reads all lines of the race's file; nothing without a file.
+std::optional<LineCount> ReadLines(const std::filesystem::path& appPath, RaceControl& race, Reader reader) {
     const auto bytes = ReadWholeFile(RacePath(appPath, race.RaceFileName), FileLimit);
     if (!bytes) return {};
     const std::string text = DecodeText(*bytes).Utf8;
     LineReader lines(race, reader);
-    int skipped = 0;
-    for (const std::string_view line : Lines(text))
-        if (!lines.Read(line)) ++skipped;
-    return skipped;
+    LineCount count;
+    for (const std::string_view line : Lines(text)) ++(lines.Read(line) ? count.Known : count.Skipped);
+    if (reader != Reader::Distribution) count.Skipped += DropPassesOfNobody(race);
+    count.Binary = bytes->find('\0') != std::string::npos;
+    return count;
 }
 
-std::vector<std::string> RemoveMissingBoats(const std::filesystem::path& appPath, RaceControl& race) {
+std::vector<std::string> SetAbsentBoatsAside(const std::filesystem::path& appPath, RaceControl& race) {
     std::vector<std::string> missing;
-    for (int boat = 1; boat <= race.Boats.Count();) {
-        const std::string& file = race.Boats[boat].BoatFile;
-        if (IsFile(TrackPath(appPath, file))) {
-            ++boat;
-            continue;
+    const auto all = std::exchange(race.Boats, {});
+    for (int number = 1; number <= all.Count(); ++number) {
+        const BoatEntry& boat = all[number];
+        if (IsFile(TrackPath(appPath, boat.BoatFile))) {
+            race.Boats.Add(boat);
+        } else {
+            race.AbsentBoats.Add({number, boat});
+            missing.push_back(boat.BoatFile);
         }
-        missing.push_back(file);
-        race.Boats.Erase(boat);
     }
     return missing;
 }
@@ -192,25 +235,27 @@ void SettlePeriod(CivilTime lead, RaceControl& race) {
 
 }  // namespace
 
+bool IsRaceFileName(std::string_view name) {
+    return name.size() > 4 && EqualNoCase(name.substr(name.size() - 4), ".txt");
+}
+
 RaceFileReport ReadRaceFile(const std::filesystem::path& appPath, RaceControl& race) {
     race = Emptied(race);
     RaceFileReport report;
-    const auto skipped = ReadLines(appPath, race, Reader::Display);
-    report.Opened = skipped.has_value();
-    report.SkippedLines = skipped.value_or(0);
-    if (!WindFileExists(appPath, race)) race.WindFileName.clear();
-    report.MissingTracks = RemoveMissingBoats(appPath, race);
+    const auto lines = ReadLines(appPath, race, Reader::Display);
+    report.Opened = lines.has_value();
+    report.SkippedLines = lines.value_or(LineCount{}).Skipped;
+    if (!WindFileExists(appPath, race)) race.AbsentWindFile = std::exchange(race.WindFileName, {});
+    report.MissingTracks = SetAbsentBoatsAside(appPath, race);
     if (race.BoatLength == 0) race.BoatLength = DefaultBoatLength;
-    // A text that is no date counts as not given, so that the tracks can still tell.
-    if (!race.Start.At()) race.Start = {};
-    if (!race.Finish.At()) race.Finish = {};
     SettlePeriod(static_cast<CivilTime>(PreStartSeconds(race)) + LeadSeconds, race);
     return report;
 }
 
 bool ReadRaceFileForEdit(const std::filesystem::path& appPath, RaceControl& race) {
     race = Emptied(race);
-    if (!ReadLines(appPath, race, Reader::Editor)) return false;
+    const auto lines = ReadLines(appPath, race, Reader::Editor);
+    if (!lines || lines->Binary || lines->Known == 0) return false;
     SettlePeriod(EditorLeadSeconds, race);
     return true;
 }
@@ -231,7 +276,7 @@ class LineWriter {
     explicit LineWriter(const RaceControl& race) : race_(race) {}
 
     std::vector<std::string> Write() {
-        Text("WF", race_.WindFileName);
+        Text("WF", HasWindFile(race_) ? race_.WindFileName : race_.AbsentWindFile);
         Text("T1", race_.RaceTitle1);
         Text("T2", race_.RaceTitle2);
         Text("T3", race_.RaceTitle3);
@@ -239,10 +284,11 @@ class LineWriter {
         if (race_.BoatLength > 0) Text("LG", LengthText());
         Text("ST", race_.Start.Typed());
         Text("FT", race_.Finish.Typed());
-        if (race_.TimeDiff != 0) Text("TD", std::to_string(race_.TimeDiff));
+        if (race_.TimeDiff) Text("TD", NumberText(*race_.TimeDiff));
         if (race_.WindDirection != 0) Text("WD", NumberText(race_.WindDirection));
         if (race_.NorthUp) lines_.emplace_back("NU, 1");
-        WriteBoatsAndCourse();
+        WriteBoats();
+        WriteCourse();
         for (const std::string& cell : race_.MapFile) Text("MAP", cell);
         lines_.push_back("LL, " + NumberText(race_.LayLineUp) + "," + NumberText(race_.LayLineDown));
         lines_.push_back("BT," + std::to_string(FloorToInt(race_.PreStartMinutes + 0.5)));
@@ -257,9 +303,19 @@ class LineWriter {
     /// A length is held in single precision: 4.7, not 4.69999980926514.
     std::string LengthText() const { return NumberText(std::round(race_.BoatLength * 1e6) / 1e6); }
 
-    void WriteBoatsAndCourse() {
-        for (const BoatEntry& boat : race_.Boats)
-            lines_.push_back("BN, " + boat.BoatFile + ", " + boat.BoatName);
+    void WriteBoats() {
+        auto boat = race_.Boats.begin();
+        auto absent = race_.AbsentBoats.begin();
+        const int count = race_.Boats.Count() + race_.AbsentBoats.Count();
+        for (int number = 1; number <= count; ++number) {
+            const bool isAbsent = boat == race_.Boats.end() ||
+                                  (absent != race_.AbsentBoats.end() && absent->Number == number);
+            const BoatEntry& entry = isAbsent ? (absent++)->Entry : *boat++;
+            lines_.push_back("BN, " + entry.BoatFile + ", " + entry.BoatName);
+        }
+    }
+
+    void WriteCourse() {
         for (const Mark& mark : race_.Marks)
             lines_.push_back("MK, " + mark.MarkLat.Text() + ", " + mark.MarkLon.Text());
         for (const Line& line : race_.Lines)
@@ -269,6 +325,9 @@ class LineWriter {
         std::string course = "CRS";
         for (const std::string& entry : race_.CourseOrder) course += ", " + entry;
         lines_.push_back(std::move(course));
+        for (const HandPass& pass : race_.HandPasses)
+            lines_.push_back("PT, " + std::to_string(pass.BoatNumber) + ", " + std::to_string(pass.Entry) +
+                             ", " + (pass.Seconds ? std::to_string(*pass.Seconds) : "-"));
     }
 
     const RaceControl& race_;
@@ -322,9 +381,10 @@ std::optional<std::string> EncodeRace(const std::vector<std::string>& lines, con
 std::error_code SaveRaceFile(const std::filesystem::path& appPath, const RaceControl& race) {
     if (race.RaceFileName.empty()) return {};
     const auto path = RacePath(appPath, race.RaceFileName);
-    const std::string old = ReadWholeFile(path, FileLimit).value_or(std::string());
-    const auto bytes = EncodeRace(LineWriter(race).Write(), old);
+    const std::optional<std::string> old = ReadWholeFile(path, FileLimit);
+    const auto bytes = EncodeRace(LineWriter(race).Write(), old.value_or(std::string()));
     if (!bytes) return std::make_error_code(std::errc::illegal_byte_sequence);
+    if (bytes == old) return {};
     return WriteFileAtomically(path, *bytes);
 }
 

@@ -23,7 +23,7 @@ std::filesystem::path WindPath(const std::filesystem::path& appPath, const RaceC
 }
 
 bool InPeriod(const RaceControl& race, CivilTime time) {
-    if (race.Finish.Empty()) return true;
+    if (!race.Finish.At()) return true;
     return (!race.DataFromTime || MinuteBoundaries(*race.DataFromTime, time) >= 0) &&
            (!race.DataToTime || MinuteBoundaries(time, *race.DataToTime) >= 0);
 }

@@ -74,10 +74,10 @@ void WriteRace(JsonWriter& json, const RaceControl& race) {
     json.BeginArray();
     for (const auto* title : {&race.RaceTitle1, &race.RaceTitle2, &race.RaceTitle3}) json.String(*title);
     json.EndArray();
-    json.Member("start", race.Start.Typed());
-    json.Member("finish", race.Finish.Typed());
+    json.Member("start", race.Start.Text());
+    json.Member("finish", race.Finish.Text());
     json.Member("duration", race.RaceDuration);
-    json.Member("time_diff", race.TimeDiff);
+    json.Member("time_diff", race.TimeDiff.value_or(HomeTimeDiff));
     json.Member("mag_variation", race.MagVariation);
     json.Member("wind_direction", race.WindDirection);
     json.Member("boat_length", race.BoatLength);
@@ -106,6 +106,7 @@ void WriteScale(JsonWriter& json, const RaceNumbers& numbers) {
 void WriteTimes(JsonWriter& json, const Track& track) {
     const int points = track.Count();
     json.Member("points", points);
+    json.Member("skipped_fixes", track.SkippedFixes);
     if (points == 0) {
         for (const auto* name : {"first_time", "last_time"}) {
             json.Key(name);

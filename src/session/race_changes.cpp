@@ -50,6 +50,7 @@ void RaceChanges::Remove(const CourseKey& entry) {
 
 void RaceChanges::ClearCourse() {
     app_.race.CourseOrder.Clear();
+    app_.race.HandPasses.Clear();
     CourseChanged();
 }
 

@@ -29,6 +29,7 @@ class RaceChanges {
     /// Takes a mark or line away; the numbers of the following ones fall by one. As its entries would mean
     /// others then, the course is emptied.
     void Remove(const CourseKey& entry);
+    /// What was set by hand for its entries goes with them.
     void ClearCourse();
 
     /// The race's wind, degrees; the map turns with it.

@@ -7,6 +7,7 @@
 #include "base/bilingual.h"
 #include "base/files.h"
 #include "base/numbers.h"
+#include "session/load_notes.h"
 #include "session/start_gun.h"
 
 namespace keelview {
@@ -33,7 +34,8 @@ RaceSession::RaceSession(AppState& app, Services& services)
     app_.clock = {};
     app_.now = {};
     app_.shown = {};
-    app_.race.TimeDiff = TimeZoneOfLongitude(app_.view.ViewCentreLon);
+    app_.race.TimeDiff.reset();
+    if (app_.view.ViewCentreLon != 0) app_.race.TimeDiff = TimeZoneOfLongitude(app_.view.ViewCentreLon);
     form_.HScroll1.SetRange(1, 19);
     form_.HScroll1.SetValue(5);
     form_.OnKeyDown = [this](int key) { form_.HeldKey = key; };
@@ -67,12 +69,11 @@ bool RaceSession::LoadRace() {
     const bool sound = ReadRaceData();
     if (sound) {
         film_.SetRace();
-        ComposeTitle();
+        ComposeTitle(app_.race);
         ResetDisplay();
         ShowModeControls();
         ShowRaceTimes();
         LayOut();
-        SaveCells();
         stage_.SetDark(false);
         stage_.Repaint(Changed::All);
         stage_.ShowMoment();
@@ -82,27 +83,26 @@ bool RaceSession::LoadRace() {
     return sound;
 }
 
+/// Takes the race that the state names, once it is sound; else the one before it stays as it was.
 bool RaceSession::ReadRaceData() {
-    const int boatsBefore = app_.race.Boats.Count();
-    const LoadResult result =
-        keelview::LoadRace(app_.settings.AppPath, app_, [this](int boat) { ShowLoadProgress(boat); });
+    RaceNumbers next;
+    next.race = app_.race;
+    const LoadResult result = keelview::LoadRace(app_.settings.AppPath, next,
+                                                 [&](int boat) { ShowLoadProgress(next.race, boat); });
     HideLoadProgress();
-    otherBoats_ = otherBoats_ || app_.race.Boats.Count() != boatsBefore;
-    app_.view.ScreenUpDirection = app_.race.RaceFileName.empty() ? 0 : ScreenUp(app_.race);
-    if (!app_.report.MissingTracks.empty()) {
-        const std::string& name = app_.report.MissingTracks.front();
+    if (const std::string notes = LoadNotes(next.race, voice_.English()); !notes.empty()) {
         services_.platform.SetBusyPointer(false);
-        voice_.SayUnder(
-            {}, voice_.English()
-                    ? "GPSfile -- " + name + " -- could not be found\r\nThis boat will be ignored"
-                    : "GPSfile -- " + name + " -- はありませんでした。\r\nこの艇を無視して表示します。");
+        voice_.SayUnder({}, notes);
     }
-    return TellOutcome(result);
+    if (!TellOutcome(next.race.RaceFileName, result)) return false;
+    otherBoats_ = otherBoats_ || app_.race.Boats.Count() != next.race.Boats.Count();
+    static_cast<RaceNumbers&>(app_) = std::move(next);
+    app_.view.ScreenUpDirection = ScreenUp(app_.race);
+    return true;
 }
 
 /// False if there is nothing to show; the person is told why.
-bool RaceSession::TellOutcome(const LoadResult& result) {
-    const std::string& name = app_.race.RaceFileName;
+bool RaceSession::TellOutcome(const std::string& name, const LoadResult& result) {
     const std::string missing = result.Missing.string();
     switch (result.Outcome) {
         case LoadOutcome::Sound:
@@ -126,8 +126,7 @@ bool RaceSession::Refuse(std::string_view english, std::string_view japanese) {
     return false;
 }
 
-void RaceSession::ComposeTitle() {
-    const RaceControl& race = app_.race;
+void RaceSession::ComposeTitle(const RaceControl& race) {
     std::string title = voice_.Str({" \"Keelview\" Race Browser", "キールビュー"});
     for (const std::string* part : {&race.RaceTitle1, &race.RaceTitle2, &race.RaceTitle3})
         if (!part->empty()) title += "   " + *part;
@@ -173,8 +172,8 @@ void RaceSession::ShowModeControls() {
 }
 
 void RaceSession::ShowRaceTimes() {
-    form_.Text9.SetText(app_.race.Start.Typed());
-    form_.Text10.SetText(app_.race.Finish.Typed());
+    form_.Text9.SetText(app_.race.Start.Text());
+    form_.Text10.SetText(app_.race.Finish.Text());
 }
 
 void RaceSession::LayOut() {
@@ -186,11 +185,6 @@ void RaceSession::LayOut() {
     if (std::exchange(otherBoats_, false)) stage_.Repaint(Changed::Boats);
 }
 
-/// The distribution builder finds in the race control file which cells of the coast the race needs.
-void RaceSession::SaveCells() {
-    if (app_.settings.EditMode && !app_.race.MapFile.Empty()) saver_.Save();
-}
-
 void RaceSession::ReloadRace() {
     if (LoadRace())
         form_.Picture12.SetVisible(form_.Check5.Value());
@@ -199,18 +193,29 @@ void RaceSession::ReloadRace() {
 }
 
 void RaceSession::OpenOtherRace(const std::string& raceFileName) {
-    otherBoats_ = true;
-    saver_.Forget();
+    const RaceControl shown = app_.race;
     app_.race.RaceFileName = raceFileName;
     app_.race.SingleTrackFile.clear();
-    ReloadRace();
+    otherBoats_ = true;
+    if (LoadRace()) {
+        saver_.Forget();
+        form_.Picture12.SetVisible(form_.Check5.Value());
+        return;
+    }
+    app_.race = shown;
+    ComposeTitle(shown);
+    otherBoats_ = false;
+    stage_.SetDark(false);
+    stage_.Repaint(Changed::All);
+    film_.Release(Film::Hold::Loading);
 }
 
 void RaceSession::TakeTimes(const std::string& start, const std::string& finish,
                             const std::string& saveAs) {
     const RaceControl before = app_.race;
-    app_.race.Start = RaceTime(start);
-    app_.race.Finish = RaceTime(finish);
+    // A time that stands as the tracks told it is not typed by that.
+    if (start != before.Start.Text()) app_.race.Start = RaceTime(start);
+    if (finish != before.Finish.Text()) app_.race.Finish = RaceTime(finish);
     app_.race.DataFromTime = app_.race.Start.At();
     app_.race.DataToTime = app_.race.Finish.At();
     const bool saved = !saveAs.empty() && saver_.SaveAs(saveAs);
@@ -245,14 +250,14 @@ void RaceSession::Form_Unload() {
     if (OnClosed) OnClosed();
 }
 
-void RaceSession::ShowLoadProgress(int boat) {
-    ComposeTitle();  // it is known before the tracks are
-    const std::string& file = app_.race.Boats[boat].BoatFile;
-    const std::string of = std::to_string(boat) + " / " + std::to_string(app_.race.Boats.Count());
-    const std::string text = app_.race.RaceFileName + "    ( " + of + ")\r\n" +
+void RaceSession::ShowLoadProgress(const RaceControl& race, int boat) {
+    ComposeTitle(race);  // it is known before the tracks are
+    const std::string& file = race.Boats[boat].BoatFile;
+    const std::string of = std::to_string(boat) + " / " + std::to_string(race.Boats.Count());
+    const std::string text = race.RaceFileName + "    ( " + of + ")\r\n" +
                              (voice_.English() ? "Loading GPS data     ( " + file + ")"
                                                : "GPSﾃﾞｰﾀ　（　" + file + "）　を読み込み中");
-    const double share = static_cast<double>(boat) / app_.race.Boats.Count();
+    const double share = static_cast<double>(boat) / race.Boats.Count();
     if (OnProgress && OnProgress(text, share)) return;
     const double middle = form_.Picture1.Width() / 2;
     const double top = form_.Picture1.Height() / 2 - 16;

@@ -31,7 +31,8 @@ class RaceSession {
     /// Loads the open race anew on the same display, which is closed if there is nothing to show.
     void ReloadRace();
 
-    /// Closes the race that is shown and opens another one on the same display.
+    /// Opens another race on the same display. One that has nothing to show leaves that which is shown, and
+    /// the person has been told.
     void OpenOtherRace(const std::string& raceFileName);
 
     /// Takes start and finish, saves the race under a name unless that is empty, and loads it anew. A race
@@ -55,14 +56,13 @@ class RaceSession {
 
   private:
     bool ReadRaceData();
-    bool TellOutcome(const LoadResult& result);
-    void ComposeTitle();
+    bool TellOutcome(const std::string& name, const LoadResult& result);
+    void ComposeTitle(const RaceControl& race);
     void ResetDisplay();
     void ShowModeControls();
     void ShowRaceTimes();
     void LayOut();
-    void SaveCells();
-    void ShowLoadProgress(int boat);
+    void ShowLoadProgress(const RaceControl& race, int boat);
     void HideLoadProgress();
     bool Refuse(std::string_view english, std::string_view japanese);
     void Timer2_Timer();

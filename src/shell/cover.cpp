@@ -52,6 +52,7 @@ Cover::Cover(Settings& settings, RaceControl& race, Services& services, CoverDoo
     Settings other = settings;
     other.UseEnglish = !settings.UseEnglish;
     Command10.SetVisible(IsFile(ManualPath(settings)) || IsFile(ManualPath(other)));
+    for (Button* maker : {&Command1, &Command2, &Command8, &Command9}) maker->SetEnabled(settings.EditMode);
     ConnectButtons();
     ConnectHints();
 }

@@ -24,7 +24,7 @@ struct CoverDoors {
 };
 
 /// The menu of the full program. It names the race that the display is to open, and keeps in the settings
-/// whether its list shows races.
+/// whether its list shows races. A browse-only copy offers nothing there that changes files.
 class Cover : public Form {
     static constexpr TextBox::Kind Hint{
         .Alignment = Align::Centre, .Border = false, .MultiLine = true, .ReadOnly = true};

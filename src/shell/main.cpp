@@ -17,5 +17,6 @@ int main(int argc, char** argv) {
     if (outcome == StartOutcome::End) return 0;
     Program program(*app, services,
                     [&application](std::function<void()> task) { application.Later(std::move(task)); });
-    return program.Start(outcome) ? application.Run() : 0;
+    program.Start(outcome);
+    return application.Run();
 }

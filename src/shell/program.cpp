@@ -10,10 +10,8 @@ namespace keelview {
 Program::Program(AppState& app, Services& services, Later later)
     : app_(app), services_(services), later_(std::move(later)) {}
 
-bool Program::Start(StartOutcome outcome) {
-    if (outcome == StartOutcome::ShowRace) return OpenDisplay();
-    ShowMenu();
-    return true;
+void Program::Start(StartOutcome outcome) {
+    if (outcome != StartOutcome::ShowRace || !OpenDisplay()) ShowMenu();
 }
 
 void Program::ShowMenu() {
@@ -72,8 +70,7 @@ void Program::ConnectDisplay() {
     opened_->desk.OnReferences = [this] {
         ReferenceViewer(app_.settings, app_.race, services_).ShowModal();
     };
-    if (!app_.settings.EditMode)
-        session.Display().OnQueryUnload = [this] { services_.platform.EndProcess(); };
+    if (!menu_) session.Display().OnQueryUnload = [this] { services_.platform.EndProcess(); };
 }
 
 void Program::Display_Closed() {

@@ -25,8 +25,8 @@ class Program {
     Program(AppState& app, Services& services, Later later);
 
     /// Shows the first form: the menu, or the race of the shared state, with whose closing the process
-    /// ends. False if there is nothing to show; the person has been told.
-    bool Start(StartOutcome outcome);
+    /// ends. Where that race has nothing to show the person has been told, and chooses from the menu.
+    void Start(StartOutcome outcome);
 
     Cover* TheMenu() { return menu_.get(); }                            ///< none where one race is all
     RaceEditor* TheEditor() { return editor_.get(); }                   ///< none while it is closed

@@ -105,7 +105,8 @@ class Soak : public QObject {
             program_ = std::make_unique<Program>(*app_, services, [this](std::function<void()> task) {
                 application_.Later(std::move(task));
             });
-            if (program_->Start(outcome)) application_.Run();
+            program_->Start(outcome);
+            application_.Run();
         }
         SetProcessEnded(true);
         program_.reset();
