@@ -29,4 +29,10 @@ std::optional<std::string> ScriptedDialogs::Input(std::string_view prompt, std::
     return Next("input", prompt, title).Text;
 }
 
+std::optional<std::size_t> ScriptedDialogs::Choose(const std::vector<std::string>& entries) {
+    std::string menu;
+    for (const std::string& entry : entries) menu += (menu.empty() ? "" : "|") + entry;
+    return Next("choose", menu, {}).Chosen;
+}
+
 }  // namespace keelview
