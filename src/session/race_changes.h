@@ -1,5 +1,6 @@
 #pragma once
 
+#include <optional>
 #include <string>
 
 #include "base/bilingual.h"
@@ -31,6 +32,11 @@ class RaceChanges {
     void Remove(const CourseKey& entry);
     void ClearCourse();
 
+    /// When a boat passed an entry of the course, as the person says: at a second, or (nothing) not at all.
+    void SetPass(int boat, int entry, std::optional<int> seconds);
+    /// Takes back what the person said.
+    void PassAsFound(int boat, int entry);
+
     /// The race's wind, degrees; the map turns with it.
     void SetWindDirection(double direction);
     /// North or the wind at the top of the map. It is written with the next save.
@@ -41,6 +47,7 @@ class RaceChanges {
 
   private:
     bool Refuse(const Text& why) const;
+    void ForgetHandPass(int boat, int entry);
     void CourseChanged();
 
     AppState& app_;
