@@ -52,6 +52,11 @@ inline std::optional<int> PassTime(const MarkPasses& passes, int boat, int entry
     return MarkPasses::CellOf(passes.MarkPassTime, boat, entry);
 }
 
+/// A person has set that time, or taken it away.
+inline bool IsByHand(const MarkPasses& passes, int boat, int entry) {
+    return MarkPasses::CellOf(passes.MarkPassSource, boat, entry) == PassSource::Hand;
+}
+
 /// The miles that it had sailed by then; 0 where it has no time.
 inline double PassMiles(const MarkPasses& passes, int boat, int entry) {
     return MarkPasses::CellOf(passes.MarkPassDist, boat, entry);

@@ -221,7 +221,7 @@ void Canvas::Cls() {
 }
 
 void Canvas::Print(std::string_view text) {
-    const double lineHeight = pen_->LineHeight(FontSize);
+    const double lineHeight = pen_->LineHeight({FontSize, FontItalic});
     const double x = CurrentX * UnitX();
     double y = CurrentY * UnitY();
     for (std::size_t begin = 0, end = 0; end != std::string_view::npos; begin = end + 1) {
@@ -229,7 +229,7 @@ void Canvas::Print(std::string_view text) {
         std::string_view line = text.substr(begin, end == std::string_view::npos ? end : end - begin);
         if (end != std::string_view::npos && line.ends_with('\r')) line.remove_suffix(1);
         if (Near(x, y) && !line.empty()) {
-            const double width = pen_->DrawText(line, {x, y}, FontSize, ForeColor);
+            const double width = pen_->DrawText(line, {x, y}, {FontSize, FontItalic}, ForeColor);
             Changed(Bounds{{x, y}, {x + width, y + lineHeight}}.Grown(2 * EdgeRoom));
         }
         y += lineHeight;
@@ -245,7 +245,7 @@ void Canvas::PrintAt(double x, double y, std::string_view text) {
 }
 
 double Canvas::TextWidth(std::string_view text) const {
-    return pen_->TextWidth(text, FontSize) / UnitX();
+    return pen_->TextWidth(text, {FontSize, FontItalic}) / UnitX();
 }
 
 void Canvas::PaintPicture(const Picture& picture, double x, double y) {

@@ -65,6 +65,7 @@ class Canvas {
     double CurrentX = 0.0;
     double CurrentY = 0.0;
     double FontSize = 9.0;  ///< points
+    bool FontItalic = false;
 
     /// Coordinates run from 0 to these instead of pixels.
     void SetUserScale(double scaleWidth, double scaleHeight);

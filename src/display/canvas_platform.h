@@ -11,15 +11,23 @@
 /// done in `raster`.
 namespace keelview {
 
+/// How the letters of a text look.
+struct Lettering {
+    double Points = 9.0;
+    bool Italic = false;
+    bool operator==(const Lettering&) const = default;
+};
+
 /// Puts texts, and pictures of another sharpness, into an image that stays where it is in memory as long as
 /// the pen lives. Places and sizes are pixels of the image's layout; texts have no line ends.
 class PlatformPen {
   public:
     virtual ~PlatformPen() = default;
-    virtual double LineHeight(double points) = 0;
-    virtual double TextWidth(std::string_view text, double points) = 0;
+    virtual double LineHeight(const Lettering& lettering) = 0;
+    virtual double TextWidth(std::string_view text, const Lettering& lettering) = 0;
     /// Draws a line of text under its top left; gives a width that it cannot exceed.
-    virtual double DrawText(std::string_view line, const Point& topLeft, double points, Colour colour) = 0;
+    virtual double DrawText(std::string_view line, const Point& topLeft, const Lettering& lettering,
+                            Colour colour) = 0;
     /// Draws a picture at its own size, smoothly, where its pixels do not fall upon those of the image.
     virtual void DrawPicture(const Pixels& picture, const Point& topLeft) = 0;
 };

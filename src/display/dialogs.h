@@ -1,8 +1,10 @@
 #pragma once
 
+#include <cstddef>
 #include <optional>
 #include <string>
 #include <string_view>
+#include <vector>
 
 namespace keelview {
 
@@ -15,6 +17,8 @@ class Dialogs {
     /// One line of text; nothing when the person cancels.
     virtual std::optional<std::string> Input(std::string_view prompt, std::string_view title,
                                              std::string_view proposal) = 0;
+    /// A menu at the pointer; the index of the entry that the person chose, nothing when none is.
+    virtual std::optional<std::size_t> Choose(const std::vector<std::string>& entries) = 0;
 };
 
 }  // namespace keelview

@@ -17,11 +17,7 @@ namespace keelview {
 namespace {
 
 constexpr double PageLeft = 5.0;
-constexpr double HeaderTop = 65.0;
 constexpr double TitleTop = 45.0;
-constexpr double NumberIndent = 93.0;  // from a column's left to the right edge of its numbers
-constexpr double LegTableGap = 140.0;  // from the last column of the left table to the right table
-constexpr double LegNumberIndent = 30.0;
 
 constexpr Text CumulativeTitles[] = {{"<Mk rnd time : sec>", "<マーク通過時間 : 秒>"},
                                      {"<Acc sailed dist : m>", "<累計帆走距離：ｍ>"},
@@ -29,14 +25,6 @@ constexpr Text CumulativeTitles[] = {{"<Mk rnd time : sec>", "<マーク通過�
 constexpr Text LegTitles[] = {{"< Time by leg : sec >", "<レグ毎の所要時間 : 秒 >"},
                               {"< Sailed dist by leg : m >", "<レグ毎の帆走距離 : ｍ >"},
                               {"< Speed by leg : Kts >", "<レグ毎の帆走速度：ノット>"}};
-
-double RowTop(int boat) {
-    return boat * DataRowPitch + HeaderTop;
-}
-
-double LegTableLeft(const RaceControl& race) {
-    return race.CourseOrder.Count() * StatColWidth(race) + LegTableGap;
-}
 
 }  // namespace
 
@@ -83,13 +71,13 @@ void LegTables::DrawTables(const LegStatistics& statistics) {
 
 void LegTables::DrawBoatRow(int boat) {
     Surface& page = form_.PicTime;
-    const double y = RowTop(boat);
+    const double y = DataRowTop(boat);
     const double width = StatColWidth(app_.race);
     const int entries = app_.race.CourseOrder.Count();
     page.FilledBox(8, y - 1, 100, y + 15, BoatColour(boat));
     PrintColoured(page, White, 10, y, app_.race.Boats[boat].BoatName);
     if (!form_.InFocus(boat)) return;
-    page.FilledBox(width + 73, y - 1, entries * width + NumberIndent, y + 12, DataFocusColour);
+    page.FilledBox(width + 73, y - 1, entries * width + StatNumberIndent, y + 12, DataFocusColour);
     const double legs = LegTableLeft(app_.race);
     page.FilledBox(legs, y - 1, legs + std::max(entries - 1, 0) * width, y + 12, DataFocusColour);
 }
@@ -99,11 +87,11 @@ void LegTables::DrawCumulativeTable(const LegStatistics& statistics) {
     const bool english = app_.settings.UseEnglish;
     PrintColoured(page, DataTitleColour, 120, TitleTop,
                   CumulativeTitles[static_cast<int>(statistics.Kind) - 1].In(english));
-    page.PrintAt(15, HeaderTop, BoatColumnTitle.In(english));
+    page.PrintAt(15, DataHeaderTop, BoatColumnTitle.In(english));
     for (int entry = 1; entry <= app_.race.CourseOrder.Count(); ++entry) {
-        const double right = entry * StatColWidth(app_.race) + NumberIndent;
-        PrintRight(page, right, HeaderTop, Trim(app_.race.CourseOrder[entry]));
-        DrawColumn(statistics.Cumulative, statistics.Kind, entry, right);
+        const double right = entry * StatColWidth(app_.race) + StatNumberIndent;
+        PrintRight(page, right, DataHeaderTop, Trim(app_.race.CourseOrder[entry]));
+        DrawColumn(statistics.Cumulative, statistics.Kind, {entry, entry}, right);
     }
 }
 
@@ -114,18 +102,21 @@ void LegTables::DrawLegTable(const LegStatistics& statistics) {
                   LegTitles[static_cast<int>(statistics.Kind) - 1].In(app_.settings.UseEnglish));
     for (int entry = 2; entry <= app_.race.CourseOrder.Count(); ++entry) {
         const double x = left + (entry - 2) * StatColWidth(app_.race);
-        page.PrintAt(x, HeaderTop, ">" + std::string(Trim(app_.race.CourseOrder[entry])));
-        DrawColumn(statistics.ByLeg, statistics.Kind, entry, x + LegNumberIndent);
+        page.PrintAt(x, DataHeaderTop, ">" + std::string(Trim(app_.race.CourseOrder[entry])));
+        DrawColumn(statistics.ByLeg, statistics.Kind, {entry - 1, entry}, x + LegNumberIndent);
     }
 }
 
-void LegTables::DrawColumn(const LegTable& table, StatKind kind, int entry, double right) {
+/// Numbers that follow from a time set by hand are slanted.
+void LegTables::DrawColumn(const LegTable& table, StatKind kind, const Part& part, double right) {
     Surface& page = form_.PicTime;
     for (int boat = 1; boat <= app_.race.Boats.Count(); ++boat) {
-        const std::optional<double>& value = table.Value[boat][entry];
-        page.ForeColor = IsBest(table, kind, boat, entry) ? DataTitleColour : Black;
-        PrintRight(page, right, RowTop(boat), value ? SurfaceNumberText(*value) : "-");
+        const std::optional<double>& value = table.Value[boat][part.To];
+        page.FontItalic = IsByHand(app_.passes, boat, part.From) || IsByHand(app_.passes, boat, part.To);
+        page.ForeColor = IsBest(table, kind, boat, part.To) ? DataTitleColour : Black;
+        PrintRight(page, right, DataRowTop(boat), value ? SurfaceNumberText(*value) : "-");
     }
+    page.FontItalic = false;
     page.ForeColor = Black;
 }
 

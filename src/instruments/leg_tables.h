@@ -18,13 +18,18 @@ class LegTables : public Instrument {
     void Repaint(Changed changed) override;
 
   private:
+    /// The entries of the course that a number lies between; both the same where it counts from the start.
+    struct Part {
+        int From = 0;
+        int To = 0;
+    };
     void PlacePage();
     StatKind ChosenKind() const;
     void DrawTables(const LegStatistics& statistics);
     void DrawBoatRow(int boat);
     void DrawCumulativeTable(const LegStatistics& statistics);
     void DrawLegTable(const LegStatistics& statistics);
-    void DrawColumn(const LegTable& table, StatKind kind, int entry, double right);
+    void DrawColumn(const LegTable& table, StatKind kind, const Part& part, double right);
 
     const AppState& app_;
     RaceDisp& form_;

@@ -55,7 +55,7 @@ struct RaceDesk {
           timeBarMouse(session, timeBar, overview),
           windEntry(session),
           graphCursors(app, form, session.TheFilm()),
-          dataView(app, form, session.TheStage()),
+          dataView(session),
           views(session, dataView, windEntry),
           panel(session),
           filmControls(session),

@@ -49,9 +49,29 @@ void RaceChanges::Remove(const CourseKey& entry) {
 }
 
 void RaceChanges::ClearCourse() {
+    app_.race.HandPasses.Clear();  // they name entries of the course
     app_.race.CourseOrder.Clear();
     app_.race.HandPasses.Clear();
     CourseChanged();
+}
+
+void RaceChanges::SetPass(int boat, int entry, std::optional<int> seconds) {
+    ForgetHandPass(boat, entry);
+    app_.race.HandPasses.Add({BoatNumberInFile(app_.race, boat), entry, seconds});
+    CourseChanged();
+}
+
+void RaceChanges::PassAsFound(int boat, int entry) {
+    ForgetHandPass(boat, entry);
+    CourseChanged();
+}
+
+void RaceChanges::ForgetHandPass(int boat, int entry) {
+    const int number = BoatNumberInFile(app_.race, boat);
+    for (int i = app_.race.HandPasses.Count(); i >= 1; --i) {
+        const HandPass& pass = app_.race.HandPasses[i];
+        if (pass.BoatNumber == number && pass.Entry == entry) app_.race.HandPasses.Erase(i);
+    }
 }
 
 void RaceChanges::SetWindDirection(double direction) {

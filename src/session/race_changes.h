@@ -1,5 +1,6 @@
 #pragma once
 
+#include <optional>
 #include <string>
 
 #include "base/bilingual.h"
@@ -32,6 +33,11 @@ class RaceChanges {
     /// What was set by hand for its entries goes with them.
     void ClearCourse();
 
+    /// When a boat passed an entry of the course, as the person says: at a second, or (nothing) not at all.
+    void SetPass(int boat, int entry, std::optional<int> seconds);
+    /// Takes back what the person said.
+    void PassAsFound(int boat, int entry);
+
     /// The race's wind, degrees; the map turns with it.
     void SetWindDirection(double direction);
     /// North or the wind at the top of the map. It is written with the next save.
@@ -42,6 +48,7 @@ class RaceChanges {
 
   private:
     bool Refuse(const Text& why) const;
+    void ForgetHandPass(int boat, int entry);
     void CourseChanged();
 
     AppState& app_;

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <optional>
 
 #include "analysis/track_at.h"
 
@@ -15,14 +16,15 @@ constexpr double StandStep = 60.0;       // seconds between two looks
 constexpr double StandMetres = 50.0;
 
 bool HasFinished(const MarkPasses& passes, int boat, double time) {
-    const int finish = FinishTime(passes, boat);
-    return finish > 0 && time > finish + FinishSeconds;
+    const std::optional<int> finish = FinishTime(passes, boat);
+    return finish && time > *finish + FinishSeconds;
 }
 
 bool NeverStarted(const MarkPasses& passes, int boat, double time) {
-    if (passes.FirstPassTime.Empty() || time < passes.FirstPassTime[1]) return false;
+    if (passes.FirstPassTime.Empty() || !passes.FirstPassTime[1] || time < *passes.FirstPassTime[1])
+        return false;
     for (int entry = 1; entry <= passes.FirstPassTime.Count(); ++entry)
-        if (PassTime(passes, boat, entry) > 0) return false;
+        if (PassTime(passes, boat, entry)) return false;
     return true;
 }
 

@@ -1,8 +1,11 @@
 #pragma once
 
+#include <cstddef>
+#include <initializer_list>
 #include <optional>
 #include <string>
 #include <string_view>
+#include <vector>
 
 #include "base/bilingual.h"
 #include "session/app_state.h"
@@ -32,6 +35,12 @@ class Voice {
     std::optional<std::string> AskLine(const Text& prompt, const Text& title,
                                        std::string_view proposal) const {
         return dialogs_.Input(In(prompt), In(title), proposal);
+    }
+    /// A menu at the pointer; which entry the person chose, nothing when none is.
+    std::optional<std::size_t> Choose(std::initializer_list<Text> entries) const {
+        std::vector<std::string> said;
+        for (const Text& entry : entries) said.push_back(Str(entry));
+        return dialogs_.Choose(said);
     }
 
   private:

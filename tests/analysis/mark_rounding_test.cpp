@@ -151,8 +151,9 @@ TEST(MarkRounding, GapBetweenTwoKnownEntries) {
                       {350, north, 0},  {351, 1300, 300}, {400, 1050, 500},
                       {440, 1050, 700}, {700, 61, 50},    {760, -59, 50}};
         const Water water({"L1", "MK1", "MK2", "L1"}, {way});
-        const auto& times = water.passes.MarkPassTime[1];
-        EXPECT_EQ(Seconds(times.begin(), times.end()), (Seconds{29, time, 438, 730})) << nearest;
+        const Seconds sailed{29, time, 438, 730};
+        for (int entry = 1; entry <= 4; ++entry)
+            EXPECT_EQ(water.Times(entry), Seconds{sailed[entry - 1]}) << nearest;
     }
 }
 

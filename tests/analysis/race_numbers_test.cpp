@@ -61,8 +61,8 @@ TEST(RaceNumbers, ASingleTrackIsARaceOfItsOwn) {
     EXPECT_EQ(boats, 1);
     EXPECT_EQ(race.Boats[1].BoatName + "|" + race.RaceTitle1, "a|");
     EXPECT_EQ(race.MagVariation, -7);
-    EXPECT_EQ(race.TimeDiff, 9);                           // the home waters
-    EXPECT_EQ(race.Start.Typed(), "2004/08/05 12:30:40");  // four minutes after the first fix
+    EXPECT_EQ(race.TimeDiff, 9);                          // the home waters
+    EXPECT_EQ(race.Start.Text(), "2004/08/05 12:30:40");  // four minutes after the first fix
     EXPECT_EQ(race.RaceDuration, 580);
     EXPECT_EQ(race.DataFromTime, race.Start.At());
     // A period that is set for the track holds when it is loaded again.

@@ -11,7 +11,6 @@
 #include "racedata/race_file.h"
 #include "support/qt_driver.h"
 #include "support/test_world.h"
-#include "support/when_modal.h"
 
 namespace keelview {
 namespace {
@@ -74,7 +73,7 @@ struct EditorLosesNothing : testing::Test, TestWorld {
     /// Presses a button that opens the file dialog, and gives it a name there; how many files it lists.
     int Name(const Control& button, const char* name) {
         int listed = -1;
-        WhenModal("FmFileSelect", [&listed, name] {
+        driver::WhenModal("FmFileSelect", [&listed, name] {
             listed = dynamic_cast<QListWidget&>(driver::Named("File1")).count();
             dynamic_cast<QLineEdit&>(driver::Named("Text1")).setText(name);
             driver::Click(driver::Named("Command1"));

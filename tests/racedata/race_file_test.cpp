@@ -78,28 +78,21 @@ TEST_F(RaceFileTest, ValuesAreReadLenientlyAndBadLinesChangeNothing) {
     EXPECT_EQ(report.SkippedLines, 6);
     EXPECT_EQ(PreStartSeconds(race), 156);
     EXPECT_EQ(Saved(),
-              "T1, Cup, day 2\r\nMG, -7\r\nLG, 4.7\r\nTD, 2\r\nBN, boat1.trk, Boat, No 1\r\nLL, "
+              "T1, Cup, day 2\r\nMG, -7\r\nLG, 4.7\r\nTD, 2.5\r\nBN, boat1.trk, Boat, No 1\r\nLL, "
               "45,170\r\nBT,3\r\n");
 }
 
 TEST_F(RaceFileTest, AFileStartsFromTheResetValuesButKeepsVariationAndLength) {
     Read(Sample);
     race.BoatLength = 9;
-    Read("T2, Next\nST, soon\n");  // no date: as if not given
+    Read("T2, Next\nST, soon\n");  // no date: it stays in the file
     EXPECT_FALSE(race.DataFromTime);
-    EXPECT_EQ(Saved(), "T2, Next\r\nMG, -7\r\nLG, 9\r\nLL, 45,160\r\nBT,3\r\n");
+    EXPECT_EQ(Saved(), "T2, Next\r\nMG, -7\r\nLG, 9\r\nST, soon\r\nLL, 45,160\r\nBT,3\r\n");
     race.BoatLength = 0;
     Read("LG, 0\n");
     EXPECT_FLOAT_EQ(static_cast<float>(race.BoatLength), 4.7F);
     std::filesystem::remove(tree.Root() / "raceadmin/R2.txt");
     EXPECT_FALSE(ReadRaceFile(tree.Root(), race).Opened);
-}
-
-TEST_F(RaceFileTest, BoatsWithoutATrackAndAMissingWindAreLeftOut) {
-    const RaceFileReport report =
-        Read("WF, none.csv\nBN, gone.trk, A\nBN, BOAT2.trk, B\nBN, lost.trk, C\n");
-    EXPECT_EQ(report.MissingTracks, (std::vector<std::string>{"gone.trk", "lost.trk"}));
-    EXPECT_EQ(Saved(), "LG, 4.7\r\nBN, BOAT2.trk, B\r\nLL, 45,160\r\nBT,3\r\n");
 }
 
 TEST_F(RaceFileTest, TheLimitsHold) {

@@ -2,7 +2,6 @@
 
 #include "display/application.h"
 #include "shell/program.h"
-#include "support/application.h"
 #include "support/qt_driver.h"
 #include "support/test_world.h"
 

@@ -69,6 +69,7 @@ TEST_P(PicturesTest, TheOtherFormsLookAsEver) {
     Cover menu(app.settings, app.race, services, {});
     menu.ShowNow();
     driver::Click(menu.Command3);
+    driver::MoveTo(menu.Command4, {5, 5});
     ExpectLooksAsEver(menu, Name("menu"));
     menu.Close();
     FileQuestion question;

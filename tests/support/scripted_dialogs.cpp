@@ -16,4 +16,10 @@ ScriptedDialogs::Answer ScriptedDialogs::Next(std::string_view kind, std::string
     return answer;
 }
 
+std::optional<std::size_t> ScriptedDialogs::Choose(const std::vector<std::string>& entries) {
+    std::string menu;
+    for (const std::string& entry : entries) menu += (menu.empty() ? "" : "|") + entry;
+    return Next("choose", menu, {}).Chosen;
+}
+
 }  // namespace keelview

@@ -15,7 +15,7 @@ namespace keelview {
 class ScriptedDialogs : public Dialogs {
   public:
     struct Said {
-        std::string Kind;  ///< "ok", "yesno", "input"
+        std::string Kind;  ///< "ok", "yesno", "input", "choose"
         std::string Text;
         std::string Title;
     };
@@ -24,6 +24,7 @@ class ScriptedDialogs : public Dialogs {
     void AnswerInput(std::optional<std::string> text) {
         answers_.push_back({"input", true, std::move(text)});
     }
+    void AnswerChoose(std::optional<std::size_t> entry) { answers_.push_back({"choose", true, {}, entry}); }
     bool AllAnswered() const { return answers_.empty(); }
     const std::vector<Said>& All() const { return said_; }
 
@@ -35,12 +36,14 @@ class ScriptedDialogs : public Dialogs {
                                      std::string_view /*proposal*/) override {
         return Next("input", prompt, title).Text;
     }
+    std::optional<std::size_t> Choose(const std::vector<std::string>& entries) override;
 
   private:
     struct Answer {
         std::string Kind;
         bool Yes = true;
         std::optional<std::string> Text;
+        std::optional<std::size_t> Chosen = {};
     };
     Answer Next(std::string_view kind, std::string_view text, std::string_view title);
     std::deque<Answer> answers_;

@@ -26,14 +26,15 @@ class QtPen : public PlatformPen {
   public:
     explicit QtPen(Pixels& image) : pixels_(image) {}
 
-    double LineHeight(double points) override { return FontOf(points).Metrics.height(); }
+    double LineHeight(const Lettering& lettering) override { return FontOf(lettering).Metrics.height(); }
 
-    double TextWidth(std::string_view text, double points) override {
-        return FontOf(points).Metrics.horizontalAdvance(ToQt(text));
+    double TextWidth(std::string_view text, const Lettering& lettering) override {
+        return FontOf(lettering).Metrics.horizontalAdvance(ToQt(text));
     }
 
-    double DrawText(std::string_view line, const Point& topLeft, double points, Colour colour) override {
-        const Font& font = FontOf(points);
+    double DrawText(std::string_view line, const Point& topLeft, const Lettering& lettering,
+                    Colour colour) override {
+        const Font& font = FontOf(lettering);
         const QString text = ToQt(line);
         QPainter& painter = Painter();
         if (!painterHasFont_) painter.setFont(font.Face);
@@ -52,16 +53,22 @@ class QtPen : public PlatformPen {
 
   private:
     struct Font {
-        explicit Font(double points) : Points(points), Face(UiFont({}, points, false)), Metrics(Face) {}
-        double Points;
+        explicit Font(const Lettering& lettering)
+            : Letters(lettering), Face(FaceOf(lettering)), Metrics(Face) {}
+        static QFont FaceOf(const Lettering& lettering) {
+            QFont face = UiFont({}, lettering.Points, false);
+            face.setItalic(lettering.Italic);
+            return face;
+        }
+        Lettering Letters;
         QFont Face;
         QFontMetricsF Metrics;
     };
 
-    const Font& FontOf(double points) {
-        if (font_ && font_->Points == points) return *font_;
+    const Font& FontOf(const Lettering& lettering) {
+        if (font_ && font_->Letters == lettering) return *font_;
         painterHasFont_ = false;
-        return font_.emplace(points);
+        return font_.emplace(lettering);
     }
 
     QPainter& Painter() {

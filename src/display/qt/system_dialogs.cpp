@@ -1,7 +1,9 @@
 #include <QAbstractButton>
 #include <QApplication>
+#include <QCursor>
 #include <QInputDialog>
 #include <QLocale>
+#include <QMenu>
 #include <QMessageBox>
 #include <utility>
 
@@ -46,6 +48,14 @@ class SystemDialogs : public Dialogs {
                                   QLineEdit::Normal, ToQt(proposal), &taken);
         if (!taken) return std::nullopt;
         return FromQt(answer);
+    }
+
+    std::optional<std::size_t> Choose(const std::vector<std::string>& entries) override {
+        QMenu menu(QApplication::activeWindow());
+        for (const std::string& entry : entries) menu.addAction(ToQt(entry).replace('&', "&&"));
+        const auto chosen = menu.actions().indexOf(menu.exec(QCursor::pos()));
+        if (chosen < 0) return std::nullopt;
+        return static_cast<std::size_t>(chosen);
     }
 
   private:
