@@ -142,17 +142,23 @@ std::vector<ControlHint> DoorHints(RaceDisp& form) {
     };
 }
 
-/// The entry of wind on the graphs. This text exists in Japanese only.
+/// The entry of wind on the graphs.
 ControlHint WindEntryHint(RaceDisp& form) {
-    constexpr std::string_view Words =
+    constexpr Text Words{
+        "Click here to enter wind directions.\n"
+        "Then click the left graph at the direction the wind\n"
+        "had at that time.\n"
+        "( In any order: more can be added between )\n"
+        "\n"
+        "Click here again to save the wind and to go on.",
         "ここをクリックすると風向入力モードになります。\n"
         "入力モードにしてからグラフをクリックして風向を\n"
         "入力していきます\n"
         "（時間軸の順序は問いませんので途中追加もＯＫです）\n"
         "\n"
         "再度このボタンを押すとデータが記録されて入力モード\n"
-        "から脱出できます。";
-    ControlHint hint = AtLeft(form.Command12, HintsOn, {300, 90}, {Words, Words});
+        "から脱出できます。"};
+    ControlHint hint = AtLeft(form.Command12, HintsOn, {300, 90}, Words);
     hint.Column = HintColumn::OnControl;
     hint.Inset = 0;
     hint.Row = HintRow::Below;

@@ -6,8 +6,10 @@ namespace keelview {
 
 Hints::Hints(const RaceControl& race, const Settings& settings, RaceDisp& form)
     : race_(race), settings_(settings), form_(form), hints_(ControlHints(form)) {
-    for (const ControlHint& hint : hints_)
+    for (const ControlHint& hint : hints_) {
         hint.Owner->OnMouseMove = [this, &hint](const MouseEvent&) { ShowHintOf(hint); };
+        hint.Owner->OnMouseLeave = [this] { form_.Text7.Hide(); };
+    }
     for (TextBox* box : {&form_.Text7, &form_.Text8})
         box->OnMouseMove = [box](const MouseEvent&) { box->Hide(); };
 }

@@ -183,7 +183,7 @@ TEST_F(HintsTest, AHintStandsWhereItsColumnAndRowSay) {
         {form.Command2, form.Picture7, "Click this button and", left + form.Picture7.Width() - 5, true, -5},
         {form.Check10, form.Picture7, "Enlarge", left + form.Check10.Left() - 150, false, -5},
         {form.btnHATENA, form.Picture7, "Show HELP", left + form.btnHATENA.Left() - 5, true, 0},
-        {form.Command12, form.GPIC, "ここを", form.GPIC.Left() + form.Command12.Left(), false, 21}};
+        {form.Command12, form.GPIC, "Click here", form.GPIC.Left() + form.Command12.Left(), false, 21}};
     for (const auto& c : cases) {
         EXPECT_TRUE(HintOver(c.owner).starts_with(c.begins)) << Box().Text();
         EXPECT_EQ(Box().Left() + (c.right ? Box().Width() : 0), c.column) << c.begins;
