@@ -2,7 +2,8 @@
 # Sourced by bash scripts, never started by itself.
 
 # What building and starting the program needs. The two faces are Latin and Japanese; alsa-utils plays the gun.
-RUN_PACKAGES=(g++ cmake ninja-build qt6-base-dev qt6-base-dev-tools fonts-liberation fonts-vlgothic alsa-utils)
+RUN_PACKAGES=(g++ cmake ninja-build qt6-base-dev qt6-base-dev-tools fonts-liberation fonts-vlgothic alsa-utils
+    libpugixml-dev nlohmann-json3-dev zlib1g-dev libminizip-dev)
 # What running it in a virtual display needs on top, with the picture that is taken there.
 VIRTUAL_DISPLAY_PACKAGES=(xvfb xdotool imagemagick)
 # What the tests need on top.
