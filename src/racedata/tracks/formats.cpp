@@ -4,11 +4,15 @@
 #include <array>
 #include <utility>
 
+#include "racedata/tracks/gpx.h"
+
 namespace keelview {
 
 namespace {
 
-constexpr std::array<TrackFormat, 0> Formats{};
+constexpr auto Formats = std::to_array<TrackFormat>({
+    {"GPX", LooksLikeGpx, ReadGpx},
+});
 
 /// A kind that is known by name alone, as nobody may read it.
 Refusal ClosedFormat(std::string_view bytes) {

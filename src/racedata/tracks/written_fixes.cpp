@@ -1,0 +1,92 @@
+#include "racedata/tracks/written_fixes.h"
+
+#include <algorithm>
+#include <limits>
+#include <utility>
+
+#include "base/angles.h"
+#include "base/numbers.h"
+#include "base/strings.h"
+#include "base/text_encoding.h"
+
+namespace keelview {
+
+namespace {
+
+/// A name in UTF-8 and on one line, whatever the file made of it.
+std::string NameOf(std::string_view text) {
+    std::string name = IsValidUtf8(text) ? std::string(text) : DecodeText(text).Utf8;
+    std::ranges::replace_if(
+        name, [](char c) { return c >= 0 && c < ' '; }, ' ');
+    return std::string(Trim(name));
+}
+
+}  // namespace
+
+float KnotsOfMetres(std::string_view metresPerSecond) {
+    const double speed = StrictNumber(metresPerSecond).value_or(-1);
+    return speed < 0 ? NotTold : static_cast<float>(speed * KnotsPerMetreSecond);
+}
+
+float DirectionOf(std::string_view degrees) {
+    const double direction = StrictNumber(degrees).value_or(-1);
+    const bool told = direction >= 0 && direction <= 360;
+    return told ? static_cast<float>(WrapDirection(direction)) : NotTold;
+}
+
+double DegreesOf(std::string_view degrees) {
+    return StrictNumber(degrees).value_or(std::numeric_limits<double>::quiet_NaN());
+}
+
+void WrittenFixes::Begin(std::string_view boat, std::string_view device) {
+    content_.Recordings.push_back({NameOf(boat), NameOf(device), {}, {}});
+}
+
+Recording& WrittenFixes::Current() {
+    if (content_.Recordings.empty()) Begin({});
+    return content_.Recordings.back();
+}
+
+void WrittenFixes::Add(std::string_view time, const RecordedFix& fix) {
+    if (time.empty()) return Leave(SkipReason::NoTime);
+    const std::optional<IsoTime> at = ParseIsoTime(time);
+    if (!at) return Leave(SkipReason::Broken);
+    Add(*at, fix);
+}
+
+void WrittenFixes::Add(const IsoTime& time, RecordedFix fix) {
+    NoteZone(time);
+    if (zones_ && !time.HasZone) return Leave(SkipReason::OtherZone);
+    fix.Time = time.Time;
+    AddFix(Current(), fix);
+}
+
+void WrittenFixes::NoteZone(const IsoTime& time) {
+    if (time.OffsetMin) content_.Hints.ZoneHours = *time.OffsetMin / 60.0;
+    if (!time.HasZone || zones_) return;
+    zones_ = true;
+    for (Recording& recording : content_.Recordings) {  // so far all were without
+        if (recording.Fixes.empty()) continue;
+        Skip(recording.Left, SkipReason::OtherZone, static_cast<int>(recording.Fixes.size()));
+        recording.Fixes.clear();
+    }
+}
+
+void WrittenFixes::AddMark(std::string_view name, double lat, double lon) {
+    const bool onGlobe = lat >= -90 && lat <= 90 && lon >= -180 && lon <= 180;
+    if (!onGlobe) return Leave(SkipReason::NoPlace);
+    content_.Hints.Marks.push_back({NameOf(name), lat, lon});
+}
+
+void WrittenFixes::Leave(SkipReason why, int count) {
+    if (why == SkipReason::NoTime) places_ = true;
+    Skip(Current().Left, why, count);
+}
+
+TrackFileContent WrittenFixes::Take() {
+    const auto empty = [](const Recording& recording) { return recording.Fixes.empty(); };
+    if (places_ && std::ranges::all_of(content_.Recordings, empty)) content_.Refused = Refusal::NoTimes;
+    return std::move(content_);
+}
+
+}  // namespace keelview
