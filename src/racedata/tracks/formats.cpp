@@ -4,7 +4,10 @@
 #include <array>
 #include <utility>
 
+#include "racedata/tracks/geojson.h"
 #include "racedata/tracks/gpx.h"
+#include "racedata/tracks/kml.h"
+#include "racedata/tracks/tcx.h"
 
 namespace keelview {
 
@@ -12,6 +15,9 @@ namespace {
 
 constexpr auto Formats = std::to_array<TrackFormat>({
     {"GPX", LooksLikeGpx, ReadGpx},
+    {"TCX", LooksLikeTcx, ReadTcx},
+    {"KML", LooksLikeKml, ReadKml},
+    {"GeoJSON", LooksLikeGeoJson, ReadGeoJson},
 });
 
 /// A kind that is known by name alone, as nobody may read it.

@@ -28,13 +28,10 @@ RecordedFix FixOf(pugi::xml_node point) {
     return fix;
 }
 
-/// The name of a track, or of the whole file for one without.
-std::string_view BoatOf(pugi::xml_node track) {
-    const std::string_view own = XmlText(XmlChild(track, "name"));
-    if (!own.empty()) return own;
-    const pugi::xml_node file = track.parent();
-    const std::string_view of10 = XmlText(XmlChild(file, "name"));
-    return of10.empty() ? XmlText(XmlChild(XmlChild(file, "metadata"), "name")) : of10;
+/// What the file tells of itself: 1.1 in its metadata, 1.0 right inside.
+void ReadHead(pugi::xml_node gpx, WrittenFixes& fixes) {
+    const pugi::xml_node metadata = XmlChild(gpx, "metadata");
+    fixes.NameFile(XmlText(XmlChild(metadata ? metadata : gpx, "name")), gpx.attribute("creator").value());
 }
 
 void ReadMarkOrFix(pugi::xml_node point, bool mark, WrittenFixes& fixes) {
@@ -56,8 +53,8 @@ bool ReadElement(pugi::xml_node element, WrittenFixes& fixes) {
         ReadMarkOrFix(element, name == "wpt", fixes);
         return false;
     }
-    if (name == "trk" || name == "rte")
-        fixes.Begin(BoatOf(element), element.parent().attribute("creator").value());
+    if (name == "gpx") ReadHead(element, fixes);
+    if (name == "trk" || name == "rte") fixes.Begin(XmlText(XmlChild(element, "name")));
     return true;
 }
 

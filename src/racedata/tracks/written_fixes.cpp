@@ -38,8 +38,17 @@ double DegreesOf(std::string_view degrees) {
     return StrictNumber(degrees).value_or(std::numeric_limits<double>::quiet_NaN());
 }
 
+void WrittenFixes::NameFile(std::string_view boat, std::string_view device) {
+    blank_.Boat = NameOf(boat);
+    blank_.Device = NameOf(device);
+}
+
 void WrittenFixes::Begin(std::string_view boat, std::string_view device) {
-    content_.Recordings.push_back({NameOf(boat), NameOf(device), {}, {}});
+    auto& recordings = content_.Recordings;
+    if (!recordings.empty() && recordings.back().Fixes.empty()) recordings.pop_back();  // nobody misses it
+    Recording& recording = recordings.emplace_back(blank_);
+    if (!boat.empty()) recording.Boat = NameOf(boat);
+    if (!device.empty()) recording.Device = NameOf(device);
 }
 
 Recording& WrittenFixes::Current() {

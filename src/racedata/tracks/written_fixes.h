@@ -25,7 +25,10 @@ double DegreesOf(std::string_view degrees);
 /// beside times that have one; an offset tells the zone.
 class WrittenFixes {
   public:
-    /// Opens a recording: what is added from now on is of this boat. Names may be in any encoding.
+    /// Tells what a recording is called that has no name of its own, and what made the file.
+    void NameFile(std::string_view boat, std::string_view device);
+    /// Opens a recording: what is added from now on is of this boat. Names may be in any encoding; they
+    /// come out as one line of UTF-8, cut to 200 bytes.
     void Begin(std::string_view boat, std::string_view device = {});
     /// Adds a fix at a time that the file tells as text; an empty one is a fix without a time.
     void Add(std::string_view time, const RecordedFix& fix);
@@ -45,6 +48,7 @@ class WrittenFixes {
     void NoteZone(const IsoTime& time);
 
     TrackFileContent content_;
+    Recording blank_;      // what each recording begins with
     bool zones_ = false;   // a time with a zone was met
     bool places_ = false;  // a place without a time was met
 };
