@@ -13,19 +13,29 @@ namespace keelview {
 
 namespace {
 
-/// A name in UTF-8 and on one line, whatever the file made of it.
+bool IsInsideCharacter(char byte) {
+    return (static_cast<unsigned char>(byte) & 0xC0U) == 0x80U;
+}
+
+/// A name in UTF-8, short and on one line, whatever the file made of it.
 std::string NameOf(std::string_view text) {
+    constexpr std::size_t longest = 200;
     std::string name = IsValidUtf8(text) ? std::string(text) : DecodeText(text).Utf8;
-    std::ranges::replace_if(
-        name, [](char c) { return c >= 0 && c < ' '; }, ' ');
+    std::size_t end = std::min(name.size(), longest);
+    while (end > 0 && end < name.size() && IsInsideCharacter(name[end])) --end;
+    name.resize(end);
+    for (char& sign : name)
+        if (static_cast<unsigned char>(sign) < ' ') sign = ' ';
     return std::string(Trim(name));
 }
 
 }  // namespace
 
 float KnotsOfMetres(std::string_view metresPerSecond) {
+    constexpr double fastest = 1000;  // no boat; it keeps what is left within a float
     const double speed = StrictNumber(metresPerSecond).value_or(-1);
-    return speed < 0 ? NotTold : static_cast<float>(speed * KnotsPerMetreSecond);
+    const bool told = speed >= 0 && speed <= fastest;
+    return told ? static_cast<float>(speed * KnotsPerMetreSecond) : NotTold;
 }
 
 float DirectionOf(std::string_view degrees) {
@@ -45,7 +55,8 @@ void WrittenFixes::NameFile(std::string_view boat, std::string_view device) {
 
 void WrittenFixes::Begin(std::string_view boat, std::string_view device) {
     auto& recordings = content_.Recordings;
-    if (!recordings.empty() && recordings.back().Fixes.empty()) recordings.pop_back();  // nobody misses it
+    if (!recordings.empty() && recordings.back().Fixes.empty())
+        recordings.pop_back();  // it would be left out
     Recording& recording = recordings.emplace_back(blank_);
     if (!boat.empty()) recording.Boat = NameOf(boat);
     if (!device.empty()) recording.Device = NameOf(device);
