@@ -56,6 +56,21 @@ TEST(Gpx, TimesWithoutAZoneCountAsUtcUnlessOthersHaveOne) {
               "/Watch 5: 0 35.5 139.25 - -, OtherZone 4");
 }
 
+TEST(Gpx, TracksOfOneNameAreOneRecordingWhereTheyFollowEachOther) {
+    const auto track = [](const std::string& name, const std::string& from, const std::string& to) {
+        return "<trk><name>" + name + "</name><trkseg>" + Point("2026-10-03T12:30:" + from + "+00:00") +
+               Point("") + Point("2026-10-03T12:30:" + to + "Z") + "</trkseg></trk>";
+    };
+    const TrackFileContent content = ReadTrackFile(Gpx(track("A", "00", "02") + track("A", "03", "04") +
+                                                       track("A", "04", "05") + track("B", "06", "07")));
+    EXPECT_EQ(
+        Told(content),
+        "A/Watch 5: 0 35.5 139.25 - -, 2000 35.5 139.25 - -, 3000 35.5 139.25 - -, 4000 35.5 139.25 - -, "
+        "NoTime 2 | A/Watch 5: 4000 35.5 139.25 - -, 5000 35.5 139.25 - -, NoTime 1 | "
+        "B/Watch 5: 6000 35.5 139.25 - -, 7000 35.5 139.25 - -, NoTime 1");
+    EXPECT_FALSE(content.Hints.ZoneHours);  // +00:00 is how some write UTC
+}
+
 TEST(Gpx, WhatGivesNoFixIsCounted) {
     const struct {
         std::string Points;

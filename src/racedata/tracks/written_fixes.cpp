@@ -29,6 +29,30 @@ std::string NameOf(std::string_view text) {
     return std::string(Trim(name));
 }
 
+bool Follows(const Recording& later, const Recording& earlier) {
+    return later.Boat == earlier.Boat && later.Device == earlier.Device &&
+           later.Fixes.front().Time > earlier.Fixes.back().Time;
+}
+
+void Append(const Recording& piece, Recording& whole) {
+    whole.Fixes.insert(whole.Fixes.end(), piece.Fixes.begin(), piece.Fixes.end());
+    for (const Skipped& left : piece.Left) Skip(whole.Left, left.Why, left.Count);
+}
+
+/// Joins what one device recorded in pieces: they bear one name, and one begins after the other ends. Boats
+/// of one race were out at the same time.
+std::vector<Recording> Joined(std::vector<Recording> pieces) {
+    std::vector<Recording> whole;
+    for (Recording& piece : pieces) {
+        if (piece.Fixes.empty()) continue;
+        if (!whole.empty() && Follows(piece, whole.back()))
+            Append(piece, whole.back());
+        else
+            whole.push_back(std::move(piece));
+    }
+    return whole;
+}
+
 }  // namespace
 
 float KnotsOfMetres(std::string_view metresPerSecond) {
@@ -82,7 +106,9 @@ void WrittenFixes::Add(const IsoTime& time, RecordedFix fix) {
 }
 
 void WrittenFixes::NoteZone(const IsoTime& time) {
-    if (time.OffsetMin) content_.Hints.ZoneHours = *time.OffsetMin / 60.0;
+    const int offset = time.OffsetMin.value_or(0);
+    if (offset != 0)
+        content_.Hints.ZoneHours = offset / 60.0;  // programs write +00:00 for UTC, wherever they are
     if (!time.HasZone || zones_) return;
     zones_ = true;
     for (Recording& recording : content_.Recordings) {  // so far all were without
@@ -104,8 +130,8 @@ void WrittenFixes::Leave(SkipReason why, int count) {
 }
 
 TrackFileContent WrittenFixes::Take() {
-    const auto empty = [](const Recording& recording) { return recording.Fixes.empty(); };
-    if (places_ && std::ranges::all_of(content_.Recordings, empty)) content_.Refused = Refusal::NoTimes;
+    content_.Recordings = Joined(std::move(content_.Recordings));
+    if (places_ && content_.Recordings.empty()) content_.Refused = Refusal::NoTimes;
     return std::move(content_);
 }
 

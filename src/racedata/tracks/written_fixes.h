@@ -22,7 +22,7 @@ double DegreesOf(std::string_view degrees);
 
 /// Gathers what a file of written times tells, and keeps the rules that all such files share: a fix needs a
 /// readable time; times without a zone count as UTC where no time of the file has one, and are skipped
-/// beside times that have one; an offset tells the zone.
+/// beside times that have one; an offset tells the zone, unless it is 0.
 class WrittenFixes {
   public:
     /// Tells what a recording is called that has no name of its own, and what made the file.
@@ -40,7 +40,8 @@ class WrittenFixes {
     void Leave(SkipReason why, int count = 1);
     /// Notes places whose times are not told, such as a drawn line: alone they are no track.
     void NotePlaces() { places_ = true; }
-    /// All that was gathered. Without a fix, places without times are refused for that reason.
+    /// All that was gathered: the recordings with a fix, and as one those of one name that follow each
+    /// other in time. Without a fix, places without times are refused for that reason.
     TrackFileContent Take();
 
   private:
