@@ -39,5 +39,9 @@ void ReadWind(std::string_view input);
 void ReadCoast(std::string_view input);
 void ReadStartFiles(std::string_view input);
 void ReadTree(std::string_view input);
+void ReadGpxFile(std::string_view input);
+void ReadTcxFile(std::string_view input);
+void ReadKmlFile(std::string_view input);
+void ReadGeoJsonFile(std::string_view input);
 
 }  // namespace keelview::fuzz

@@ -4,11 +4,21 @@
 #include <array>
 #include <utility>
 
+#include "racedata/tracks/geojson.h"
+#include "racedata/tracks/gpx.h"
+#include "racedata/tracks/kml.h"
+#include "racedata/tracks/tcx.h"
+
 namespace keelview {
 
 namespace {
 
-constexpr std::array<TrackFormat, 0> Formats{};
+constexpr auto Formats = std::to_array<TrackFormat>({
+    {"GPX", LooksLikeGpx, ReadGpx},
+    {"TCX", LooksLikeTcx, ReadTcx},
+    {"KML", LooksLikeKml, ReadKml},
+    {"GeoJSON", LooksLikeGeoJson, ReadGeoJson},
+});
 
 /// A kind that is known by name alone, as nobody may read it.
 Refusal ClosedFormat(std::string_view bytes) {
