@@ -230,7 +230,7 @@ class PartReader {
         else if (const auto coarse = message.Get<std::uint16_t>(Speed))
             fix.Speed = static_cast<float>(*coarse) * knots;
         if (const auto course = message.Get<std::uint16_t>(Course))
-            fix.Course = static_cast<float>(*course) / 100;
+            fix.Course = static_cast<float>(*course % 36000) / 100;
         if (const auto accuracy = message.Get<std::uint8_t>(Accuracy)) fix.Accuracy = *accuracy;
         AddFix(recording, fix);
     }
@@ -276,7 +276,7 @@ constexpr auto CrcTables = [] {
 unsigned Crc16(std::string_view bytes) {
     unsigned crc = 0;
     while (bytes.size() >= 8) {
-        const auto eight = UnsignedAt<std::uint64_t>(bytes.data()) ^ crc;
+        const auto eight = UnsignedAt<std::uint64_t>(&bytes[0]) ^ crc;
         crc = 0;
         for (unsigned k = 0; k < 8; ++k) crc ^= CrcTables[7 - k][eight >> (8 * k) & 0xFFU];
         bytes.remove_prefix(8);

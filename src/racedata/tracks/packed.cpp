@@ -27,9 +27,7 @@ bool IsGz(std::string_view bytes) {
 }
 
 bool IsZip(std::string_view bytes) {
-    using namespace std::string_view_literals;
-    return bytes.substr(0, 4) == "PK\3\4"sv ||
-           bytes.substr(0, 4) == "PK\5\6"sv;  // the second: an empty one
+    return bytes.substr(0, 4) == "PK\3\4";
 }
 
 // ---- gz ----
@@ -85,6 +83,7 @@ Unpacking Gunzip(std::string_view bytes, std::size_t limit, std::string& unpacke
 struct MemoryFile {
     std::string_view Bytes;
     std::size_t At = 0;
+    bool Short = false;  ///< the last read asked for more than there was
 };
 
 MemoryFile& FileOf(voidpf stream) {
@@ -100,6 +99,7 @@ zlib_filefunc64_def MemoryFunctions(MemoryFile& file) {
         const std::size_t count = std::min<std::size_t>(size, from.Bytes.size() - from.At);
         if (count > 0) std::memcpy(to, &from.Bytes[from.At], count);
         from.At += count;
+        from.Short = count < size;
         return static_cast<uLong>(count);
     };
     functions.ztell64_file = [](voidpf, voidpf stream) { return ZPOS64_T{FileOf(stream).At}; };
@@ -111,7 +111,7 @@ zlib_filefunc64_def MemoryFunctions(MemoryFile& file) {
         return 0;
     };
     functions.zclose_file = [](voidpf, voidpf) { return 0; };
-    functions.zerror_file = [](voidpf, voidpf) { return 0; };
+    functions.zerror_file = [](voidpf, voidpf stream) { return FileOf(stream).Short ? 1 : 0; };
     return functions;
 }
 
