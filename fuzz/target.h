@@ -39,5 +39,8 @@ void ReadWind(std::string_view input);
 void ReadCoast(std::string_view input);
 void ReadStartFiles(std::string_view input);
 void ReadTree(std::string_view input);
+void ReadFitFile(std::string_view input);
+void ReadVkxFile(std::string_view input);
+void ReadAnyTrackFile(std::string_view input);
 
 }  // namespace keelview::fuzz
