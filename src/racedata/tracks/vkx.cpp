@@ -99,7 +99,7 @@ float DirectionOf(float radians) {
     if (!(std::abs(degrees) <= 720.0F)) return NotTold;
     const float turns = std::floor(degrees / 360.0F);
     const float direction = degrees - 360.0F * turns;
-    return direction < 360.0F ? direction : 0.0F;
+    return direction >= 0.0F && direction < 360.0F ? direction : 0.0F;  // rounding may end just beside
 }
 
 float Knots(float metresPerSecond) {
