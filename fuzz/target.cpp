@@ -8,7 +8,7 @@
 namespace keelview::fuzz {
 
 std::span<const Target> AllTargets() {
-    static constexpr std::array<Target, 12> Targets{{
+    static constexpr std::array<Target, 15> Targets{{
         {"race_display", "race_file", ReadRaceForDisplay},
         {"race_editor", "race_file", ReadRaceForEditor},
         {"race_distribution", "race_file", ReadRaceForDistribution},
@@ -17,6 +17,9 @@ std::span<const Target> AllTargets() {
         {"coastline", "coastline", ReadCoast},
         {"start_files", "start_files", ReadStartFiles},
         {"race_tree", "race_tree", ReadTree},
+        {"track_file", "track_file", ReadAnyTrackFile},
+        {"fit", "fit", ReadFitFile},
+        {"vkx", "vkx", ReadVkxFile},
         {"gpx", "gpx", ReadGpxFile},
         {"tcx", "tcx", ReadTcxFile},
         {"kml", "kml", ReadKmlFile},

@@ -15,7 +15,7 @@ CI_PACKAGES=(clang-tidy-19)
 FUZZ_PACKAGES=(clang-19 libclang-rt-19-dev)
 # What compiling for a browser, and running that, needs on top.
 BROWSER_PACKAGES=(clang-22 lld-22 libc++-22-dev-wasm32 libc++abi-22-dev-wasm32 libclang-rt-22-dev-wasm32 wasi-libc
-    nodejs python3)
+    nodejs python3 dpkg-dev)
 
 # missing_packages PACKAGE... : prints those that are not installed, one a line.
 missing_packages() {

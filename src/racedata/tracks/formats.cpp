@@ -2,29 +2,77 @@
 
 #include <algorithm>
 #include <array>
-#include <utility>
+#include <functional>
 
+#include "base/strings.h"
+#include "racedata/tracks/csv.h"
+#include "racedata/tracks/fit.h"
 #include "racedata/tracks/geojson.h"
 #include "racedata/tracks/gpx.h"
+#include "racedata/tracks/igc.h"
 #include "racedata/tracks/kml.h"
+#include "racedata/tracks/nmea.h"
+#include "racedata/tracks/own_lines.h"
+#include "racedata/tracks/packed.h"
 #include "racedata/tracks/tcx.h"
+#include "racedata/tracks/vkx.h"
 
 namespace keelview {
 
 namespace {
 
 constexpr auto Formats = std::to_array<TrackFormat>({
+    {"Keelview", LooksLikeOwnLines, ReadOwnLines},
+    {"FIT", LooksLikeFit, ReadFit},
+    {"VKX", LooksLikeVkx, ReadVkx},
     {"GPX", LooksLikeGpx, ReadGpx},
     {"TCX", LooksLikeTcx, ReadTcx},
     {"KML", LooksLikeKml, ReadKml},
     {"GeoJSON", LooksLikeGeoJson, ReadGeoJson},
+    {"NMEA 0183", LooksLikeNmea, ReadNmea},
+    {"IGC", LooksLikeIgc, ReadIgc},
+    {"CSV", LooksLikeCsv, ReadCsv},
 });
 
-/// A kind that is known by name alone, as nobody may read it.
-Refusal ClosedFormat(std::string_view bytes) {
+bool EndsWith(std::string_view name, std::string_view ending) {
+    return name.size() >= ending.size() && EqualNoCase(name.substr(name.size() - ending.size()), ending);
+}
+
+/// Why a file of no kind in the table is refused: some are known, and closed.
+Refusal RefusalOf(std::string_view bytes, std::string_view name) {
     if (bytes.empty()) return Refusal::Empty;
-    if (bytes.substr(0, 8).find("VTK") != std::string_view::npos) return Refusal::Velocitek;
-    return Refusal::Unknown;
+    if (bytes.substr(0, 8).find("VTK") != std::string_view::npos || EndsWith(name, ".vtk"))
+        return Refusal::Velocitek;
+    return EndsWith(name, ".sail2") ? Refusal::Sail2 : Refusal::Unknown;
+}
+
+/// Why a file of a known kind gave no fix: where places without times are among what it holds, for want of
+/// times.
+Refusal WithoutFixes(const TrackFileContent& content) {
+    for (const Recording& recording : content.Recordings)
+        for (const Skipped& skipped : recording.Left)
+            if (skipped.Why == SkipReason::NoTime) return Refusal::NoTimes;
+    return Refusal::NoFixes;
+}
+
+bool HasFixes(const Recording& recording) {
+    return !recording.Fixes.empty();
+}
+
+TrackFileContent ReadUnpackedFile(std::string_view bytes, std::string_view name) {
+    const auto* const format =
+        std::ranges::find_if(Formats, [bytes](const TrackFormat& each) { return each.Knows(bytes); });
+    TrackFileContent content;
+    if (format == Formats.end()) {
+        content.Refused = RefusalOf(bytes, name);
+        return content;
+    }
+    content = format->Read(bytes);
+    if (content.Format.empty()) content.Format = format->Name;
+    if (content.Refused == Refusal::None && std::ranges::none_of(content.Recordings, HasFixes))
+        content.Refused = WithoutFixes(content);
+    std::erase_if(content.Recordings, std::not_fn(HasFixes));
+    return content;
 }
 
 }  // namespace
@@ -33,18 +81,10 @@ std::span<const TrackFormat> TrackFormats() {
     return Formats;
 }
 
-TrackFileContent ReadTrackFile(std::string_view bytes) {
-    const auto* const format =
-        std::ranges::find_if(Formats, [bytes](const TrackFormat& each) { return each.Knows(bytes); });
-    TrackFileContent content;
-    if (format == Formats.end()) {
-        content.Refused = ClosedFormat(bytes);
-        return content;
-    }
-    content = format->Read(bytes);
-    if (content.Format.empty()) content.Format = format->Name;
-    std::erase_if(content.Recordings, [](const Recording& recording) { return recording.Fixes.empty(); });
-    if (content.Recordings.empty() && content.Refused == Refusal::None) content.Refused = Refusal::NoFixes;
+TrackFileContent ReadTrackFile(std::string_view bytes, std::string_view name) {
+    if (!IsPacked(bytes)) return ReadUnpackedFile(bytes, name);
+    TrackFileContent content = ReadPacked(bytes, name, ReadUnpackedFile);
+    if (content.Refused == Refusal::Packed && EndsWith(name, ".sail2")) content.Refused = Refusal::Sail2;
     return content;
 }
 

@@ -24,7 +24,8 @@ std::span<const TrackFormat> TrackFormats();
 
 /// What a file tells, whatever its kind is, found by its content. Packed files (gz, zip) are unpacked in
 /// memory within limits. Recordings without a fix are left out; a file that gives none is refused with the
-/// reason.
-TrackFileContent ReadTrackFile(std::string_view bytes);
+/// reason. The name, which may be left out, tells of a file that cannot be read whether its kind is a
+/// closed one.
+TrackFileContent ReadTrackFile(std::string_view bytes, std::string_view name = {});
 
 }  // namespace keelview

@@ -87,6 +87,8 @@ struct TrackFileContent {
     Refusal Refused = Refusal::None;
     std::vector<Recording> Recordings;  ///< those with a fix
     RaceHints Hints;
+    std::vector<Skipped>
+        Left;  ///< what was skipped of the file as a whole, as broken files of a packed one
 };
 
 /// Counts one more of a reason.
