@@ -70,9 +70,10 @@ class TrackLoader {
         std::optional<std::pair<std::int32_t, std::int32_t>> span;
         for (const Track& track : tracks_.Boats) {
             if (track.Count() == 0) continue;
-            const auto [first, last] = std::ranges::minmax(track.TrackTime);
-            span = span ? std::pair(std::min(span->first, first), std::max(span->second, last))
-                        : std::pair(first, last);
+            // By iterators: of the list as a whole, some standard libraries take element 0.
+            const auto [first, last] = std::minmax_element(track.TrackTime.begin(), track.TrackTime.end());
+            span = span ? std::pair(std::min(span->first, *first), std::max(span->second, *last))
+                        : std::pair(*first, *last);
         }
         if (!span) return;
         const CivilTime origin = Origin();
