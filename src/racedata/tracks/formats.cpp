@@ -2,19 +2,37 @@
 
 #include <algorithm>
 #include <array>
+#include <functional>
 #include <utility>
+
+#include "racedata/tracks/own_lines.h"
 
 namespace keelview {
 
 namespace {
 
-constexpr std::array<TrackFormat, 0> Formats{};
+constexpr auto Formats = std::to_array<TrackFormat>({
+    {"Keelview", LooksLikeOwnLines, ReadOwnLines},
+});
 
 /// A kind that is known by name alone, as nobody may read it.
 Refusal ClosedFormat(std::string_view bytes) {
     if (bytes.empty()) return Refusal::Empty;
     if (bytes.substr(0, 8).find("VTK") != std::string_view::npos) return Refusal::Velocitek;
     return Refusal::Unknown;
+}
+
+/// Why a file of a known kind gave no fix: where places without times are among what it holds, for want of
+/// times.
+Refusal WithoutFixes(const TrackFileContent& content) {
+    for (const Recording& recording : content.Recordings)
+        for (const Skipped& skipped : recording.Left)
+            if (skipped.Why == SkipReason::NoTime) return Refusal::NoTimes;
+    return Refusal::NoFixes;
+}
+
+bool HasFixes(const Recording& recording) {
+    return !recording.Fixes.empty();
 }
 
 }  // namespace
@@ -33,8 +51,9 @@ TrackFileContent ReadTrackFile(std::string_view bytes) {
     }
     content = format->Read(bytes);
     if (content.Format.empty()) content.Format = format->Name;
-    std::erase_if(content.Recordings, [](const Recording& recording) { return recording.Fixes.empty(); });
-    if (content.Recordings.empty() && content.Refused == Refusal::None) content.Refused = Refusal::NoFixes;
+    if (content.Refused == Refusal::None && std::ranges::none_of(content.Recordings, HasFixes))
+        content.Refused = WithoutFixes(content);
+    std::erase_if(content.Recordings, std::not_fn(HasFixes));
     return content;
 }
 

@@ -3,6 +3,8 @@
 #include <algorithm>
 #include <cmath>
 
+#include "base/position.h"
+
 namespace keelview {
 
 void Skip(std::vector<Skipped>& skipped, SkipReason why, int count) {
@@ -15,7 +17,7 @@ void Skip(std::vector<Skipped>& skipped, SkipReason why, int count) {
 
 void AddFix(Recording& recording, const RecordedFix& fix) {
     const bool onGlobe = std::abs(fix.Lat) <= 90.0 && std::abs(fix.Lon) <= 180.0;  // false for no number
-    if (!onGlobe) return Skip(recording.Left, SkipReason::NoPlace);
+    if (!onGlobe || IsNoPlace(fix.Lat, fix.Lon)) return Skip(recording.Left, SkipReason::NoPlace);
     if (recording.Fixes.size() >= MostFixes) return Skip(recording.Left, SkipReason::TooMany);
     if (!recording.Fixes.empty()) {
         const UnixMs last = recording.Fixes.back().Time;
