@@ -5,6 +5,7 @@
 #include <functional>
 #include <utility>
 
+#include "racedata/tracks/nmea.h"
 #include "racedata/tracks/own_lines.h"
 
 namespace keelview {
@@ -13,6 +14,7 @@ namespace {
 
 constexpr auto Formats = std::to_array<TrackFormat>({
     {"Keelview", LooksLikeOwnLines, ReadOwnLines},
+    {"NMEA 0183", LooksLikeNmea, ReadNmea},
 });
 
 /// A kind that is known by name alone, as nobody may read it.
