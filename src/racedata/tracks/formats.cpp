@@ -5,6 +5,7 @@
 #include <functional>
 #include <utility>
 
+#include "racedata/tracks/csv.h"
 #include "racedata/tracks/igc.h"
 #include "racedata/tracks/nmea.h"
 #include "racedata/tracks/own_lines.h"
@@ -17,6 +18,7 @@ constexpr auto Formats = std::to_array<TrackFormat>({
     {"Keelview", LooksLikeOwnLines, ReadOwnLines},
     {"NMEA 0183", LooksLikeNmea, ReadNmea},
     {"IGC", LooksLikeIgc, ReadIgc},
+    {"CSV", LooksLikeCsv, ReadCsv},
 });
 
 /// A kind that is known by name alone, as nobody may read it.
