@@ -8,7 +8,7 @@
 namespace keelview::fuzz {
 
 std::span<const Target> AllTargets() {
-    static constexpr std::array<Target, 8> Targets{{
+    static constexpr std::array<Target, 12> Targets{{
         {"race_display", "race_file", ReadRaceForDisplay},
         {"race_editor", "race_file", ReadRaceForEditor},
         {"race_distribution", "race_file", ReadRaceForDistribution},
@@ -17,6 +17,10 @@ std::span<const Target> AllTargets() {
         {"coastline", "coastline", ReadCoast},
         {"start_files", "start_files", ReadStartFiles},
         {"race_tree", "race_tree", ReadTree},
+        {"own_lines", "own_lines", ReadOwnLineTrack},
+        {"nmea", "nmea", ReadNmeaTrack},
+        {"igc", "igc", ReadIgcTrack},
+        {"csv", "csv", ReadCsvTrack},
     }};
     return Targets;
 }

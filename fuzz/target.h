@@ -39,5 +39,9 @@ void ReadWind(std::string_view input);
 void ReadCoast(std::string_view input);
 void ReadStartFiles(std::string_view input);
 void ReadTree(std::string_view input);
+void ReadOwnLineTrack(std::string_view input);
+void ReadNmeaTrack(std::string_view input);
+void ReadIgcTrack(std::string_view input);
+void ReadCsvTrack(std::string_view input);
 
 }  // namespace keelview::fuzz
