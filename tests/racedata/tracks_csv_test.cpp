@@ -192,7 +192,7 @@ TEST(TracksCsv, WhatIsNoFixIsCounted) {
     EXPECT_EQ(ReadTrackFile("time,lat,lon\n").Refused, Refusal::NoFixes);
     EXPECT_EQ(ReadTrackFile("when,where\n1,2\n").Refused, Refusal::Unknown);
     EXPECT_EQ(ReadTrackFile(std::string(1'000'000, ',')).Refused, Refusal::Unknown);
-    const std::string quoted = head + "\"2025-06-21T12:00:07+09:00\",\"35\"\"\",\"13 9";
+    const std::string quoted = head + R"("2025-06-21T12:00:07+09:00","35""","13 9)";
     for (std::size_t size = 0; size <= quoted.size(); ++size) ReadTrackFile(quoted.substr(0, size));
 }
 

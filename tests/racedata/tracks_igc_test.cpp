@@ -46,8 +46,10 @@ TEST(TracksIgc, HeadersFixesAndExtensions) {
 TEST(TracksIgc, TimesGoOnOverMidnight) {
     const std::string place = "3530123N13915500EA0010000200\r\n";
     for (const char* date : {"", "HFDTE220625\r\n"}) {
-        const auto content =
-            ReadIgc("HFDTE210625\r\nB120000" + place + "B235959" + place + date + "B000001" + place);
+        std::string record = "HFDTE210625\r\n";
+        for (const char* line : {"B120000", "B235959", date, "B000001"})
+            record.append(line).append(*line == 'B' ? place : "");
+        const TrackFileContent content = ReadIgc(record);
         const std::vector<RecordedFix>& fixes = content.Recordings.at(0).Fixes;
         ASSERT_EQ(fixes.size(), 3U);
         EXPECT_EQ(fixes[0].Time, Noon);

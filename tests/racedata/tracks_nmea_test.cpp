@@ -112,7 +112,9 @@ TEST(TracksNmea, LoggersWriteMoreThanSentences) {
         EXPECT_EQ(content.Recordings[0].Fixes.at(0).Time, Noon) << before;
         EXPECT_TRUE(content.Recordings[0].Left.empty()) << before;
     }
-    const auto marks = ReadNmea(rmc + Sentence("GPWPL,3530.00,N,13915.00,W,Buoy 1")).Hints.Marks;
+    const auto marks = ReadNmea(rmc + Sentence("GPWPL,3530.00,N,13915.00,W,Buoy 1") +
+                                Sentence("GPWPL,3530.00,N,18015.00,W,Nowhere"))
+                           .Hints.Marks;
     ASSERT_EQ(marks.size(), 1U);
     EXPECT_EQ(marks[0].Name, "Buoy 1");
     EXPECT_NEAR(marks[0].Lon, -139.25, 1e-9);

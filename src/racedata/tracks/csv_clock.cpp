@@ -86,11 +86,10 @@ std::optional<Clock> ReadClock(std::string_view text) {
     const int fraction = TakeFraction(text);
     if (text.starts_with(' ')) text = Trim(text);
     Clock clock;
-    if (!text.empty() && text != "Z") {
-        TakeHalfDay(text, hour);
-        if (!text.empty() && !(clock.ZoneMinutes = ZoneMinutes(text))) return std::nullopt;
-    } else if (!text.empty()) {
-        clock.ZoneMinutes = 0;
+    TakeHalfDay(text, hour);
+    if (!text.empty()) {
+        clock.ZoneMinutes = ZoneMinutes(text);
+        if (!clock.ZoneMinutes) return std::nullopt;
     }
     if (hour < 0 || hour > 23 || minute < 0 || minute > 59 || second < 0 || second > 60 || fraction < 0)
         return std::nullopt;

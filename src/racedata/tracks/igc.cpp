@@ -6,7 +6,6 @@
 #include <string>
 
 #include "base/dates.h"
-#include "base/position.h"
 #include "base/strings.h"
 #include "base/text_encoding.h"
 #include "racedata/tracks/numbers.h"
@@ -16,7 +15,6 @@ namespace {
 
 constexpr std::size_t HeadBytes = 8192;
 constexpr std::size_t ShortestFix = 24;  // of a B record, up to the letter of the longitude
-constexpr std::size_t MostMarks = 1000;
 constexpr std::size_t MostExtensions = 32;
 constexpr UnixMs DayMs = 86'400'000;
 
@@ -174,12 +172,9 @@ class IgcRecord {
     /// "C3517258N13928768EName". The line that declares the task has no place, take-off is often at 0, 0.
     void ReadTurnPoint(std::string_view line) {
         constexpr std::size_t nameAt = 18;
-        std::vector<NamedPlace>& marks = content_.Hints.Marks;
-        if (line.size() <= nameAt || marks.size() >= MostMarks) return;
-        const double lat = Latitude(line.substr(1, 8));
-        const double lon = Longitude(line.substr(9, 9));
-        if (std::isnan(lat + lon) || IsNoPlace(lat, lon)) return;
-        marks.push_back({DecodeText(Trim(line.substr(nameAt))).Utf8, lat, lon});
+        if (line.size() <= nameAt) return;
+        AddMark(content_.Hints, {DecodeText(Trim(line.substr(nameAt))).Utf8, Latitude(line.substr(1, 8)),
+                                 Longitude(line.substr(9, 9))});
     }
 
     TrackFileContent& content_;

@@ -9,6 +9,7 @@
 
 #include "base/dates.h"
 #include "base/strings.h"
+#include "base/text_encoding.h"
 #include "racedata/tracks/nmea_sentence.h"
 #include "racedata/tracks/numbers.h"
 #include "racedata/tracks/relative_wind.h"
@@ -17,7 +18,6 @@ namespace keelview {
 namespace {
 
 constexpr std::size_t HeadBytes = 8192;  // a file that holds no sentence so far down is of another kind
-constexpr std::size_t MostMarks = 1000;
 constexpr UnixMs DayMs = 86'400'000;
 
 /// Milliseconds since midnight of "032300.25"; nothing if it is no time of day.
@@ -237,11 +237,8 @@ class NmeaLog {
     }
 
     void ReadWpl(const NmeaSentence& sentence) {
-        const NamedPlace mark{std::string(sentence.Field(5)), Latitude(sentence, 1),
-                              Longitude(sentence, 3)};
-        std::vector<NamedPlace>& marks = content_.Hints.Marks;
-        if (mark.Name.empty() || std::isnan(mark.Lat + mark.Lon) || marks.size() >= MostMarks) return;
-        marks.push_back(mark);
+        AddMark(content_.Hints,
+                {DecodeText(sentence.Field(5)).Utf8, Latitude(sentence, 1), Longitude(sentence, 3)});
     }
 
     TrackFileContent& content_;

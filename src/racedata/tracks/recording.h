@@ -97,6 +97,12 @@ void Skip(std::vector<Skipped>& skipped, SkipReason why, int count = 1);
 /// before it, or beyond MostFixes.
 void AddFix(Recording& recording, const RecordedFix& fix);
 
+/// Adds a mark. One without a name, with a place that no fix may have, or beyond MostMarks is left out.
+void AddMark(RaceHints& hints, NamedPlace mark);
+
+/// Named places that a file may give.
+inline constexpr std::size_t MostMarks = 1000;
+
 /// Fixes that a recording may hold; a day at 10 Hz has 864,000.
 inline constexpr std::size_t MostFixes = 20'000'000;
 
