@@ -8,7 +8,7 @@
 namespace keelview::fuzz {
 
 std::span<const Target> AllTargets() {
-    static constexpr std::array<Target, 15> Targets{{
+    static constexpr std::array<Target, 19> Targets{{
         {"race_display", "race_file", ReadRaceForDisplay},
         {"race_editor", "race_file", ReadRaceForEditor},
         {"race_distribution", "race_file", ReadRaceForDistribution},
@@ -24,6 +24,10 @@ std::span<const Target> AllTargets() {
         {"tcx", "tcx", ReadTcxFile},
         {"kml", "kml", ReadKmlFile},
         {"geojson", "geojson", ReadGeoJsonFile},
+        {"own_lines", "own_lines", ReadOwnLineTrack},
+        {"nmea", "nmea", ReadNmeaTrack},
+        {"igc", "igc", ReadIgcTrack},
+        {"csv", "csv", ReadCsvTrack},
     }};
     return Targets;
 }

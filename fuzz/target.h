@@ -46,5 +46,9 @@ void ReadGpxFile(std::string_view input);
 void ReadTcxFile(std::string_view input);
 void ReadKmlFile(std::string_view input);
 void ReadGeoJsonFile(std::string_view input);
+void ReadOwnLineTrack(std::string_view input);
+void ReadNmeaTrack(std::string_view input);
+void ReadIgcTrack(std::string_view input);
+void ReadCsvTrack(std::string_view input);
 
 }  // namespace keelview::fuzz

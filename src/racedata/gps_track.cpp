@@ -7,9 +7,10 @@
 #include <utility>
 
 #include "base/files.h"
+#include "base/position.h"
 #include "base/strings.h"
-#include "racedata/gps_track_lines.h"
 #include "racedata/track_faults.h"
+#include "racedata/tracks/own_lines.h"
 
 namespace keelview {
 namespace {

@@ -11,9 +11,8 @@ inline constexpr int MaxClickedEntries = 30;  // of them, by mouse: as many as t
 inline constexpr int MaxCells = 20;
 inline constexpr int MaxAttachments = 50;
 
-// What is farther off is no place on a globe, and no angle or length: it would spoil the sums that follow.
-inline constexpr double FarthestMinutes = 1e7;  ///< of arc; any slip of the unit lies below it
-inline constexpr double LargestNumber = 1e6;    ///< degrees, metres, knots
+// What is larger is no angle or length: it would spoil the sums that follow.
+inline constexpr double LargestNumber = 1e6;  ///< degrees, metres, knots
 
 /// Seconds that a race can last, some four months: no file may keep a search longer.
 inline constexpr int LongestRace = 10'000'000;

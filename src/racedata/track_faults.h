@@ -4,11 +4,6 @@
 
 namespace keelview {
 
-/// True for the place that a receiver writes when it knows none: 0, 0 to the last digit.
-inline bool IsNoPlace(double lat, double lon) {
-    return lat == 0.0 && lon == 0.0;
-}
-
 /// Takes out of a track each single fix that no boat can have been at: more than 100 knots from the fix
 /// before it and to the one behind it, while the way between these two needs no more. The first and the
 /// last fix, and those among times that do not rise, stay. Returns how many were taken out. Speeds are

@@ -7,7 +7,8 @@
 #include <tuple>
 #include <vector>
 
-#include "racedata/gps_track_lines.h"
+#include "racedata/tracks/formats.h"
+#include "racedata/tracks/own_lines.h"
 #include "support/temp_tree.h"
 
 namespace keelview {
@@ -61,6 +62,26 @@ TEST(TrackLines, LinesThatAreNoFixSayNothing) {
         EXPECT_FALSE(reader.Read(line)) << line;
     EXPECT_TRUE(
         reader.Read("T N3517.0 E13929.0 15/10/03 01:23:45.9 1 2 3 4 5 6 7 8 9 10 11 12 13 14 15 16"));
+}
+
+TEST(TrackLines, AFileOfLinesIsARecordingInDegreesAndMilliseconds) {
+    const TrackFileContent content = ReadTrackFile(
+        "H SOFTWARE any\r\nU DMM\r\nT N3530.0 W13915.0 21/06/25 12:00:00 0\r\nT N0000.0 E00000.0 21/06/25 "
+        "12:00:01 0\r\n"
+        "T N3530.0 W13915.0 21/06/25 25:00:00 0\r\nT S3530.6 E13915.0 21/06/25 12:00:02 0\r\n");
+    EXPECT_EQ(content.Format, "Keelview");
+    ASSERT_EQ(content.Recordings.size(), 1U);
+    const Recording& track = content.Recordings[0];
+    ASSERT_EQ(track.Fixes.size(), 2U);
+    EXPECT_EQ(track.Fixes[0].Time, 1750507200000);
+    EXPECT_NEAR(track.Fixes[0].Lat, 35.5, 1e-12);
+    EXPECT_NEAR(track.Fixes[0].Lon, -139.25, 1e-12);
+    EXPECT_NEAR(track.Fixes[1].Lat, -35.51, 1e-12);
+    ASSERT_EQ(track.Left.size(), 2U);
+    EXPECT_EQ(track.Left[0].Why, SkipReason::NoPlace);
+    EXPECT_EQ(track.Left[1].Why, SkipReason::Broken);
+    EXPECT_EQ(ReadTrackFile("T is the first letter of this text, and nothing else\n").Refused,
+              Refusal::Unknown);
 }
 
 /// A race of one boat whose track is given as lines of date and time in UTC.

@@ -2,8 +2,19 @@
 
 #include <algorithm>
 #include <cmath>
+#include <utility>
+
+#include "base/position.h"
 
 namespace keelview {
+namespace {
+
+/// A place on the globe, and not the one that receivers write when they know none. False for no number.
+bool IsPlace(double lat, double lon) {
+    return std::abs(lat) <= 90.0 && std::abs(lon) <= 180.0 && !IsNoPlace(lat, lon);
+}
+
+}  // namespace
 
 void Skip(std::vector<Skipped>& skipped, SkipReason why, int count) {
     const auto found = std::ranges::find(skipped, why, &Skipped::Why);
@@ -14,8 +25,7 @@ void Skip(std::vector<Skipped>& skipped, SkipReason why, int count) {
 }
 
 void AddFix(Recording& recording, const RecordedFix& fix) {
-    const bool onGlobe = std::abs(fix.Lat) <= 90.0 && std::abs(fix.Lon) <= 180.0;  // false for no number
-    if (!onGlobe) return Skip(recording.Left, SkipReason::NoPlace);
+    if (!IsPlace(fix.Lat, fix.Lon)) return Skip(recording.Left, SkipReason::NoPlace);
     if (recording.Fixes.size() >= MostFixes) return Skip(recording.Left, SkipReason::TooMany);
     if (!recording.Fixes.empty()) {
         const UnixMs last = recording.Fixes.back().Time;
@@ -23,6 +33,11 @@ void AddFix(Recording& recording, const RecordedFix& fix) {
         if (fix.Time < last) return Skip(recording.Left, SkipReason::TimeBack);
     }
     recording.Fixes.push_back(fix);
+}
+
+void AddMark(RaceHints& hints, NamedPlace mark) {
+    if (mark.Name.empty() || !IsPlace(mark.Lat, mark.Lon) || hints.Marks.size() >= MostMarks) return;
+    hints.Marks.push_back(std::move(mark));
 }
 
 }  // namespace keelview

@@ -31,7 +31,7 @@ struct RecordedFix {
 /// Why a piece of a file gave no fix.
 enum class SkipReason {
     NoTime,     ///< a place without a time
-    NoPlace,    ///< a time without a place, or a place off the globe
+    NoPlace,    ///< a time without a place, or a place off the globe or at 0, 0
     NotValid,   ///< marked as no fix by the device
     Broken,     ///< unreadable, cut off, or with a wrong checksum
     SameTime,   ///< a second fix at the time of the one before
@@ -95,8 +95,15 @@ struct TrackFileContent {
 void Skip(std::vector<Skipped>& skipped, SkipReason why, int count = 1);
 
 /// Adds a fix in its order of time, or counts why not: one with a place off the globe or that is no number,
-/// at the time of the last fix, before it, or beyond MostFixes.
+/// at 0, 0 to the last digit (as receivers write before they know better), at the time of the last fix,
+/// before it, or beyond MostFixes.
 void AddFix(Recording& recording, const RecordedFix& fix);
+
+/// Adds a mark. One without a name, with a place that no fix may have, or beyond MostMarks is left out.
+void AddMark(RaceHints& hints, NamedPlace mark);
+
+/// Named places that a file may give.
+inline constexpr std::size_t MostMarks = 1000;
 
 /// Fixes that a recording may hold; a day at 10 Hz has 864,000.
 inline constexpr std::size_t MostFixes = 20'000'000;

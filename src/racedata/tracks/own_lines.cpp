@@ -1,14 +1,18 @@
-#include "racedata/gps_track_lines.h"
+#include "racedata/tracks/own_lines.h"
 
 #include <array>
 #include <cmath>
+#include <utility>
 
 #include "base/numbers.h"
+#include "base/position.h"
 #include "base/strings.h"
-#include "racedata/limits.h"
 
 namespace keelview {
 namespace {
+
+/// A file that holds no fix so far down is of another kind.
+constexpr std::size_t HeadBytes = 16384;
 
 /// A fix needs a sixth field, whatever it holds.
 constexpr std::size_t FieldsOfFix = 6;
@@ -151,6 +155,35 @@ const std::optional<CivilTime>& TrackLineReader::Day(std::string_view field) {
     day_ = form == DateForm::YearFirst ? ParseDateTime(field) : DayFirstDate(field, DateSeparator(field));
     if (day_) dateForm_ = form;
     return day_;
+}
+
+bool LooksLikeOwnLines(std::string_view bytes) {
+    bytes = bytes.substr(0, HeadBytes);
+    TrackLineReader reader;
+    while (!bytes.empty())
+        if (reader.Read(CutHead(bytes, '\n'))) return true;
+    return false;
+}
+
+TrackFileContent ReadOwnLines(std::string_view bytes) {
+    constexpr double minutesPerDegree = 60.0;
+    constexpr UnixMs msPerSecond = 1000;
+    TrackLineReader reader;
+    Recording recording;
+    while (!bytes.empty()) {
+        const std::string_view line = CutHead(bytes, '\n');
+        const std::optional<TrackFix> fix = reader.Read(line);
+        if (!fix) {
+            if (line.starts_with("T ")) Skip(recording.Left, SkipReason::Broken);
+        } else {
+            AddFix(recording, {.Time = fix->GpsTime * msPerSecond,
+                               .Lat = fix->Lat / minutesPerDegree,
+                               .Lon = fix->Lon / minutesPerDegree});
+        }
+    }
+    TrackFileContent content;
+    content.Recordings.push_back(std::move(recording));
+    return content;
 }
 
 }  // namespace keelview

@@ -5,6 +5,7 @@
 #include <string_view>
 
 #include "base/dates.h"
+#include "racedata/tracks/recording.h"
 
 namespace keelview {
 
@@ -38,5 +39,11 @@ class TrackLineReader {
     std::string dateField_;         // the text that `day_` was read from
     std::optional<CivilTime> day_;  // midnight of the date field
 };
+
+/// Whether the head of a file holds a fix in lines as above.
+bool LooksLikeOwnLines(std::string_view bytes);
+
+/// A file of such lines as one recording. `T` lines without a fix count as Broken.
+TrackFileContent ReadOwnLines(std::string_view bytes);
 
 }  // namespace keelview
