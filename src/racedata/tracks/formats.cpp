@@ -1,8 +1,8 @@
 #include "racedata/tracks/formats.h"
 
 #include <algorithm>
-#include <array>
 #include <functional>
+#include <iterator>
 
 #include "base/strings.h"
 #include "racedata/tracks/csv.h"
@@ -21,7 +21,7 @@ namespace keelview {
 
 namespace {
 
-constexpr auto Formats = std::to_array<TrackFormat>({
+constexpr TrackFormat Formats[] = {
     {"Keelview", LooksLikeOwnLines, ReadOwnLines},
     {"FIT", LooksLikeFit, ReadFit},
     {"VKX", LooksLikeVkx, ReadVkx},
@@ -32,7 +32,7 @@ constexpr auto Formats = std::to_array<TrackFormat>({
     {"NMEA 0183", LooksLikeNmea, ReadNmea},
     {"IGC", LooksLikeIgc, ReadIgc},
     {"CSV", LooksLikeCsv, ReadCsv},
-});
+};
 
 bool EndsWith(std::string_view name, std::string_view ending) {
     return name.size() >= ending.size() && EqualNoCase(name.substr(name.size() - ending.size()), ending);
@@ -63,7 +63,7 @@ TrackFileContent ReadUnpackedFile(std::string_view bytes, std::string_view name)
     const auto* const format =
         std::ranges::find_if(Formats, [bytes](const TrackFormat& each) { return each.Knows(bytes); });
     TrackFileContent content;
-    if (format == Formats.end()) {
+    if (format == std::end(Formats)) {
         content.Refused = RefusalOf(bytes, name);
         return content;
     }

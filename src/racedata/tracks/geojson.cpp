@@ -155,9 +155,9 @@ bool LooksLikeGeoJson(std::string_view bytes) {
 }
 
 TrackFileContent ReadGeoJson(std::string_view bytes) {
-    if (IsTooLarge(bytes)) return {{}, Refusal::TooLarge, {}, {}};
+    if (IsTooLarge(bytes)) return {{}, Refusal::TooLarge, {}, {}, {}};
     const json file = json::parse(bytes, nullptr, false);
-    if (file.is_discarded()) return {{}, Refusal::Broken, {}, {}};
+    if (file.is_discarded()) return {{}, Refusal::Broken, {}, {}, {}};
     WrittenFixes fixes;
     if (file.contains("coordinates")) fixes.NotePlaces();  // a bare geometry has no place for times
     const std::vector<const json*> features = FeaturesOf(file);

@@ -88,14 +88,14 @@ bool IsXmlOf(std::string_view bytes, std::string_view root) {
 }
 
 TrackFileContent ReadXmlTracks(std::string_view bytes, ReadXmlElement read) {
-    if (TakesTooMuch(bytes)) return {{}, Refusal::TooLarge, {}, {}};
+    if (TakesTooMuch(bytes)) return {{}, Refusal::TooLarge, {}, {}, {}};
     const std::string_view sound = UpToLastTag(bytes);
     constexpr unsigned options = pugi::parse_cdata | pugi::parse_escapes | pugi::parse_embed_pcdata;
     pugi::xml_document document;
     const bool whole = bool(document.load_buffer(sound.data(), sound.size(), options));
-    if (!document.document_element()) return {{}, Refusal::Broken, {}, {}};
+    if (!document.document_element()) return {{}, Refusal::Broken, {}, {}, {}};
     WrittenFixes fixes;
-    if (!ReadElements(document, read, fixes)) return {{}, Refusal::TooLarge, {}, {}};
+    if (!ReadElements(document, read, fixes)) return {{}, Refusal::TooLarge, {}, {}, {}};
     if (!whole) fixes.Leave(SkipReason::Broken);
     return fixes.Take();
 }
