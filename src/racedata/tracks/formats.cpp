@@ -1,7 +1,7 @@
 #include "racedata/tracks/formats.h"
 
 #include <algorithm>
-#include <array>
+#include <iterator>
 #include <utility>
 
 #include "racedata/tracks/geojson.h"
@@ -13,12 +13,12 @@ namespace keelview {
 
 namespace {
 
-constexpr auto Formats = std::to_array<TrackFormat>({
+constexpr TrackFormat Formats[] = {
     {"GPX", LooksLikeGpx, ReadGpx},
     {"TCX", LooksLikeTcx, ReadTcx},
     {"KML", LooksLikeKml, ReadKml},
     {"GeoJSON", LooksLikeGeoJson, ReadGeoJson},
-});
+};
 
 /// A kind that is known by name alone, as nobody may read it.
 Refusal ClosedFormat(std::string_view bytes) {
@@ -37,7 +37,7 @@ TrackFileContent ReadTrackFile(std::string_view bytes) {
     const auto* const format =
         std::ranges::find_if(Formats, [bytes](const TrackFormat& each) { return each.Knows(bytes); });
     TrackFileContent content;
-    if (format == Formats.end()) {
+    if (format == std::end(Formats)) {
         content.Refused = ClosedFormat(bytes);
         return content;
     }
