@@ -1,8 +1,8 @@
 #include "racedata/tracks/formats.h"
 
 #include <algorithm>
-#include <array>
 #include <functional>
+#include <iterator>
 #include <utility>
 
 #include "racedata/tracks/csv.h"
@@ -14,12 +14,12 @@ namespace keelview {
 
 namespace {
 
-constexpr auto Formats = std::to_array<TrackFormat>({
+constexpr TrackFormat Formats[] = {
     {"Keelview", LooksLikeOwnLines, ReadOwnLines},
     {"NMEA 0183", LooksLikeNmea, ReadNmea},
     {"IGC", LooksLikeIgc, ReadIgc},
     {"CSV", LooksLikeCsv, ReadCsv},
-});
+};
 
 /// A kind that is known by name alone, as nobody may read it.
 Refusal ClosedFormat(std::string_view bytes) {
@@ -51,7 +51,7 @@ TrackFileContent ReadTrackFile(std::string_view bytes) {
     const auto* const format =
         std::ranges::find_if(Formats, [bytes](const TrackFormat& each) { return each.Knows(bytes); });
     TrackFileContent content;
-    if (format == Formats.end()) {
+    if (format == std::end(Formats)) {
         content.Refused = ClosedFormat(bytes);
         return content;
     }
