@@ -128,11 +128,11 @@ TEST(TracksCsv, SpeedsAndAnglesComeInTheUnitsOfTheirNames) {
 
 TEST(TracksCsv, BoatsAreRecordingsOfTheirOwn) {
     const TrackFileContent content = ReadTrackFile(
-        "boat,time,lat,lon\nA,1750507200,35,139\n\"B, c\",1750507200,36,139\n"
-        "A,1750507201,35,139\n,,,\n\n\"B, c\",1750507201,36,139\n");
+        "boat,time,lat,lon\nA,1750507200,35,139\n\"B, \"\"c\"\"\",1750507200,36,139\n"
+        "A,1750507201,35,139\n,,,\n\n\"B, \"\"c\"\"\",1750507201,36,139\n");
     ASSERT_EQ(content.Recordings.size(), 2U);
     EXPECT_EQ(content.Recordings[0].Boat, "A");
-    EXPECT_EQ(content.Recordings[1].Boat, "B, c");
+    EXPECT_EQ(content.Recordings[1].Boat, "B, \"c\"");
     for (const Recording& track : content.Recordings) {
         EXPECT_EQ(track.Fixes.size(), 2U);
         EXPECT_TRUE(track.Left.empty());

@@ -18,6 +18,16 @@ namespace {
 
 constexpr std::size_t MostBoats = 2000;
 
+/// A cell as it was before it was put into quotes, which doubles those in it.
+std::string Unquoted(std::string_view cell) {
+    std::string text;
+    for (std::size_t at = 0; at < cell.size(); ++at) {
+        text += cell[at];
+        if (cell.substr(at, 2) == "\"\"") ++at;
+    }
+    return text;
+}
+
 class CsvTable {
   public:
     CsvTable(const CsvLayout& layout, TrackFileContent& content)
@@ -96,7 +106,7 @@ class CsvTable {
             if (IsFull()) return nullptr;
             lastTrack_ = content_.Recordings.size();
             boats_.emplace(boat, lastTrack_);
-            content_.Recordings.emplace_back().Boat = DecodeText(boat).Utf8;
+            content_.Recordings.emplace_back().Boat = DecodeText(Unquoted(boat)).Utf8;
         }
         lastBoat_ = boat;
         return &content_.Recordings[lastTrack_];

@@ -137,7 +137,7 @@ std::optional<UnixMs> CsvClock::ReadNumber(double value) {
     const auto fits = [value](const Scale& scale) { return value >= scale.From && value < scale.To; };
     const bool isFirst = !std::exchange(hasNumbers_, true);
     if (scale_ == nullptr) {
-        const auto* const found = std::ranges::find_if(scales, fits);
+        const auto found = std::ranges::find_if(scales, fits);
         if (found == scales.end() || (found == scales.begin() && !isFirst)) return std::nullopt;
         scale_ = &*found;
     }

@@ -160,7 +160,7 @@ struct NamedColumn {
 };
 
 NamedColumn FindName(std::string_view name, int mostUnits) {
-    const auto* const found = std::ranges::find(Names, name, &ColumnName::Name);
+    const auto found = std::ranges::find(Names, name, &ColumnName::Name);
     if (found != Names.end()) return {static_cast<std::size_t>(found - Names.begin()), 1.0};
     if (mostUnits == 0) return {};
     for (const UnitName& unit : Units) {

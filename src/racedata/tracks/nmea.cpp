@@ -102,7 +102,7 @@ class NmeaLog {
             {"ZDA", &NmeaLog::ReadZda},
             {"WPL", &NmeaLog::ReadWpl},
         }};
-        const auto* const row = std::ranges::find(rows, sentence.Kind, &Row::Kind);
+        const auto row = std::ranges::find(rows, sentence.Kind, &Row::Kind);
         if (row != rows.end()) (this->*row->Read)(sentence);
     }
 
