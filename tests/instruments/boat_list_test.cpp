@@ -10,10 +10,6 @@ namespace keelview {
 namespace {
 
 struct BoatListTest : testing::Test, TestDesk {
-    int PixelsOf(int boat, const Surface& surface, int left, int top, int right, int bottom) const {
-        return CountPixels(surface.Image(), left, top, right, bottom,
-                           [&](int r, int g, int b) { return Rgb(r, g, b) == BoatColour(boat); });
-    }
     void PointAt(const Control& control) const {
         for (const QPoint at : {QPoint(5, 5), {6, 5}}) driver::MoveTo(control, at);
     }
@@ -23,7 +19,6 @@ TEST_F(BoatListTest, TheLeftButtonTicksTheRightOnePicksOutAndRingsKeepTheirBoat)
     WriteRace(4);
     Open();
     RaceDisp& form = Form();
-    const int side = static_cast<int>(app.view.MapSide);
     const struct {
         const Control& clicked;
         Qt::MouseButton button;
@@ -36,11 +31,8 @@ TEST_F(BoatListTest, TheLeftButtonTicksTheRightOnePicksOutAndRingsKeepTheirBoat)
         driver::MoveTo(form.Picture8, {250, 20});
         driver::Click(click.clicked, click.button);
         std::string focused;
-        for (int boat = 1; boat <= 4; ++boat) {
+        for (int boat = 1; boat <= 4; ++boat)
             if (form.InFocus(boat)) focused += std::to_string(boat);
-            // Its track is on the map while it is in focus.
-            EXPECT_EQ(PixelsOf(boat, Map(), 0, 150, side, side - 150) > 20, form.InFocus(boat));
-        }
         EXPECT_EQ(focused, click.focused);
     }
 }
@@ -53,17 +45,9 @@ TEST_F(BoatListTest, ARowTellsSpeedAndWindAngleOfTheMoment) {
     const auto row = [&](int boat) {
         return Form().Text5[boat - 1].Text() + " " + Form().Text6[boat - 1].Text();
     };
-    const auto bar = [&](int boat, int line) {
-        const int y = static_cast<int>(Form().Bnam[boat - 1].Top()) + line;
-        return PixelsOf(boat, Form().Picture8, 130, y, 210, y);
-    };
     EXPECT_EQ(row(1) + ", " + row(2), "8.00 60, 4.00 -30");
-    EXPECT_NEAR(bar(1, 1), 2 * bar(2, 1), 2);
-    driver::Click(Form().Bnam[1]);
-    EXPECT_TRUE(bar(2, 1) == 0 && bar(2, 4) > 10);  // out of focus a bar is thin
-    Seek(400);                                      // its track has ended
+    Seek(400);  // its track has ended
     EXPECT_EQ(row(2), " ");
-    EXPECT_TRUE(bar(2, 4) == 0 && bar(1, 1) > 20);
 }
 
 TEST_F(BoatListTest, ALargeFleetRisesUnderThePointerAndSinksAgain) {

@@ -80,20 +80,6 @@ TEST_F(DeskTest, TheWindThatAPersonTypesIsTakenAndSavedAtOnce) {
     }
 }
 
-TEST_F(DeskTest, AnotherRaceTakesThePlaceOfTheOneThatIsShown) {
-    WriteRace(2);
-    tree.Race("R2.txt", "T2, Autumn\r\nBN, boat2.trk, Solo\r\n");
-    Open(false);
-    driver::Click(Form().Bnam[0]);
-    for (const char* title : {"Spring Cup   Autumn   (R2.txt)", "Spring Cup   (R1.txt)"}) {
-        Form().Combo1.SetText(std::string(title).substr(std::string(title).size() - 7, 6));
-        driver::Click(Form().Command9);
-        EXPECT_TRUE(Form().Caption().ends_with(title)) << Form().Caption();
-        EXPECT_TRUE(Form().InFocus(1));
-    }
-    EXPECT_EQ(Form().Bnam[0].Caption(), "Boat 1");
-}
-
 TEST_F(DeskTest, EachViewIsCapturedWithTheBoatsTheOverviewAndTheColours) {
     OpenFullRace();
     const fs::path file = tree.Root() / "gpsdat/無題.bmp";
@@ -165,32 +151,6 @@ struct HintsTest : DeskTest {
         return Box().Visible() ? Box().Text() : "";
     }
 };
-
-TEST_F(HintsTest, AHintStandsWhereItsColumnAndRowSay) {
-    Open();
-    RaceDisp& form = Form();
-    driver::Click(form.Option10);
-    form.btnHATENA.Show();
-    const double left = form.Picture7.Left();
-    const struct {
-        const Control &owner, &parent;
-        const char* begins;
-        double column;  // the hint's left edge, or its right one where that is fixed
-        bool right;
-        double below;  // its top under that of the control, or its bottom where that lies above
-    } cases[] = {
-        {form.Check7, form.Picture7, "Draw coast line", left + 10, false, -5},
-        {form.Command2, form.Picture7, "Click this button and", left + form.Picture7.Width() - 5, true, -5},
-        {form.Check10, form.Picture7, "Enlarge", left + form.Check10.Left() - 150, false, -5},
-        {form.btnHATENA, form.Picture7, "Show HELP", left + form.btnHATENA.Left() - 5, true, 0},
-        {form.Command12, form.GPIC, "Click here", form.GPIC.Left() + form.Command12.Left(), false, 21}};
-    for (const auto& c : cases) {
-        EXPECT_TRUE(HintOver(c.owner).starts_with(c.begins)) << Box().Text();
-        EXPECT_EQ(Box().Left() + (c.right ? Box().Width() : 0), c.column) << c.begins;
-        EXPECT_EQ(Box().Top() + (c.below < 0 ? Box().Height() : 0),
-                  c.parent.Top() + c.owner.Top() + c.below);
-    }
-}
 
 TEST_F(HintsTest, HintsStandOnTheirColourAndLeaveWhatIsWorthItWhenSwitchedOff) {
     Open(true, false);

@@ -111,26 +111,6 @@ TEST_F(MomentTest, LayLinesAreThoseOfTheWindNowAndNothingElseIsLost) {
     EXPECT_GT(wake(), before + 20);
 }
 
-TEST_F(MomentTest, ARangeStaysMarkedWhenTheBarIsDrawnAnew) {
-    Open();
-    RaceDisp& form = Form();
-    const auto y = [&](double time) { return static_cast<int>(desk->timeBar.Axis().Y(time)); };
-    const auto marked = [&](double time) { return form.PicTimeBar.Image().PixelAt(3, y(time)) == Yellow; };
-    driver::Press(driver::Face(form.PicTimeBar), {10, y(100)}, Qt::LeftButton, Qt::ShiftModifier);
-    driver::KeyDown(Map(), Qt::Key_Shift);
-    driver::MoveTo(form.PicTimeBar, {10, y(300)});
-    driver::Release(driver::Face(form.PicTimeBar), {10, y(300)}, Qt::LeftButton, Qt::ShiftModifier);
-    driver::KeyUp(Map(), Qt::Key_Shift);
-    desk->session.Changes().SetWindDirection(40);
-    driver::Settle();
-    EXPECT_TRUE(marked(200) && !marked(320));
-    form.Move(0, 0, 1000, 800);
-    driver::Settle();
-    EXPECT_TRUE(marked(200) && !marked(320));
-    desk->session.ReloadRace();
-    EXPECT_FALSE(marked(200));
-}
-
 TEST_F(MomentTest, FinishersAreCountedFromTheFirstOneAndListedAsSoonAsTheCourseIsClicked) {
     WriteRace(2, "MK, 2117.5, 8369\r\nMK, 2117.8, 8369\r\n");
     tree.Boat("boat1.trk", Lat, Lon, SixKnots, 0, -200, 620);
@@ -171,16 +151,6 @@ TEST_F(MomentTest, ARaceThatIsReadTellsSoUnderItsTitleInTheMapAlsoFromTheGraphs)
     EXPECT_EQ(told, 1);
     EXPECT_TRUE(Form().Option9.Value());
     EXPECT_FALSE(Form().Text12.Visible());
-}
-
-TEST_F(MomentTest, OnlyWhatThePersonTypesIsTakenAsWind) {
-    Open();
-    driver::Click(Form().Text3);
-    Form().Text3.SetText("77");
-    EXPECT_EQ(app.race.WindDirection, 0);
-    driver::Key(Form().Text3, Qt::Key_Delete);
-    driver::Settle();
-    EXPECT_EQ(app.race.WindDirection, LenientNumber(Form().Text3.Text()));
 }
 
 TEST_F(MomentTest, TheSplashHasNoTitleBar) {
