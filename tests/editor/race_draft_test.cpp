@@ -24,6 +24,10 @@ TEST(RaceDraft, FieldsAreTakenAsTyped) {
     EXPECT_EQ(race.RaceTitle1 + "/" + race.Start.Typed(), "Cup, day 2/2004/8/5 12:30:00");
     EXPECT_TRUE(race.TimeDiff == 9 && race.BoatLength == 4.7 && race.LayLineDown == 0);
     EXPECT_EQ(PreStartSeconds(race), 156);
+    DraftFields fields = GoodFields();
+    fields.TimeDiff = "5.75";
+    EXPECT_FALSE(TakeFields(fields, true, race));
+    EXPECT_EQ(race.TimeDiff, 5.75);
 }
 
 TEST(RaceDraft, AFieldThatIsWrongIsNamedAndNothingIsTaken) {
@@ -36,6 +40,7 @@ TEST(RaceDraft, AFieldThatIsWrongIsNamedAndNothingIsTaken) {
           Case{&Fields::Finish, "2004/8", "Incorrect finish date or time"},
           Case{&Fields::Finish, "2004/8/5 12:30:00", "The finish must be after the start"},
           Case{&Fields::TimeDiff, "", "Time Diff"}, Case{&Fields::TimeDiff, "25", "Time Diff"},
+          Case{&Fields::TimeDiff, "5.7", "Time Diff"}, Case{&Fields::TimeDiff, "5:30", "Time Diff"},
           Case{&Fields::WindDirection, "1e300", "Wind Direction"},
           Case{&Fields::BoatLength, "４．７", "LOA"}, Case{&Fields::BoatLength, "-4.7", "LOA"},
           Case{&Fields::MagVariation, "-x", "Mag Variation"},
@@ -70,7 +75,11 @@ TEST(RaceDraft, TheFirstTrackGivesZoneStartAndFinish) {
         RaceControl other;
         ProposeTimes(TrackTimes{.FirstLongitude = degrees * 60}, other);
         EXPECT_EQ(other.TimeDiff, hours) << degrees;
+        other.TimeDiff = 0;  // said, so that the longitude has no say
+        ProposeTimes(TrackTimes{.FirstLongitude = 139 * 60}, other);
+        EXPECT_EQ(other.TimeDiff, 0);
     }
+    EXPECT_EQ(NewDraft({}, 0).TimeDiff, std::nullopt);
 }
 
 TEST(RaceDraft, FilesThatAreNoTrackGiveNoTimes) {
@@ -105,8 +114,26 @@ TEST(RaceDraft, ADraftIsNewButForWhatWasSetOnTheWaterOrOpenedWithItsBoatsAndCoas
     tree.Race("R1.txt", "BN, gone.trk, Ghost\r\nMAP, 5339\r\nMAP, 5239\r\n");
     ASSERT_TRUE(OpenDraft(tree.Root(), "R1.txt", draft));
     EXPECT_TRUE(draft.Boats.Count() == 1 && draft.MapFile.Count() == 2 && draft.MapFile[2] == "5239");
-    EXPECT_FALSE(OpenDraft(tree.Root(), "R2.txt", draft));
+    tree.Write("raceadmin/notes.txt", "Dear all,\r\nthe race is off\r\n");
+    tree.Write("raceadmin/binary.txt", std::string("T1, Cup\r\n\0", 10));
+    for (const char* none : {"R2.txt", "notes.txt", "binary.txt"})
+        EXPECT_FALSE(OpenDraft(tree.Root(), none, draft)) << none;
     EXPECT_EQ(draft.RaceFileName, "R1.txt");
+    for (const char* name : {"R1.txt", "r1.TXT", ".x.txt"}) EXPECT_TRUE(IsRaceFileName(name)) << name;
+    for (const char* name : {"Ver.00", "racefile.st", ".txt", "R1.txt.bak"})
+        EXPECT_FALSE(IsRaceFileName(name)) << name;
+}
+
+TEST(RaceDraft, TimesSetByHandStayWithTheirBoats) {
+    RaceControl draft;
+    for (const char* name : {"A", "B", "C"}) draft.Boats.Add({std::string(name) + ".trk", name});
+    draft.CourseOrder = {"L1"};
+    draft.HandPasses = {{1, 1, 100}, {2, 1, 200}, {3, 1, {}}};
+    RemoveBoat(draft, 2);
+    ASSERT_EQ(draft.HandPasses.Count(), 2);
+    EXPECT_EQ(draft.HandPasses[1].Seconds, 100);
+    EXPECT_EQ(draft.HandPasses[2].BoatNumber, 2);  // C, which moved up
+    EXPECT_FALSE(draft.HandPasses[2].Seconds);
 }
 
 }  // namespace

@@ -98,6 +98,26 @@ TEST_F(RaceEditorTest, TracksThatCannotBeTakenAreToldAndTheFormStaysOpen) {
         Choose("empty.trk", none);
         EXPECT_EQ(editor->Draft().Boats.Count(), 1);
     }
+    tree.Write("gpsdat/b.trk", tree.Read("gpsdat/a.trk") + "T N0000.0 E00000.0 2004/08/05 03:50:00 1\r\n");
+    dialogs.AnswerInput("Beta");
+    dialogs.AnswerOk();  // faulty fixes are told, and the first track with a fix tells the times
+    Choose("b.trk");
+    EXPECT_TRUE(Said().ends_with("b.trk : 1"));
+    EXPECT_EQ(editor->Text1.Text() + editor->Text3.Text(), "2004/08/05 12:29:009");
+}
+
+TEST_F(RaceEditorTest, OnlyRaceFilesAreOpenedAndWritten) {
+    tree.Write("raceadmin/Ver.00", "0,1\r\n");
+    dialogs.AnswerOk();
+    PressAndName(editor->Command6, "Ver.00");
+    EXPECT_EQ(editor->Draft().RaceFileName, "");
+    Choose("a.trk", "Alpha");
+    dialogs.AnswerYesNo(true);  // save
+    dialogs.AnswerYesNo(true);  // over the old one
+    dialogs.AnswerOk();
+    PressAndName(editor->Command9, "Ver.00");
+    EXPECT_TRUE(dialogs.AllAnswered() && !editor->Closed());
+    EXPECT_EQ(tree.Read("raceadmin/Ver.00"), "0,1\r\n");
 }
 
 TEST_F(RaceEditorTest, AWrongFieldIsToldAndNothingTypedIsLost) {

@@ -46,6 +46,8 @@ TEST_F(RacingTest, AutoTraceFollowsWhoRacesAndAtOnceWhoComesIntoFocus) {
     };
     driver::Click(Form().Check5);
     westToEast(0, 0.3);
+    EXPECT_TRUE(app.view.ZoomFactor > 1 && app.view.ManualZoom == 1);
+    EXPECT_TRUE(Form().Picture12.Visible() && !Form().Check6.Enabled());
     driver::Click(Form().Bnam[1]);
     EXPECT_NEAR(app.view.ViewCentreLon, Lon, 1e-6);
     driver::Click(Form().Label5);
@@ -54,6 +56,8 @@ TEST_F(RacingTest, AutoTraceFollowsWhoRacesAndAtOnceWhoComesIntoFocus) {
     westToEast(0, 0);
     Seek(500);  // nobody races any more
     EXPECT_NEAR(app.view.ViewCentreLon, Lon + 0.15, 1e-6);
+    driver::Click(Form().Check5);
+    EXPECT_TRUE(app.view.ZoomFactor == 1 && !Form().Picture12.Visible() && Form().Check6.Enabled());
 }
 
 }  // namespace

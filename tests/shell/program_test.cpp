@@ -153,8 +153,16 @@ TEST_F(ProgramTest, BrowseOnlyShowsOneRaceAndEndsWithIt) {
     EXPECT_TRUE(platform.Ended);
     std::filesystem::remove(tree.Root() / "raceadmin/R1.txt");
     dialogs.AnswerOk();  // the race cannot be shown, and there is no other
+    platform.Ended = false;
     Start(false);
-    EXPECT_TRUE(Menu().Visible());
+    for (const Button* maker : {&Menu().Command1, &Menu().Command2, &Menu().Command8, &Menu().Command9})
+        EXPECT_TRUE(Menu().Visible() && !maker->Enabled());
+    tree.Race("R2.txt", "BN, a.trk, Alpha\r\n");
+    Choose(Menu().Command3, "R2.txt");
+    CloseDisplay();
+    EXPECT_TRUE(Menu().Visible() && !platform.Ended);
+    driver::Click(Menu().Command4);
+    EXPECT_TRUE(platform.Ended);
 }
 
 TEST(Later, WaitsForTheOutermostEvent) {
