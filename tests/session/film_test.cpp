@@ -102,7 +102,7 @@ TEST_F(FilmTest, TheSpeedBarAndTheStepButtonsMoveTheClock) {
     EXPECT_NEAR(app.clock.ReplayTime, 102.03, 1e-9);
 }
 
-TEST_F(FilmTest, WaterWithoutBoatsIsSkippedAndAViewWithoutBoatsPullsBack) {
+TEST_F(FilmTest, WaterWithoutBoatsIsSkipped) {
     tree.Boat("late.trk", Lat, Lon, SixKnots, 0, 100, 620);
     tree.Race("R1.txt", "BN, late.trk, Late\r\n");
     Open();
@@ -110,14 +110,6 @@ TEST_F(FilmTest, WaterWithoutBoatsIsSkippedAndAViewWithoutBoatsPullsBack) {
     Tick();
     EXPECT_GE(app.clock.ReplayTime, 100);
     EXPECT_LT(app.clock.ReplayTime, 106);
-    app.view.CentreOn({Lat + 5, Lon});
-    Seek(300);
-    for (int second = 0; second < 10; ++second) Second(0);
-    Seek(300);
-    EXPECT_FALSE(app.now.BoatInView);
-    Second(0);
-    Seek(300);
-    EXPECT_TRUE(app.now.BoatInView);
 }
 
 }  // namespace

@@ -94,22 +94,23 @@ struct RaceSessionTest : testing::Test, TestDesk {};
 TEST_F(RaceSessionTest, TheFormTellsTheRaceAndItsMoment) {
     tree.Boat("a.trk", Lat, Lon, SixKnots, 0, -200, 620);
     tree.Boat("b.trk", Lat, Lon + 0.1, SixKnots, 0, -100, 300);
-    tree.Race("R1.txt", "BN, a.trk, Alpha\r\nBN, b.trk, Beta\r\n" + RaceTree::LineAcross(0.1));
+    tree.Race("R1.txt", "WD, 30\r\nBN, a.trk, Alpha\r\nBN, b.trk, Beta\r\n" + RaceTree::LineAcross(0.1));
     Open(false);
     const RaceDisp& form = Form();
     const auto told = [&form] {
         std::string texts = form.Caption();
-        for (const auto* box : {&form.Text9, &form.Text1, &form.Text11, &form.Text5[0], &form.Text5[1]})
+        for (const auto* box : {&form.Text9, &form.Text1, &form.Text11, &form.Text5[0], &form.Text6[0],
+                                &form.Text5[1], &form.Text6[1]})
             texts += "/" + box->Text();
         return texts + "/" + form.Bnam[1].Caption();
     };
     const std::string race = " \"Keelview\" Race Browser   Spring Cup   (R1.txt)/2004/8/5 12:30:00/";
     Seek(50.5);  // six minutes of arc an hour are less than six miles there
-    EXPECT_EQ(told(), race + "2004/08/05 12:30:50/00:00:50/5.98/5.98/Beta");
+    EXPECT_EQ(told(), race + "2004/08/05 12:30:50/00:00:50/5.98/-30/5.98/-30/Beta");
     EXPECT_TRUE(form.Option2.Value() && !form.Command2.Visible());
     EXPECT_FALSE(form.Option11.Enabled());  // a course of one entry has no legs
     Seek(350);                              // Beta's track has ended
-    EXPECT_EQ(told(), race + "2004/08/05 12:35:50/00:05:50/5.98//Beta");
+    EXPECT_EQ(told(), race + "2004/08/05 12:35:50/00:05:50/5.98/-30///Beta");
     const Sprite& sprite = form.Boat[0];
     EXPECT_TRUE(sprite.Visible() && !form.Boat[1].Visible());
     EXPECT_EQ(form.Text15.Text() + NumberText(sprite.Width()), "Enlarged15");

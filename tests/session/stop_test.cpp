@@ -132,10 +132,10 @@ TEST_F(StopTest, AResizeKeepsFocusRingsAndTicks) {
     RaceDisp& form = Form();
     const auto ticks = [&] {
         std::string text;
-        for (const CheckBox* box :
-             {&form.Bnam[0], &form.Bnam[1], &form.Bnam[2], &form.Maru[0], &form.Maru[1], &form.Maru[2],
-              &form.Check1, &form.Check3, &form.Check4, &form.Check5, &form.Check6, &form.Check7,
-              &form.Check8, &form.Check9, &form.Check10})
+        for (int boat = 0; boat < 3; ++boat)
+            for (const CheckBox* box : {&form.Bnam[boat], &form.Maru[boat]})
+                text += box->Value() ? '1' : '0';
+        for (const CheckBox* box : {&form.Check1, &form.Check4, &form.Check5, &form.Check6, &form.Check9})
             text += box->Value() ? '1' : '0';
         return text;
     };
