@@ -200,7 +200,7 @@ TEST_F(DistributionFormTest, RacesAreChosenByClicksAndBuilt) {
     EXPECT_NE(Said().find("keelview\r\ngun.wav"), std::string::npos) << Said();  // this tree has none
     const std::string made = "distribution/New one/raceadmin/";
     EXPECT_EQ(tree.Read(made + "racefile.st") + tree.Read(made + "ver.00"), "R1.txt\r\n1,1\r\n");
-    EXPECT_EQ(platform.BusyPointers, (std::vector<bool>{true, false}));
+    EXPECT_EQ(platform.BusyPointers, (std::vector<bool>{true, false, true, false}));
 }
 
 TEST_F(DistributionFormTest, TheTwoHundredFirstRaceAndTheFiftyFirstPickAreRefused) {
