@@ -9,11 +9,139 @@
 #include <tuple>
 
 #include "editor/file_select.h"
+#include "editor/race_draft.h"
+#include "racedata/race_file.h"
 #include "support/qt_driver.h"
+#include "support/race_tree.h"
 #include "support/test_world.h"
 
 namespace keelview {
 namespace {
+
+/// In the order of the form: titles, start and finish, zone, wind, length, variation, laylines, minutes.
+DraftFields GoodFields() {
+    return {
+        "Cup, day 2", "第2レース", " 2004/8/5 12:30:00 ", "2004/8/5 13:50", "9", "210", "4.7 m", "-7", "45",
+        "",           "2.6"};
+}
+
+TEST(RaceDraft, FieldsAreTakenAsTyped) {
+    RaceControl race;
+    EXPECT_FALSE(TakeFields(GoodFields(), true, race));
+    EXPECT_EQ(race.RaceTitle1 + "/" + race.Start.Typed(), "Cup, day 2/2004/8/5 12:30:00");
+    EXPECT_TRUE(race.TimeDiff == 9 && race.BoatLength == 4.7 && race.LayLineDown == 0);
+    EXPECT_EQ(PreStartSeconds(race), 156);
+    DraftFields fields = GoodFields();
+    fields.TimeDiff = "5.75";
+    EXPECT_FALSE(TakeFields(fields, true, race));
+    EXPECT_EQ(race.TimeDiff, 5.75);
+}
+
+TEST(RaceDraft, AFieldThatIsWrongIsNamedAndNothingIsTaken) {
+    using Fields = DraftFields;
+    const std::string start = "Incorrect start date or time";
+    using Case = std::tuple<std::string DraftFields::*, std::string, std::string>;
+    for (const auto& [field, typed, wanted] :
+         {Case{&Fields::Start, "", start}, Case{&Fields::Start, "2004/8/5 12:30:00 or so", start},
+          Case{&Fields::Start, "20040805123000", start},
+          Case{&Fields::Finish, "2004/8", "Incorrect finish date or time"},
+          Case{&Fields::Finish, "2004/8/5 12:30:00", "The finish must be after the start"},
+          Case{&Fields::TimeDiff, "", "Time Diff"}, Case{&Fields::TimeDiff, "25", "Time Diff"},
+          Case{&Fields::TimeDiff, "5.7", "Time Diff"}, Case{&Fields::TimeDiff, "5:30", "Time Diff"},
+          Case{&Fields::WindDirection, "1e300", "Wind Direction"},
+          Case{&Fields::BoatLength, "４．７", "LOA"}, Case{&Fields::BoatLength, "-4.7", "LOA"},
+          Case{&Fields::MagVariation, "-x", "Mag Variation"},
+          Case{&Fields::LayLineUp, "steep", "LayLine <UP>"},
+          Case{&Fields::PreStartMinutes, "99999", "Pre Start Time"}}) {
+        DraftFields fields = GoodFields();
+        fields.*field = typed;
+        RaceControl race;
+        const auto said = TakeFields(fields, true, race);
+        EXPECT_NE(said.value_or("").find(wanted), std::string::npos) << typed << said.value_or("");
+        EXPECT_TRUE(race.RaceTitle1.empty());
+    }
+    DraftFields fields = GoodFields();
+    fields.PreStartMinutes = "x";
+    RaceControl race;
+    EXPECT_EQ(TakeFields(fields, false, race), "数値が正しくありません : スタート前の表示時間 (0 ～ 1440)");
+}
+
+TEST(RaceDraft, TheFirstTrackGivesZoneStartAndFinish) {
+    RaceTree tree;
+    tree.Boat("a.trk", 35 * 60, 139.75 * 60, 0.001, 0, -300, 900);
+    tree.Boat("west.trk", 35 * 60, 0, 0.001, 0, -300, 900);
+    RaceControl race;
+    for (const char* file : {"a.trk", "west.trk"}) {  // what is given stays
+        ProposeTimes(ReadFirstTrackTimes(tree.Root(), file), race);
+        EXPECT_EQ(race.Start.Typed() + " " + race.Finish.Typed(),
+                  "2004/08/05 12:29:00 2004/08/05 12:45:00");
+        EXPECT_EQ(race.TimeDiff, 9);
+    }
+    for (const auto& [degrees, hours] :  // zones are fifteen degrees wide
+         {std::pair{7.4, 0}, {7.5, 1}, {-7.5, 0}, {-70.0, -5}, {180.0, 12}}) {
+        RaceControl other;
+        ProposeTimes(TrackTimes{.FirstLongitude = degrees * 60}, other);
+        EXPECT_EQ(other.TimeDiff, hours) << degrees;
+        other.TimeDiff = 0;  // said, so that the longitude has no say
+        ProposeTimes(TrackTimes{.FirstLongitude = 139 * 60}, other);
+        EXPECT_EQ(other.TimeDiff, 0);
+    }
+    EXPECT_EQ(NewDraft({}, 0).TimeDiff, std::nullopt);
+}
+
+TEST(RaceDraft, FilesThatAreNoTrackGiveNoTimes) {
+    RaceTree tree;
+    tree.Write("gpsdat/small.trk", "T N3530.0 E13930.0 05/08/04 03:30:00 1\r\n");
+    tree.Write("gpsdat/text.trk", std::string(2000, 'x'));
+    tree.Write("gpsdat/zeros.trk", std::string(2000, '\0'));
+    tree.Boat("photo.jpg", 35 * 60, 139 * 60, 0.001, 0, 0, 100);
+    for (const char* name : {"small.trk", "text.trk", "zeros.trk", "photo.jpg", "gone.trk", ""})
+        EXPECT_FALSE(ReadFirstTrackTimes(tree.Root(), name)) << name;
+}
+
+TEST(RaceDraft, NamesThatABoatLineCannotHold) {
+    for (const char* good : {"a.trk", "my boat.trk", "艇 \"1\".trk"})
+        EXPECT_TRUE(FitsBoatLine(good)) << good;
+    for (const char* bad : {"", "a,b.trk", " a.trk", "a.trk ", "../a.trk", "x\\a.trk"})
+        EXPECT_FALSE(FitsBoatLine(bad)) << bad;
+}
+
+TEST(RaceDraft, ADraftIsNewButForWhatWasSetOnTheWaterOrOpenedWithItsBoatsAndCoastCells) {
+    RaceControl last;
+    last.RaceFileName = "R1.txt";
+    last.Start = RaceTime("2004/8/5 12:30:00");
+    last.RaceTitle1 = "Cup";
+    last.Marks.Resize(2);
+    last.Boats.Resize(3);
+    RaceControl draft = NewDraft(last, -5);
+    EXPECT_TRUE(draft.RaceFileName.empty() && draft.Start.Empty() && draft.Boats.Empty());
+    EXPECT_TRUE(draft.Marks.Count() == 2 && draft.TimeDiff == -5 && draft.MagVariation == -7);
+    EXPECT_EQ(draft.RaceTitle1, "Cup");
+    RaceTree tree;
+    tree.Race("R1.txt", "BN, gone.trk, Ghost\r\nMAP, 5339\r\nMAP, 5239\r\n");
+    ASSERT_TRUE(OpenDraft(tree.Root(), "R1.txt", draft));
+    EXPECT_TRUE(draft.Boats.Count() == 1 && draft.MapFile.Count() == 2 && draft.MapFile[2] == "5239");
+    tree.Write("raceadmin/notes.txt", "Dear all,\r\nthe race is off\r\n");
+    tree.Write("raceadmin/binary.txt", std::string("T1, Cup\r\n\0", 10));
+    for (const char* none : {"R2.txt", "notes.txt", "binary.txt"})
+        EXPECT_FALSE(OpenDraft(tree.Root(), none, draft)) << none;
+    EXPECT_EQ(draft.RaceFileName, "R1.txt");
+    for (const char* name : {"R1.txt", "r1.TXT", ".x.txt"}) EXPECT_TRUE(IsRaceFileName(name)) << name;
+    for (const char* name : {"Ver.00", "racefile.st", ".txt", "R1.txt.bak"})
+        EXPECT_FALSE(IsRaceFileName(name)) << name;
+}
+
+TEST(RaceDraft, TimesSetByHandStayWithTheirBoats) {
+    RaceControl draft;
+    for (const char* name : {"A", "B", "C"}) draft.Boats.Add({std::string(name) + ".trk", name});
+    draft.CourseOrder = {"L1"};
+    draft.HandPasses = {{1, 1, 100}, {2, 1, 200}, {3, 1, {}}};
+    RemoveBoat(draft, 2);
+    ASSERT_EQ(draft.HandPasses.Count(), 2);
+    EXPECT_EQ(draft.HandPasses[1].Seconds, 100);
+    EXPECT_EQ(draft.HandPasses[2].BoatNumber, 2);  // C, which moved up
+    EXPECT_FALSE(draft.HandPasses[2].Seconds);
+}
 
 namespace fs = std::filesystem;
 
@@ -98,6 +226,26 @@ TEST_F(RaceEditorTest, TracksThatCannotBeTakenAreToldAndTheFormStaysOpen) {
         Choose("empty.trk", none);
         EXPECT_EQ(editor->Draft().Boats.Count(), 1);
     }
+    tree.Write("gpsdat/b.trk", tree.Read("gpsdat/a.trk") + "T N0000.0 E00000.0 2004/08/05 03:50:00 1\r\n");
+    dialogs.AnswerInput("Beta");
+    dialogs.AnswerOk();  // faulty fixes are told, and the first track with a fix tells the times
+    Choose("b.trk");
+    EXPECT_TRUE(Said().ends_with("b.trk : 1"));
+    EXPECT_EQ(editor->Text1.Text() + editor->Text3.Text(), "2004/08/05 12:29:009");
+}
+
+TEST_F(RaceEditorTest, OnlyRaceFilesAreOpenedAndWritten) {
+    tree.Write("raceadmin/Ver.00", "0,1\r\n");
+    dialogs.AnswerOk();
+    PressAndName(editor->Command6, "Ver.00");
+    EXPECT_EQ(editor->Draft().RaceFileName, "");
+    Choose("a.trk", "Alpha");
+    dialogs.AnswerYesNo(true);  // save
+    dialogs.AnswerYesNo(true);  // over the old one
+    dialogs.AnswerOk();
+    PressAndName(editor->Command9, "Ver.00");
+    EXPECT_TRUE(dialogs.AllAnswered() && !editor->Closed());
+    EXPECT_EQ(tree.Read("raceadmin/Ver.00"), "0,1\r\n");
 }
 
 TEST_F(RaceEditorTest, AWrongFieldIsToldAndNothingTypedIsLost) {
@@ -187,17 +335,6 @@ struct FileSelectTest : testing::Test, TestWorld {
     }
 };
 
-TEST_F(FileSelectTest, ItListsTheFolderAndTakesAClickedName) {
-    FileSelect form(app.settings, dialogs, question);
-    form.ShowNow();
-    EXPECT_EQ(form.Caption() + form.Text1.Text(), "Keelview*.txt");
-    ASSERT_EQ(form.File1.ListCount(), 3);
-    driver::ClickRow(form.File1, 2);
-    driver::Click(form.Command1);
-    EXPECT_TRUE(form.Closed());
-    EXPECT_EQ(question.ShellTarget, tree.Root() / "races/江の島, \"2\".txt");
-}
-
 TEST_F(FileSelectTest, NamesAreTestedByTheModeOfTheQuestion) {
     constexpr auto In = FileQuestion::Mode::MustExist;
     constexpr auto Out = FileQuestion::Mode::ToWrite;
@@ -220,6 +357,13 @@ TEST_F(FileSelectTest, NamesAreTestedByTheModeOfTheQuestion) {
         EXPECT_EQ(question.ShellTarget.empty(), name.empty());
     }
     EXPECT_EQ(dialogs.All().front().Text, "Input File Name");
+    FileSelect form(app.settings, dialogs, question);
+    form.ShowNow();
+    EXPECT_EQ(form.Caption() + NumberText(form.File1.ListCount()), "Keelview3");
+    question.FileMode = In;
+    driver::ClickRow(form.File1, 2);
+    driver::Click(form.Command1);
+    EXPECT_EQ(question.ShellTarget, tree.Root() / "races/江の島, \"2\".txt");
 }
 
 TEST_F(FileSelectTest, AnExistingFileAsksBeforeItIsOverwrittenAndCancelLeavesNothing) {

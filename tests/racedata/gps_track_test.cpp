@@ -7,6 +7,7 @@
 #include <tuple>
 #include <vector>
 
+#include "racedata/track_faults.h"
 #include "racedata/tracks/formats.h"
 #include "racedata/tracks/own_lines.h"
 #include "support/temp_tree.h"
@@ -180,6 +181,53 @@ TEST_F(GpsTrackTest, TheHomeViewIsTheBoxOfAllPointsThatHaveAPosition) {
     Load();
     EXPECT_EQ(area.HomeCentreLat, 0);
     EXPECT_EQ(area.AreaSpan, 0.1);
+}
+
+TEST_F(GpsTrackTest, ATrackIsReadWithoutItsImpossibleFixesAndTellsHowMany) {
+    std::string text;
+    for (const char* place : {"N0000.0 E00000.0", "N3517.00 E13929.0", "N3517.01 E13929.0",
+                              "N3617.0 E13929.0", "N3517.02 E13929.0", "N0000.0 E13929.0"})
+        text += std::string("T ") + place + " 05/08/04 03:30:" + std::to_string(10 + text.size() / 46) +
+                " 1\r\n";
+    Boat("a.trk", text, 1000);
+    Load();
+    EXPECT_EQ(tracks.Boats[1].SkippedFixes, 2);  // the first and the fourth; a last one is not judged
+    ASSERT_EQ(tracks.Boats[1].Count(), 4);
+    EXPECT_NEAR(tracks.Boats[1].TrackLat[3], 2117.02, 1e-9);
+    EXPECT_NEAR(area.HomeCentreLat, 2117.01, 1e-9);  // a latitude of 0 has no place
+}
+
+TEST(TrackFaults, OneFixOutOfAllReachIsTakenOut) {
+    using Lats = std::vector<double>;  // minutes north, a second apart where no times are given
+    using Case = std::tuple<const char*, Lats, std::vector<int>, int>;
+    for (const auto& [name, lats, times, dropped] : {
+             Case{"99 knots", {0, 99 / 3600.0, 0}, {}, 0},
+             Case{"101 knots", {0, 101 / 3600.0, 0}, {}, 1},
+             Case{"a leap that stays", {0, 0, 1, 1, 1}, {}, 0},
+             Case{"two together", {0, 0, 1, 1, 0, 0}, {}, 0},
+             Case{"two apart", {0, 1, 0, -1, 0}, {}, 2},
+             Case{"first and last", {1, 0, 0, 1}, {}, 0},
+             Case{"far in an hour", {0, 50, 0}, {0, 3600, 7200}, 0},
+             Case{"a clock that falls back", {0, 1, 0}, {5, 5, 4}, 0},
+         }) {
+        Track track;
+        for (std::size_t i = 0; i < lats.size(); ++i) {
+            track.TrackLat.Add(2117 + lats[i]);
+            track.TrackLon.Add(8369);
+            track.TrackTime.Add(times.empty() ? static_cast<int>(i) : times[i]);
+        }
+        EXPECT_EQ(DropImpossibleFixes(track), dropped) << name;
+        for (const int count : {track.Count(), track.TrackLat.Count(), track.TrackLon.Count()})
+            EXPECT_EQ(count, static_cast<int>(lats.size()) - dropped) << name;
+    }
+    // A degree of longitude is half as long at 60 degrees: 150 minutes of it in an hour are 75 knots.
+    Track east;
+    for (const int t : {0, 1, 2}) {
+        east.TrackLat.Add(3600);
+        east.TrackLon.Add(t == 1 ? 150 : 0);
+        east.TrackTime.Add(t * 3600);
+    }
+    EXPECT_EQ(DropImpossibleFixes(east), 0);
 }
 
 }  // namespace

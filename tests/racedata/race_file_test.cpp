@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include <chrono>
 #include <string>
 #include <tuple>
 #include <vector>
@@ -154,6 +155,60 @@ TEST_F(RaceFileTest, AFileKeepsItsEncoding) {
         ReadRaceFile(tree.Root(), race);
         EXPECT_EQ(race.RaceTitle1, title);
     }
+}
+
+TEST_F(RaceFileTest, AFileThatWouldStayTheSameIsNotWritten) {
+    Read("T1, Cup\r\nLG, 4.7\r\nLL, 45,160\r\nBT,3\r\n");
+    const auto path = tree.Root() / "raceadmin/R2.txt";
+    const auto longAgo = std::filesystem::last_write_time(path) - std::chrono::hours(100);
+    std::filesystem::last_write_time(path, longAgo);
+    Saved();
+    EXPECT_EQ(std::filesystem::last_write_time(path), longAgo);
+    race.RaceTitle1 = "Cup!";
+    Saved();
+    EXPECT_NE(std::filesystem::last_write_time(path), longAgo);
+}
+
+TEST_F(RaceFileTest, WhatIsAbsentKeepsItsPlaceInTheFile) {
+    const std::string file =
+        "WF, w.csv\r\nLG, 4.7\r\nBN, gone.trk, Ghost\r\nBN, boat1.trk, Alpha\r\nBN, lost.trk, Lost\r\n"
+        "BN, far.trk, Far\r\nBN, boat2.trk, Beta\r\nCRS, L1, MK1\r\nPT, 1, 2, 700\r\nPT, 5, 1, -\r\n"
+        "LL, 45,160\r\nBT,3\r\n";
+    Read(file);
+    ASSERT_EQ(race.Boats.Count(), 2);
+    EXPECT_EQ(BoatNumberInFile(race, 1), 2);
+    EXPECT_EQ(BoatNumberInFile(race, 2), 5);
+    EXPECT_FALSE(HasWindFile(race));
+    EXPECT_EQ(Saved(), file);
+    tree.Write("winddat/w.csv", "");
+    for (const char* track : {"gone", "lost", "far"})
+        tree.Write(std::string("gpsdat/") + track + ".trk", "");
+    Read(file);
+    EXPECT_EQ(race.Boats.Count(), 5);
+    EXPECT_TRUE(race.AbsentBoats.Empty() && HasWindFile(race));
+    EXPECT_EQ(Saved(), file);
+}
+
+TEST_F(RaceFileTest, ATimeDifferenceOfNoneOrOfQuartersIsOne) {
+    using Case = std::pair<std::string, std::optional<double>>;
+    for (const auto& [line, hours] :
+         {Case{"TD, 0", 0}, Case{"TD, 5.5", 5.5}, Case{"TD, -3.75", -3.75}, Case{"TD, 9", 9},
+          Case{"TD, 5.3", {}}, Case{"TD, 5:30", {}}, Case{"TD, ", {}}, Case{"TD, 1e9", {}}}) {
+        Read(line + "\n");
+        EXPECT_EQ(race.TimeDiff, hours) << line;
+        EXPECT_EQ(Saved(), "LG, 4.7\r\n" + (hours ? line + "\r\n" : "") + "LL, 45,160\r\nBT,3\r\n");
+    }
+}
+
+TEST_F(RaceFileTest, TimesSetByHandAreReadForTheCellsOfTheRace) {
+    Read(
+        "PT, 2, 1, 80\nPT, 1, 1, 90\nPT, 1, 1, -\nPT, 1, 2, -5\nPT, 3, 1, 10\nPT, 1, 3, 10\nPT, 0, 1, 10\n"
+        "PT, 1, 1\nPT, 1, 1, soon\nPT, 1, 1, 2, 3\nPT, 1.5, 1, 3\nPT, 1, 1, 1e9\n"
+        "BN, boat1.trk, A\nBN, boat2.trk, B\nCRS, L1, MK1\n");
+    const std::string saved = Saved();
+    EXPECT_NE(saved.find("CRS, L1, MK1\r\nPT, 1, 1, -\r\nPT, 1, 2, -5\r\nPT, 2, 1, 80\r\nLL"),
+              std::string::npos)
+        << saved;
 }
 
 TEST(CourseKey, NamesALineOrAMarkWithinTheLimits) {

@@ -5,6 +5,7 @@
 #include <string>
 
 #include "session/race_session.h"
+#include "session/racing.h"
 #include "support/test_desk.h"
 
 namespace keelview {
@@ -89,51 +90,143 @@ TEST_F(StageTest, InAutoTraceTheViewFollowsTheBoatsInFocusBeforeAnythingIsDrawn)
     EXPECT_EQ(Calls(), "show ");
 }
 
-/// A race of two boats: Alpha sails north over the one line of the course; Beta stops early.
-struct RaceSessionTest : testing::Test, TestDesk {
-    RaceSessionTest() {
-        tree.Boat("a.trk", Lat, Lon, SixKnots, 0, -200, 620);
-        tree.Boat("b.trk", Lat, Lon + 0.1, SixKnots, 0, -100, 300);
-        tree.Race("R1.txt", "BN, a.trk, Alpha\r\nBN, b.trk, Beta\r\n" + RaceTree::LineAcross(0.1));
-        Open(false);
+/// Winner crosses the only line at second 100; Passer sails past it, Moored lies still, Drifter has no
+/// wind.
+struct RacingTest : testing::Test, TestDesk {
+    RacingTest() {
+        tree.Boat("winner.trk", Lat, Lon, SixKnots, 0, -400, 620);
+        tree.Boat("passer.trk", Lat, Lon + 0.3, SixKnots, 0, -400, 620);
+        tree.Boat("moored.trk", Lat - 0.5, Lon, 0, 0, -400, 620);
+        tree.Boat("drifter.trk", Lat, Lon + 0.1, SixKnots / 12, 0, -400, 50);
+        tree.Race("R1.txt",
+                  "BT, 6\r\nBN, winner.trk, W\r\nBN, passer.trk, P\r\nBN, moored.trk, M\r\n"
+                  "BN, drifter.trk, D\r\n" +
+                      RaceTree::LineAcross(0.1));
+        Open();
+    }
+    std::string Racing(double time) const {
+        std::string boats;
+        for (int boat = 1; boat <= 4; ++boat)
+            if (IsRacing(app, boat, time)) boats += app.race.Boats[boat].BoatName;
+        return boats;
     }
 };
 
-TEST_F(RaceSessionTest, TheFormTellsTheRaceAndItsMoment) {
-    const RaceDisp& form = Form();
-    const auto told = [&form] {
-        std::string texts = form.Caption();
-        for (const auto* box : {&form.Text9, &form.Text1, &form.Text11, &form.Text5[0], &form.Text5[1]})
-            texts += "/" + box->Text();
-        return texts + "/" + form.Bnam[1].Caption();
-    };
-    const std::string race = " \"Keelview\" Race Browser   Spring Cup   (R1.txt)/2004/8/5 12:30:00/";
-    Seek(50.5);  // six minutes of arc an hour are less than six miles there
-    EXPECT_EQ(told(), race + "2004/08/05 12:30:50/00:00:50/5.98/5.98/Beta");
-    EXPECT_TRUE(form.Option2.Value() && !form.Command2.Visible());
-    EXPECT_FALSE(form.Option11.Enabled());  // a course of one entry has no legs
-    EXPECT_NEAR(app.now.Boats[1].At().Lat, Lat + SixKnots * 50.5, 1e-4);
-    const Sprite& sprite = form.Boat[0];
-    const QPointF middle(sprite.Left() + sprite.Width() / 2, sprite.Top() + sprite.Height() / 2);
-    EXPECT_LT((middle - PixelOf(app.now.Boats[1].At())).manhattanLength(), 2);
-    Seek(350);  // Beta's track has ended
-    EXPECT_EQ(told(), race + "2004/08/05 12:35:50/00:05:50/5.98//Beta");
-    EXPECT_TRUE(sprite.Visible() && !form.Boat[1].Visible());
-    EXPECT_EQ(form.Text15.Text() + NumberText(sprite.Width()), "Enlarged15");
-    driver::Click(form.Check10);
-    EXPECT_TRUE(form.Text15.Text() == "Real Size" && sprite.Width() >= 3);
+TEST_F(RacingTest, WhoFinishedLongAgoNeverStartedOrIsAshoreDoesNotRace) {
+    const int finish = FinishTime(app.passes, 1).value_or(0);
+    ASSERT_NEAR(finish, 100, 1);
+    EXPECT_EQ(Racing(-100), "WPD");
+    EXPECT_EQ(Racing(finish - 1), "WPD");
+    EXPECT_EQ(Racing(finish + 1), "W");
+    EXPECT_EQ(Racing(finish + 300), "W");
+    EXPECT_EQ(Racing(finish + 301), "");
 }
 
-TEST_F(RaceSessionTest, AutoTraceHoldsTheFocusedBoatInTheMiddle) {
-    const auto alone = [this] { return Form().Picture12.Visible() && !Form().Check6.Enabled(); };
+TEST_F(RacingTest, AutoTraceFollowsWhoRacesAndAtOnceWhoComesIntoFocus) {
+    const auto westToEast = [&](double west, double east) {
+        EXPECT_NEAR(app.view.ViewCentreLon, Lon + (west + east) / 2, 1e-6);
+        EXPECT_GT(app.view.ViewCentreLat, Lat);  // the moored boat lies in the south
+    };
     driver::Click(Form().Check5);
-    driver::Click(Form().Bnam[1]);
-    driver::Click(Form().Command6);
-    EXPECT_TRUE(alone());
-    EXPECT_NEAR(app.view.ViewCentreLon, Lon, 1e-6);
+    westToEast(0, 0.3);
     EXPECT_TRUE(app.view.ZoomFactor > 1 && app.view.ManualZoom == 1);
+    EXPECT_TRUE(Form().Picture12.Visible() && !Form().Check6.Enabled());
+    driver::Click(Form().Bnam[1]);
+    EXPECT_NEAR(app.view.ViewCentreLon, Lon, 1e-6);
+    driver::Click(Form().Label5);
+    westToEast(0, 0.3);
+    Seek(300);
+    westToEast(0, 0);
+    Seek(500);  // nobody races any more
+    EXPECT_NEAR(app.view.ViewCentreLon, Lon + 0.15, 1e-6);
     driver::Click(Form().Check5);
-    EXPECT_TRUE(app.view.ZoomFactor == 1 && !alone() && Form().Check6.Enabled());
+    EXPECT_TRUE(app.view.ZoomFactor == 1 && !Form().Picture12.Visible() && Form().Check6.Enabled());
+}
+
+struct DeskLosesNothing : testing::Test, TestDesk {};
+
+TEST_F(DeskLosesNothing, MereOpeningWritesNothingAndASaveNamesTheCoast) {
+    WriteRace(2, "XX, of a later program\r\n");
+    const std::string before = File();
+    Open();
+    EXPECT_EQ(File(), before);
+    for (const bool save : {false, true}) {
+        dialogs.AnswerYesNo(save);
+        if (save) dialogs.AnswerInput("R1");
+        driver::Click(Form().Command4);
+        EXPECT_EQ(FileHolds("MAP, 5239"), save);
+    }
+}
+
+TEST_F(DeskLosesNothing, AllThatIsMissingOrUnreadableIsToldAndKept) {
+    WriteRace(2, "BN, gone.trk, Ghost\r\nBN, lost.trk, Lost\r\nWF, w.csv\r\nST, soon\r\nFT, later\r\n");
+    for (const bool english : {true, false}) {
+        dialogs.AnswerOk();
+        Open(true, english);
+        const std::string said = Said();
+        for (const char* name : {"gone.trk, lost.trk", "w.csv", "ST, soon", "FT, later"})
+            EXPECT_NE(said.find(name), std::string::npos) << said;
+    }
+    EXPECT_EQ(Form().Text9.Text(), "2004/08/05 12:26:40");  // the first fix, second -200 of the race
+    EXPECT_EQ(app.race.RaceDuration, 820);
+    EXPECT_EQ(Form().Text1.Text(), "2004/08/05 12:27:30");
+    driver::Click(Form().Command2);
+    ClickMap({200, 200});
+    for (const char* line :
+         {"BN, gone.trk, Ghost", "BN, lost.trk, Lost", "ST, soon", "FT, later", "BN, boat2.trk, Boat 2"})
+        EXPECT_TRUE(FileHolds(line)) << line << File();
+    EXPECT_TRUE(File().starts_with("WF, w.csv\r\n"));
+}
+
+TEST_F(DeskLosesNothing, TimesOfASingleTrackLeaveItsCourseAlone) {
+    WriteRace(1);
+    app.race.SingleTrackFile = "boat1.trk";
+    desk = std::make_unique<RaceDesk>(app, services);
+    ASSERT_TRUE(desk->session.StartSession());
+    Form().Option7.SetValue(true);
+    Form().Picture1.SetEnabled(true);
+    for (const QPoint at : {QPoint(200, 200), QPoint(250, 150)}) {
+        driver::Click(Form().Command2);
+        ClickMap(at);
+    }
+    desk->session.Changes().AddToCourse({false, 1});
+    desk->session.Changes().AddToCourse({false, 2});
+    desk->session.Changes().SetWindDirection(200);
+    driver::Type(Form().Text10, "2004/08/05 12:39:00");
+    driver::Click(Form().Command4);
+    EXPECT_EQ(app.race.RaceDuration, 500);  // from four minutes after the first fix
+    EXPECT_EQ(app.race.Marks.Count() + app.race.CourseOrder.Count(), 4);
+    EXPECT_EQ(app.race.WindDirection, 200);
+    EXPECT_EQ(app.view.ScreenUpDirection, 200);
+    EXPECT_TRUE(Form().Option11.Enabled());
+}
+
+TEST_F(DeskLosesNothing, TimesThatAreNotSavedStayInTheirFields) {
+    Open();
+    driver::Type(Form().Text9, "2004/8/5 12:31");
+    dialogs.AnswerYesNo(false);
+    driver::Click(Form().Command4);
+    EXPECT_EQ(Form().Text9.Text(), "2004/8/5 12:31");
+    EXPECT_EQ(app.race.RaceDuration, 600);  // shown by its file
+}
+
+TEST_F(DeskLosesNothing, ARaceThatCannotBeOpenedLeavesTheOneOnTheScreen) {
+    tree.Race("Empty.txt", "BN, gone.trk, Ghost\r\n");
+    WriteRace(3);
+    Open(false);
+    Seek(100);
+    for (const char* name : {"none.txt", "Empty.txt"}) {
+        Form().Combo1.SetText(name);
+        if (*name == 'E') dialogs.AnswerOk();  // about the boat, and that there is no other
+        dialogs.AnswerOk();
+        driver::Click(Form().Command9);
+        EXPECT_TRUE(dialogs.AllAnswered() && !Form().Closed() && !platform.Ended);
+        EXPECT_EQ(app.race.RaceFileName, "R1.txt");
+        EXPECT_EQ(app.tracks.Boats.Count(), 3);
+        EXPECT_EQ(app.clock.ReplayTime, 100);
+    }
+    driver::Click(Form().Option6);
+    EXPECT_TRUE(Form().Timer1.Enabled() && Form().Boat[2].Visible());
 }
 
 }  // namespace

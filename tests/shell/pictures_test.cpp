@@ -37,6 +37,9 @@ TEST_P(PicturesTest, TheRaceDisplayLooksAsEver) {
     Open(true, english);
     RaceDisp& form = Form();
     const auto click = [](Control& control) { return [&control] { driver::Click(control); }; };
+    const auto point = [](Control& control) {
+        return [&control] { driver::MoveTo(control, {3, 6}), driver::MoveTo(control, {4, 6}); };
+    };
     const auto seek = [this](double time) { return [this, time] { Seek(time); }; };
     // One after the other, each step upon what was done before.
     const std::pair<const char*, std::vector<std::function<void()>>> views[] = {
@@ -55,7 +58,13 @@ TEST_P(PicturesTest, TheRaceDisplayLooksAsEver) {
         {"times", {click(form.Option11)}},
         {"distances", {click(form.Option4)}},
         {"speeds", {click(form.Option5)}},
-        {"factors", {click(form.Option12)}}};
+        {"factors", {click(form.Option12)}},
+        {"times_focus", {click(form.Option1), click(form.Bnam[1])}},
+        {"graphs_focus", {click(form.Option10), point(form.Command12)}},
+        {"hint_left", {click(form.Option9), point(form.Check7)}},
+        {"hint_right", {point(form.Command2)}},
+        {"hint_above", {point(form.Check10)}},
+        {"hint_bar", {point(form.PicTimeBar)}}};
     const std::set<std::string> onceMore{"start", "graphs", "times", "factors"};
     dialogs.AnswerYesNo(true);  // the wind file may be overwritten
     for (const auto& [view, steps] : views) {
