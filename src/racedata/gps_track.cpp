@@ -1,73 +1,70 @@
 #include "racedata/gps_track.h"
 
 #include <algorithm>
-#include <array>
+#include <cmath>
 #include <cstdlib>
-#include <string_view>
 #include <utility>
+#include <vector>
 
-#include "base/files.h"
-#include "base/strings.h"
-#include "racedata/gps_track_lines.h"
+#include "base/numbers.h"
+#include "base/parallel.h"
 #include "racedata/track_faults.h"
 
 namespace keelview {
 namespace {
 
-constexpr std::uintmax_t SmallestFile = 501;  // bytes; a smaller one holds no track
-constexpr std::uintmax_t LargestFile = std::uintmax_t{1} << 30;
 constexpr CivilTime FarthestFromStart = 1000000000;  // seconds; a fix farther off has a wrong date
 constexpr double SmallestSpan = 0.1;                 // minutes of arc
 
-bool HasTrackExtension(std::string_view name) {
-    constexpr std::array<std::string_view, 4> extensions{"TRK", "DTR", "trk", "dtr"};
-    if (name.size() < 3) return false;
-    const std::string_view extension = name.substr(name.size() - 3);
-    return std::find(extensions.begin(), extensions.end(), extension) != extensions.end();
+CivilTime WholeSeconds(UnixMs time) {
+    return (time >= 0 ? time : time - 999) / 1000;
 }
 
-/// Reads the track files of one race, one after another.
+/// Takes the readings of a race onto its clock.
 class TrackLoader {
   public:
-    TrackLoader(RaceControl& race, Tracks& tracks)
+    TrackLoader(RaceControl& race, const OneBased<TrackReading>& readings, Tracks& tracks)
         : race_(race),
           tracks_(tracks),
           start_(race.Start.At()),
           finish_(race.Finish.At()),
-          toLocal_(static_cast<CivilTime>(race.TimeDiff.value_or(0) * 3600)) {}
-
-    void LoadTrackFile(std::string_view bytes, Track& track) {
-        fixes_.TrackLat.Clear();
-        fixes_.TrackLon.Clear();
-        fixes_.TrackTime.Clear();
-        fixes_.SkippedFixes = 0;
-        lastKept_.reset();
-        std::optional<CivilTime> lastParsed;
-        TrackLineReader reader;
-        while (!bytes.empty()) {
-            const std::optional<TrackFix> fix = reader.Read(CutHead(bytes, '\n'));
-            if (!fix) continue;
-            if (IsNoPlace(fix->Lat, fix->Lon)) {
-                ++fixes_.SkippedFixes;
-                continue;
-            }
-            const CivilTime time = fix->GpsTime + toLocal_;
-            lastParsed = time;
-            if (!tracks_.FirstGpsTime) tracks_.FirstGpsTime = time;
-            if (!IsInside(time) || lastKept_ == time) continue;
-            fixes_.TrackLat.Add(fix->Lat);
-            fixes_.TrackLon.Add(fix->Lon);
-            fixes_.TrackTime.Add(static_cast<std::int32_t>(time - Origin()));
-            lastKept_ = time;
+          toLocal_(static_cast<CivilTime>(race.TimeDiff.value_or(0) * 3600)) {
+        tracks_ = {};
+        tracks_.Boats.Resize(readings.Count());
+        for (const TrackReading& reading : readings) {
+            if (reading.Fixes.empty()) continue;
+            if (!tracks_.FirstGpsTime)
+                tracks_.FirstGpsTime = WholeSeconds(reading.Fixes.front().Time) + toLocal_;
+            tracks_.LastGpsTime = WholeSeconds(reading.Fixes.back().Time) + toLocal_;
         }
-        fixes_.SkippedFixes += DropImpossibleFixes(fixes_);
-        track = fixes_;  // a copy is of just the size of the track
-        if (lastParsed) tracks_.LastGpsTime = lastParsed;
+    }
+
+    /// Makes the track of a reading and uses the reading up. Boats may be taken at the same time.
+    void Take(TrackReading& reading, Track& track) const {
+        const UnixMs origin = (Origin() - toLocal_) * 1000;
+        std::optional<UnixMs> lastKept;
+        std::erase_if(reading.Fixes, [&](const GpsFix& fix) {
+            if (!IsInside(WholeSeconds(fix.Time) + toLocal_) || lastKept == fix.Time) return true;
+            lastKept = fix.Time;
+            return false;
+        });
+        const int count = static_cast<int>(reading.Fixes.size());
+        for (auto* column : {&track.TrackLat, &track.TrackLon, &track.TrackTime}) column->Reserve(count);
+        for (const GpsFix& fix : reading.Fixes) {
+            track.TrackLat.Add(fix.Lat);
+            track.TrackLon.Add(fix.Lon);
+            track.TrackTime.Add(static_cast<double>(fix.Time - origin) / 1000);
+        }
+        track.Refused = reading.Refused;
+        const auto noPlace = std::ranges::find(reading.Left, SkipReason::NoPlace, &Skipped::Why);
+        track.SkippedFixes =
+            DropImpossibleFixes(track) + (noPlace != reading.Left.end() ? noPlace->Count : 0);
+        reading = {};
     }
 
     /// When all files are read: a start or finish that the race does not tell is that of its tracks.
     void SettleOpenTimes() {
-        std::optional<std::pair<std::int32_t, std::int32_t>> span;
+        std::optional<std::pair<double, double>> span;
         for (const Track& track : tracks_.Boats) {
             if (track.Count() == 0) continue;
             const auto [first, last] = std::ranges::minmax(track.TrackTime);
@@ -77,16 +74,17 @@ class TrackLoader {
         if (!span) return;
         const CivilTime origin = Origin();
         if (!finish_) {
-            race_.DataToTime = origin + span->second;
+            race_.DataToTime = origin + static_cast<CivilTime>(std::ceil(span->second));
             race_.Finish.WorkOut(*race_.DataToTime);
         }
         if (start_) return;
+        const auto first = static_cast<CivilTime>(std::floor(span->first));
         const CivilTime lead = race_.RaceFileName.empty() ? FirstFixToStart : 0;
-        race_.DataFromTime = origin + span->first;
+        race_.DataFromTime = origin + first;
         race_.Start.WorkOut(*race_.DataFromTime + lead);
+        const auto shift = static_cast<double>(first + lead);
         for (Track& track : tracks_.Boats)
-            for (std::int32_t& time : track.TrackTime)
-                time -= span->first + static_cast<std::int32_t>(lead);
+            for (double& time : track.TrackTime) time = RoundDecimals(time - shift, 3);
     }
 
   private:
@@ -106,8 +104,6 @@ class TrackLoader {
     const std::optional<CivilTime> start_;
     const std::optional<CivilTime> finish_;
     const CivilTime toLocal_;
-    std::optional<CivilTime> lastKept_;
-    Track fixes_;  // of the present file; kept between files to spare allocations
 };
 
 /// Middle, scale and span of the box as it stands. A box without a point lies at 0, 0.
@@ -132,32 +128,19 @@ void WidenArea(const Track& track, TrackArea& area) {
 
 }  // namespace
 
-std::filesystem::path TrackPath(const std::filesystem::path& appPath, const std::string& boatFile) {
-    return FindBelow(appPath, "gpsdat/" + boatFile);
-}
-
 std::filesystem::path LoadAllTracks(const std::filesystem::path& appPath, RaceControl& race, Tracks& tracks,
                                     TrackArea& area, EarthScale& scale, const TrackProgress& progress) {
-    tracks = {};
-    tracks.Boats.Resize(race.Boats.Count());
-    area = TrackArea{};
-    SettleHomeView(area, scale);
-    TrackLoader loader(race, tracks);
-    std::string bytes;
-    for (int boat = 1; boat <= race.Boats.Count(); ++boat) {
-        const std::string& boatFile = race.Boats[boat].BoatFile;
-        const std::filesystem::path path = TrackPath(appPath, boatFile);
-        const std::optional<std::uintmax_t> size = FileSize(path);
-        if (!size) return path;
-        if (progress) progress(boat);
-        if (*size < SmallestFile) continue;
-        if (!HasTrackExtension(boatFile) || !ReadWholeFile(path, LargestFile, bytes)) bytes.clear();
-        loader.LoadTrackFile(bytes, tracks.Boats[boat]);
-        WidenArea(tracks.Boats[boat], area);
-        SettleHomeView(area, scale);
-    }
+    OneBased<TrackReading> readings = ReadTracks(appPath, race.Boats, progress);
+    TrackLoader loader(race, readings, tracks);
+    ForEachInParallel(readings.Count(), [&](int boat) { loader.Take(readings[boat], tracks.Boats[boat]); });
     loader.SettleOpenTimes();
-    return {};
+    area = TrackArea{};
+    for (const Track& track : tracks.Boats) WidenArea(track, area);
+    SettleHomeView(area, scale);
+    const auto missing = std::ranges::find(tracks.Boats, Refusal::Missing, &Track::Refused);
+    if (missing == tracks.Boats.end()) return {};
+    const auto boat = static_cast<int>(missing - tracks.Boats.begin()) + 1;
+    return TrackPath(appPath, race.Boats[boat].BoatFile);
 }
 
 }  // namespace keelview

@@ -90,7 +90,7 @@ bool RaceSession::ReadRaceData() {
     const LoadResult result = keelview::LoadRace(app_.settings.AppPath, next,
                                                  [&](int boat) { ShowLoadProgress(next.race, boat); });
     HideLoadProgress();
-    if (const std::string notes = LoadNotes(next.race, voice_.English()); !notes.empty()) {
+    if (const std::string notes = LoadNotes(next, voice_.English()); !notes.empty()) {
         services_.platform.SetBusyPointer(false);
         voice_.SayUnder({}, notes);
     }
