@@ -1,12 +1,10 @@
 #include "racedata/gps_track.h"
 
 #include <algorithm>
-#include <cmath>
 #include <cstdlib>
 #include <utility>
 #include <vector>
 
-#include "base/numbers.h"
 #include "base/parallel.h"
 #include "racedata/track_faults.h"
 
@@ -16,39 +14,59 @@ namespace {
 constexpr CivilTime FarthestFromStart = 1000000000;  // seconds; a fix farther off has a wrong date
 constexpr double SmallestSpan = 0.1;                 // minutes of arc
 
-CivilTime WholeSeconds(UnixMs time) {
-    return (time >= 0 ? time : time - 999) / 1000;
-}
-
-/// Takes the readings of a race onto its clock.
+/// Takes the readings of a race onto its clock. Boats may be cut and taken at the same time.
 class TrackLoader {
   public:
     TrackLoader(RaceControl& race, const OneBased<TrackReading>& readings, Tracks& tracks)
         : race_(race),
-          tracks_(tracks),
           start_(race.Start.At()),
           finish_(race.Finish.At()),
           toLocal_(static_cast<CivilTime>(race.TimeDiff.value_or(0) * 3600)) {
-        tracks_ = {};
-        tracks_.Boats.Resize(readings.Count());
+        tracks = {};
+        tracks.Boats.Resize(readings.Count());
         for (const TrackReading& reading : readings) {
             if (reading.Fixes.empty()) continue;
-            if (!tracks_.FirstGpsTime)
-                tracks_.FirstGpsTime = WholeSeconds(reading.Fixes.front().Time) + toLocal_;
-            tracks_.LastGpsTime = WholeSeconds(reading.Fixes.back().Time) + toLocal_;
+            if (!tracks.FirstGpsTime) tracks.FirstGpsTime = LocalSecond(reading.Fixes.front().Time);
+            tracks.LastGpsTime = LocalSecond(reading.Fixes.back().Time);
         }
+        origin_ = start_.value_or(tracks.FirstGpsTime.value_or(0));
     }
 
-    /// Makes the track of a reading and uses the reading up. Boats may be taken at the same time.
-    void Take(TrackReading& reading, Track& track) const {
-        const UnixMs origin = (Origin() - toLocal_) * 1000;
+    /// Leaves the fixes of the period, of several at one time the first.
+    void Cut(TrackReading& reading) const {
         std::optional<UnixMs> lastKept;
         std::erase_if(reading.Fixes, [&](const GpsFix& fix) {
-            if (!IsInside(WholeSeconds(fix.Time) + toLocal_) || lastKept == fix.Time) return true;
+            if (!IsInside(LocalSecond(fix.Time)) || lastKept == fix.Time) return true;
             lastKept = fix.Time;
             return false;
         });
-        const int count = static_cast<int>(reading.Fixes.size());
+    }
+
+    /// When all are cut: a start or finish that the race does not tell is that of its tracks.
+    void SettleOpenTimes(const OneBased<TrackReading>& readings) {
+        if (start_ && finish_) return;
+        std::optional<std::pair<UnixMs, UnixMs>> span;
+        for (const TrackReading& reading : readings) {
+            if (reading.Fixes.empty()) continue;
+            const auto [first, last] = std::ranges::minmax(reading.Fixes, {}, &GpsFix::Time);
+            span = span ? std::pair(std::min(span->first, first.Time), std::max(span->second, last.Time))
+                        : std::pair(first.Time, last.Time);
+        }
+        if (!span) return;
+        if (!finish_) {
+            race_.DataToTime = LocalSecond(span->second + 999);
+            race_.Finish.WorkOut(*race_.DataToTime);
+        }
+        if (start_) return;
+        race_.DataFromTime = LocalSecond(span->first);
+        origin_ = *race_.DataFromTime + (race_.RaceFileName.empty() ? FirstFixToStart : 0);
+        race_.Start.WorkOut(origin_);
+    }
+
+    /// Makes the track of a reading, which is used up.
+    void Take(TrackReading& reading, Track& track) const {
+        const UnixMs origin = (origin_ - toLocal_) * 1000;
+        const auto count = static_cast<int>(reading.Fixes.size());
         for (auto* column : {&track.TrackLat, &track.TrackLon, &track.TrackTime}) column->Reserve(count);
         for (const GpsFix& fix : reading.Fixes) {
             track.TrackLat.Add(fix.Lat);
@@ -56,54 +74,29 @@ class TrackLoader {
             track.TrackTime.Add(static_cast<double>(fix.Time - origin) / 1000);
         }
         track.Refused = reading.Refused;
-        const auto noPlace = std::ranges::find(reading.Left, SkipReason::NoPlace, &Skipped::Why);
-        track.SkippedFixes =
-            DropImpossibleFixes(track) + (noPlace != reading.Left.end() ? noPlace->Count : 0);
+        track.SkippedFixes = DropImpossibleFixes(track);
+        for (const Skipped& left : reading.Left)
+            if (left.Why == SkipReason::NoPlace) track.SkippedFixes += left.Count;
         reading = {};
     }
 
-    /// When all files are read: a start or finish that the race does not tell is that of its tracks.
-    void SettleOpenTimes() {
-        std::optional<std::pair<double, double>> span;
-        for (const Track& track : tracks_.Boats) {
-            if (track.Count() == 0) continue;
-            const auto [first, last] = std::ranges::minmax(track.TrackTime);
-            span = span ? std::pair(std::min(span->first, first), std::max(span->second, last))
-                        : std::pair(first, last);
-        }
-        if (!span) return;
-        const CivilTime origin = Origin();
-        if (!finish_) {
-            race_.DataToTime = origin + static_cast<CivilTime>(std::ceil(span->second));
-            race_.Finish.WorkOut(*race_.DataToTime);
-        }
-        if (start_) return;
-        const auto first = static_cast<CivilTime>(std::floor(span->first));
-        const CivilTime lead = race_.RaceFileName.empty() ? FirstFixToStart : 0;
-        race_.DataFromTime = origin + first;
-        race_.Start.WorkOut(*race_.DataFromTime + lead);
-        const auto shift = static_cast<double>(first + lead);
-        for (Track& track : tracks_.Boats)
-            for (double& time : track.TrackTime) time = RoundDecimals(time - shift, 3);
-    }
-
   private:
-    /// What the seconds of the fixes count from while files are read. There has been a fix.
-    CivilTime Origin() const { return start_.value_or(tracks_.FirstGpsTime.value_or(0)); }
+    /// The whole second on the clock of the race.
+    CivilTime LocalSecond(UnixMs time) const { return (time >= 0 ? time : time - 999) / 1000 + toLocal_; }
 
     /// The period by whole clock minutes: a fix in the same minute as either limit is inside.
     bool IsInside(CivilTime time) const {
-        if (std::abs(time - Origin()) > FarthestFromStart) return false;
+        if (std::abs(time - origin_) > FarthestFromStart) return false;
         if (!finish_) return true;
         return MinuteBoundaries(race_.DataFromTime.value_or(time), time) >= 0 &&
                MinuteBoundaries(time, race_.DataToTime.value_or(*finish_)) >= 0;
     }
 
     RaceControl& race_;
-    Tracks& tracks_;
     const std::optional<CivilTime> start_;
     const std::optional<CivilTime> finish_;
     const CivilTime toLocal_;
+    CivilTime origin_ = 0;  // what the seconds of the fixes count from; until it is settled, roughly
 };
 
 /// Middle, scale and span of the box as it stands. A box without a point lies at 0, 0.
@@ -132,8 +125,9 @@ std::filesystem::path LoadAllTracks(const std::filesystem::path& appPath, RaceCo
                                     TrackArea& area, EarthScale& scale, const TrackProgress& progress) {
     OneBased<TrackReading> readings = ReadTracks(appPath, race.Boats, progress);
     TrackLoader loader(race, readings, tracks);
+    ForEachInParallel(readings.Count(), [&](int boat) { loader.Cut(readings[boat]); });
+    loader.SettleOpenTimes(readings);
     ForEachInParallel(readings.Count(), [&](int boat) { loader.Take(readings[boat], tracks.Boats[boat]); });
-    loader.SettleOpenTimes();
     area = TrackArea{};
     for (const Track& track : tracks.Boats) WidenArea(track, area);
     SettleHomeView(area, scale);

@@ -78,57 +78,71 @@ TrackReading ReadingOf(const TrackFileContent& content, const Recording& recordi
     return reading;
 }
 
-/// The recordings of a file by the names of their boats. One at least, though it may have no fix.
-std::vector<std::pair<std::string, TrackReading>> ReadRecordings(const TrackFile& file) {
-    std::string bytes;
-    const auto refused = [](Refusal why) {
-        TrackReading reading;
-        reading.Refused = why;
-        return std::vector{std::pair(std::string(), std::move(reading))};
+/// A recording of a file with the name of its boat there.
+struct NamedReading {
+    std::string Boat;
+    TrackReading Reading;
+};
+
+TrackReading Refuse(Refusal why) {
+    TrackReading reading;
+    reading.Refused = why;
+    return reading;
+}
+
+/// The recordings of a file. One at least, though it may have no fix.
+std::vector<NamedReading> ReadRecordings(const TrackFile& file) {
+    std::vector<NamedReading> recordings;
+    const auto add = [&](const std::string& boat, TrackReading&& reading) {
+        recordings.push_back({boat, std::move(reading)});
     };
     const auto size = FileSize(file.Path);
-    if (!size) return refused(Refusal::Missing);
-    if (*size > LargestFile) return refused(Refusal::TooLarge);
-    if (!ReadWholeFile(file.Path, LargestFile, bytes)) return refused(Refusal::Broken);
-    if (IsLinesFile(file.Name, bytes)) return {{std::string(), ReadLinesFile(bytes)}};
+    std::string bytes;
+    if (!size)
+        add({}, Refuse(Refusal::Missing));
+    else if (*size > LargestFile)
+        add({}, Refuse(Refusal::TooLarge));
+    else if (!ReadWholeFile(file.Path, LargestFile, bytes))
+        add({}, Refuse(Refusal::Broken));
+    else if (IsLinesFile(file.Name, bytes))
+        add({}, ReadLinesFile(bytes));
+    if (!recordings.empty()) return recordings;
     const TrackFileContent content = ReadTrackFile(bytes);
-    if (content.Recordings.empty()) return refused(content.Refused);
-    std::vector<std::pair<std::string, TrackReading>> recordings;
     for (const Recording& recording : content.Recordings)
-        recordings.emplace_back(recording.Boat, ReadingOf(content, recording));
+        add(recording.Boat, ReadingOf(content, recording));
+    if (recordings.empty()) add({}, Refuse(content.Refused));
     return recordings;
 }
 
-/// The recording that stands behind the '#' of a boat's file by number or name; nothing if there is none.
-template <class Recordings>
-auto Choose(Recordings& recordings, std::string_view choice) {
-    if (choice.empty()) return recordings.begin();
+/// The recording that stands behind the '#' of a boat's file, by number or name; null if there is none.
+NamedReading* Choose(std::vector<NamedReading>& recordings, std::string_view choice) {
+    if (choice.empty()) return &recordings.front();
     std::size_t number = 0;
-    const auto parsed = std::from_chars(choice.data(), choice.data() + choice.size(), number);
-    if (parsed.ec == std::errc{} && parsed.ptr == choice.data() + choice.size() && number >= 1 &&
-        number <= recordings.size())
-        return recordings.begin() + static_cast<std::ptrdiff_t>(number - 1);
-    const auto named =
-        std::ranges::find(recordings, choice, [](const auto& each) { return Trim(each.first); });
-    if (named != recordings.end()) return named;
-    return std::ranges::find_if(recordings,
-                                [&](const auto& each) { return EqualNoCase(Trim(each.first), choice); });
+    const char* const end = choice.data() + choice.size();
+    const bool isNumber = std::from_chars(choice.data(), end, number).ptr == end;
+    if (isNumber && number >= 1 && number <= recordings.size()) return &recordings[number - 1];
+    const auto boatOf = [](const NamedReading& each) { return Trim(each.Boat); };
+    auto found = std::ranges::find(recordings, choice, boatOf);
+    if (found == recordings.end())
+        found = std::ranges::find_if(
+            recordings, [&](std::string_view boat) { return EqualNoCase(boat, choice); }, boatOf);
+    return found != recordings.end() ? &*found : nullptr;
 }
 
 void ReadBoatsOf(const TrackFile& file, const OneBased<BoatEntry, MaxBoats>& boats,
                  OneBased<TrackReading>& readings) {
-    auto recordings = ReadRecordings(file);
+    std::vector<NamedReading> recordings = ReadRecordings(file);
     for (const int boat : file.Boats) {
+        const std::string& name = boats[boat].BoatFile;
+        const std::size_t choice = std::min(name.size(), file.Name.size() + 1);
+        NamedReading* const chosen = Choose(recordings, Trim(std::string_view(name).substr(choice)));
         TrackReading& reading = readings[boat];
-        std::string_view choice = boats[boat].BoatFile;
-        choice.remove_prefix(std::min(choice.size(), file.Name.size() + 1));
-        const auto chosen = Choose(recordings, Trim(choice));
-        if (chosen == recordings.end())
+        if (!chosen)
             reading.Refused = Refusal::NoRecording;
         else if (file.Boats.size() == 1)
-            reading = std::move(chosen->second);
+            reading = std::move(chosen->Reading);
         else
-            reading = chosen->second;
+            reading = chosen->Reading;
         if (reading.Fixes.empty() && reading.Refused == Refusal::None) reading.Refused = Refusal::NoFixes;
         const auto late = static_cast<UnixMs>(std::round(boats[boat].ClockOffset * 1000));
         if (late == 0) continue;
