@@ -121,9 +121,8 @@ void WidenArea(const Track& track, TrackArea& area) {
 
 }  // namespace
 
-std::filesystem::path LoadAllTracks(const std::filesystem::path& appPath, RaceControl& race, Tracks& tracks,
-                                    TrackArea& area, EarthScale& scale, const TrackProgress& progress) {
-    OneBased<TrackReading> readings = ReadTracks(appPath, race.Boats, progress);
+void TakeTracks(OneBased<TrackReading> readings, RaceControl& race, Tracks& tracks, TrackArea& area,
+                EarthScale& scale) {
     TrackLoader loader(race, readings, tracks);
     ForEachInParallel(readings.Count(), [&](int boat) { loader.Cut(readings[boat]); });
     loader.SettleOpenTimes(readings);
@@ -131,6 +130,11 @@ std::filesystem::path LoadAllTracks(const std::filesystem::path& appPath, RaceCo
     area = TrackArea{};
     for (const Track& track : tracks.Boats) WidenArea(track, area);
     SettleHomeView(area, scale);
+}
+
+std::filesystem::path LoadAllTracks(const std::filesystem::path& appPath, RaceControl& race, Tracks& tracks,
+                                    TrackArea& area, EarthScale& scale, const TrackProgress& progress) {
+    TakeTracks(ReadTracks(appPath, race.Boats, progress), race, tracks, area, scale);
     const auto missing = std::ranges::find(tracks.Boats, Refusal::Missing, &Track::Refused);
     if (missing == tracks.Boats.end()) return {};
     const auto boat = static_cast<int>(missing - tracks.Boats.begin()) + 1;

@@ -52,14 +52,18 @@ struct TrackArea {
 /// Where a single track without a start has it: so many seconds after the first fix.
 inline constexpr CivilTime FirstFixToStart = 240;
 
-/// Takes what ReadTracks reads for the boats of the race onto its clock and cuts it to its period; without
-/// a TimeDiff tracks stay on the clock of the GPS. Makes `tracks` anew; DataFromTime, DataToTime, Start and
-/// Finish of `race` are read. A start or finish that is not given is worked out with its end of the data
-/// from all tracks together: the first fix of any boat (four minutes after it where the race has no race
-/// control file) and the last one. `area` and `scale` are those of the box of all tracks. Returns the path
-/// of the first track file that does not exist; empty when all were there. A boat whose file gives nothing
-/// has no track, and its track says why. Faulty fixes are left out and counted; of several at one time the
-/// first stays.
+/// Takes readings of the boats of the race onto its clock and cuts them to its period, and uses them up;
+/// without a TimeDiff tracks stay on the clock of the GPS. Makes `tracks` anew; DataFromTime, DataToTime,
+/// Start and Finish of `race` are read. A start or finish that is not given is worked out with its end of
+/// the data from all tracks together: the first fix of any boat (four minutes after it where the race has
+/// no race control file) and the last one, whole seconds. `area` and `scale` are those of the box of all
+/// tracks. Faulty fixes are left out and counted; of several at one time the first stays. A track without a
+/// reading says why.
+void TakeTracks(OneBased<TrackReading> readings, RaceControl& race, Tracks& tracks, TrackArea& area,
+                EarthScale& scale);
+
+/// The same with what ReadTracks reads for the boats of the race. Returns the path of the first track file
+/// that does not exist; empty when all were there.
 std::filesystem::path LoadAllTracks(const std::filesystem::path& appPath, RaceControl& race, Tracks& tracks,
                                     TrackArea& area, EarthScale& scale, const TrackProgress& progress);
 

@@ -22,6 +22,7 @@ constexpr std::string_view LinesFormat = "TRK";
 constexpr std::size_t SmallestLinesFile = 501;  // bytes; a smaller one holds no track
 constexpr std::size_t UsualLine = 48;           // bytes, in a file of lines; few are shorter
 constexpr std::uintmax_t LargestFile = std::uintmax_t{1} << 30;
+constexpr UnixMs FarthestTime = 253'402'300'800'000;  // the year 10000; and so far back
 constexpr std::size_t HeadSize = 65536;  // bytes; where the first fix stands in a file of any name
 
 /// A file and the boats that are in it, with what each of them says behind its name.
@@ -67,61 +68,19 @@ TrackReading ReadLinesFile(std::string_view bytes) {
         else if (line.starts_with('T'))
             Skip(reading.Left, SkipReason::Broken);
     }
+    if (reading.Fixes.empty()) reading.Refused = Refusal::NoFixes;
     return reading;
 }
 
-TrackReading ReadingOf(const TrackFileContent& content, const Recording& recording) {
-    TrackReading reading{content.Format, recording.Device, Refusal::None, {}, recording.Left};
-    reading.Fixes.reserve(recording.Fixes.size());
-    for (const RecordedFix& fix : recording.Fixes)
-        AddPlace({fix.Lat * 60, fix.Lon * 60, fix.Time}, reading);
-    return reading;
-}
-
-/// A recording of a file with the name of its boat there.
-struct NamedReading {
-    std::string Boat;
-    TrackReading Reading;
-};
-
-TrackReading Refuse(Refusal why) {
-    TrackReading reading;
-    reading.Refused = why;
-    return reading;
-}
-
-/// The recordings of a file. One at least, though it may have no fix.
-std::vector<NamedReading> ReadRecordings(const TrackFile& file) {
-    std::vector<NamedReading> recordings;
-    const auto add = [&](const std::string& boat, TrackReading&& reading) {
-        recordings.push_back({boat, std::move(reading)});
-    };
-    const auto size = FileSize(file.Path);
-    std::string bytes;
-    if (!size)
-        add({}, Refuse(Refusal::Missing));
-    else if (*size > LargestFile)
-        add({}, Refuse(Refusal::TooLarge));
-    else if (!ReadWholeFile(file.Path, LargestFile, bytes))
-        add({}, Refuse(Refusal::Broken));
-    else if (IsLinesFile(file.Name, bytes))
-        add({}, ReadLinesFile(bytes));
-    if (!recordings.empty()) return recordings;
-    const TrackFileContent content = ReadTrackFile(bytes);
-    for (const Recording& recording : content.Recordings)
-        add(recording.Boat, ReadingOf(content, recording));
-    if (recordings.empty()) add({}, Refuse(content.Refused));
-    return recordings;
-}
-
-/// The recording that stands behind the '#' of a boat's file, by number or name; null if there is none.
-NamedReading* Choose(std::vector<NamedReading>& recordings, std::string_view choice) {
+/// The recording of this number or of this boat, the first one where nothing is said; null if there is
+/// none.
+const Recording* Choose(const std::vector<Recording>& recordings, std::string_view choice) {
     if (choice.empty()) return &recordings.front();
     std::size_t number = 0;
     const char* const end = choice.data() + choice.size();
     const bool isNumber = std::from_chars(choice.data(), end, number).ptr == end;
     if (isNumber && number >= 1 && number <= recordings.size()) return &recordings[number - 1];
-    const auto boatOf = [](const NamedReading& each) { return Trim(each.Boat); };
+    const auto boatOf = [](const Recording& recording) { return Trim(recording.Boat); };
     auto found = std::ranges::find(recordings, choice, boatOf);
     if (found == recordings.end())
         found = std::ranges::find_if(
@@ -129,24 +88,40 @@ NamedReading* Choose(std::vector<NamedReading>& recordings, std::string_view cho
     return found != recordings.end() ? &*found : nullptr;
 }
 
+Refusal FetchFile(const std::filesystem::path& path, std::string& bytes) {
+    const auto size = FileSize(path);
+    if (!size) return Refusal::Missing;
+    if (*size > LargestFile) return Refusal::TooLarge;
+    return ReadWholeFile(path, LargestFile, bytes) ? Refusal::None : Refusal::Broken;
+}
+
+void SetClock(double offset, TrackReading& reading) {
+    const auto late = static_cast<UnixMs>(std::round(offset * 1000));
+    if (late == 0) return;
+    for (GpsFix& fix : reading.Fixes) fix.Time += late;
+}
+
 void ReadBoatsOf(const TrackFile& file, const OneBased<BoatEntry, MaxBoats>& boats,
                  OneBased<TrackReading>& readings) {
-    std::vector<NamedReading> recordings = ReadRecordings(file);
+    std::string bytes;
+    TrackFileContent content;
+    std::optional<TrackReading> lines;
+    content.Refused = FetchFile(file.Path, bytes);
+    if (content.Refused == Refusal::None && IsLinesFile(file.Name, bytes))
+        lines = ReadLinesFile(bytes);
+    else if (content.Refused == Refusal::None)
+        content = ReadTrackFile(bytes);
     for (const int boat : file.Boats) {
-        const std::string& name = boats[boat].BoatFile;
-        const std::size_t choice = std::min(name.size(), file.Name.size() + 1);
-        NamedReading* const chosen = Choose(recordings, Trim(std::string_view(name).substr(choice)));
+        std::string_view choice = boats[boat].BoatFile;
+        choice = Trim(choice.substr(std::min(choice.size(), file.Name.size() + 1)));
         TrackReading& reading = readings[boat];
-        if (!chosen)
-            reading.Refused = Refusal::NoRecording;
-        else if (file.Boats.size() == 1)
-            reading = std::move(chosen->Reading);
+        if (!lines)
+            reading = TakeRecording(content, choice);
+        else if (choice.empty() || choice == "1")
+            reading = file.Boats.size() == 1 ? std::move(*lines) : *lines;
         else
-            reading = chosen->Reading;
-        if (reading.Fixes.empty() && reading.Refused == Refusal::None) reading.Refused = Refusal::NoFixes;
-        const auto late = static_cast<UnixMs>(std::round(boats[boat].ClockOffset * 1000));
-        if (late == 0) continue;
-        for (GpsFix& fix : reading.Fixes) fix.Time += late;
+            reading.Refused = Refusal::NoRecording;
+        SetClock(boats[boat].ClockOffset, reading);
     }
 }
 
@@ -181,6 +156,27 @@ std::string TrackFileName(const std::filesystem::path& appPath, const std::strin
 
 std::filesystem::path TrackPath(const std::filesystem::path& appPath, const std::string& boatFile) {
     return FindBelow(appPath, "gpsdat/" + TrackFileName(appPath, boatFile));
+}
+
+TrackReading TakeRecording(const TrackFileContent& content, std::string_view choice) {
+    TrackReading reading;
+    reading.Format = content.Format;
+    reading.Refused = content.Refused;
+    if (content.Recordings.empty()) return reading;
+    const Recording* const chosen = Choose(content.Recordings, choice);
+    reading.Refused = Refusal::NoRecording;
+    if (!chosen) return reading;
+    reading.Device = chosen->Device;
+    reading.Left = chosen->Left;
+    reading.Fixes.reserve(chosen->Fixes.size());
+    for (const RecordedFix& fix : chosen->Fixes) {
+        if (fix.Time < -FarthestTime || fix.Time > FarthestTime)
+            Skip(reading.Left, SkipReason::NoTime);
+        else
+            AddPlace({fix.Lat * 60, fix.Lon * 60, fix.Time}, reading);
+    }
+    reading.Refused = reading.Fixes.empty() ? Refusal::NoFixes : Refusal::None;
+    return reading;
 }
 
 OneBased<TrackReading> ReadTracks(const std::filesystem::path& appPath,

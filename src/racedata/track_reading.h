@@ -3,6 +3,7 @@
 #include <filesystem>
 #include <functional>
 #include <string>
+#include <string_view>
 #include <vector>
 
 #include "base/one_based.h"
@@ -36,6 +37,10 @@ std::string TrackFileName(const std::filesystem::path& appPath, const std::strin
 
 /// The path of that file, found without regard to case.
 std::filesystem::path TrackPath(const std::filesystem::path& appPath, const std::string& boatFile);
+
+/// What a file tells of one boat: of the recording with that number, or of this boat (or the first without
+/// regard to case), or of the first one where `choice` is empty.
+TrackReading TakeRecording(const TrackFileContent& content, std::string_view choice);
 
 /// Reads the tracks of boats below `appPath`/gpsdat, on all processors. A file of several recordings is
 /// read once: "regatta.csv#3" is its third one, "regatta.csv#Alcyone" that of this boat (or the first
