@@ -9,19 +9,32 @@
 
 namespace keelview {
 
+namespace {
+
+/// Threads at work, each waited for when it goes.
+using Helpers = std::vector<std::future<void>>;
+
+/// So many helpers, or as many as the system gives: whoever starts them works too, so that none is enough.
+template <class Help>
+Helpers StartHelpers(int wanted, const Help& help) {
+    Helpers helpers;
+    try {
+        for (int i = 0; i < wanted; ++i) helpers.push_back(std::async(std::launch::async, help));
+    } catch (const std::system_error&) {
+        return helpers;
+    }
+    return helpers;
+}
+
+}  // namespace
+
 void ForEachInParallel(int count, const NumberedWork& work, const NumberedWork& begun) {
     std::atomic<int> next{1};
     const auto help = [&] {
         for (int number = next++; number <= count; number = next++) work(number);
     };
-    std::vector<std::future<void>> helpers;  // each waits for its thread when it goes
     const int threads = std::min(static_cast<int>(std::thread::hardware_concurrency()), count);
-    try {
-        while (static_cast<int>(helpers.size()) + 1 < threads)
-            helpers.push_back(std::async(std::launch::async, help));
-    } catch (const std::system_error&) {
-        // As many threads as the system gives are enough: this one is there.
-    }
+    Helpers helpers = StartHelpers(threads - 1, help);
     int told = 0;
     const auto tellUpTo = [&](int number) {
         while (begun && told < number) begun(++told);

@@ -2,13 +2,13 @@
 
 #include <algorithm>
 #include <array>
-#include <charconv>
 #include <cmath>
 #include <optional>
 #include <string_view>
 #include <utility>
 
 #include "base/files.h"
+#include "base/numbers.h"
 #include "base/parallel.h"
 #include "base/strings.h"
 #include "racedata/gps_track_lines.h"
@@ -25,7 +25,7 @@ constexpr std::uintmax_t LargestFile = std::uintmax_t{1} << 30;
 constexpr UnixMs FarthestTime = 253'402'300'800'000;  // the year 10000; and so far back
 constexpr std::size_t HeadSize = 65536;  // bytes; where the first fix stands in a file of any name
 
-/// A file and the boats that are in it, with what each of them says behind its name.
+/// A file and the boats that are in it.
 struct TrackFile {
     std::string Name;
     std::filesystem::path Path;
@@ -76,10 +76,9 @@ TrackReading ReadLinesFile(std::string_view bytes) {
 /// none.
 const Recording* Choose(const std::vector<Recording>& recordings, std::string_view choice) {
     if (choice.empty()) return &recordings.front();
-    std::size_t number = 0;
-    const char* const end = choice.data() + choice.size();
-    const bool isNumber = std::from_chars(choice.data(), end, number).ptr == end;
-    if (isNumber && number >= 1 && number <= recordings.size()) return &recordings[number - 1];
+    const auto number = StrictNumber(choice).value_or(0);
+    if (number >= 1 && number <= static_cast<double>(recordings.size()) && number == std::floor(number))
+        return &recordings[static_cast<std::size_t>(number) - 1];
     const auto boatOf = [](const Recording& recording) { return Trim(recording.Boat); };
     auto found = std::ranges::find(recordings, choice, boatOf);
     if (found == recordings.end())
@@ -131,9 +130,9 @@ OneBased<TrackFile> FilesOf(const std::filesystem::path& appPath,
     OneBased<TrackFile> files;
     for (int boat = 1; boat <= boats.Count(); ++boat) {
         std::string name = TrackFileName(appPath, boats[boat].BoatFile);
-        auto file = std::ranges::find(files, name, &TrackFile::Name);
+        auto path = FindBelow(appPath, "gpsdat/" + name);
+        auto file = std::ranges::find(files, path, &TrackFile::Path);
         if (file == files.end()) {
-            auto path = FindBelow(appPath, "gpsdat/" + name);
             files.Add({std::move(name), std::move(path), {}});
             file = files.end() - 1;
         }
