@@ -38,7 +38,7 @@ bool SameText(const TextNumber& a, const TextNumber& b) {
 }
 
 bool SameBoat(const BoatEntry& a, const BoatEntry& b) {
-    return a.BoatFile == b.BoatFile && a.BoatName == b.BoatName;
+    return a.BoatFile == b.BoatFile && a.BoatName == b.BoatName && a.ClockOffset == b.ClockOffset;
 }
 
 bool SameAbsentBoat(const AbsentBoat& a, const AbsentBoat& b) {

@@ -55,7 +55,7 @@ class CircleScan {
     const CourseOnWater& Course() const { return course_; }
     /// Where the boat is at the second that is judged.
     const Position& At() const { return last_; }
-    /// The straight way along a segment at second t, which may lie past its end.
+    /// The place at second t or at the one after it, for the segment that holds t.
     Position On(int segment, int t) const { return walk_.On(segment, t); }
 
   private:

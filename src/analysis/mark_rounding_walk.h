@@ -1,7 +1,7 @@
 #pragma once
 
 #include <algorithm>
-#include <cstdint>
+#include <cmath>
 #include <limits>
 
 #include "analysis/track_at.h"
@@ -42,11 +42,15 @@ class TrackWalk {
         return segment_ = next - 1;
     }
 
-    /// The straight way along a segment at second t, which may lie past its end.
-    Position On(int segment, int t) const { return PositionOn(track_, segment, t); }
+    /// The place at second t, not before the segment, nor further on than the second after one it holds:
+    /// several fixes may lie within a second. Past the end of the track the last segment goes straight on.
+    Position On(int segment, int t) const {
+        while (segment + 1 < count_ && times_[segment + 1] < t) ++segment;
+        return PositionOn(track_, segment, t);
+    }
 
-    /// The last second that a segment holds.
-    int LastSecondOf(int segment) const { return times_[segment + 1] - 1; }
+    /// The last whole second before a segment ends.
+    int LastSecondOf(int segment) const { return LastSecondBefore(times_[segment + 1]); }
 
     /// A last second up to which the boat, now on a segment, keeps further away than `radius` from a place;
     /// that of an earlier moment where nothing is known. Distances are in minutes of arc, and `lonScale` is
@@ -62,7 +66,7 @@ class TrackWalk {
     /// After a lookup at t without a segment: the first second at which another one may find one; the
     /// largest int when none will.
     int NextChance(int t) const {
-        if (t < lowestUpTo_[count_]) return lowestUpTo_[count_];
+        if (t < lowestUpTo_[count_]) return LastSecondBefore(lowestUpTo_[count_]) + 1;
         const bool over = times_[segment_] <= t && highestFrom_[segment_] <= t;
         return over ? std::numeric_limits<int>::max() : t + 1;
     }
@@ -80,10 +84,12 @@ class TrackWalk {
         int LastSecond = 0;  ///< the smallest int where times fall back: the walk may leave the block early
     };
 
+    static int LastSecondBefore(double time) { return static_cast<int>(std::ceil(time)) - 1; }
+
     Block Enclose(int first) const {
         const int last = std::min(first + BlockSize, count_);
         const Position begin = track_.At(first);
-        Block block{begin.Lat, begin.Lat, begin.Lon, begin.Lon, times_[last] - 1};
+        Block block{begin.Lat, begin.Lat, begin.Lon, begin.Lon, LastSecondBefore(times_[last])};
         for (int i = first + 1; i <= last; ++i) {
             const Position at = track_.At(i);
             block.South = std::min(block.South, at.Lat);
@@ -102,11 +108,11 @@ class TrackWalk {
     }
 
     const Track& track_;
-    const OneBased<std::int32_t>& times_;
+    const OneBased<double>& times_;
     int count_ = 0;
     int segment_ = 1;
-    OneBased<std::int32_t> lowestUpTo_;   ///< smallest time of points 1 to i
-    OneBased<std::int32_t> highestFrom_;  ///< largest time of points i to the last
+    OneBased<double> lowestUpTo_;   ///< smallest time of points 1 to i
+    OneBased<double> highestFrom_;  ///< largest time of points i to the last
     OneBased<Block> blocks_;
 };
 

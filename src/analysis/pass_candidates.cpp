@@ -35,7 +35,7 @@ double MetresOf(double minutes) {
 double UsualPace(const CourseOnWater& course, const Track& track) {
     std::vector<double> paces;
     for (int fix = 1; fix < track.Count(); ++fix) {
-        const double seconds = double(track.TrackTime[fix + 1]) - track.TrackTime[fix];
+        const double seconds = track.TrackTime[fix + 1] - track.TrackTime[fix];
         if (seconds > 0 && seconds <= LongestStep)
             paces.push_back(course.Distance(track.At(fix), track.At(fix + 1)) / seconds);
     }
@@ -92,8 +92,7 @@ CandidateSearch::CandidateSearch(const CourseOnWater& course, const Track& track
     : course_(course), track_(track), range_(range), scan_(track, steps, course, at_) {
     const auto& times = track.TrackTime;
     for (int fix = 1; fix < track.Count() && holes_.Count() < MostCandidates; ++fix)
-        if (double(times[fix + 1]) - times[fix] > LongestStep && times[fix] >= range.From &&
-            times[fix] <= range.To)
+        if (times[fix + 1] - times[fix] > LongestStep && times[fix] >= range.From && times[fix] <= range.To)
             holes_.Add(fix);
     std::ranges::stable_sort(holes_, {}, [&times](int fix) { return times[fix]; });
     if (!holes_.Empty()) holePace_ = HoleHaste * UsualPace(course, track);
@@ -206,11 +205,12 @@ void CandidateSearch::ScanCircle(const PlacedEntry& mark, Judge judge) {
 PassCandidates CandidateSearch::FindHidden(const PlacedEntry& entry) const {
     PassCandidates hidden;
     for (const int hole : holes_) {
-        const double seconds = double(track_.TrackTime[hole + 1]) - track_.TrackTime[hole];
+        const double seconds = track_.TrackTime[hole + 1] - track_.TrackTime[hole];
         const Position place = NearestPlace(course_, entry, track_.At(hole));
         const double way =
             course_.Distance(track_.At(hole), place) + course_.Distance(place, track_.At(hole + 1));
-        if (way <= holePace_ * seconds) hidden.Add({.Second = track_.TrackTime[hole], .Hidden = true});
+        if (way <= holePace_ * seconds)
+            hidden.Add({.Second = FloorToInt(track_.TrackTime[hole]), .Hidden = true});
     }
     return hidden;
 }

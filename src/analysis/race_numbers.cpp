@@ -1,6 +1,7 @@
 #include "analysis/race_numbers.h"
 
 #include <algorithm>
+#include <cmath>
 #include <utility>
 
 #include "analysis/track_derivation.h"
@@ -83,7 +84,8 @@ LoadResult LoadRace(const std::filesystem::path& appPath, RaceNumbers& numbers,
 int LatestFixTime(const Tracks& tracks) {
     int latest = 0;
     for (const Track& track : tracks.Boats)
-        if (track.Count() > 0) latest = std::max(latest, track.TrackTime.Last());
+        if (track.Count() > 0)
+            latest = std::max(latest, static_cast<int>(std::ceil(track.TrackTime.Last())));
     return latest;
 }
 

@@ -29,7 +29,7 @@ struct RaceNumbers {
 enum class LoadOutcome {
     Sound,
     NoRaceFile,   ///< the race control file cannot be read; all else is as a race without boats has it
-    NoTrackFile,  ///< a track file does not exist: RaceNumbers has the tracks up to there
+    NoTrackFile,  ///< a track file does not exist: its boat has no track
     NoFix         ///< no boat has a position: an empty area, no coast
 };
 
@@ -47,7 +47,7 @@ struct LoadResult {
 LoadResult LoadRace(const std::filesystem::path& appPath, RaceNumbers& numbers,
                     const TrackProgress& progress = {});
 
-/// The largest time of any boat's last point, seconds from the start; 0 at least.
+/// The largest time of any boat's last point, whole seconds from the start, rounded up; 0 at least.
 int LatestFixTime(const Tracks& tracks);
 
 /// True if some boat of the race has a position.

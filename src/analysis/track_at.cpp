@@ -1,5 +1,7 @@
 #include "analysis/track_at.h"
 
+#include <algorithm>
+
 #include "analysis/last_at_or_before.h"
 #include "base/angles.h"
 
@@ -33,9 +35,10 @@ TrackMoment MomentOn(const Track& track, int segment, double t) {
 
 double HeadingOn(const Track& track, int segment, double t) {
     const double course = track.TrackCourse[segment];
-    const double left = track.TrackTime[segment + 1] - t;
-    if (left >= 1) return course;
-    return course + WrapDifference(track.TrackCourse[segment + 1] - course) * (1 - left);
+    const double end = track.TrackTime[segment + 1];
+    const double turn = std::min(1.0, end - track.TrackTime[segment]);  // seconds
+    if (end - t >= turn) return course;
+    return course + WrapDifference(track.TrackCourse[segment + 1] - course) * (1 - (end - t) / turn);
 }
 
 }  // namespace keelview

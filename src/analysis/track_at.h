@@ -43,7 +43,7 @@ struct TrackMoment {
 TrackMoment MomentOn(const Track& track, int segment, double t);
 
 /// The heading of a boat at second t on a segment, degrees: its course, and in the last second of a segment
-/// already on the turn towards that of the next one.
+/// (the whole of a shorter one) already on the turn towards that of the next one.
 double HeadingOn(const Track& track, int segment, double t);
 
 }  // namespace keelview

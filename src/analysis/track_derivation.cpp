@@ -29,7 +29,7 @@ void DeriveTrack(const EarthScale& scale, Track& track) {
         total += leg;
         track.TrackDist[fix + 1] = total;
         track.TrackCourse[fix] = BearingOf(east, north);
-        const double seconds = static_cast<double>(track.TrackTime[fix + 1]) - track.TrackTime[fix];
+        const double seconds = track.TrackTime[fix + 1] - track.TrackTime[fix];
         if (seconds > 0.0) track.TrackSpeed[fix] = leg / seconds * 3600.0;
     }
 }

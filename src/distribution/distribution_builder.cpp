@@ -11,6 +11,7 @@
 #include "distribution/process.h"
 #include "racedata/race_control.h"
 #include "racedata/race_file.h"
+#include "racedata/track_reading.h"
 
 namespace keelview {
 
@@ -113,7 +114,8 @@ class Build {
         RaceControl race;
         race.RaceFileName = raceName;
         if (!ReadRaceFileForDistribution(appPath_, race)) return;
-        for (const BoatEntry& boat : race.Boats) CopyOneFile("gpsdat", boat.BoatFile);
+        for (const BoatEntry& boat : race.Boats)
+            CopyOneFile("gpsdat", TrackFileName(appPath_, boat.BoatFile));
         CopyOneFile("winddat", race.WindFileName);
         if (order_.AttachMap) CopyMap(race);
         for (const std::string& file : race.AttachFile) CopyOneFile("attachment", file);

@@ -106,15 +106,16 @@ bool FitsBoatLine(std::string_view boatFile) {
 }
 
 std::optional<TrackTimes> ReadFirstTrackTimes(const std::filesystem::path& appPath,
-                                              const std::string& boatFile) {
+                                              const std::string& boatFile, Refusal& why) {
     // The display's own reader, with no start and no zone given, keeps every fix on the clock of the GPS.
     RaceControl alone;
     alone.Boats.Add({boatFile, {}});
     Tracks tracks;
     TrackArea area;
     EarthScale scale;
-    if (!LoadAllTracks(appPath, alone, tracks, area, scale, {}).empty()) return std::nullopt;
+    LoadAllTracks(appPath, alone, tracks, area, scale, {});
     const Track& track = tracks.Boats[1];
+    why = track.Refused;
     if (track.Count() == 0 || !tracks.FirstGpsTime || !tracks.LastGpsTime) return std::nullopt;
     return TrackTimes{*tracks.FirstGpsTime, *tracks.LastGpsTime, track.TrackLon[1], track.SkippedFixes};
 }

@@ -8,6 +8,7 @@
 #include "base/bilingual.h"
 #include "base/dates.h"
 #include "racedata/race_control.h"
+#include "racedata/tracks/recording.h"
 
 namespace keelview {
 
@@ -37,10 +38,10 @@ struct TrackTimes {
     int SkippedFixes = 0;         ///< left out as faulty
 };
 
-/// First and last fix of a track file in gpsdat. Nothing if the file cannot be read or gives no point on
-/// the display either: too small, another extension, no fix in it.
+/// First and last fix of a track file in gpsdat. Nothing if it gives no point on the display either; `why`
+/// then says the reason.
 std::optional<TrackTimes> ReadFirstTrackTimes(const std::filesystem::path& appPath,
-                                              const std::string& boatFile);
+                                              const std::string& boatFile, Refusal& why);
 
 /// Fills in what a track can tell and the race does not have yet: TimeDiff is the zone of its longitude, an
 /// empty start the local time four minutes after its first fix, an empty finish that of its last fix.

@@ -9,6 +9,7 @@
 #include "base/strings.h"
 #include "racedata/gps_track.h"
 #include "racedata/race_file.h"
+#include "racedata/refusal_text.h"
 #include "session/documents.h"
 
 namespace keelview {
@@ -126,12 +127,13 @@ void RaceEditor::Command2_Click() {
 }
 
 void RaceEditor::TakeFirstTrack(const std::string& boatFile, bool firstBoat) {
-    const auto times = ReadFirstTrackTimes(settings_.AppPath, boatFile);
+    Refusal why = Refusal::None;
+    const auto times = ReadFirstTrackTimes(settings_.AppPath, boatFile, why);
     if (firstBoat || !firstTrack_) firstTrack_ = times;
     if (!times)
         voice_.Say({"No GPS data in this file, so this boat will have no track",
                     "このファイルにはGPSデータがないため、この艇の軌跡は表示されません"},
-                   boatFile);
+                   boatFile + " : " + voice_.Str(RefusalText(why)));
     else if (times->SkippedFixes > 0)
         voice_.Say({"Faulty GPS positions (0/0, or out of all reach) are left out of this file",
                     "このファイルの異常なGPS位置データ (0/0、または到達不可能な位置) を除外します"},

@@ -20,7 +20,7 @@ ControlHint AtRight(Control& owner, HintGate gate, HintSize size, double inset, 
 }
 
 /// The film's speed, the race file, the course.
-std::vector<ControlHint> RaceHints(RaceDisp& form) {
+std::vector<ControlHint> RaceDataHints(RaceDisp& form) {
     return {
         AtRight(
             form.Text2, Always, {270, 16}, 10,
@@ -186,7 +186,8 @@ double LeftOf(const ControlHint& hint, const RaceDisp& form, double controlLeft,
 
 std::vector<ControlHint> ControlHints(RaceDisp& form) {
     std::vector<ControlHint> hints{WindEntryHint(form)};
-    for (const auto& group : {RaceHints(form), CheckBoxHints(form), ColourCellHints(form), DoorHints(form)})
+    for (const auto& group :
+         {RaceDataHints(form), CheckBoxHints(form), ColourCellHints(form), DoorHints(form)})
         hints.insert(hints.end(), group.begin(), group.end());
     return hints;
 }

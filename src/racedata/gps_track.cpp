@@ -1,115 +1,103 @@
 #include "racedata/gps_track.h"
 
 #include <algorithm>
-#include <array>
 #include <cstdlib>
-#include <string_view>
 #include <utility>
+#include <vector>
 
-#include "base/files.h"
+#include "base/parallel.h"
 #include "base/position.h"
-#include "base/strings.h"
 #include "racedata/track_faults.h"
-#include "racedata/tracks/own_lines.h"
 
 namespace keelview {
 namespace {
 
-constexpr std::uintmax_t SmallestFile = 501;  // bytes; a smaller one holds no track
-constexpr std::uintmax_t LargestFile = std::uintmax_t{1} << 30;
 constexpr CivilTime FarthestFromStart = 1000000000;  // seconds; a fix farther off has a wrong date
 constexpr double SmallestSpan = 0.1;                 // minutes of arc
 
-bool HasTrackExtension(std::string_view name) {
-    constexpr std::array<std::string_view, 4> extensions{"TRK", "DTR", "trk", "dtr"};
-    if (name.size() < 3) return false;
-    const std::string_view extension = name.substr(name.size() - 3);
-    return std::find(extensions.begin(), extensions.end(), extension) != extensions.end();
-}
-
-/// Reads the track files of one race, one after another.
+/// Takes the readings of a race onto its clock. Boats may be cut and taken at the same time.
 class TrackLoader {
   public:
-    TrackLoader(RaceControl& race, Tracks& tracks)
+    TrackLoader(RaceControl& race, const OneBased<TrackReading>& readings, Tracks& tracks)
         : race_(race),
-          tracks_(tracks),
           start_(race.Start.At()),
           finish_(race.Finish.At()),
-          toLocal_(static_cast<CivilTime>(race.TimeDiff.value_or(0) * 3600)) {}
-
-    void LoadTrackFile(std::string_view bytes, Track& track) {
-        fixes_.TrackLat.Clear();
-        fixes_.TrackLon.Clear();
-        fixes_.TrackTime.Clear();
-        fixes_.SkippedFixes = 0;
-        lastKept_.reset();
-        std::optional<CivilTime> lastParsed;
-        TrackLineReader reader;
-        while (!bytes.empty()) {
-            const std::optional<TrackFix> fix = reader.Read(CutHead(bytes, '\n'));
-            if (!fix) continue;
-            if (IsNoPlace(fix->Lat, fix->Lon)) {
-                ++fixes_.SkippedFixes;
-                continue;
-            }
-            const CivilTime time = fix->GpsTime + toLocal_;
-            lastParsed = time;
-            if (!tracks_.FirstGpsTime) tracks_.FirstGpsTime = time;
-            if (!IsInside(time) || lastKept_ == time) continue;
-            fixes_.TrackLat.Add(fix->Lat);
-            fixes_.TrackLon.Add(fix->Lon);
-            fixes_.TrackTime.Add(static_cast<std::int32_t>(time - Origin()));
-            lastKept_ = time;
+          toLocal_(static_cast<CivilTime>(race.TimeDiff.value_or(0) * 3600)) {
+        tracks = {};
+        tracks.Boats.Resize(readings.Count());
+        for (const TrackReading& reading : readings) {
+            if (reading.Fixes.empty()) continue;
+            if (!tracks.FirstGpsTime) tracks.FirstGpsTime = LocalSecond(reading.Fixes.front().Time);
+            tracks.LastGpsTime = LocalSecond(reading.Fixes.back().Time);
         }
-        fixes_.SkippedFixes += DropImpossibleFixes(fixes_);
-        track = fixes_;  // a copy is of just the size of the track
-        if (lastParsed) tracks_.LastGpsTime = lastParsed;
+        origin_ = start_.value_or(tracks.FirstGpsTime.value_or(0));
     }
 
-    /// When all files are read: a start or finish that the race does not tell is that of its tracks.
-    void SettleOpenTimes() {
-        std::optional<std::pair<std::int32_t, std::int32_t>> span;
-        for (const Track& track : tracks_.Boats) {
-            if (track.Count() == 0) continue;
-            // By iterators: of the list as a whole, some standard libraries take element 0.
-            const auto [first, last] = std::minmax_element(track.TrackTime.begin(), track.TrackTime.end());
-            span = span ? std::pair(std::min(span->first, *first), std::max(span->second, *last))
-                        : std::pair(*first, *last);
+    /// Leaves the fixes of the period, of several at one time the first.
+    void Cut(TrackReading& reading) const {
+        std::optional<UnixMs> lastKept;
+        std::erase_if(reading.Fixes, [&](const GpsFix& fix) {
+            if (!IsInside(LocalSecond(fix.Time)) || lastKept == fix.Time) return true;
+            lastKept = fix.Time;
+            return false;
+        });
+    }
+
+    /// When all are cut: a start or finish that the race does not tell is that of its tracks.
+    void SettleOpenTimes(const OneBased<TrackReading>& readings) {
+        if (start_ && finish_) return;
+        std::optional<std::pair<UnixMs, UnixMs>> span;
+        for (const TrackReading& reading : readings) {
+            if (reading.Fixes.empty()) continue;
+            const auto [first, last] = std::ranges::minmax(reading.Fixes, {}, &GpsFix::Time);
+            span = span ? std::pair(std::min(span->first, first.Time), std::max(span->second, last.Time))
+                        : std::pair(first.Time, last.Time);
         }
         if (!span) return;
-        const CivilTime origin = Origin();
         if (!finish_) {
-            race_.DataToTime = origin + span->second;
+            race_.DataToTime = LocalSecond(span->second + 999);
             race_.Finish.WorkOut(*race_.DataToTime);
         }
         if (start_) return;
-        const CivilTime lead = race_.RaceFileName.empty() ? FirstFixToStart : 0;
-        race_.DataFromTime = origin + span->first;
-        race_.Start.WorkOut(*race_.DataFromTime + lead);
-        for (Track& track : tracks_.Boats)
-            for (std::int32_t& time : track.TrackTime)
-                time -= span->first + static_cast<std::int32_t>(lead);
+        race_.DataFromTime = LocalSecond(span->first);
+        origin_ = *race_.DataFromTime + (race_.RaceFileName.empty() ? FirstFixToStart : 0);
+        race_.Start.WorkOut(origin_);
+    }
+
+    /// Makes the track of a reading, which is used up.
+    void Take(TrackReading& reading, Track& track) const {
+        const UnixMs origin = (origin_ - toLocal_) * 1000;
+        const auto count = static_cast<int>(reading.Fixes.size());
+        for (auto* column : {&track.TrackLat, &track.TrackLon, &track.TrackTime}) column->Reserve(count);
+        for (const GpsFix& fix : reading.Fixes) {
+            track.TrackLat.Add(fix.Lat);
+            track.TrackLon.Add(fix.Lon);
+            track.TrackTime.Add(static_cast<double>(fix.Time - origin) / 1000);
+        }
+        track.Refused = reading.Refused;
+        track.SkippedFixes = DropImpossibleFixes(track);
+        for (const Skipped& left : reading.Left)
+            if (left.Why == SkipReason::NoPlace) track.SkippedFixes += left.Count;
+        reading = {};
     }
 
   private:
-    /// What the seconds of the fixes count from while files are read. There has been a fix.
-    CivilTime Origin() const { return start_.value_or(tracks_.FirstGpsTime.value_or(0)); }
+    /// The whole second on the clock of the race.
+    CivilTime LocalSecond(UnixMs time) const { return (time >= 0 ? time : time - 999) / 1000 + toLocal_; }
 
     /// The period by whole clock minutes: a fix in the same minute as either limit is inside.
     bool IsInside(CivilTime time) const {
-        if (std::abs(time - Origin()) > FarthestFromStart) return false;
+        if (std::abs(time - origin_) > FarthestFromStart) return false;
         if (!finish_) return true;
         return MinuteBoundaries(race_.DataFromTime.value_or(time), time) >= 0 &&
                MinuteBoundaries(time, race_.DataToTime.value_or(*finish_)) >= 0;
     }
 
     RaceControl& race_;
-    Tracks& tracks_;
     const std::optional<CivilTime> start_;
     const std::optional<CivilTime> finish_;
     const CivilTime toLocal_;
-    std::optional<CivilTime> lastKept_;
-    Track fixes_;  // of the present file; kept between files to spare allocations
+    CivilTime origin_ = 0;  // what the seconds of the fixes count from; until it is settled, roughly
 };
 
 /// Middle, scale and span of the box as it stands. A box without a point lies at 0, 0.
@@ -134,32 +122,24 @@ void WidenArea(const Track& track, TrackArea& area) {
 
 }  // namespace
 
-std::filesystem::path TrackPath(const std::filesystem::path& appPath, const std::string& boatFile) {
-    return FindBelow(appPath, "gpsdat/" + boatFile);
+void TakeTracks(OneBased<TrackReading> readings, RaceControl& race, Tracks& tracks, TrackArea& area,
+                EarthScale& scale) {
+    TrackLoader loader(race, readings, tracks);
+    ForEachInParallel(readings.Count(), [&](int boat) { loader.Cut(readings[boat]); });
+    loader.SettleOpenTimes(readings);
+    ForEachInParallel(readings.Count(), [&](int boat) { loader.Take(readings[boat], tracks.Boats[boat]); });
+    area = TrackArea{};
+    for (const Track& track : tracks.Boats) WidenArea(track, area);
+    SettleHomeView(area, scale);
 }
 
 std::filesystem::path LoadAllTracks(const std::filesystem::path& appPath, RaceControl& race, Tracks& tracks,
                                     TrackArea& area, EarthScale& scale, const TrackProgress& progress) {
-    tracks = {};
-    tracks.Boats.Resize(race.Boats.Count());
-    area = TrackArea{};
-    SettleHomeView(area, scale);
-    TrackLoader loader(race, tracks);
-    std::string bytes;
-    for (int boat = 1; boat <= race.Boats.Count(); ++boat) {
-        const std::string& boatFile = race.Boats[boat].BoatFile;
-        const std::filesystem::path path = TrackPath(appPath, boatFile);
-        const std::optional<std::uintmax_t> size = FileSize(path);
-        if (!size) return path;
-        if (progress) progress(boat);
-        if (*size < SmallestFile) continue;
-        if (!HasTrackExtension(boatFile) || !ReadWholeFile(path, LargestFile, bytes)) bytes.clear();
-        loader.LoadTrackFile(bytes, tracks.Boats[boat]);
-        WidenArea(tracks.Boats[boat], area);
-        SettleHomeView(area, scale);
-    }
-    loader.SettleOpenTimes();
-    return {};
+    TakeTracks(ReadTracks(appPath, race.Boats, progress), race, tracks, area, scale);
+    const auto missing = std::ranges::find(tracks.Boats, Refusal::Missing, &Track::Refused);
+    if (missing == tracks.Boats.end()) return {};
+    const auto boat = static_cast<int>(missing - tracks.Boats.begin()) + 1;
+    return TrackPath(appPath, race.Boats[boat].BoatFile);
 }
 
 }  // namespace keelview

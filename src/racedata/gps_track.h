@@ -1,29 +1,28 @@
 #pragma once
 
-#include <cstdint>
 #include <filesystem>
-#include <functional>
 #include <optional>
-#include <string>
 
 #include "base/dates.h"
 #include "base/one_based.h"
 #include "racedata/earth_scale.h"
 #include "racedata/limits.h"
 #include "racedata/race_control.h"
+#include "racedata/track_reading.h"
 
 namespace keelview {
 
 /// One boat's track in columns, by fix. Distance, speed and course have as many elements as the others from
 /// DeriveTracks on, and none before.
 struct Track {
-    OneBased<double> TrackLat;         ///< minutes of arc, north positive
-    OneBased<double> TrackLon;         ///< minutes of arc, east positive
-    OneBased<std::int32_t> TrackTime;  ///< seconds from the start
-    OneBased<double> TrackDist;        ///< nautical miles sailed up to the fix
-    OneBased<double> TrackSpeed;       ///< knots from the fix to the next
-    OneBased<double> TrackCourse;      ///< degrees true from the fix to the next
-    int SkippedFixes = 0;              ///< left out as faulty: no place, or one that no boat reaches
+    OneBased<double> TrackLat;        ///< minutes of arc, north positive
+    OneBased<double> TrackLon;        ///< minutes of arc, east positive
+    OneBased<double> TrackTime;       ///< seconds from the start, to the millisecond
+    OneBased<double> TrackDist;       ///< nautical miles sailed up to the fix
+    OneBased<double> TrackSpeed;      ///< knots from the fix to the next
+    OneBased<double> TrackCourse;     ///< degrees true from the fix to the next
+    int SkippedFixes = 0;             ///< left out as faulty: no place, or one that no boat reaches
+    Refusal Refused = Refusal::None;  ///< why its file gives no track
 
     /// The number of fixes.
     int Count() const { return TrackTime.Count(); }
@@ -53,20 +52,18 @@ struct TrackArea {
 /// Where a single track without a start has it: so many seconds after the first fix.
 inline constexpr CivilTime FirstFixToStart = 240;
 
-/// Called before each file is read, with the boat (from 1).
-using TrackProgress = std::function<void(int boat)>;
+/// Takes readings of the boats of the race onto its clock and cuts them to its period, and uses them up;
+/// without a TimeDiff tracks stay on the clock of the GPS. Makes `tracks` anew; DataFromTime, DataToTime,
+/// Start and Finish of `race` are read. A start or finish that is not given is worked out with its end of
+/// the data from all tracks together: the first fix of any boat (four minutes after it where the race has
+/// no race control file) and the last one, whole seconds. `area` and `scale` are those of the box of all
+/// tracks. Faulty fixes are left out and counted; of several at one time the first stays. A track without a
+/// reading says why.
+void TakeTracks(OneBased<TrackReading> readings, RaceControl& race, Tracks& tracks, TrackArea& area,
+                EarthScale& scale);
 
-/// The path of a boat's track file, found without regard to case.
-std::filesystem::path TrackPath(const std::filesystem::path& appPath, const std::string& boatFile);
-
-/// Reads the tracks of all boats of the race below `appPath`/gpsdat; without a TimeDiff they stay on the
-/// clock of the GPS. Makes `tracks` anew; DataFromTime,
-/// DataToTime, Start and Finish of `race` are read. A start or finish that is not given is worked out with
-/// its end of the data from all tracks together: the first fix of any boat (four minutes after it where the
-/// race has no race control file) and the last one. `area` and `scale` are those of the box of all tracks.
-/// Returns the path of the first track file that does not exist, with which reading stops; empty when all
-/// were there. Faulty fixes are left out and counted. A file of 500 bytes or fewer, or with another
-/// extension than TRK, DTR, trk or dtr, gives no points.
+/// The same with what ReadTracks reads for the boats of the race. Returns the path of the first track file
+/// that does not exist; empty when all were there.
 std::filesystem::path LoadAllTracks(const std::filesystem::path& appPath, RaceControl& race, Tracks& tracks,
                                     TrackArea& area, EarthScale& scale, const TrackProgress& progress);
 

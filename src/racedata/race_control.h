@@ -63,8 +63,9 @@ class RaceTime {
 };
 
 struct BoatEntry {
-    std::string BoatFile;  ///< track file in gpsdat
+    std::string BoatFile;  ///< track file in gpsdat; behind a '#' a recording of it, by number or boat
     std::string BoatName;
+    double ClockOffset = 0.0;  ///< seconds to add to the times of its fixes, in milliseconds
 };
 
 /// A boat of the race control file whose track is not there today: the race is shown without it, and its

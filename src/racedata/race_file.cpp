@@ -2,6 +2,8 @@
 
 #include <algorithm>
 #include <cmath>
+#include <iterator>
+#include <map>
 #include <optional>
 #include <unordered_map>
 #include <utility>
@@ -62,6 +64,18 @@ class LineReader {
         return ReadNumbers(key, line) || ReadCourse(key, line);
     }
 
+    /// Sets the clocks of the boats; how many of them belong to no boat.
+    int SetClocks() {
+        int left = 0;
+        for (const auto& [boat, seconds] : clocks_) {
+            if (race_.Boats.Holds(boat))
+                race_.Boats[boat].ClockOffset = seconds;
+            else
+                ++left;
+        }
+        return left;
+    }
+
   private:
     static bool Take(std::string& target, std::string_view rest) {
         target = Trim(rest);
@@ -85,6 +99,7 @@ class LineReader {
         if (key == "TD") return ReadTimeDiff(rest);
         if (key == "LL") return ReadLayLines(rest);
         if (key == "PT") return ReadHandPass(rest);
+        if (key == "CL") return ReadClock(rest);
         if (key != "BT") return false;
         // More than a week before the start is no pre-start.
         race_.PreStartMinutes = std::clamp(UsableNumber(rest), 0.0, 10080.0);
@@ -159,6 +174,16 @@ class LineReader {
         return true;
     }
 
+    /// The boat's line may stand behind it, so boats get their clocks when all lines are read.
+    bool ReadClock(std::string_view rest) {
+        if (std::ranges::count(rest, ',') != 1) return false;
+        const auto boat = WholeNumber(CutHead(rest, ','), 1, MaxBoats);
+        const auto seconds = StrictNumber(rest);
+        if (!boat || !seconds || std::fabs(*seconds) > LargestNumber) return false;
+        clocks_[*boat] = RoundDecimals(*seconds, 3);
+        return true;
+    }
+
     bool ReadAttachment(std::string_view rest) {
         return race_.AttachFile.Add(std::string(reader_ == Reader::Distribution ? Trim(rest) : rest));
     }
@@ -167,6 +192,7 @@ class LineReader {
 
     RaceControl& race_;
     Reader reader_;
+    std::map<int, double> clocks_;  // seconds, by boat
 };
 
 /// A race as it stands before its file is read; what no reader resets stays.
@@ -204,7 +230,7 @@ std::optional<LineCount> ReadLines(const std::filesystem::path& appPath, RaceCon
     LineReader lines(race, reader);
     LineCount count;
     for (const std::string_view line : Lines(text)) ++(lines.Read(line) ? count.Known : count.Skipped);
-    if (reader != Reader::Distribution) count.Skipped += DropPassesOfNobody(race);
+    if (reader != Reader::Distribution) count.Skipped += DropPassesOfNobody(race) + lines.SetClocks();
     count.Binary = bytes->find('\0') != std::string::npos;
     return count;
 }
@@ -307,12 +333,16 @@ class LineWriter {
         auto boat = race_.Boats.begin();
         auto absent = race_.AbsentBoats.begin();
         const int count = race_.Boats.Count() + race_.AbsentBoats.Count();
+        std::vector<std::string> clocks;
         for (int number = 1; number <= count; ++number) {
             const bool isAbsent = boat == race_.Boats.end() ||
                                   (absent != race_.AbsentBoats.end() && absent->Number == number);
             const BoatEntry& entry = isAbsent ? (absent++)->Entry : *boat++;
             lines_.push_back("BN, " + entry.BoatFile + ", " + entry.BoatName);
+            if (entry.ClockOffset != 0)
+                clocks.push_back("CL, " + std::to_string(number) + ", " + NumberText(entry.ClockOffset));
         }
+        std::ranges::move(clocks, std::back_inserter(lines_));
     }
 
     void WriteCourse() {

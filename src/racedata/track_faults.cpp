@@ -12,7 +12,7 @@ constexpr double FastestKnots = 100;
 /// True if the way from one fix to another takes more than the fastest boat. Ways that it sails on any
 /// latitude need no cosine.
 bool TooFast(const Track& track, int from, int to) {
-    const double seconds = static_cast<double>(track.TrackTime[to]) - track.TrackTime[from];
+    const double seconds = track.TrackTime[to] - track.TrackTime[from];
     if (seconds <= 0) return false;
     const double north = track.TrackLat[to] - track.TrackLat[from];
     const double lonMinutes = track.TrackLon[to] - track.TrackLon[from];

@@ -1,26 +1,45 @@
 #include "session/load_notes.h"
 
+#include <cstddef>
+#include <map>
 #include <vector>
 
 #include "base/bilingual.h"
+#include "racedata/refusal_text.h"
 
 namespace keelview {
 
 namespace {
 
-constexpr int NamesInALine = 4;  // a box stays narrower than the screen
+constexpr std::size_t NamesInALine = 4;  // a box stays narrower than the screen
+
+std::string Listed(const std::vector<std::string>& names) {
+    std::string list;
+    for (std::size_t i = 0; i < names.size(); ++i) {
+        if (i > 0) list += i % NamesInALine == 0 ? ",\r\n" : ", ";
+        list += names[i];
+    }
+    return list;
+}
 
 std::string AbsentTracks(const RaceControl& race, bool useEnglish) {
-    std::string names;
-    for (int i = 1; i <= race.AbsentBoats.Count(); ++i) {
-        if (i > 1) names += i % NamesInALine == 1 ? ",\r\n" : ", ";
-        names += race.AbsentBoats[i].Entry.BoatFile;
-    }
+    std::vector<std::string> names;
+    for (const AbsentBoat& absent : race.AbsentBoats) names.push_back(absent.Entry.BoatFile);
     if (!useEnglish)
-        return "GPSfile -- " + names + " -- はありませんでした。\r\nこの艇を無視して表示します。";
-    const bool one = race.AbsentBoats.Count() == 1;
-    return "GPSfile -- " + names + " -- could not be found\r\n" +
-           (one ? "This boat will be ignored" : "These boats will be ignored");
+        return "GPSfile -- " + Listed(names) + " -- はありませんでした。\r\nこの艇を無視して表示します。";
+    return "GPSfile -- " + Listed(names) + " -- could not be found\r\n" +
+           (names.size() == 1 ? "This boat will be ignored" : "These boats will be ignored");
+}
+
+/// A note for each reason for which boats have no track. A file that is gone is the load's outcome.
+void NoteRefusedTracks(const RaceNumbers& numbers, bool useEnglish, std::vector<std::string>& notes) {
+    std::map<Refusal, std::vector<std::string>> refused;
+    for (int boat = 1; boat <= numbers.tracks.Boats.Count(); ++boat)
+        refused[numbers.tracks.Boats[boat].Refused].push_back(numbers.race.Boats[boat].BoatFile);
+    for (const Refusal told : {Refusal::None, Refusal::Missing}) refused.erase(told);
+    for (const auto& [why, names] : refused)
+        notes.push_back("GPSfile -- " + Listed(names) + " -- " + RefusalText(why).Str(useEnglish) +
+                        Text{"\r\nShown without a track", "。\r\n軌跡なしで表示します。"}.Str(useEnglish));
 }
 
 std::string AbsentWind(const RaceControl& race, bool useEnglish) {
@@ -39,9 +58,11 @@ std::string NoDate(const Text& what, const std::string& line, bool useEnglish) {
 
 }  // namespace
 
-std::string LoadNotes(const RaceControl& race, bool useEnglish) {
+std::string LoadNotes(const RaceNumbers& numbers, bool useEnglish) {
+    const RaceControl& race = numbers.race;
     std::vector<std::string> notes;
     if (!race.AbsentBoats.Empty()) notes.push_back(AbsentTracks(race, useEnglish));
+    NoteRefusedTracks(numbers, useEnglish, notes);
     if (!race.AbsentWindFile.empty()) notes.push_back(AbsentWind(race, useEnglish));
     if (race.Start.Unreadable())
         notes.push_back(NoDate({"Start", "スタート"}, "ST, " + race.Start.Typed(), useEnglish));

@@ -2,12 +2,13 @@
 
 #include <string>
 
-#include "racedata/race_control.h"
+#include "analysis/race_numbers.h"
 
 namespace keelview {
 
 /// What a person must know of a race that was read, though it is shown: the tracks and the wind that are
-/// not there, a start or finish that is no date. Empty where there is nothing to tell.
-std::string LoadNotes(const RaceControl& race, bool useEnglish);
+/// not there, tracks that cannot be read, a start or finish that is no date. Empty where there is nothing
+/// to tell.
+std::string LoadNotes(const RaceNumbers& numbers, bool useEnglish);
 
 }  // namespace keelview

@@ -90,40 +90,41 @@ bool RaceSession::ReadRaceData() {
     const LoadResult result = keelview::LoadRace(app_.settings.AppPath, next,
                                                  [&](int boat) { ShowLoadProgress(next.race, boat); });
     HideLoadProgress();
-    if (const std::string notes = LoadNotes(next.race, voice_.English()); !notes.empty()) {
-        services_.platform.SetBusyPointer(false);
-        voice_.SayUnder({}, notes);
-    }
-    if (!TellOutcome(next.race.RaceFileName, result)) return false;
+    TellOutcome(next, result);
+    if (result.Outcome != LoadOutcome::Sound) return false;
     otherBoats_ = otherBoats_ || app_.race.Boats.Count() != next.race.Boats.Count();
     static_cast<RaceNumbers&>(app_) = std::move(next);
     app_.view.ScreenUpDirection = ScreenUp(app_.race);
     return true;
 }
 
-/// False if there is nothing to show; the person is told why.
-bool RaceSession::TellOutcome(const std::string& name, const LoadResult& result) {
+/// Why there is nothing to show, and what there is to know of the files, in one box.
+void RaceSession::TellOutcome(const RaceNumbers& loaded, const LoadResult& result) {
+    const std::string trouble = TroubleText(loaded.race.RaceFileName, result);
+    const std::string notes = LoadNotes(loaded, voice_.English());
+    if (trouble.empty() && notes.empty()) return;
+    const std::string between = trouble.empty() || notes.empty() ? "" : "\r\n\r\n";
+    services_.platform.SetBusyPointer(false);
+    voice_.SayUnder({}, trouble + between + notes);
+}
+
+/// Why there is nothing to show; empty where there is something.
+std::string RaceSession::TroubleText(const std::string& name, const LoadResult& result) const {
     const std::string missing = result.Missing.string();
     switch (result.Outcome) {
         case LoadOutcome::Sound:
-            return true;
+            break;
         case LoadOutcome::NoRaceFile:
-            return Refuse("Race control file  (" + name + ") could not be read.",
-                          "レース管理ファイル (" + name + ") を読み込めません。");
+            return voice_.English() ? "Race control file  (" + name + ") could not be read."
+                                    : "レース管理ファイル (" + name + ") を読み込めません。";
         case LoadOutcome::NoTrackFile:
-            return Refuse("No GPS file  (" + missing + ")　be sure！",
-                          "GPSファイルがありません。(" + missing + ")　ファイル名を正確に！！");
+            return voice_.English() ? "No GPS file  (" + missing + ")　be sure！"
+                                    : "GPSファイルがありません。(" + missing + ")　ファイル名を正確に！！";
         case LoadOutcome::NoFix:
-            return Refuse("No boat of this race has a GPS position in its period.",
-                          "このレースの期間内にGPS位置データを持つ艇がありません。");
+            return voice_.Str({"No boat of this race has a GPS position in its period.",
+                               "このレースの期間内にGPS位置データを持つ艇がありません。"});
     }
-    return false;
-}
-
-bool RaceSession::Refuse(std::string_view english, std::string_view japanese) {
-    services_.platform.SetBusyPointer(false);
-    voice_.SayUnder({}, voice_.In({english, japanese}));
-    return false;
+    return {};
 }
 
 void RaceSession::ComposeTitle(const RaceControl& race) {

@@ -56,7 +56,8 @@ class RaceSession {
 
   private:
     bool ReadRaceData();
-    bool TellOutcome(const std::string& name, const LoadResult& result);
+    void TellOutcome(const RaceNumbers& loaded, const LoadResult& result);
+    std::string TroubleText(const std::string& name, const LoadResult& result) const;
     void ComposeTitle(const RaceControl& race);
     void ResetDisplay();
     void ShowModeControls();
@@ -64,7 +65,6 @@ class RaceSession {
     void LayOut();
     void ShowLoadProgress(const RaceControl& race, int boat);
     void HideLoadProgress();
-    bool Refuse(std::string_view english, std::string_view japanese);
     void Timer2_Timer();
     void Form_Resize();
     void Form_Unload();

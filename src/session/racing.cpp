@@ -31,8 +31,8 @@ bool NeverStarted(const MarkPasses& passes, int boat, double time) {
 /// The looks go from the outermost inward: one or two of them tell that a boat sails.
 bool IsAshore(const Track& track, const EarthScale& scale, double time) {
     if (track.Count() < 2) return false;
-    const double from = std::max<double>(track.TrackTime[1], time - StandSeconds);
-    const double to = std::min<double>(track.TrackTime.Last(), time + StandSeconds);
+    const double from = std::max(track.TrackTime[1], time - StandSeconds);
+    const double to = std::min(track.TrackTime.Last(), time + StandSeconds);
     if (to - from < StandSeconds) return false;
     const auto place = [&](double at) {
         const int segment = std::max(1, FindSegment(track, std::min(at, to - 1)));

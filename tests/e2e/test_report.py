@@ -61,6 +61,23 @@ class Report(unittest.TestCase):
         self.assertEqual(walked["boats"][0]["pass_times"], [start, 0, start])
         self.assertEqual(walked["first_pass_times"][1], 1000000)
 
+    def test_the_tracks_are_told_as_they_stand_in_their_files(self):
+        lines = "BN, a.trk, A\nBN, hole.trk, Hole\nBN, closed.vtk, C\nBN, gone.trk, G\nCL, 2, 1.25\n"
+        (self.tree / "raceadmin" / "T.txt").write_text(lines, encoding="ascii")
+        place = "T N3517.0 E13929.0 05/08/04 "
+        fixes = [f"{place}03:{second // 60:02}:{second % 60:02} 1\n" for second in (*range(10), *range(60, 70))]
+        lost = ["T N0 E0 05/08/04 03:00:10 1\n"] * 2
+        (self.tree / "gpsdat" / "hole.trk").write_text("".join(fixes + lost), encoding="ascii")
+        (self.tree / "gpsdat" / "closed.vtk").write_bytes(b"VTK" + bytes(600))
+        self.addCleanup((self.tree / "raceadmin" / "T.txt").unlink)
+        ran = self.run_report(self.tree, "T.txt", "--tracks")
+        a, hole, closed, gone = json.loads(ran.stdout)["boats"]
+        self.assertEqual((a["fixes"], a["median_interval"], a["gaps"], a["skipped"]), (59, 10, {"count": 0}, {}))
+        self.assertEqual((hole["first_time"], hole["last_time"]), ("2004-08-05T03:00:01.250Z", "2004-08-05T03:01:10.250Z"))
+        self.assertEqual((hole["gaps"], hole["skipped"]), ({"count": 1, "longest": 51}, {"no_place": 2}))
+        self.assertEqual((closed["refused"], gone["refused"], gone["fixes"]), ("velocitek", "missing", 0))
+        self.assertRegex(ran.stderr, r"\A.*gone.trk: not found\n.*closed.vtk: a Velocitek file.*GPX\n\Z")
+
     def test_wrong_use_is_one_line_and_exit_status_2(self):
         good = (self.tree, "R1.txt")
         for arguments in ((), good[:1], (*good, "more"), (*good, "--at"), (*good, "--at", "noon"), (*good, "--help-me"),

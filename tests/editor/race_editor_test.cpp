@@ -71,8 +71,9 @@ TEST(RaceDraft, TheFirstTrackGivesZoneStartAndFinish) {
     tree.Boat("a.trk", 35 * 60, 139.75 * 60, 0.001, 0, -300, 900);
     tree.Boat("west.trk", 35 * 60, 0, 0.001, 0, -300, 900);
     RaceControl race;
+    Refusal why = Refusal::None;
     for (const char* file : {"a.trk", "west.trk"}) {  // what is given stays
-        ProposeTimes(ReadFirstTrackTimes(tree.Root(), file), race);
+        ProposeTimes(ReadFirstTrackTimes(tree.Root(), file, why), race);
         EXPECT_EQ(race.Start.Typed() + " " + race.Finish.Typed(),
                   "2004/08/05 12:29:00 2004/08/05 12:45:00");
         EXPECT_EQ(race.TimeDiff, 9);
@@ -94,9 +95,15 @@ TEST(RaceDraft, FilesThatAreNoTrackGiveNoTimes) {
     tree.Write("gpsdat/small.trk", "T N3530.0 E13930.0 05/08/04 03:30:00 1\r\n");
     tree.Write("gpsdat/text.trk", std::string(2000, 'x'));
     tree.Write("gpsdat/zeros.trk", std::string(2000, '\0'));
-    tree.Boat("photo.jpg", 35 * 60, 139 * 60, 0.001, 0, 0, 100);
-    for (const char* name : {"small.trk", "text.trk", "zeros.trk", "photo.jpg", "gone.trk", ""})
-        EXPECT_FALSE(ReadFirstTrackTimes(tree.Root(), name)) << name;
+    for (const auto& [name, reason] : {std::pair{"small.trk", Refusal::NoFixes},
+                                       {"text.trk", Refusal::Unknown},
+                                       {"zeros.trk", Refusal::Unknown},
+                                       {"gone.trk", Refusal::Missing},
+                                       {"", Refusal::Missing}}) {
+        Refusal why = Refusal::None;
+        EXPECT_FALSE(ReadFirstTrackTimes(tree.Root(), name, why)) << name;
+        EXPECT_EQ(why, reason) << name;
+    }
 }
 
 TEST(RaceDraft, NamesThatABoatLineCannotHold) {

@@ -154,14 +154,14 @@ TEST_F(GpsTrackTest, ASingleTrackWithoutAStartHasItFourMinutesAfterTheFirstFix) 
     EXPECT_EQ(Times(), (Seconds{{-240, 1800}}));
 }
 
-TEST_F(GpsTrackTest, SmallFilesAndOtherExtensionsGiveNoPointsAndAMissingOneIsNamed) {
+TEST_F(GpsTrackTest, SmallFilesGiveNoPointsWhateverTheirExtensionAndAMissingOneIsNamed) {
     const std::string one = Fixes({"05/08/04 12:30:01"});
     race.Start = RaceTime("2004/08/05 12:30:00");
     for (const char* name : {"a.trk", "b.DTR", "c.Trk", "d.txt", "trk"}) Boat(name, one);
     Boat("small.trk", one, 500);
     Boat("large.trk", one, 501);
     EXPECT_TRUE(Load().empty());
-    EXPECT_EQ(Times(), (Seconds{{1}, {1}, {}, {}, {1}, {}, {1}}));
+    EXPECT_EQ(Times(), (Seconds{{1}, {1}, {1}, {1}, {1}, {}, {1}}));
     race.Boats[2].BoatFile = "gone.trk";
     EXPECT_EQ(Load(), tree.Root() / "gpsdat/gone.trk");
 }

@@ -90,13 +90,13 @@ std::string SouthWest(const TempTree& tree) {
         "MK, -2039.8, -4212.05\nLN, -2039.98, -4212.1, -2039.98, -4211.9\nCRS, L1, MK1\n");
 }
 
-/// Tracks that are hardly any: none, empty, of one fix, with a clock that falls back, of another extension.
+/// Tracks that are hardly any: none, empty, of one fix, with a clock that falls back, of no known kind.
 std::string OddTracks(const TempTree& tree) {
     const std::string once = Track(-0.05, 0, -60, {{200, 6, 0}});
     tree.Write("gpsdat/empty.trk", std::string(600, '#'));
     tree.Write("gpsdat/back.trk", once + Track(0.05, 0.1, 20, {{90, -6, 0}}) + once);
     tree.Write("gpsdat/one.dtr", Track(0, 0, 30, {{31, 0, 0}}) + std::string(600, '#'));
-    tree.Write("gpsdat/d.txt", once);
+    tree.Write("gpsdat/d.txt", "none");
     return Race(
         "BN, none.trk, None\nBN, empty.trk, Empty\nBN, back.trk, Back\nBN, one.dtr, One\n"
         "BN, d.txt, D\nLN, 2117.00, 8368.8, 2117.00, 8369.2\nMK, 2117.1, 8369.01\nCRS, L1, MK1\n"

@@ -78,7 +78,10 @@ enum class Refusal {
     NoFixes,    ///< of a known kind, and nothing in it that is a fix
     TooLarge,   ///< beyond the limits of size, of what a packed file may unpack to, or of nesting
     Broken,     ///< of a known kind, and unreadable from its beginning
-    Packed      ///< a packed file that holds no file of a known kind
+    Packed,     ///< a packed file that holds no file of a known kind
+    // What a race meets with that names a file.
+    Missing,     ///< there is no such file
+    NoRecording  ///< none of that number or of that boat in it
 };
 
 /// All that a file tells.

@@ -1,0 +1,195 @@
+#include "racedata/track_reading.h"
+
+#include <algorithm>
+#include <array>
+#include <cmath>
+#include <optional>
+#include <string_view>
+#include <utility>
+
+#include "base/files.h"
+#include "base/numbers.h"
+#include "base/parallel.h"
+#include "base/strings.h"
+#include "racedata/tracks/own_lines.h"
+#include "racedata/track_faults.h"
+#include "racedata/tracks/formats.h"
+
+namespace keelview {
+namespace {
+
+constexpr std::string_view LinesFormat = "TRK";
+constexpr std::size_t SmallestLinesFile = 501;  // bytes; a smaller one holds no track
+constexpr std::size_t UsualLine = 48;           // bytes, in a file of lines; few are shorter
+constexpr std::uintmax_t LargestFile = std::uintmax_t{1} << 30;
+constexpr UnixMs FarthestTime = 253'402'300'800'000;  // the year 10000; and so far back
+constexpr std::size_t HeadSize = 65536;  // bytes; where the first fix stands in a file of any name
+
+/// A file and the boats that are in it.
+struct TrackFile {
+    std::string Name;
+    std::filesystem::path Path;
+    std::vector<int> Boats;
+};
+
+bool HasTrackExtension(std::string_view name) {
+    constexpr std::array<std::string_view, 4> extensions{"TRK", "DTR", "trk", "dtr"};
+    if (name.size() < 3) return false;
+    const std::string_view extension = name.substr(name.size() - 3);
+    return std::ranges::find(extensions, extension) != extensions.end();
+}
+
+/// True for a file of track lines: one of them is a fix, in a file of another name near its head.
+bool IsLinesFile(const std::string& name, std::string_view bytes) {
+    if (!HasTrackExtension(name)) bytes = bytes.substr(0, HeadSize);
+    TrackLineReader reader;
+    while (!bytes.empty())
+        if (reader.Read(CutHead(bytes, '\n'))) return true;
+    return false;
+}
+
+void AddPlace(const GpsFix& fix, TrackReading& reading) {
+    if (IsNoPlace(fix.Lat, fix.Lon))
+        Skip(reading.Left, SkipReason::NoPlace);
+    else
+        reading.Fixes.push_back(fix);
+}
+
+TrackReading ReadLinesFile(std::string_view bytes) {
+    TrackReading reading;
+    reading.Format = LinesFormat;
+    TrackLineReader reader;
+    if (bytes.size() < SmallestLinesFile) bytes = {};
+    reading.Fixes.reserve(bytes.size() / UsualLine);
+    while (!bytes.empty()) {
+        const std::string_view line = CutHead(bytes, '\n');
+        if (const std::optional<TrackFix> fix = reader.Read(line))
+            AddPlace({fix->Lat, fix->Lon, fix->GpsTime * 1000}, reading);
+        else if (line.starts_with('T'))
+            Skip(reading.Left, SkipReason::Broken);
+    }
+    if (reading.Fixes.empty()) reading.Refused = Refusal::NoFixes;
+    return reading;
+}
+
+/// The recording of this number or of this boat, the first one where nothing is said; null if there is
+/// none.
+const Recording* Choose(const std::vector<Recording>& recordings, std::string_view choice) {
+    if (choice.empty()) return &recordings.front();
+    const auto number = StrictNumber(choice).value_or(0);
+    if (number >= 1 && number <= static_cast<double>(recordings.size()) && number == std::floor(number))
+        return &recordings[static_cast<std::size_t>(number) - 1];
+    const auto boatOf = [](const Recording& recording) { return Trim(recording.Boat); };
+    auto found = std::ranges::find(recordings, choice, boatOf);
+    if (found == recordings.end())
+        found = std::ranges::find_if(
+            recordings, [&](std::string_view boat) { return EqualNoCase(boat, choice); }, boatOf);
+    return found != recordings.end() ? &*found : nullptr;
+}
+
+Refusal FetchFile(const std::filesystem::path& path, std::string& bytes) {
+    const auto size = FileSize(path);
+    if (!size) return Refusal::Missing;
+    if (*size > LargestFile) return Refusal::TooLarge;
+    return ReadWholeFile(path, LargestFile, bytes) ? Refusal::None : Refusal::Broken;
+}
+
+void SetClock(double offset, TrackReading& reading) {
+    const auto late = static_cast<UnixMs>(std::round(offset * 1000));
+    if (late == 0) return;
+    for (GpsFix& fix : reading.Fixes) fix.Time += late;
+}
+
+void ReadBoatsOf(const TrackFile& file, const OneBased<BoatEntry, MaxBoats>& boats,
+                 OneBased<TrackReading>& readings) {
+    std::string bytes;
+    TrackFileContent content;
+    std::optional<TrackReading> lines;
+    content.Refused = FetchFile(file.Path, bytes);
+    if (content.Refused == Refusal::None && IsLinesFile(file.Name, bytes))
+        lines = ReadLinesFile(bytes);
+    else if (content.Refused == Refusal::None)
+        content = ReadTrackFile(bytes);
+    for (const int boat : file.Boats) {
+        std::string_view choice = boats[boat].BoatFile;
+        choice = Trim(choice.substr(std::min(choice.size(), file.Name.size() + 1)));
+        TrackReading& reading = readings[boat];
+        if (!lines)
+            reading = TakeRecording(content, choice);
+        else if (choice.empty() || choice == "1")
+            reading = file.Boats.size() == 1 ? std::move(*lines) : *lines;
+        else
+            reading.Refused = Refusal::NoRecording;
+        SetClock(boats[boat].ClockOffset, reading);
+    }
+}
+
+/// The files of the boats, each once, in the order of the first boat in it.
+OneBased<TrackFile> FilesOf(const std::filesystem::path& appPath,
+                            const OneBased<BoatEntry, MaxBoats>& boats) {
+    OneBased<TrackFile> files;
+    for (int boat = 1; boat <= boats.Count(); ++boat) {
+        std::string name = TrackFileName(appPath, boats[boat].BoatFile);
+        auto path = FindBelow(appPath, "gpsdat/" + name);
+        auto file = std::ranges::find(files, path, &TrackFile::Path);
+        if (file == files.end()) {
+            files.Add({std::move(name), std::move(path), {}});
+            file = files.end() - 1;
+        }
+        file->Boats.push_back(boat);
+    }
+    return files;
+}
+
+}  // namespace
+
+std::string TrackFileName(const std::filesystem::path& appPath, const std::string& boatFile) {
+    const auto isThere = [&](const std::string& name) {
+        return IsFile(FindBelow(appPath, "gpsdat/" + name));
+    };
+    const std::size_t sign = boatFile.rfind('#');
+    if (sign == std::string::npos || isThere(boatFile)) return boatFile;
+    const std::string file = boatFile.substr(0, sign);
+    return isThere(file) ? file : boatFile;
+}
+
+std::filesystem::path TrackPath(const std::filesystem::path& appPath, const std::string& boatFile) {
+    return FindBelow(appPath, "gpsdat/" + TrackFileName(appPath, boatFile));
+}
+
+TrackReading TakeRecording(const TrackFileContent& content, std::string_view choice) {
+    TrackReading reading;
+    reading.Format = content.Format;
+    reading.Refused = content.Refused;
+    if (content.Recordings.empty()) return reading;
+    const Recording* const chosen = Choose(content.Recordings, choice);
+    reading.Refused = Refusal::NoRecording;
+    if (!chosen) return reading;
+    reading.Device = chosen->Device;
+    reading.Left = chosen->Left;
+    reading.Fixes.reserve(chosen->Fixes.size());
+    for (const RecordedFix& fix : chosen->Fixes) {
+        if (fix.Time < -FarthestTime || fix.Time > FarthestTime)
+            Skip(reading.Left, SkipReason::NoTime);
+        else
+            AddPlace({fix.Lat * 60, fix.Lon * 60, fix.Time}, reading);
+    }
+    reading.Refused = reading.Fixes.empty() ? Refusal::NoFixes : Refusal::None;
+    return reading;
+}
+
+OneBased<TrackReading> ReadTracks(const std::filesystem::path& appPath,
+                                  const OneBased<BoatEntry, MaxBoats>& boats,
+                                  const TrackProgress& progress) {
+    const OneBased<TrackFile> files = FilesOf(appPath, boats);
+    OneBased<TrackReading> readings(boats.Count());
+    const auto read = [&](int file) { ReadBoatsOf(files[file], boats, readings); };
+    const auto tell = [&](int file) {
+        for (const int boat : files[file].Boats)
+            if (progress) progress(boat);
+    };
+    ForEachInParallel(files.Count(), read, tell);
+    return readings;
+}
+
+}  // namespace keelview
