@@ -6,6 +6,7 @@
 #include <string_view>
 #include <utility>
 
+#include "base/angles.h"
 #include "base/files.h"
 #include "base/strings.h"
 #include "racedata/gps_track_lines.h"
@@ -56,7 +57,8 @@ class TrackLoader {
             if (!tracks_.FirstGpsTime) tracks_.FirstGpsTime = time;
             if (!IsInside(time) || lastKept_ == time) continue;
             fixes_.TrackLat.Add(fix->Lat);
-            fixes_.TrackLon.Add(fix->Lon);
+            if (!meridian_) meridian_ = WrapLongitude(fix->Lon);
+            fixes_.TrackLon.Add(LongitudeNear(fix->Lon, *meridian_));
             fixes_.TrackTime.Add(static_cast<std::int32_t>(time - Origin()));
             lastKept_ = time;
         }
@@ -107,7 +109,8 @@ class TrackLoader {
     const std::optional<CivilTime> finish_;
     const CivilTime toLocal_;
     std::optional<CivilTime> lastKept_;
-    Track fixes_;  // of the present file; kept between files to spare allocations
+    std::optional<double> meridian_;  // of the race's first fix, from which all longitudes count on
+    Track fixes_;                     // of the present file; kept between files to spare allocations
 };
 
 /// Middle, scale and span of the box as it stands. A box without a point lies at 0, 0.
@@ -122,7 +125,6 @@ void SettleHomeView(TrackArea& area, EarthScale& scale) {
 void WidenArea(const Track& track, TrackArea& area) {
     for (int fix = 1; fix <= track.Count(); ++fix) {
         const Position at = track.At(fix);
-        if (at.Lat == 0.0 || at.Lon == 0.0) continue;
         area.TrackMinLat = std::min(area.TrackMinLat, at.Lat);
         area.TrackMaxLat = std::max(area.TrackMaxLat, at.Lat);
         area.TrackMinLon = std::min(area.TrackMinLon, at.Lon);

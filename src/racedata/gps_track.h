@@ -18,7 +18,7 @@ namespace keelview {
 /// DeriveTracks on, and none before.
 struct Track {
     OneBased<double> TrackLat;         ///< minutes of arc, north positive
-    OneBased<double> TrackLon;         ///< minutes of arc, east positive
+    OneBased<double> TrackLon;         ///< minutes of arc, east positive, counted on over the date line
     OneBased<std::int32_t> TrackTime;  ///< seconds from the start
     OneBased<double> TrackDist;        ///< nautical miles sailed up to the fix
     OneBased<double> TrackSpeed;       ///< knots from the fix to the next
@@ -38,8 +38,7 @@ struct Tracks {
     std::optional<CivilTime> LastGpsTime;   ///< local time of the last fix parsed in the last file
 };
 
-/// The box of all track points and the home view that follows from it. A point with latitude 0 or longitude
-/// 0 does not count.
+/// The box of all track points and the home view that follows from it.
 struct TrackArea {
     double TrackMinLat = 200000.0;  ///< minutes of arc
     double TrackMaxLat = -200000.0;
@@ -61,7 +60,8 @@ std::filesystem::path TrackPath(const std::filesystem::path& appPath, const std:
 
 /// Reads the tracks of all boats of the race below `appPath`/gpsdat; without a TimeDiff they stay on the
 /// clock of the GPS. Makes `tracks` anew; DataFromTime,
-/// DataToTime, Start and Finish of `race` are read. A start or finish that is not given is worked out with
+/// DataToTime, Start and Finish of `race` are read. All longitudes lie within half a turn of the first fix
+/// of all, so a race across the date line is one. A start or finish that is not given is worked out with
 /// its end of the data from all tracks together: the first fix of any boat (four minutes after it where the
 /// race has no race control file) and the last one. `area` and `scale` are those of the box of all tracks.
 /// Returns the path of the first track file that does not exist, with which reading stops; empty when all
