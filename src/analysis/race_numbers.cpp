@@ -45,6 +45,15 @@ void SettlePeriod(bool isSingle, RaceControl& race) {
     race.DataToTime = finish;
 }
 
+/// Marks and lines are counted from where the boats sail, as their tracks are.
+void CountFrom(double meridian, RaceControl& race) {
+    for (Mark& mark : race.Marks) mark.MarkLon.CountFrom(meridian);
+    for (Line& line : race.Lines) {
+        line.LineLon1.CountFrom(meridian);
+        line.LineLon2.CountFrom(meridian);
+    }
+}
+
 void LoadCoast(const std::filesystem::path& appPath, RaceNumbers& numbers) {
     const CoastArea area{numbers.area.HomeCentreLat, numbers.area.HomeCentreLon, numbers.area.AreaSpan,
                          numbers.scale.LonScale};
@@ -66,6 +75,7 @@ LoadResult LoadRace(const std::filesystem::path& appPath, RaceNumbers& numbers,
     if (!race.TimeDiff) race.TimeDiff = HomeTimeDiff;
     LoadResult result;
     result.Missing = LoadAllTracks(appPath, race, numbers.tracks, numbers.area, numbers.scale, progress);
+    CountFrom(numbers.area.HomeCentreLon, race);
     SettlePeriod(isSingle, race);
     if (HasWindFile(race)) LoadWindFile(appPath, race, numbers.wind);
     DeriveTracks(race, numbers.scale, numbers.tracks);

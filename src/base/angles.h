@@ -27,6 +27,20 @@ constexpr double WrapDirection(double degrees) {
     return degrees;
 }
 
+/// Minutes of arc all round the earth.
+inline constexpr double MinutesRound = 360.0 * 60.0;
+
+/// A longitude in minutes of arc as it is written and shown: within 180 degrees of Greenwich.
+inline double WrapLongitude(double minutes) {
+    return std::remainder(minutes, MinutesRound);
+}
+
+/// The same longitude counted on from another one, in minutes of arc: at most half a turn from it. So what
+/// lies on both sides of the date line is one piece of water, with ordinary differences.
+inline double LongitudeNear(double minutes, double other) {
+    return minutes - MinutesRound * std::round((minutes - other) / MinutesRound);
+}
+
 /// The bearing of the vector (east, north) in degrees, 0 up to below 360. A vector without a north part
 /// points to 90 when east is 0 or more, else to 270, so a vector of no length has the bearing 90.
 inline double BearingOf(double east, double north) {

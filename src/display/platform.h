@@ -8,8 +8,6 @@
 
 namespace keelview {
 
-inline constexpr int LocaleJapanese = 1041;
-inline constexpr int LocaleEnglish = 1033;
 inline constexpr int DriveIsCdRom = 5;
 
 /// The screen in twips, and the twips of one pixel (15 at the reference setting).
@@ -34,8 +32,10 @@ class Platform {
     /// Folder of the program's data, without a separator at its end: KEELVIEW_TREE where it is set, else as
     /// the application's rule for it tells.
     virtual std::filesystem::path ProgramFolder() = 0;
-    /// LocaleJapanese for ja_JP, LocaleEnglish for en_US and for C or POSIX, 0 for any other.
-    virtual int UserLocale() = 0;
+    /// True where the person's locale is a Japanese one, of whatever country and encoding.
+    virtual bool UserIsJapanese() = 0;
+    /// The language of what the toolkit writes by itself, such as "Yes" and "Copy": English, or Japanese.
+    virtual void SetLanguage(bool useEnglish) = 0;
     /// DriveIsCdRom if the folder lies on a CD-ROM, another number otherwise.
     virtual int DriveType(const std::filesystem::path& folder) = 0;
     virtual ClockReading UtcNow() = 0;

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <array>
 #include <cmath>
+#include <optional>
 #include <vector>
 
 #include "base/angles.h"
@@ -161,11 +162,11 @@ double WindPanel::GraphY(double time) const {
 
 void WindPanel::DrawGraphLine() {
     std::vector<Point> ends;
-    Point previous;
+    std::optional<Point> previous;
     for (const WindSample& sample : app_.wind) {
         const Point here{GraphX(sample.WindDirection), GraphY(sample.WindTime)};
-        if (previous.X > 0 && sample.WindTime >= FirstTime && sample.WindTime < app_.race.RaceDuration)
-            ends.insert(ends.end(), {previous, here});
+        if (previous && sample.WindTime >= FirstTime && sample.WindTime < app_.race.RaceDuration)
+            ends.insert(ends.end(), {*previous, here});
         previous = here;
     }
     form_.sWind.Segments(ends, Blue);

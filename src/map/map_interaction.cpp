@@ -4,6 +4,7 @@
 #include <string>
 #include <utility>
 
+#include "base/angles.h"
 #include "base/numbers.h"
 
 namespace keelview {
@@ -15,7 +16,7 @@ std::string CoordinateText(double minutes, const char* positive, const char* neg
     const double size = std::abs(minutes);
     const double degrees = std::floor(size / 60);
     const double rest = std::floor((size - degrees * 60) * 1000) / 1000;
-    return (minutes > 0 ? positive : negative) + NumberText(degrees) + ":" + NumberText(rest) + "'";
+    return (minutes < 0 ? negative : positive) + NumberText(degrees) + ":" + NumberText(rest) + "'";
 }
 
 }  // namespace
@@ -100,7 +101,8 @@ void MapInteraction::Picture1_MouseMove(const MouseEvent& event) {
     form_.LowerBoatList();
     const Position at = MapProjection(app_).ToEarth({event.X, event.Y});
     if (!form_.Check5.Value())
-        form_.ShowInTitle(CoordinateText(at.Lat, "N ", "S ") + "/" + CoordinateText(at.Lon, "E ", "W "));
+        form_.ShowInTitle(CoordinateText(at.Lat, "N ", "S ") + "/" +
+                          CoordinateText(WrapLongitude(at.Lon), "E ", "W "));
     tool_->Follow(event, at);
 }
 

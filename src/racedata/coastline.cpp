@@ -1,5 +1,6 @@
 #include "racedata/coastline.h"
 
+#include <algorithm>
 #include <cmath>
 #include <numeric>
 #include <optional>
@@ -24,7 +25,9 @@ constexpr double ShiftZ = 680.0;
 
 constexpr double BandMinutes = 40.0;   // first-level square
 constexpr double FirstColumn = 100.0;  // degrees east, from which the columns count
-constexpr double SquareLat = 5.0;      // second-level square, minutes
+constexpr int Numbers = 100;           // of bands and of columns: a cell's name has two digits for each
+constexpr int DegreesRound = 360;
+constexpr double SquareLat = 5.0;  // second-level square, minutes
 constexpr double SquareLon = 7.5;
 constexpr double Fractions = 10000.0;  // units of a point along a square's side
 constexpr std::string_view Digits = "0123456789";
@@ -77,8 +80,9 @@ class CellReader {
         if (!inWindow_) return;
         lat0_ =
             LenientNumber(code.substr(0, 2)) * BandMinutes + LenientNumber(code.substr(4, 1)) * SquareLat;
-        lon0_ = (LenientNumber(code.substr(2, 2)) + FirstColumn) * 60 +
-                LenientNumber(code.substr(5, 1)) * SquareLon;
+        const double west = (LenientNumber(code.substr(2, 2)) + FirstColumn) * 60 +
+                            LenientNumber(code.substr(5, 1)) * SquareLon;
+        lon0_ = LongitudeNear(west, (window_.West + window_.East) / 2);
         inWindow_ = lat0_ + SquareLat > window_.South && lat0_ < window_.North && lon0_ < window_.East &&
                     lon0_ + SquareLon > window_.West;
     }
@@ -102,6 +106,10 @@ class CellReader {
     int point_ = 0;   // points of it read so far
 };
 
+std::string TwoDigits(int number) {
+    return (number < 10 ? "0" : "") + std::to_string(number);
+}
+
 }  // namespace
 
 int CoastPoints(const Coast& coast) {
@@ -119,24 +127,24 @@ Position TokyoToWgs84(double lat, double lon) {
     const double x = n * std::cos(phi) * std::cos(lambda) + ShiftX;
     const double y = n * std::cos(phi) * std::sin(lambda) + ShiftY;
     const double z = (1 - bessel) * n * std::sin(phi) + ShiftZ;
-    double degrees = std::atan(y / x) / DegToRad;
-    if (degrees < 0) degrees += 180;
-    if (degrees > 180) degrees -= 180;
-    const double p = y / std::sin(degrees * DegToRad);
-    return {std::atan(z / (1 - target) / p) / DegToRad * 60, degrees * 60};
+    const double east = std::atan2(y, x) / DegToRad * 60;
+    const double north = std::atan(z / (1 - target) / std::hypot(x, y)) / DegToRad * 60;
+    return {north, LongitudeNear(east, lon)};
 }
 
 std::vector<std::string> CoastCells(const CoastArea& area) {
     const double half = area.Span / 2;
     const double halfLon = half / area.LonScale;
-    const int south = FloorToInt((area.CentreLat - half) / BandMinutes);
-    const int north = FloorToInt((area.CentreLat + half) / BandMinutes);
+    const int south = std::max(FloorToInt((area.CentreLat - half) / BandMinutes), 0);
+    const int north = std::min(FloorToInt((area.CentreLat + half) / BandMinutes), Numbers - 1);
     const int west = FloorToInt((area.CentreLon - halfLon) / 60 - FirstColumn);
     const int east = FloorToInt((area.CentreLon + halfLon) / 60 - FirstColumn);
     std::vector<std::string> cells;
     for (int band = south; band <= north && cells.size() < MaxCells; ++band)
-        for (int column = west; column <= east && cells.size() < MaxCells; ++column)
-            cells.push_back(std::to_string(band) + std::to_string(column));
+        for (int step = 0; step < DegreesRound && west + step <= east && cells.size() < MaxCells; ++step) {
+            const int column = ((west + step) % DegreesRound + DegreesRound) % DegreesRound;
+            if (column < Numbers) cells.push_back(TwoDigits(band) + TwoDigits(column));
+        }
     return cells;
 }
 

@@ -25,15 +25,18 @@ struct CoastArea {
     double LonScale = 1.0;
 };
 
-/// From the Tokyo datum (Bessel ellipsoid) to WGS-84, through earth-centred coordinates at height 0.
+/// From the Tokyo datum (Bessel ellipsoid) to WGS-84, through earth-centred coordinates at height 0. The
+/// longitude is counted on from the one given.
 Position TokyoToWgs84(double lat, double lon);
 
 /// The names, without extension, of the first-level grid squares (40 minutes by 1 degree) that the race
-/// area touches, lower band first, longitude running fastest; at most MaxCells.
+/// area touches, lower band first, longitude running fastest; at most MaxCells. The grid reaches from the
+/// equator to 66:40 N and from 100 E over the date line to 160 W: elsewhere there is no coast.
 std::vector<std::string> CoastCells(const CoastArea& area);
 
 /// Reads the named cells below `appPath`/coastline, of them the second-level squares that lie within a span
-/// of the middle. A cell without a file is skipped; a line that cannot be read is skipped.
+/// of the middle; longitudes are counted as that of the middle is. A cell without a file is skipped; a line
+/// that cannot be read is skipped.
 Coast LoadCoastlines(const std::filesystem::path& appPath, const std::vector<std::string>& cells,
                      const CoastArea& area);
 

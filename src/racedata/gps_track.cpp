@@ -5,6 +5,7 @@
 #include <utility>
 #include <vector>
 
+#include "base/angles.h"
 #include "base/parallel.h"
 #include "base/position.h"
 #include "racedata/track_faults.h"
@@ -64,6 +65,13 @@ class TrackLoader {
         race_.Start.WorkOut(origin_);
     }
 
+    /// When all are cut: the longitude of the race's first fix, from which all others count on.
+    void SettleMeridian(const OneBased<TrackReading>& readings) {
+        const auto first = std::ranges::find_if(
+            readings, [](const TrackReading& reading) { return !reading.Fixes.empty(); });
+        if (first != readings.end()) meridian_ = WrapLongitude(first->Fixes.front().Lon);
+    }
+
     /// Makes the track of a reading, which is used up.
     void Take(TrackReading& reading, Track& track) const {
         const UnixMs origin = (origin_ - toLocal_) * 1000;
@@ -71,7 +79,7 @@ class TrackLoader {
         for (auto* column : {&track.TrackLat, &track.TrackLon, &track.TrackTime}) column->Reserve(count);
         for (const GpsFix& fix : reading.Fixes) {
             track.TrackLat.Add(fix.Lat);
-            track.TrackLon.Add(fix.Lon);
+            track.TrackLon.Add(LongitudeNear(fix.Lon, meridian_));
             track.TrackTime.Add(static_cast<double>(fix.Time - origin) / 1000);
         }
         track.Refused = reading.Refused;
@@ -97,6 +105,7 @@ class TrackLoader {
     const std::optional<CivilTime> start_;
     const std::optional<CivilTime> finish_;
     const CivilTime toLocal_;
+    double meridian_ = 0.0;
     CivilTime origin_ = 0;  // what the seconds of the fixes count from; until it is settled, roughly
 };
 
@@ -112,7 +121,6 @@ void SettleHomeView(TrackArea& area, EarthScale& scale) {
 void WidenArea(const Track& track, TrackArea& area) {
     for (int fix = 1; fix <= track.Count(); ++fix) {
         const Position at = track.At(fix);
-        if (at.Lat == 0.0 || at.Lon == 0.0) continue;
         area.TrackMinLat = std::min(area.TrackMinLat, at.Lat);
         area.TrackMaxLat = std::max(area.TrackMaxLat, at.Lat);
         area.TrackMinLon = std::min(area.TrackMinLon, at.Lon);
@@ -127,6 +135,7 @@ void TakeTracks(OneBased<TrackReading> readings, RaceControl& race, Tracks& trac
     TrackLoader loader(race, readings, tracks);
     ForEachInParallel(readings.Count(), [&](int boat) { loader.Cut(readings[boat]); });
     loader.SettleOpenTimes(readings);
+    loader.SettleMeridian(readings);
     ForEachInParallel(readings.Count(), [&](int boat) { loader.Take(readings[boat], tracks.Boats[boat]); });
     area = TrackArea{};
     for (const Track& track : tracks.Boats) WidenArea(track, area);

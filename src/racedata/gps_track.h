@@ -16,7 +16,7 @@ namespace keelview {
 /// DeriveTracks on, and none before.
 struct Track {
     OneBased<double> TrackLat;        ///< minutes of arc, north positive
-    OneBased<double> TrackLon;        ///< minutes of arc, east positive
+    OneBased<double> TrackLon;        ///< minutes of arc, east positive, counted on over the date line
     OneBased<double> TrackTime;       ///< seconds from the start, to the millisecond
     OneBased<double> TrackDist;       ///< nautical miles sailed up to the fix
     OneBased<double> TrackSpeed;      ///< knots from the fix to the next
@@ -37,8 +37,7 @@ struct Tracks {
     std::optional<CivilTime> LastGpsTime;   ///< local time of the last fix parsed in the last file
 };
 
-/// The box of all track points and the home view that follows from it. A point with latitude 0 or longitude
-/// 0 does not count.
+/// The box of all track points and the home view that follows from it.
 struct TrackArea {
     double TrackMinLat = 200000.0;  ///< minutes of arc
     double TrackMaxLat = -200000.0;
@@ -56,7 +55,8 @@ inline constexpr CivilTime FirstFixToStart = 240;
 /// without a TimeDiff tracks stay on the clock of the GPS. Makes `tracks` anew; DataFromTime, DataToTime,
 /// Start and Finish of `race` are read. A start or finish that is not given is worked out with its end of
 /// the data from all tracks together: the first fix of any boat (four minutes after it where the race has
-/// no race control file) and the last one, whole seconds. `area` and `scale` are those of the box of all
+/// no race control file) and the last one, whole seconds. All longitudes lie within half a turn of the
+/// first fix of all, so a race across the date line is one. `area` and `scale` are those of the box of all
 /// tracks. Faulty fixes are left out and counted; of several at one time the first stays. A track without a
 /// reading says why.
 void TakeTracks(OneBased<TrackReading> readings, RaceControl& race, Tracks& tracks, TrackArea& area,

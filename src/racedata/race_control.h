@@ -6,6 +6,7 @@
 #include <string_view>
 #include <utility>
 
+#include "base/angles.h"
 #include "base/dates.h"
 #include "base/numbers.h"
 #include "base/one_based.h"
@@ -21,6 +22,15 @@ class TextNumber {
     TextNumber() = default;
     explicit TextNumber(std::string text) : text_(std::move(text)), value_(OnGlobe(LenientNumber(text_))) {}
     explicit TextNumber(double value) : text_(NumberText(value)), value_(value) {}
+    /// A longitude is written within 180 degrees of Greenwich, wherever the race counts it from.
+    static TextNumber Longitude(double value) {
+        TextNumber longitude(WrapLongitude(value));
+        longitude.value_ = value;
+        return longitude;
+    }
+
+    /// Counts a longitude on from the meridian of the race; its text stays.
+    void CountFrom(double meridian) { value_ = LongitudeNear(value_, meridian); }
 
     const std::string& Text() const { return text_; }
     operator double() const { return value_; }  // NOLINT(google-explicit-constructor): it is a number
@@ -164,7 +174,7 @@ inline double ScreenUp(const RaceControl& race) {
 /// The time zone of a longitude (minutes of arc) in hours from UTC: one for each 15 degrees, to the nearest
 /// hour, halves going up. Longitude 139.75 E gives 9.
 inline int TimeZoneOfLongitude(double longitude) {
-    return FloorToInt(longitude / 15 / 60 + 0.5);
+    return FloorToInt(WrapLongitude(longitude) / 15 / 60 + 0.5);
 }
 
 /// Seconds from one time to the other, held to what a race can last: 0 to LongestRace.

@@ -32,7 +32,7 @@ StartSettings ReadStartSettings(const std::filesystem::path& appPath) {
     if (!line) return settings;
     std::string_view rest = *line;
     settings.EditMode = LenientNumber(CutHead(rest, ',')) != 1;
-    settings.UseEnglish = LenientNumber(rest) > 0;
+    if (!Trim(rest).empty()) settings.UseEnglish = LenientNumber(rest) > 0;
     return settings;
 }
 

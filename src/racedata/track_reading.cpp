@@ -11,9 +11,9 @@
 #include "base/numbers.h"
 #include "base/parallel.h"
 #include "base/strings.h"
-#include "racedata/tracks/own_lines.h"
 #include "racedata/track_faults.h"
 #include "racedata/tracks/formats.h"
+#include "racedata/tracks/own_lines.h"
 
 namespace keelview {
 namespace {

@@ -57,12 +57,13 @@ void TextArray(JsonWriter& json, const Texts& texts) {
 void WriteMarks(JsonWriter& json, const RaceControl& race) {
     json.Key("marks");
     json.BeginArray();
-    for (const Mark& mark : race.Marks) NumberArray(json, {mark.MarkLat, mark.MarkLon});
+    for (const Mark& mark : race.Marks) NumberArray(json, {mark.MarkLat, WrapLongitude(mark.MarkLon)});
     json.EndArray();
     json.Key("lines");
     json.BeginArray();
     for (const Line& line : race.Lines)
-        NumberArray(json, {line.LineLat1, line.LineLon1, line.LineLat2, line.LineLon2});
+        NumberArray(json, {line.LineLat1, WrapLongitude(line.LineLon1), line.LineLat2,
+                           WrapLongitude(line.LineLon2)});
     json.EndArray();
 }
 
@@ -97,7 +98,7 @@ void WriteScale(JsonWriter& json, const RaceNumbers& numbers) {
     json.Member("metres_per_lon_minute", numbers.scale.MetresPerLonMinute);
     json.Member("lon_scale", numbers.scale.LonScale);
     json.Key("centre");
-    NumberArray(json, {numbers.area.HomeCentreLat, numbers.area.HomeCentreLon});
+    NumberArray(json, {numbers.area.HomeCentreLat, WrapLongitude(numbers.area.HomeCentreLon)});
     json.Member("area_span", numbers.area.AreaSpan);
     json.Member("typical_speed", numbers.tracks.TypicalSpeed);
     json.EndObject();
@@ -174,7 +175,7 @@ void WriteBoatAt(JsonWriter& json, const Tracks& tracks, int boat, double t, dou
     json.BeginObject();
     json.Member("number", boat);
     json.Member("lat", moment.Lat);
-    json.Member("lon", moment.Lon);
+    json.Member("lon", WrapLongitude(moment.Lon));
     json.Member("speed", moment.Speed);
     json.Member("course", moment.Course);
     json.Member("true_wind_angle", WrapDifference(moment.Course - trueWind));

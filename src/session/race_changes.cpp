@@ -16,7 +16,8 @@ RaceChanges::RaceChanges(AppState& app, const Voice& voice, RaceSaver& saver, St
     : app_(app), voice_(voice), saver_(saver), stage_(stage) {}
 
 bool RaceChanges::AddMark(const Position& at) {
-    if (!app_.race.Marks.Add({TextNumber(at.Lat), TextNumber(at.Lon)})) return Refuse(TooManyMarks);
+    if (!app_.race.Marks.Add({TextNumber(at.Lat), TextNumber::Longitude(at.Lon)}))
+        return Refuse(TooManyMarks);
     CourseChanged();
     return true;
 }
@@ -27,8 +28,8 @@ bool RaceChanges::MayAddLine() const {
 
 bool RaceChanges::AddLine(const Position& from, const Position& to) {
     if (!MayAddLine()) return false;
-    app_.race.Lines.Add(
-        {TextNumber(from.Lat), TextNumber(from.Lon), TextNumber(to.Lat), TextNumber(to.Lon)});
+    app_.race.Lines.Add({TextNumber(from.Lat), TextNumber::Longitude(from.Lon), TextNumber(to.Lat),
+                         TextNumber::Longitude(to.Lon)});
     CourseChanged();
     return true;
 }

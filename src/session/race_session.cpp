@@ -29,13 +29,13 @@ RaceSession::RaceSession(AppState& app, Services& services)
       film_(app, form_, services.platform, stage_),
       saver_(app, voice_),
       changes_(app, voice_, saver_, stage_) {
-    // Nothing of the race before stays in what is seen and replayed. The view's centre stays: a single
-    // track takes its time zone from there.
+    // Nothing of the race before stays in what is seen and replayed. Its waters stay: a single track takes
+    // its time zone from there.
     app_.clock = {};
     app_.now = {};
     app_.shown = {};
     app_.race.TimeDiff.reset();
-    if (app_.view.ViewCentreLon != 0) app_.race.TimeDiff = TimeZoneOfLongitude(app_.view.ViewCentreLon);
+    if (HasAnyFix(app_.tracks)) app_.race.TimeDiff = TimeZoneOfLongitude(app_.view.ViewCentreLon);
     form_.HScroll1.SetRange(1, 19);
     form_.HScroll1.SetValue(5);
     form_.OnKeyDown = [this](int key) { form_.HeldKey = key; };

@@ -21,18 +21,6 @@ void SettleLook(Settings& settings, const ScreenInfo& screen) {
     settings.FontScale = settings.TwipScaleX;
 }
 
-bool LocaleIsKnown(Platform& platform, const Voice& voice) {
-    const int locale = platform.UserLocale();
-    if (locale == LocaleJapanese || locale == LocaleEnglish) return true;
-    constexpr std::string_view Said =
-        "This software is written in English (USA)\r\nPlease change your locale set in your PC\r\n\r\n"
-        "-----  How to change locale in your PC -----\r\n"
-        "Start >> (Settings) >> Control Panel >>Regional Options\r\n"
-        "Then change locale to English (United States)\r\n\r\n Then restart the 'Keelview'";
-    voice.Say({Said, Said});
-    return false;
-}
-
 /// True if the person had the program installed from its CD-ROM; the process then ends.
 bool InstalledFromDisc(const Settings& settings, Platform& platform, const Voice& voice) {
     if (platform.DriveType(settings.AppPath) != DriveIsCdRom) return false;
@@ -77,10 +65,10 @@ StartOutcome SettleStart(AppState& app, Services& services) {
     settings.AppPath = services.platform.ProgramFolder();
     const StartSettings chosen = ReadStartSettings(settings.AppPath);
     settings.EditMode = chosen.EditMode;
-    settings.UseEnglish = chosen.UseEnglish;
+    settings.UseEnglish = chosen.UseEnglish.value_or(!services.platform.UserIsJapanese());
+    services.platform.SetLanguage(settings.UseEnglish);
     SettleLook(settings, services.platform.Screen());
     const Voice voice(settings, services.dialogs);
-    if (!LocaleIsKnown(services.platform, voice)) return StartOutcome::End;
     if (InstalledFromDisc(settings, services.platform, voice)) return StartOutcome::End;
     UnpackBaseData(settings, services.platform, voice);
     if (settings.EditMode)

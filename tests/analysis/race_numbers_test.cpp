@@ -156,6 +156,18 @@ TEST_P(Symmetry, ARaceMirroredTurnedOrElsewhereIsTheSameRace) {
     ExpectSame(sailed_.Moved([](const Position& at) { return Position{at.Lat, at.Lon + 600}; }));
 }
 
+TEST_P(Symmetry, ARaceIsTheSameInEveryQuarterOfTheWorld) {
+    ExpectSame(sailed_.Southern(), -1);
+    ExpectSame(sailed_.Western(), -1);
+    ExpectSame(sailed_.Southern().Western());
+}
+
+TEST_P(Symmetry, ARaceAcrossTheDateLineIsOneRace) {
+    ExpectSame(sailed_.OnDateLine());                 // its first fix in the east
+    ExpectSame(sailed_.Mirrored().OnDateLine(), -1);  // and in the west
+    ExpectSame(sailed_.Southern().OnDateLine(), -1);
+}
+
 TEST_P(Symmetry, ARaceOverMidnightALeapDayOrANewYearIsTheSameRace) {
     for (const char* start : {"2004/8/5 23:59:30", "2004/2/28 23:50:07", "2010/12/31 23:58"}) {
         SailedRace later = sailed_;

@@ -151,8 +151,8 @@ class Regatta(OnScreen):
         self.see_sea()
 
     def test_from_clicks_on_the_map_to_a_film_elsewhere(self):
-        # A locale that the program does not speak: the start script has to give it one that it does.
-        self.start(PROJECT / "tools/start_program.sh", self.tree, LANG="fr_FR.UTF-8")
+        # A locale of neither language.
+        self.start(PROJECT / "tools/start_program.sh", self.tree, LC_ALL="fr_FR.UTF-8")
         self.open_race()
         self.set_course(self.untouched["race"])
         place = self.hand_out("Autumn Series")

@@ -117,6 +117,24 @@ TEST_F(MapTest, AMarkIsPlacedByOneClickAndSavedAtOnce) {
     EXPECT_TRUE(app.race.Marks.Count() == 2 && Form().Command5.Enabled());
 }
 
+TEST_F(MapTest, APlaceBeyondTheDateLineIsWrittenAndShownOnItsOwnSide) {
+    tree.Boat("a.trk", -2040, 10799.97, SixKnots, 0, -200, 620);
+    tree.Boat("b.trk", -2040, -10799.99, SixKnots, 0, -200, 620);
+    tree.Race("R1.txt", "BN, a.trk, A\r\nBN, b.trk, B\r\nMK, -2039.5, -10799.98\r\n");
+    Open();
+    EXPECT_NEAR(app.area.AreaSpan, 820 * SixKnots, 0.01);
+    EXPECT_NEAR(app.race.Marks[1].MarkLon, 10800.02, 1e-9);
+    const QPoint east = PixelOf({-2039.5, 10800.05});
+    driver::MoveTo(Map(), east);
+    EXPECT_NE(Form().Caption().find("S 33:59.4"), std::string::npos) << Form().Caption();
+    EXPECT_NE(Form().Caption().find("/W 179:59.9"), std::string::npos) << Form().Caption();
+    const Position at = PositionAt(east);
+    SetMarks({east});
+    EXPECT_TRUE(FileHolds("MK, " + RaceTree::PositionText({at.Lat, at.Lon - 21600}))) << File();
+    EXPECT_TRUE(FileHolds("MK, -2039.5, -10799.98"));
+    EXPECT_EQ(PixelOf(app.race.Marks[2].At()), east);
+}
+
 TEST_F(MapTest, ALineFollowsThePointerBetweenItsTwoClicks) {
     Open();
     const auto drawn = [this] { return Form().Line4.Visible(); };

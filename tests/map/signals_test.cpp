@@ -190,6 +190,27 @@ TEST(PictureSymmetry, TheChartOfAMirroredRaceIsTheMirroredChart) {
     });
 }
 
+TEST(PictureSymmetry, TheChartIsDrawnAlikeInEveryQuarterOfTheWorld) {
+    SailedRace race(7);
+    race.Wind = 20;
+    const SailedDesk desk(race, "NU, 1\r\n");
+    const auto expect = [&](const SailedRace& elsewhere, double across, double up) {
+        const SailedDesk other(elsewhere, "NU, 1\r\n");
+        const auto to = [&](Point at) { return Point{at.X * across, at.Y * up}; };
+        ExpectSamePicture(desk.Map().Image(), other.Map().Image(), to);
+        const auto inOverview = [](const SailedDesk& shown) {
+            return ColourMap(shown.Form().Picture6.Image(), BoatColour(1)).Count();
+        };
+        EXPECT_NEAR(inOverview(other), inOverview(desk), inOverview(desk) * 0.1);
+        const auto& marker = other.Form().BoatS[0];
+        EXPECT_TRUE(marker.Visible() && marker.Left() > 0 && marker.Left() < other.Form().Picture6.Width());
+    };
+    expect(race.Southern(), 1, -1);
+    expect(race.Western(), -1, 1);
+    expect(race.OnDateLine(), 1, 1);
+    expect(race.Mirrored().OnDateLine(), -1, 1);
+}
+
 TEST(PictureSymmetry, TheChartTurnsWithTheWindAsAWhole) {
     SailedRace race(7);
     race.Wind = 90;

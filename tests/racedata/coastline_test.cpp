@@ -30,6 +30,16 @@ TEST(TokyoToWgs84, AgreesWithOtherWaysToComputeIt) {
     EXPECT_NEAR(origin.Lon, 139 * 60 + 44 + 28.8759 / 60, 0.0006);
 }
 
+TEST(TokyoToWgs84, LeavesNoPlaceWhereItIsNotMeant) {
+    // The shift is some hundred metres anywhere on earth.
+    for (const Position& at :
+         {Position{-2031, 9073}, {2580, -4300}, {-2200, -10799.9}, {10, 10800.1}, {0, 0}}) {
+        const Position world = TokyoToWgs84(at.Lat, at.Lon);
+        EXPECT_NEAR(world.Lat, at.Lat, 0.6) << at.Lat;
+        EXPECT_NEAR(world.Lon, at.Lon, 0.6) << at.Lon;
+    }
+}
+
 TEST(CoastCells, AreTheSquaresThatTheRaceTouches) {
     using Case = std::pair<CoastArea, std::vector<std::string>>;
     for (const auto& [area, cells] :
@@ -37,6 +47,15 @@ TEST(CoastCells, AreTheSquaresThatTheRaceTouches) {
           Case{{2121, 8380, 1, 0.8}, {"5339"}},
           Case{{2119.9, 8399.9, 1, 0.8}, {"5239", "5240", "5339", "5340"}}})
         EXPECT_EQ(CoastCells(area), cells) << area.CentreLat;
+    // The grid goes on over the date line, and has no square south of the equator or west of its end.
+    for (const auto& [area, cells] : {Case{{1, 10800, 4, 1}, {"0079", "0080"}},
+                                      {{1, -10800, 4, 1}, {"0079", "0080"}},
+                                      {{2121, -9601, 1, 0.8}, {"5399"}},
+                                      {{2121, -9599, 1, 0.8}, {}},
+                                      {{-2031, 9073, 4, 0.8}, {}},
+                                      {{2580, -4300, 4, 0.7}, {}},
+                                      {{3060, 0, 4, 0.6}, {}}})
+        EXPECT_EQ(CoastCells(area), cells) << area.CentreLat << " " << area.CentreLon;
     EXPECT_EQ(CoastCells({2121, 8380, 1, 0}).size(), 20U);  // at the pole a mile spans the globe
     EXPECT_EQ(CoastCells({2121, 8380, 1e9, 0.8}).size(), 20U);
 }
@@ -68,6 +87,11 @@ TEST(LoadCoastlines, ReadsTheSquaresNearTheRace) {
         EXPECT_NEAR(coast[0][point].Lat, world.Lat, 1e-9);
         EXPECT_NEAR(coast[0][point].Lon, world.Lon, 1e-9);
     }
+    // A race that counts its longitudes from the west has the coast where it is.
+    tree.Write("coastline/5380.cst", "M 538000\n" + Head("2") + "    0    0 5000    0\n");
+    const Coast beyond = LoadCoastlines(tree.Root(), {"5380"}, {2121, -10799, 4, 0.8});
+    ASSERT_EQ(CoastPoints(beyond), 2);
+    EXPECT_NEAR(beyond[0][0].Lon, -10800, 0.6);
     // Fields of a point are digits.
     tree.Write("coastline/5339.cst", "M 533904\n" + Head("3") + "1e3081e3081e3081e308-0001-0001\n");
     EXPECT_TRUE(LoadCoastlines(tree.Root(), {"5339"}, {2120, 8370, 4, 0.8}).empty());

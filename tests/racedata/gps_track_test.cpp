@@ -166,10 +166,10 @@ TEST_F(GpsTrackTest, SmallFilesGiveNoPointsWhateverTheirExtensionAndAMissingOneI
     EXPECT_EQ(Load(), tree.Root() / "gpsdat/gone.trk");
 }
 
-TEST_F(GpsTrackTest, TheHomeViewIsTheBoxOfAllPointsThatHaveAPosition) {
+TEST_F(GpsTrackTest, TheHomeViewIsTheBoxOfAllPoints) {
     race.Start = RaceTime("2004/08/05 12:30:00");
     Boat("a.trk",
-         "T N3500.0 E13900.0 05/08/04 12:30:01 1\nT N0 E13900.0 05/08/04 12:30:02 1\n"
+         "T N3500.0 E13900.0 05/08/04 12:30:01 1\nT N0 E0 05/08/04 12:30:02 1\n"
          "T N3502.0 E13900.0 05/08/04 12:30:03 1\n");
     Boat("b.trk", "T N3501.0 E13910.0 05/08/04 12:30:01 1\n");
     Load();
@@ -177,6 +177,23 @@ TEST_F(GpsTrackTest, TheHomeViewIsTheBoxOfAllPointsThatHaveAPosition) {
     EXPECT_EQ(area.HomeCentreLon, 8345);
     EXPECT_NEAR(area.AreaSpan, 10 * 0.8223, 0.002);  // 10 minutes of longitude at 35 degrees north
     EXPECT_NEAR(scale.MetresPerLatMinute, 1846.3, 0.05);
+    // Where equator, meridian of Greenwich and date line are, too.
+    using Case = std::tuple<const char*, const char*, Position, double>;
+    for (const auto& [first, second, middle, span] :
+         {Case{"N0 E0000.1", "S0002.0 E0", {-1, 0.05}, 2},
+          Case{"S3351.0 E15113.0", "S3353.0 E15113.0", {-2032, 9073}, 2},
+          Case{"S0001.0 E17958.0", "S0001.0 W17958.0", {-1, 10800}, 4 * 1.00613},
+          Case{"S0001.0 W17958.0", "S0001.0 E17958.0", {-1, -10800}, 4 * 1.00613},
+          Case{"N8500.0 E0", "N8501.0 W0001.0", {5100.5, -0.5}, 1}}) {
+        race.Boats.Clear();
+        for (const char* place : {first, second})
+            Boat(std::to_string(race.Boats.Count()) + ".trk",
+                 std::string("T ") + place + " 05/08/04 12:30:01 1\n");
+        Load();
+        EXPECT_EQ(area.HomeCentreLat, middle.Lat) << first;
+        EXPECT_NEAR(area.HomeCentreLon, middle.Lon, 1e-9) << first;
+        EXPECT_NEAR(area.AreaSpan, span, 1e-4) << first;
+    }
     race.Boats.Clear();
     Load();
     EXPECT_EQ(area.HomeCentreLat, 0);
@@ -194,7 +211,7 @@ TEST_F(GpsTrackTest, ATrackIsReadWithoutItsImpossibleFixesAndTellsHowMany) {
     EXPECT_EQ(tracks.Boats[1].SkippedFixes, 2);  // the first and the fourth; a last one is not judged
     ASSERT_EQ(tracks.Boats[1].Count(), 4);
     EXPECT_NEAR(tracks.Boats[1].TrackLat[3], 2117.02, 1e-9);
-    EXPECT_NEAR(area.HomeCentreLat, 2117.01, 1e-9);  // a latitude of 0 has no place
+    EXPECT_NEAR(area.HomeCentreLat, 2117.02 / 2, 1e-9);  // the equator is a place like any other
 }
 
 TEST(TrackFaults, OneFixOutOfAllReachIsTakenOut) {

@@ -2,8 +2,14 @@
 
 #include <gtest/gtest.h>
 
+#include <QAbstractButton>
+#include <QLineEdit>
+#include <QMenu>
+#include <QMessageBox>
+#include <memory>
 #include <tuple>
 
+#include "display/qt/system.h"
 #include "shell/data_folder.h"
 #include "support/test_world.h"
 
@@ -21,7 +27,7 @@ TEST_F(StartTest, TheVersionFileAndThePersonSettleModeAndLanguage) {
     using Case = std::tuple<const char*, int, bool>;  // the answer, or -1: not asked
     for (const auto& [versionFile, answer, english] :
          {Case{"1,1\r\n", -1, true}, Case{"1,0", -1, false}, Case{"0,1", 1, true}, Case{"0,1", 0, true},
-          Case{"1", -1, false}, Case{" 1 ,1x\nrest", -1, true}, Case{"", 1, false}}) {
+          Case{" 1 ,1x\nrest", -1, true}, Case{"1,x", -1, false}}) {
         SCOPED_TRACE(versionFile);
         app = {};
         const std::size_t before = dialogs.All().size();
@@ -35,10 +41,54 @@ TEST_F(StartTest, TheVersionFileAndThePersonSettleModeAndLanguage) {
         EXPECT_EQ(dialogs.All().size() - before, answer < 0 ? 0U : 1U);
         EXPECT_TRUE(answer < 0 || Said() == (english ? "Edit Data ?" : "編集しますか?"));
     }
-    platform.Locale = 0;  // of a country whose dates and numbers are not known
-    dialogs.AnswerOk();
-    EXPECT_EQ(Start(), StartOutcome::End);
-    EXPECT_NE(Said().find("change your locale"), std::string::npos);
+}
+
+TEST_F(StartTest, EveryLocaleStartsInTheLanguageThatSuitsItBest) {
+    const auto system = MakePlatform({});
+    const QByteArray before = qgetenv("LC_ALL");
+    for (const auto& [locale, japanese] : {std::pair("de_DE.UTF-8", false),
+                                           {"C", false},
+                                           {"jam_JM.UTF-8", false},
+                                           {"ar_EG@x", false},
+                                           {"ja_JP.UTF-8", true},
+                                           {"ja_JP.eucJP", true},
+                                           {"ja", true}}) {
+        SCOPED_TRACE(locale);
+        qputenv("LC_ALL", locale);
+        platform.Japanese = system->UserIsJapanese();
+        for (const char* versionFile : {"1", "1,", "", "1,0", "1,1"}) {
+            app = {};
+            tree.Write("raceadmin/Ver.00", versionFile);
+            if (*versionFile == 0) dialogs.AnswerYesNo(false);
+            EXPECT_EQ(Start(), StartOutcome::ShowRace);
+            const char chosen = std::string_view(versionFile).size() == 3 ? versionFile[2] : 0;
+            EXPECT_EQ(app.settings.UseEnglish, chosen == 0 ? !japanese : chosen == '1') << versionFile;
+        }
+    }
+    qputenv("LC_ALL", before);
+}
+
+TEST(SystemWords, AreInTheProgramsLanguage) {
+    const auto system = MakePlatform({});
+    const auto seen = [] {
+        const QMessageBox box(QMessageBox::Question, {}, {},
+                              QMessageBox::Yes | QMessageBox::No | QMessageBox::Cancel);
+        QStringList words;
+        for (const QAbstractButton* button : box.buttons()) words += button->text();
+        QLineEdit field;
+        const std::unique_ptr<QMenu> menu(field.createStandardContextMenu());
+        for (const QAction* action : menu->actions())
+            if (!action->isSeparator()) words += action->text().section('\t', 0, 0);
+        return words;
+    };
+    const QStringList english = seen();
+    EXPECT_TRUE(english.contains("&Yes") && english.contains("&Copy"));
+    system->SetLanguage(false);
+    const QStringList japanese = seen();
+    ASSERT_EQ(japanese.size(), english.size());
+    for (const QString& word : japanese) EXPECT_GT(word[0].unicode(), 0x3000) << word.toStdString();
+    system->SetLanguage(true);
+    EXPECT_EQ(seen(), english);
 }
 
 TEST_F(StartTest, TheFirstRaceIsThatOfTheStartFileElseTheFirstOfTheFolder) {

@@ -97,7 +97,7 @@ class Soak : public QObject {
             if (dice_.OneIn(40)) person_.Act();
         });
         platform.Folder = tree_.Root();
-        if (dice_.OneIn(3)) platform.Locale = dice_.OneIn(10) ? 0 : LocaleJapanese;
+        platform.Japanese = dice_.OneIn(3);
         Services services{platform, application_.TheDialogs()};
         app_ = std::make_unique<AppState>();
         const StartOutcome outcome = SettleStart(*app_, services);

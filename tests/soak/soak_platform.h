@@ -38,6 +38,7 @@ class SoakPlatform : public FakePlatform {
     }
     bool StartProgram(const std::filesystem::path& /*program*/) override { return dice_.OneIn(2); }
     void PlaySound(const std::filesystem::path& /*file*/) override {}
+    void SetLanguage(bool useEnglish) override { real_.SetLanguage(useEnglish); }
     ScreenInfo Screen() override { return real_.Screen(); }
     void DeliverEvents() override { Wait(FrameMilliseconds); }
     void SetBusyPointer(bool busy) override { real_.SetBusyPointer(busy); }

@@ -12,7 +12,7 @@ namespace keelview {
 class FakePlatform : public Platform {
   public:
     std::filesystem::path Folder;
-    int Locale = LocaleEnglish;
+    bool Japanese = false;  ///< the person's own language
     int Drive = 3;
     ClockReading Local;
     double Seconds = 0.0;  ///< of the steady clock; Pause moves it
@@ -26,7 +26,8 @@ class FakePlatform : public Platform {
     bool Ended = false;                           ///< EndProcess was called
 
     std::filesystem::path ProgramFolder() override { return Folder; }
-    int UserLocale() override { return Locale; }
+    bool UserIsJapanese() override { return Japanese; }
+    void SetLanguage(bool /*useEnglish*/) override {}
     int DriveType(const std::filesystem::path& /*folder*/) override { return Drive; }
     ClockReading UtcNow() override { return {}; }
     ClockReading LocalNow() override { return Local; }

@@ -63,6 +63,24 @@ struct SailedRace {
         turned.Wind = WrapDirection(Wind + 180);
         return turned;
     }
+    /// The same race south of the equator, where it is seen in a mirror that lies on it.
+    SailedRace Southern() const {
+        SailedRace southern = Moved([](const Position& at) { return Position{-at.Lat, at.Lon}; });
+        southern.Wind = WrapDirection(180 - Wind);
+        return southern;
+    }
+    /// The same race west of Greenwich, in the mirror that stands there.
+    SailedRace Western() const {
+        SailedRace western = Moved([](const Position& at) { return Position{at.Lat, -at.Lon}; });
+        western.Wind = WrapDirection(360 - Wind);
+        return western;
+    }
+    /// The same race with its middle on the date line.
+    SailedRace OnDateLine() const {
+        return Moved([](const Position& at) {
+            return Position{at.Lat, WrapLongitude(at.Lon + 180 * 60 - MiddleLon)};
+        });
+    }
 
     /// Writes the race as `name` below a tree, with a track file for each boat.
     void Write(const TempTree& tree, const std::string& name, const std::string& lines = {}) const {

@@ -1,11 +1,8 @@
-#include <QAbstractButton>
 #include <QApplication>
 #include <QCursor>
 #include <QInputDialog>
-#include <QLocale>
 #include <QMenu>
 #include <QMessageBox>
-#include <utility>
 
 #include "display/qt/convert.h"
 #include "display/qt/system.h"
@@ -15,14 +12,6 @@ namespace keelview {
 namespace {
 
 constexpr std::string_view OwnName = "Keelview";
-
-/// The buttons speak the language of the system, as those of its own boxes do.
-void NameButtons(QMessageBox& box) {
-    if (QLocale::system().language() != QLocale::Japanese) return;
-    for (const auto& [button, words] :
-         {std::pair(QMessageBox::Yes, "はい(&Y)"), {QMessageBox::No, "いいえ(&N)"}})
-        if (QAbstractButton* face = box.button(button)) face->setText(words);
-}
 
 class SystemDialogs : public Dialogs {
   public:
@@ -64,7 +53,6 @@ class SystemDialogs : public Dialogs {
     static int Say(QMessageBox& box, std::string_view text) {
         box.setTextFormat(Qt::PlainText);
         box.setText(ToQt(text));
-        NameButtons(box);
         return box.exec();
     }
 };

@@ -5,6 +5,7 @@
 #include <QEventLoop>
 #include <QFileInfo>
 #include <QGuiApplication>
+#include <QLocale>
 #include <QProcess>
 #include <QScreen>
 #include <QStandardPaths>
@@ -21,6 +22,7 @@
 #include "display/qt/convert.h"
 #include "display/qt/native_control.h"
 #include "display/qt/system.h"
+#include "display/qt/system_words.h"
 
 namespace keelview {
 
@@ -37,12 +39,9 @@ constexpr int NoProgram = 31;
 
 constexpr int DriveIsFixed = 3;
 
-/// The locale of a name such as "ja_JP.UTF-8", as the environment has it.
-int LocaleCode(std::string_view name) {
-    const std::string_view language = name.substr(0, name.find_first_of(".@"));
-    if (language == "ja_JP" || language == "ja") return LocaleJapanese;
-    if (language == "en_US" || language == "C" || language == "POSIX") return LocaleEnglish;
-    return 0;
+/// Whether a locale such as "ja_JP.UTF-8", as the environment has it, is a Japanese one.
+bool IsJapanese(std::string_view locale) {
+    return locale.substr(0, locale.find_first_of("_.@")) == "ja";
 }
 
 /// A variable of the environment; empty where it is not set.
@@ -83,13 +82,20 @@ class SystemPlatform : public Platform {
         const std::filesystem::path program = FromQt(QCoreApplication::applicationFilePath());
         if (!dataFolder_) return program.parent_path();
         const QString data = QStandardPaths::writableLocation(QStandardPaths::GenericDataLocation);
-        return dataFolder_(program, FromQt(data + "/keelview"), UserLocale() == LocaleJapanese);
+        return dataFolder_(program, FromQt(data + "/keelview"), UserIsJapanese());
     }
 
-    int UserLocale() override {
+    bool UserIsJapanese() override {
         for (const char* name : {"LC_ALL", "LC_MESSAGES", "LC_CTYPE", "LANG"})
-            if (const std::string locale = Variable(name); !locale.empty()) return LocaleCode(locale);
-        return LocaleEnglish;
+            if (const std::string locale = Variable(name); !locale.empty()) return IsJapanese(locale);
+        return QLocale::system().language() == QLocale::Japanese;  // of a system that has no such variables
+    }
+
+    void SetLanguage(bool useEnglish) override {
+        if (useEnglish)
+            QCoreApplication::removeTranslator(&japaneseWords_);
+        else
+            QCoreApplication::installTranslator(&japaneseWords_);
     }
 
     int DriveType(const std::filesystem::path& folder) override {
@@ -163,6 +169,7 @@ class SystemPlatform : public Platform {
     }
 
     DataFolderRule dataFolder_;
+    JapaneseWords japaneseWords_;
     bool busy_ = false;
 };
 
