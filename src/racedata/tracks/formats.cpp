@@ -24,10 +24,11 @@ std::span<const TrackFormat> TrackFormats() {
 }
 
 TrackFileContent ReadTrackFile(std::string_view bytes) {
-    const auto* const format =
-        std::ranges::find_if(Formats, [bytes](const TrackFormat& each) { return each.Knows(bytes); });
+    const std::span formats = TrackFormats();
+    const auto format =
+        std::ranges::find_if(formats, [bytes](const TrackFormat& each) { return each.Knows(bytes); });
     TrackFileContent content;
-    if (format == Formats.end()) {
+    if (format == formats.end()) {
         content.Refused = ClosedFormat(bytes);
         return content;
     }
