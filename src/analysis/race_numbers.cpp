@@ -10,6 +10,15 @@ namespace keelview {
 
 namespace {
 
+/// Hours from UTC of a race whose file does not say them: those of the place where the tracks tell its
+/// times too, those of the home waters where its start was typed, as old files have it.
+double UnsaidTimeDiff(const RaceControl& race, const OneBased<TrackReading>& readings) {
+    const auto withFix =
+        std::ranges::find_if(readings, [](const TrackReading& reading) { return !reading.Fixes.empty(); });
+    if (race.Start.At() || withFix == readings.end()) return HomeTimeDiff;
+    return TimeZoneOfLongitude(withFix->Fixes.front().Lon);
+}
+
 /// The race of the one boat of SingleTrackFile. Nothing of the race before stays but what every race takes
 /// over, and what was set for the track on the display.
 RaceControl SingleTrackRace(const RaceControl& before) {
@@ -72,9 +81,11 @@ LoadResult LoadRace(const std::filesystem::path& appPath, RaceNumbers& numbers,
     RaceControl& race = numbers.race;
     race = isSingle ? SingleTrackRace(before) : before;
     if (!isSingle) numbers.report = ReadRaceFile(appPath, race);
-    if (!race.TimeDiff) race.TimeDiff = HomeTimeDiff;
+    OneBased<TrackReading> readings = ReadTracks(appPath, race.Boats, progress);
+    if (!race.TimeDiff) race.TimeDiff = UnsaidTimeDiff(race, readings);
+    TakeTracks(std::move(readings), race, numbers.tracks, numbers.area, numbers.scale);
     LoadResult result;
-    result.Missing = LoadAllTracks(appPath, race, numbers.tracks, numbers.area, numbers.scale, progress);
+    result.Missing = FirstMissingTrack(appPath, race, numbers.tracks);
     CountFrom(numbers.area.HomeCentreLon, race);
     SettlePeriod(isSingle, race);
     if (HasWindFile(race)) LoadWindFile(appPath, race, numbers.wind);

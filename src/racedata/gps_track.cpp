@@ -145,6 +145,11 @@ void TakeTracks(OneBased<TrackReading> readings, RaceControl& race, Tracks& trac
 std::filesystem::path LoadAllTracks(const std::filesystem::path& appPath, RaceControl& race, Tracks& tracks,
                                     TrackArea& area, EarthScale& scale, const TrackProgress& progress) {
     TakeTracks(ReadTracks(appPath, race.Boats, progress), race, tracks, area, scale);
+    return FirstMissingTrack(appPath, race, tracks);
+}
+
+std::filesystem::path FirstMissingTrack(const std::filesystem::path& appPath, const RaceControl& race,
+                                        const Tracks& tracks) {
     const auto missing = std::ranges::find(tracks.Boats, Refusal::Missing, &Track::Refused);
     if (missing == tracks.Boats.end()) return {};
     const auto boat = static_cast<int>(missing - tracks.Boats.begin()) + 1;

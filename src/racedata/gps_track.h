@@ -67,4 +67,8 @@ void TakeTracks(OneBased<TrackReading> readings, RaceControl& race, Tracks& trac
 std::filesystem::path LoadAllTracks(const std::filesystem::path& appPath, RaceControl& race, Tracks& tracks,
                                     TrackArea& area, EarthScale& scale, const TrackProgress& progress);
 
+/// The path of the first track file of the race that did not exist; empty when all were there.
+std::filesystem::path FirstMissingTrack(const std::filesystem::path& appPath, const RaceControl& race,
+                                        const Tracks& tracks);
+
 }  // namespace keelview
