@@ -36,8 +36,9 @@ class FullProgram(OnScreen):
         opener.parent.mkdir()
         opener.write_text(f'#!/bin/sh\nprintf %s "$1" >"{self.opened}"\n')
         opener.chmod(0o755)
-        # Nothing in the tree tells a language, so it is that of the locale.
-        self.start(PROJECT / "tools/start_program.sh", self.tree, LANG="ja_JP.UTF-8", PATH=f"{opener.parent}:/usr/bin:/bin")
+        (self.tree / "raceadmin").mkdir()
+        (self.tree / "raceadmin/Ver.00").write_bytes(b"0,0\r\n")
+        self.start(PROJECT / "tools/start_program.sh", self.tree, LANG="C.UTF-8", PATH=f"{opener.parent}:/usr/bin:/bin")
 
     def add_boat(self, number):
         self.press(EDITOR, CHOOSE_TRACK, TRACK_LIST)
