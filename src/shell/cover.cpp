@@ -8,6 +8,7 @@
 #include "base/files.h"
 #include "base/strings.h"
 #include "display/form_table.h"
+#include "racedata/tracks/formats.h"
 #include "session/documents.h"
 
 namespace keelview {
@@ -144,13 +145,13 @@ void Cover::Command3_Click() {
 void Cover::Command7_Click() {
     settings_.FileListIsRace = false;
     race_.BoatLength = StandardBoatLength;
-    OfferFiles("gpsdat", {"*.dtr", "*.trk"});
+    OfferFiles("gpsdat", TrackFilePatterns());
 }
 
-void Cover::OfferFiles(std::string_view folder, std::initializer_list<std::string_view> patterns) {
+void Cover::OfferFiles(std::string_view folder, const std::vector<std::string>& patterns) {
     Combo1.Clear();
     std::string first;
-    for (const std::string_view pattern : patterns)
+    for (const std::string& pattern : patterns)
         for (const std::string& name : ListFiles(FindBelow(settings_.AppPath, folder), pattern)) {
             if (first.empty()) first = name;
             Combo1.AddItem(name);

@@ -1,8 +1,9 @@
 #pragma once
 
 #include <functional>
-#include <initializer_list>
+#include <string>
 #include <string_view>
+#include <vector>
 
 #include "base/bilingual.h"
 #include "display/control.h"
@@ -55,7 +56,7 @@ class Cover : public Form {
     void Command5_Click();
     void Command7_Click();
     void StartCompanion(std::string_view name);
-    void OfferFiles(std::string_view folder, std::initializer_list<std::string_view> patterns);
+    void OfferFiles(std::string_view folder, const std::vector<std::string>& patterns);
     void ShowHint(double height, const Text& hint);
 
     Settings& settings_;

@@ -22,17 +22,19 @@ namespace keelview {
 namespace {
 
 constexpr TrackFormat Formats[] = {
-    {"Keelview", LooksLikeOwnLines, ReadOwnLines},
-    {"FIT", LooksLikeFit, ReadFit},
-    {"VKX", LooksLikeVkx, ReadVkx},
-    {"GPX", LooksLikeGpx, ReadGpx},
-    {"TCX", LooksLikeTcx, ReadTcx},
-    {"KML", LooksLikeKml, ReadKml},
-    {"GeoJSON", LooksLikeGeoJson, ReadGeoJson},
-    {"NMEA 0183", LooksLikeNmea, ReadNmea},
-    {"IGC", LooksLikeIgc, ReadIgc},
-    {"CSV", LooksLikeCsv, ReadCsv},
+    {"Keelview", "dtr trk", LooksLikeOwnLines, ReadOwnLines},
+    {"FIT", "fit", LooksLikeFit, ReadFit},
+    {"VKX", "vkx", LooksLikeVkx, ReadVkx},
+    {"GPX", "gpx", LooksLikeGpx, ReadGpx},
+    {"TCX", "tcx", LooksLikeTcx, ReadTcx},
+    {"KML", "kml", LooksLikeKml, ReadKml},
+    {"GeoJSON", "geojson json", LooksLikeGeoJson, ReadGeoJson},
+    {"NMEA 0183", "nmea log", LooksLikeNmea, ReadNmea},
+    {"IGC", "igc", LooksLikeIgc, ReadIgc},
+    {"CSV", "csv", LooksLikeCsv, ReadCsv},
 };
+
+constexpr std::string_view PackedEndings = "kmz gz zip";
 
 bool EndsWith(std::string_view name, std::string_view ending) {
     return name.size() >= ending.size() && EqualNoCase(name.substr(name.size() - ending.size()), ending);
@@ -79,6 +81,16 @@ TrackFileContent ReadUnpackedFile(std::string_view bytes, std::string_view name)
 
 std::span<const TrackFormat> TrackFormats() {
     return Formats;
+}
+
+std::vector<std::string> TrackFilePatterns() {
+    std::vector<std::string> patterns;
+    const auto add = [&patterns](std::string_view endings) {
+        while (!endings.empty()) patterns.push_back("*." + std::string(CutHead(endings, ' ')));
+    };
+    for (const TrackFormat& format : Formats) add(format.Endings);
+    add(PackedEndings);
+    return patterns;
 }
 
 TrackFileContent ReadTrackFile(std::string_view bytes, std::string_view name) {

@@ -1,7 +1,9 @@
 #pragma once
 
 #include <span>
+#include <string>
 #include <string_view>
+#include <vector>
 
 #include "racedata/tracks/recording.h"
 
@@ -10,7 +12,8 @@ namespace keelview {
 /// A kind of file that can be read. A new one is a file with its two routines and a line in the table of
 /// formats.cpp.
 struct TrackFormat {
-    std::string_view Name;  ///< as people call it: "GPX"
+    std::string_view Name;     ///< as people call it: "GPX"
+    std::string_view Endings;  ///< of names that such files usually have, in the order of use: "trk dtr"
     /// Whether a file that begins like this is of that kind. It is given the whole file, and looks at its
     /// head alone.
     bool (*Knows)(std::string_view bytes);
@@ -21,6 +24,10 @@ struct TrackFormat {
 
 /// All kinds, in the order in which they are asked.
 std::span<const TrackFormat> TrackFormats();
+
+/// The patterns of names that track files usually have ("*.trk"), packed ones last. They say what is
+/// offered to a person; what a file is, its content tells.
+std::vector<std::string> TrackFilePatterns();
 
 /// What a file tells, whatever its kind is, found by its content. Packed files (gz, zip) are unpacked in
 /// memory within limits. Recordings without a fix are left out; a file that gives none is refused with the
