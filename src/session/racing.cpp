@@ -21,8 +21,9 @@ bool HasFinished(const MarkPasses& passes, int boat, double time) {
 }
 
 bool NeverStarted(const MarkPasses& passes, int boat, double time) {
-    if (passes.FirstPassTime.Empty() || !passes.FirstPassTime[1] || time < *passes.FirstPassTime[1])
-        return false;
+    if (passes.FirstPassTime.Empty()) return false;
+    const std::optional<int> first = passes.FirstPassTime[1];
+    if (!first || time < *first) return false;
     for (int entry = 1; entry <= passes.FirstPassTime.Count(); ++entry)
         if (PassTime(passes, boat, entry)) return false;
     return true;
