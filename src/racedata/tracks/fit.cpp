@@ -276,7 +276,8 @@ constexpr auto CrcTables = [] {
 unsigned Crc16(std::string_view bytes) {
     unsigned crc = 0;
     while (bytes.size() >= 8) {
-        const auto eight = UnsignedAt<std::uint64_t>(bytes.data()) ^ crc;
+        const char* const head = bytes.data();
+        const auto eight = UnsignedAt<std::uint64_t>(head) ^ crc;
         crc = 0;
         for (unsigned k = 0; k < 8; ++k) crc ^= CrcTables[7 - k][eight >> (8 * k) & 0xFFU];
         bytes.remove_prefix(8);
