@@ -9,7 +9,7 @@ namespace keelview {
 /// A number as `size` bytes, the lowest first.
 inline std::string Le(std::uint64_t number, int size) {
     std::string bytes;
-    for (int k = 0; k < size; ++k) bytes += static_cast<char>(number >> (8 * k) & 0xFFU);
+    for (; size > 0; --size, number >>= 8U) bytes += static_cast<char>(number & 0xFFU);
     return bytes;
 }
 
