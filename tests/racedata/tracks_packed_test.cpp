@@ -96,7 +96,7 @@ TEST(Packed, WhatIsInsideIsRead) {
               "a/1.gpx:1 ../../J7.gpx:J7 ");
     EXPECT_EQ(Names(Read(Zip({{"x.zip", Zip({{"y.gpx", "T"}, {"z.gpx", "T"}})}}))), "y.gpx:y z.gpx:z ");
     std::string uneven = "T";
-    for (int k = 0; k < 300'000; ++k) uneven += std::to_string(k * 7919 % 10007);
+    for (unsigned k = 0; k < 300'000; ++k) uneven += std::to_string(k * 7919 % 10007);
     EXPECT_EQ(Read(Gz(uneven)).Format, uneven) << "more than one step of unpacking";
     EXPECT_EQ(Read(Zip({{"a", uneven}})).Format, uneven);
 }
