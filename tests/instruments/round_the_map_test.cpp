@@ -209,28 +209,6 @@ struct OverviewTest : testing::Test, TestDesk {
     }
 };
 
-TEST_F(OverviewTest, MarkersFollowTheFilmAndThePointerOnTheTimeBar) {
-    tree.Boat("short.trk", Lat, Lon + 0.2, 0, 0, 0, 250);
-    WriteRace(1, "BN, short.trk, Short\r\n");
-    Open();
-    // Pixels for a second: the area's span takes three quarters of the side.
-    const double step = SixKnots / app.area.AreaSpan * 0.75 * Form().Picture6.Image().Height();
-    Seek(100);
-    const QPointF first = Marker();
-    const auto expectSecond = [&](double second) {
-        EXPECT_LT((Marker() - first + QPointF(0, (second - 100) * step)).manhattanLength(), 1.5);
-        EXPECT_EQ(Form().BoatS[1].Visible(), second < 250);  // its track has ended
-    };
-    Seek(300);
-    expectSecond(300);
-    const int y = static_cast<int>(desk->timeBar.Axis().Y(400));
-    for (const int x : {10, 11}) driver::MoveTo(Form().PicTimeBar, {x, y});
-    Seek(200);  // the film leaves the markers to the bar
-    expectSecond(400);
-    driver::MoveTo(Form().Picture8, {250, 20});
-    expectSecond(200);
-}
-
 TEST_F(OverviewTest, ALeftPressMovesTheMapUnlessItFollowsTheBoatsOrIsShownAsAWhole) {
     WriteRace(2, "WD, 300\r\n");
     Open();

@@ -323,25 +323,5 @@ TEST_F(MapTest, RangeAndBearingAreMeasuredFromTheLastClick) {
     EXPECT_NEAR(app.view.ManualZoom, 1.4, 1e-9);
 }
 
-TEST_F(MapTest, HintsSayWhatAClickDoesAndStayOnTheMap) {
-    Open();
-    const int side = static_cast<int>(Map().Width());
-    const auto hintAt = [this](int x, int y) {
-        driver::MoveTo(Map(), {x, y});
-        return Hint().Visible() ? Hint().Text() : "";
-    };
-    EXPECT_NE(hintAt(side - 100, side - 60).find("Show all area"), std::string::npos);
-    EXPECT_LE(std::max(Hint().Left() + Hint().Width(), Hint().Top() + Hint().Height()), side);
-    for (int click = 0; click < 2; ++click) ClickMap(aside, Qt::RightButton);
-    const std::string home = hintAt(300, 300);
-    EXPECT_TRUE(!home.empty() && home.find("Show all area") == std::string::npos);  // it is shown already
-    driver::Click(Form().Command2);
-    EXPECT_EQ(hintAt(400, 300), "地図をクリックしてマーク設定");
-    driver::Click(Form().Check3);
-    EXPECT_EQ(hintAt(400, 310), "");
-    driver::Click(Form().Command2);
-    EXPECT_EQ(hintAt(400, 320), "");
-}
-
 }  // namespace
 }  // namespace keelview

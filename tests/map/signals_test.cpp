@@ -235,28 +235,5 @@ TEST(PictureSymmetry, AZoomedChartIsTheMiddleOfTheChartMadeLarger) {
     }
 }
 
-TEST(PictureSymmetry, ARaceOnAnotherDayLooksTheSame) {
-    const SailedRace race(7);
-    SailedRace later = race;
-    later.Start = MakeCivilTime(2010, 12, 31, 23, 50, 0).value_or(0);
-    const SailedDesk desk(race, "NU, 1\r\n");
-    const SailedDesk other(later, "NU, 1\r\n");
-    const auto same = [](const Surface& a, const Surface& b) {
-        const Picture one = a.Image();
-        const Picture two = b.Image();
-        bool equal = one.Width() == two.Width() && one.Height() == two.Height();
-        for (int y = 0; y < one.Height(); ++y)
-            for (int x = 0; x < one.Width(); ++x) equal = equal && one.PixelAt(x, y) == two.PixelAt(x, y);
-        return equal;
-    };
-    EXPECT_TRUE(same(desk.Map(), other.Map()));
-    EXPECT_TRUE(same(desk.Form().PicTimeBar, other.Form().PicTimeBar));
-    EXPECT_TRUE(same(desk.Form().Picture6, other.Form().Picture6));
-    for (const SailedDesk* shown : {&desk, &other}) shown->Choose(shown->Form().Option10);
-    EXPECT_TRUE(same(desk.Form().GPIC, other.Form().GPIC));
-    for (const SailedDesk* shown : {&desk, &other}) shown->Choose(shown->Form().Option11);
-    EXPECT_TRUE(same(desk.Form().PicTime, other.Form().PicTime));
-}
-
 }  // namespace
 }  // namespace keelview

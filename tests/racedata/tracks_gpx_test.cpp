@@ -93,19 +93,5 @@ TEST(Gpx, WhatGivesNoFixIsCounted) {
     for (const auto& row : rows) EXPECT_EQ(ReadPoints(row.Points), row.Told) << row.Points;
 }
 
-TEST(Gpx, NamesAreOneShortLineOfUtf8) {
-    const auto nameOf = [](const std::string& name) {
-        const std::string track = "<trk><name>" + name + "</name><trkseg>";
-        return ReadTrackFile(Gpx(track + Point("2026-10-03T12:30:00Z") + "</trkseg></trk>"))
-            .Recordings.at(0)
-            .Boat;
-    };
-    EXPECT_EQ(nameOf("\x83\x7D\x81\x5B\x83\x4E"), "マーク");  // Shift-JIS
-    EXPECT_EQ(nameOf("&bomb;&#x41;"), "&bomb;A");
-    std::string kana;
-    for (int i = 0; i < 70; ++i) kana += "あ";
-    EXPECT_EQ(nameOf(kana), kana.substr(0, 198));
-}
-
 }  // namespace
 }  // namespace keelview

@@ -149,16 +149,5 @@ TEST(TracksNmea, WhatIsNoFixIsCounted) {
     EXPECT_EQ(ReadTrackFile(Rmc("120002", "210625", "V")).Refused, Refusal::NoFixes);
 }
 
-TEST(TracksNmea, ALogMayEndAnywhere) {
-    const std::string log =
-        Rmc("120000", "210625") + Rmc("120001", "210625") + Sentence("WIMWV,90.0,T,8.0,N,A");
-    for (std::size_t size = 0; size <= log.size(); ++size) {
-        const TrackFileContent content = ReadNmea(log.substr(0, size));
-        EXPECT_LE(content.Recordings.at(0).Fixes.size(), 2U);
-    }
-    EXPECT_TRUE(ReadNmea(std::string(100'000, '$')).Recordings.at(0).Fixes.empty());
-    EXPECT_TRUE(ReadNmea("$GPRMC" + std::string(100'000, ',')).Recordings.at(0).Fixes.empty());
-}
-
 }  // namespace
 }  // namespace keelview

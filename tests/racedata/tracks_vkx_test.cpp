@@ -87,19 +87,5 @@ TEST(Vkx, ReadingGoesOnAtTheNextSoundPage) {
     }
 }
 
-TEST(Vkx, NoCutAndNoOtherFileDoesHarm) {
-    const std::string file = Head() + FixRow(At) + FixRow(At + 500);
-    for (std::size_t size = 8; size < file.size(); ++size) {
-        const auto content = ReadVkx(file.substr(0, size));
-        EXPECT_EQ(content.Recordings.at(0).Fixes.size(), size < 8 + 45 ? 0 : 1) << size;
-        EXPECT_EQ(content.Recordings.at(0).Left.empty(), size == 8 || size == 8 + 45) << size;
-    }
-    for (const std::string& other :
-         {std::string("\xFF"), std::string("\xFF\xD8\xFF\xE0\0\x10JFIF", 10), Head() + "\x55"})
-        EXPECT_EQ(ReadTrackFile(other).Refused, Refusal::Unknown);
-    EXPECT_EQ(ReadTrackFile(Head() + FixRow(0)).Refused, Refusal::NoTimes);
-    EXPECT_EQ(ReadTrackFile(Head()).Refused, Refusal::NoFixes);
-}
-
 }  // namespace
 }  // namespace keelview

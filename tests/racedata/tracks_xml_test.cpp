@@ -72,17 +72,5 @@ TEST(XmlTracks, AFileThatIsNoneIsRefused) {
         EXPECT_EQ(ReadTrackFile(row.File).Refused, row.Why) << row.File.substr(0, 60);
 }
 
-TEST(XmlTracks, AFileMayBeUtf16) {
-    const std::string plain =
-        "<gpx><trk><trkpt lat='35.5' lon='139'><time>2026-10-03T12:30:00Z</time></trkpt></trk></gpx>";
-    std::string little = "\xFF\xFE", big = "\xFE\xFF";
-    for (const char sign : plain) {
-        little += {sign, '\0'};
-        big += {'\0', sign};
-    }
-    for (const std::string& file : {little, big, little + std::string("\n\0", 2)})
-        EXPECT_EQ(Told(ReadTrackFile(file)), "/: 0 35.5 139 - -,");
-}
-
 }  // namespace
 }  // namespace keelview
