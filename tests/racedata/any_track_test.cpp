@@ -13,6 +13,7 @@
 #include "base/parallel.h"
 #include "racedata/gps_track.h"
 #include "racedata/race_file.h"
+#include "racedata/tracks/formats.h"
 #include "support/race_tree.h"
 
 namespace keelview {
@@ -44,6 +45,28 @@ TEST(AnyTrack, ARecordingIsChosenByNumberOrBoat) {
     odd.Recordings[0].Fixes = {{.Time = Gun, .Lat = 0, .Lon = 0}, {.Time = INT64_MIN, .Lat = 1, .Lon = 1}};
     EXPECT_EQ(TakeRecording(odd, "").Refused, Refusal::NoFixes);
     EXPECT_EQ(TakeRecording(odd, "").Left.size(), 2);
+}
+
+TEST(AnyTrack, OneWrongTimeCostsOneFix) {
+    for (const auto& [seconds, kept] : {std::pair{"12345", "12345"},
+                                        {"12934", "1234"},
+                                        {"91234", "1234"},
+                                        {"56178", "5678"},
+                                        {"34123456", "123456"},
+                                        {"9", "9"},
+                                        {"98", "9"},
+                                        {"1122912", "129"}}) {
+        std::string text = "time,lat,lon\n";
+        for (const char* second = seconds; *second != '\0'; ++second)
+            text += std::string("2026-10-03T12:00:0") + *second + "Z,35,139\n";
+        std::string told;
+        int left = 0;
+        const Recording recording = ReadTrackFile(text).Recordings.at(0);
+        for (const RecordedFix& fix : recording.Fixes) told += std::to_string(fix.Time / 1000 % 10);
+        for (const Skipped& skipped : recording.Left) left += skipped.Count;
+        EXPECT_EQ(told, kept) << seconds;
+        EXPECT_EQ(told.size() + static_cast<std::size_t>(left), std::string(seconds).size()) << seconds;
+    }
 }
 
 TEST(AnyTrack, AFileIsReadByItsContentAndTheRestIsToldWhy) {

@@ -149,7 +149,6 @@ TEST(Fit, WhatGivesNoFixIsCounted) {
              Case{RecordAt(0xFFFFFFFF), SkipReason::NoTime, Refusal::NoTimes},
              Case{RecordAt(70), SkipReason::NoTime, Refusal::NoTimes},  // since the device was switched on
              Case{RecordAt(At) + RecordAt(At), SkipReason::SameTime, Refusal::None},
-             Case{RecordAt(At) + RecordAt(At - 1), SkipReason::TimeBack, Refusal::None},
              Case{RecordAt(At) + Le(9, 1), SkipReason::Broken,
                   Refusal::None},  // a type that was not defined
          }) {

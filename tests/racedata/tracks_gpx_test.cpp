@@ -86,7 +86,7 @@ TEST(Gpx, WhatGivesNoFixIsCounted) {
         {Point("2026-10-03T12:30:00Z", "lat='inf' lon='nan'"), "NoFixes"},
         {Point("2026-10-03T12:30:00Z") + Point("2026-10-03T12:30:00Z") + Point("2026-10-03T12:29:59Z") +
              Point("") + Point("x") + Point("2026-10-03T12:30:01Z", "lat='1' lon='180.1'"),
-         "/Watch 5: 0 35.5 139.25 - -, SameTime 1 TimeBack 1 NoTime 1 Broken 1 NoPlace 1"},
+         "/Watch 5: 0 35.5 139.25 - -, SameTime 1 NoTime 1 Broken 1 NoPlace 1 TimeBack 1"},
         {Point("1970-01-01T00:00:00Z") + Point("2080-01-01T00:00:00Z"),
          "/Watch 5: -1791030600000 35.5 139.25 - -, 1680262200000 35.5 139.25 - -,"},
     };

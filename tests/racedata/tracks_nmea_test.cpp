@@ -135,7 +135,6 @@ TEST(TracksNmea, WhatIsNoFixIsCounted) {
              Case{Rmc("", "210625", "V"), SkipReason::NotValid},
              Case{Rmc("120002", "210625", "V") + Sentence("GPGGA,120002,,,,,0,,,,,,,,"),
                   SkipReason::NotValid},
-             Case{Rmc("115959", "210625"), SkipReason::TimeBack},
              Case{offGlobe, SkipReason::NoPlace},
              Case{Sentence("GPRMC,120003,A,3560.00,N,13915.00,E,6.5,270.0,210625,,"), SkipReason::NoPlace},
              Case{Sentence("GPRMC,120003,A,,,,,,,210625,,"), SkipReason::NoPlace},

@@ -71,6 +71,7 @@ TrackFileContent ReadUnpackedFile(std::string_view bytes, std::string_view name)
     }
     content = format->Read(bytes);
     if (content.Format.empty()) content.Format = format->Name;
+    for (Recording& recording : content.Recordings) KeepOrderOfTime(recording);
     if (content.Refused == Refusal::None && std::ranges::none_of(content.Recordings, HasFixes))
         content.Refused = WithoutFixes(content);
     std::erase_if(content.Recordings, std::not_fn(HasFixes));

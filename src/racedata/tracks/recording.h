@@ -35,7 +35,7 @@ enum class SkipReason {
     NotValid,   ///< marked as no fix by the device
     Broken,     ///< unreadable, cut off, or with a wrong checksum
     SameTime,   ///< a second fix at the time of the one before
-    TimeBack,   ///< earlier than the fix before it, by a clock that jumped
+    TimeBack,   ///< out of the order of time, by a clock that jumped
     OtherZone,  ///< a time without a zone beside times that have one
     TooMany     ///< beyond what a track may hold
 };
@@ -97,10 +97,14 @@ struct TrackFileContent {
 /// Counts one more of a reason.
 void Skip(std::vector<Skipped>& skipped, SkipReason why, int count = 1);
 
-/// Adds a fix in its order of time, or counts why not: one with a place off the globe or that is no number,
-/// at 0, 0 to the last digit (as receivers write before they know better), at the time of the last fix,
-/// before it, or beyond MostFixes.
+/// Adds a fix, or counts why not: one with a place off the globe or that is no number, at 0, 0 to the last
+/// digit (as receivers write before they know better), at the time of the last fix, or beyond MostFixes.
 void AddFix(Recording& recording, const RecordedFix& fix);
+
+/// When all fixes are there: leaves the most that can stand in the order of time, of several at one time the
+/// first, and counts the others. So one wrong time, ahead or back, costs one fix. The longest ascending
+/// subsequence by patience sorting (Fredman 1975).
+void KeepOrderOfTime(Recording& recording);
 
 /// Adds a mark. One without a name, with a place that no fix may have, or beyond MostMarks is left out.
 void AddMark(RaceHints& hints, NamedPlace mark);
