@@ -64,7 +64,7 @@ TrackReading ReadLinesFile(std::string_view bytes) {
     while (!bytes.empty()) {
         const std::string_view line = CutHead(bytes, '\n');
         if (const std::optional<TrackFix> fix = reader.Read(line))
-            AddPlace({fix->Lat, fix->Lon, fix->GpsTime * 1000}, reading);
+            AddPlace({fix->Lat, fix->Lon, fix->Time}, reading);
         else if (line.starts_with('T'))
             Skip(reading.Left, SkipReason::Broken);
     }

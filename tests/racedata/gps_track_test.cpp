@@ -29,11 +29,11 @@ TEST(TrackLines, CoordinatesAreReadInTheUnitOfTheFile) {
          }) {
         TrackLineReader reader;
         reader.Read(unit);
-        const auto fix = reader.Read(std::string("T  ") + position + " 15/10/03 01:23:45 x\r");
+        const auto fix = reader.Read(std::string("T  ") + position + " 15/10/03 01:23:45.250 x\r");
         ASSERT_TRUE(fix) << position;
         EXPECT_NEAR(fix->Lat, lat, 1e-9) << unit;
         EXPECT_NEAR(fix->Lon, lon, 1e-9) << unit;
-        EXPECT_EQ(fix->GpsTime, MakeCivilTime(2003, 10, 15, 1, 23, 45));
+        EXPECT_EQ(fix->Time, *MakeCivilTime(2003, 10, 15, 1, 23, 45) * 1000 + 250);
     }
 }
 
@@ -48,7 +48,7 @@ TEST(TrackLines, TheFirstDateDecidesTheOrderOfTheFile) {
         TrackLineReader reader;
         for (const auto& [date, read] : file) {
             const auto fix = reader.Read(std::string("T ") + Place + date + " 00:00:00 1");
-            EXPECT_EQ(fix ? DateText(fix->GpsTime) : "", read) << date;
+            EXPECT_EQ(fix ? DateText(fix->Time / 1000) : "", read) << date;
         }
     }
 }

@@ -51,7 +51,18 @@ bool TakeColon(std::string_view& text) {
     return true;
 }
 
-/// Seconds since midnight of "01:23:45" or "01:23"; parts of a second are dropped.
+/// Milliseconds of what follows the point of a second, to three digits.
+int Milliseconds(std::string_view decimals) {
+    int value = 0;
+    for (int unit = 100; unit > 0 && !decimals.empty() && decimals[0] >= '0' && decimals[0] <= '9';
+         unit /= 10) {
+        value += unit * (decimals[0] - '0');
+        decimals.remove_prefix(1);
+    }
+    return value;
+}
+
+/// Milliseconds since midnight of "01:23:45.678", "01:23:45" or "01:23".
 std::optional<int> TimeOfDay(std::string_view text) {
     const int hour = TakeTwoDigits(text);
     if (hour < 0 || hour > 23 || !TakeColon(text)) return std::nullopt;
@@ -64,7 +75,8 @@ std::optional<int> TimeOfDay(std::string_view text) {
         if (second < 0 || second > 59) return std::nullopt;
     }
     if (!text.empty() && text[0] != '.') return std::nullopt;
-    return hour * 3600 + minute * 60 + second;
+    const int whole = hour * 3600 + minute * 60 + second;
+    return whole * 1000 + (text.empty() ? 0 : Milliseconds(text.substr(1)));
 }
 
 /// A date of the form day, month, two digits of the year. The order is the same on every system.
@@ -112,7 +124,7 @@ std::optional<TrackFix> TrackLineReader::ReadFix(std::string_view line) {
     if (!timeOfDay) return std::nullopt;
     const std::optional<CivilTime>& day = Day(fields[3]);
     if (!day) return std::nullopt;
-    const TrackFix fix{Coordinate(fields[1]), Coordinate(fields[2]), *day + *timeOfDay};
+    const TrackFix fix{Coordinate(fields[1]), Coordinate(fields[2]), *day * 1000 + *timeOfDay};
     if (!IsSomewhere(fix.Lat) || !IsSomewhere(fix.Lon)) return std::nullopt;
     return fix;
 }
@@ -167,7 +179,6 @@ bool LooksLikeOwnLines(std::string_view bytes) {
 
 TrackFileContent ReadOwnLines(std::string_view bytes) {
     constexpr double minutesPerDegree = 60.0;
-    constexpr UnixMs msPerSecond = 1000;
     TrackLineReader reader;
     Recording recording;
     while (!bytes.empty()) {
@@ -176,7 +187,7 @@ TrackFileContent ReadOwnLines(std::string_view bytes) {
         if (!fix) {
             if (line.starts_with("T ")) Skip(recording.Left, SkipReason::Broken);
         } else {
-            AddFix(recording, {.Time = fix->GpsTime * msPerSecond,
+            AddFix(recording, {.Time = fix->Time,
                                .Lat = fix->Lat / minutesPerDegree,
                                .Lon = fix->Lon / minutesPerDegree});
         }

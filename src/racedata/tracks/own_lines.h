@@ -11,9 +11,9 @@ namespace keelview {
 
 /// One fix as a track file tells it.
 struct TrackFix {
-    double Lat = 0.0;       ///< minutes of arc, north positive
-    double Lon = 0.0;       ///< minutes of arc, east positive
-    CivilTime GpsTime = 0;  ///< UTC
+    double Lat = 0.0;  ///< minutes of arc, north positive
+    double Lon = 0.0;  ///< minutes of arc, east positive
+    UnixMs Time = 0;
 };
 
 /// Reads the lines of one track file in their order: a `U` line settles the unit of the coordinates from
