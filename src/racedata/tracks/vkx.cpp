@@ -8,6 +8,7 @@
 #include <numbers>
 
 #include "racedata/tracks/bytes.h"
+#include "racedata/tracks/relative_wind.h"
 
 namespace keelview {
 
@@ -17,6 +18,7 @@ enum Key : unsigned char {
     Fix = 0x02,
     RaceTimer = 0x04,
     LineEnd = 0x05,
+    ApparentWind = 0x0A,
     WaterSpeed = 0x0B,
     PageEnd = 0xFE,
     PageHead = 0xFF
@@ -36,7 +38,7 @@ constexpr auto RowSizes = [] {
                            {LineEnd, 17},
                            {0x06, 18},
                            {0x08, 13},
-                           {0x0A, 16},
+                           {ApparentWind, 16},
                            {0x0C, 12},
                            {0x0F, 16},
                            {0x10, 12},
@@ -129,6 +131,10 @@ class RowReader {
         switch (static_cast<unsigned char>(*row)) {
             case Fix:
                 return TakeFix(row + 1);
+            case ApparentWind:
+                windTime_ = TimeAt(row + 1);
+                wind_ = {.ApparentAngle = FloatAt(row + 9), .ApparentSpeed = Knots(FloatAt(row + 13))};
+                return;
             case WaterSpeed:
                 waterTime_ = TimeAt(row + 1);
                 waterSpeed_ = Knots(FloatAt(row + 9));
@@ -145,9 +151,11 @@ class RowReader {
   private:
     UnixMs waterTime_ = 0;
     float waterSpeed_ = NotTold;
+    UnixMs windTime_ = 0;
+    RelativeWind wind_;
 
     void TakeFix(const char* row) {
-        constexpr UnixMs waterHolds = 2000;
+        constexpr UnixMs holds = 2000;  // what another sensor told
         RecordedFix fix;
         fix.Time = TimeAt(row);
         if (fix.Time == 0) return Skip(Recorded.Left, SkipReason::NoTime);
@@ -156,7 +164,8 @@ class RowReader {
         fix.Speed = Knots(FloatAt(row + 16));
         fix.Course = DirectionOf(FloatAt(row + 20));
         fix.Heading = HeadingOf(row + 28);
-        if (std::abs(fix.Time - waterTime_) <= waterHolds) fix.WaterSpeed = waterSpeed_;
+        if (std::abs(fix.Time - waterTime_) <= holds) fix.WaterSpeed = waterSpeed_;
+        if (std::abs(fix.Time - windTime_) <= holds) WorkOutWind(fix, wind_);
         AddFix(Recorded, fix);
     }
 
