@@ -14,7 +14,8 @@ namespace keelview {
 namespace {
 
 constexpr double WakeSeconds = 30.0;
-constexpr int WakePoints = 5;  // with the point that the boat comes from
+constexpr int WakePoints = 5;         // with the point that the boat comes from ...
+constexpr double ShortestWake = 4.0;  // ... and more of a track of many fixes a second
 constexpr double LabelPoints = 9.0;
 
 }  // namespace
@@ -106,10 +107,12 @@ void Boats::DrawWake(int boat, const Point& at, const Projection& projection) {
     map.Fill = FillStyle::Solid;
     map.FillColor = Yellow;
     std::vector<Point> wake{at};
-    for (int point = last; point > std::max(0, last - WakePoints); --point) {
+    for (int point = last; point > 0; --point) {
+        const double age = std::abs(app_.now.Time - track.TrackTime[point]);
+        if (point <= last - WakePoints && age > ShortestWake) break;
         wake.push_back(projection.ToScreen(track.At(point)));
         map.Circle(wake.back().X, wake.back().Y, 1, White);
-        if (point < last && std::abs(app_.now.Time - track.TrackTime[point]) > WakeSeconds) break;
+        if (point < last && age > WakeSeconds) break;
     }
     map.Polyline(wake, White);
 }
