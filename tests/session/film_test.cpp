@@ -42,7 +42,7 @@ TEST_F(FilmTest, AFilmStandsUntilTheLastReasonIsGone) {
     EXPECT_FALSE(after(
         hold(WindEntry), [&] { film.Stop(); }, release(WindEntry)));
     EXPECT_TRUE(film.Stopped() && after(play));
-    EXPECT_FALSE(after([&] { film.Close(); }, play));
+    EXPECT_FALSE(after([&] { Form().Close(); }, play));
 }
 
 TEST_F(FilmTest, TheRangeWrapsBothWaysAndEndsWithTheTracks) {

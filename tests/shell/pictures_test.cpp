@@ -64,7 +64,9 @@ TEST_P(PicturesTest, TheRaceDisplayLooksAsEver) {
         {"hint_left", {click(form.Option9), point(form.Check7)}},
         {"hint_right", {point(form.Command2)}},
         {"hint_above", {point(form.Check10)}},
-        {"hint_bar", {point(form.PicTimeBar)}}};
+        {"hint_bar", {point(form.PicTimeBar)}},
+        {"hint_boat", {point(form.Maru[1])}},
+        {"hint_boats", {point(form.Label5)}}};
     const std::set<std::string> onceMore{"start", "graphs", "times", "factors"};
     dialogs.AnswerYesNo(true);  // the wind file may be overwritten
     for (const auto& [view, steps] : views) {
@@ -72,6 +74,11 @@ TEST_P(PicturesTest, TheRaceDisplayLooksAsEver) {
         // Where nothing is written but numbers, one language tells as much as two.
         if (english || onceMore.contains(view)) ExpectLooksAsEver(form, Name(view));
     }
+}
+
+TEST_P(PicturesTest, TheRaceDisplayWithoutEditingLooksAsEver) {
+    Open(false, english);
+    ExpectLooksAsEver(Form(), Name("browse"));
 }
 
 TEST_P(PicturesTest, TheOtherFormsLookAsEver) {
