@@ -1,10 +1,11 @@
 // list_recordings FILE... : what the files of devices hold, as the program reads them: the hints, and each
 // recording with its fixes: time, place, and the numbers in the order of RecordedFix. What a file does not
-// tell is "-".
+// tell is "-". With --count before the files only how many fixes each recording has.
 
 #include <cmath>
 #include <cstdio>
 #include <string>
+#include <string_view>
 #include <vector>
 
 #include "base/files.h"
@@ -38,9 +39,11 @@ void ListHints(const RaceHints& hints) {
     for (const NamedPlace& mark : hints.Marks) ListPlace("mark", mark);
 }
 
-void ListRecording(const Recording& recording) {
-    std::printf("  \"%s\" by \"%s\"\n", recording.Boat.c_str(), recording.Device.c_str());
+void ListRecording(const Recording& recording, bool onlyCount) {
+    std::printf("  \"%s\" by \"%s\", %zu fixes\n", recording.Boat.c_str(), recording.Device.c_str(),
+                recording.Fixes.size());
     ListSkipped(recording.Left);
+    if (onlyCount) return;
     for (const RecordedFix& fix : recording.Fixes) {
         std::printf("  %lld %.7f %.7f", static_cast<long long>(fix.Time), fix.Lat, fix.Lon);
         for (const float number : {fix.Speed, fix.Course, fix.Heading, fix.WaterSpeed, fix.WindSpeed,
@@ -54,7 +57,8 @@ void ListRecording(const Recording& recording) {
 
 int main(int argc, char** argv) {
     bool allRead = true;
-    for (const std::string name : std::vector<const char*>(argv + 1, argv + argc)) {
+    const bool onlyCount = argc > 1 && std::string_view(argv[1]) == "--count";
+    for (const std::string name : std::vector<const char*>(argv + (onlyCount ? 2 : 1), argv + argc)) {
         const auto bytes = ReadWholeFile(name);
         const TrackFileContent content = ReadTrackFile(bytes.value_or(""), name);
         allRead = allRead && content.Refused == Refusal::None;
@@ -62,7 +66,7 @@ int main(int argc, char** argv) {
                     static_cast<int>(content.Refused));
         ListSkipped(content.Left);
         ListHints(content.Hints);
-        for (const Recording& recording : content.Recordings) ListRecording(recording);
+        for (const Recording& recording : content.Recordings) ListRecording(recording, onlyCount);
     }
     return allRead ? 0 : 1;
 }
