@@ -164,16 +164,6 @@ void AppendCells(const LegTable& table, int boat, int firstEntry, int lastEntry,
 
 }  // namespace
 
-std::optional<int> LegTime(const MarkPasses& passes, int boat, int entry) {
-    const std::optional<int> begin = PassTime(passes, boat, entry - 1);
-    const std::optional<int> end = PassTime(passes, boat, entry);
-    return begin && end ? std::optional(*end - *begin) : std::nullopt;
-}
-
-double LegMiles(const MarkPasses& passes, int boat, int entry) {
-    return PassMiles(passes, boat, entry) - PassMiles(passes, boat, entry - 1);
-}
-
 std::optional<double> SpeedOver(double miles, int seconds) {
     if (seconds == 0) return std::nullopt;
     return miles * SecondsPerHour / seconds;

@@ -45,10 +45,16 @@ LegStatistics ComputeLegStatistics(const RaceControl& race, const MarkPasses& pa
 bool IsBest(const LegTable& table, StatKind kind, int boat, int entry);
 
 /// Seconds from the entry before to this one; nothing where either was not reached, as for entry 1.
-std::optional<int> LegTime(const MarkPasses& passes, int boat, int entry);
+inline std::optional<int> LegTime(const MarkPasses& passes, int boat, int entry) {
+    const std::optional<int> begin = PassTime(passes, boat, entry - 1);
+    const std::optional<int> end = PassTime(passes, boat, entry);
+    return begin && end ? std::optional(*end - *begin) : std::nullopt;
+}
 
 /// Nautical miles sailed on the same way; of no meaning where there is no leg time.
-double LegMiles(const MarkPasses& passes, int boat, int entry);
+inline double LegMiles(const MarkPasses& passes, int boat, int entry) {
+    return PassMiles(passes, boat, entry) - PassMiles(passes, boat, entry - 1);
+}
 
 /// Knots over a distance (nautical miles) and a time (seconds); nothing without a duration.
 std::optional<double> SpeedOver(double miles, int seconds);

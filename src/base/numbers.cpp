@@ -76,7 +76,8 @@ std::optional<int> StrictInteger(std::string_view text) {
 }
 
 double RoundDecimals(double value, int decimals) {
-    const double power = std::pow(10.0, decimals);
+    double power = 1.0;
+    for (int decimal = 0; decimal < decimals; ++decimal) power *= 10.0;
     return std::floor(value * power + 0.5) / power;
 }
 
