@@ -14,7 +14,6 @@ namespace keelview {
 namespace {
 
 constexpr double SecondsPerHour = 3600;
-constexpr double HomeVariation = -7.0;  // degrees, of the home waters
 constexpr std::string_view CellExtension = ".cst";
 
 /// A number field of the editor with what it may hold.
@@ -77,7 +76,6 @@ RaceControl NewDraft(const RaceControl& last, int timeDiff) {
     draft.MapFile.Clear();  // the cells of the race before it; the display finds those of the new one
     draft.TimeDiff.reset();
     if (timeDiff != 0) draft.TimeDiff = timeDiff;
-    draft.MagVariation = HomeVariation;
     draft.BoatLength = StandardBoatLength;
     draft.LayLineUp = fresh.LayLineUp;
     draft.LayLineDown = fresh.LayLineDown;

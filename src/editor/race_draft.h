@@ -16,8 +16,8 @@ namespace keelview {
 
 /// The race that an opened editor starts with: no boats and no file, no start and no finish (the first boat
 /// gives them), the editor's defaults, and `timeDiff` hours from UTC; a clock that shows UTC tells nothing
-/// of the place, so 0 leaves the hours to the first track. Titles, marks, lines, course,
-/// wind file and attachments stay as the race before it left them.
+/// of the place, so 0 leaves the hours to the first track. Titles, magnetic variation, marks, lines,
+/// course, wind file and attachments stay as the race before it left them.
 RaceControl NewDraft(const RaceControl& last, int timeDiff);
 
 /// Takes a boat out of the draft; what was set by hand for it goes too, and stays with the boats behind it.

@@ -33,8 +33,7 @@ RaceEditor::RaceEditor(const Settings& settings, RaceControl& race, Services& se
       question_(question),
       showDisplay_(std::move(showDisplay)),
       draft_(NewDraft(race, LocalUtcOffsetHours(services.platform))) {
-    // A race file without these keys takes what the program held last.
-    race_.MagVariation = draft_.MagVariation;
+    // A race file without a length takes what the program held last.
     race_.BoatLength = draft_.BoatLength;
 
     SetFont(settings.UiFontName, 9 * settings.FontScale);

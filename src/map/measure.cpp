@@ -11,16 +11,14 @@ namespace keelview {
 
 namespace {
 
-constexpr int CompassVariation = 7;  // degrees west, of the readout alone: home waters
-
 /// "59度／66mag  1532m": the bearing in whole degrees, true and magnetic, and the range.
-std::string Readout(const EarthScale& scale, const Position& from, const Position& to) {
+std::string Readout(const EarthScale& scale, double variation, const Position& from, const Position& to) {
     const double north = to.Lat - from.Lat;
     const double east = (to.Lon - from.Lon) * scale.LonScale;
-    const int bearing = FloorToInt(BearingOf(east, north) + 0.5) % 360;
-    const int magnetic = (bearing + CompassVariation) % 360;
+    const double bearing = FloorToInt(BearingOf(east, north) + 0.5) % 360;
+    const int magnetic = FloorToInt(WrapDirection(TurnBetween(variation, bearing)) + 0.5) % 360;
     const double metres = std::floor(std::hypot(east, north) * scale.MetresPerLatMinute + 0.5);
-    return std::to_string(bearing) + "度／" + std::to_string(magnetic) + "mag  " + NumberText(metres) + "m";
+    return WholeText(bearing) + "度／" + std::to_string(magnetic) + "mag  " + NumberText(metres) + "m";
 }
 
 }  // namespace
@@ -43,7 +41,7 @@ void Measure::Follow(const MouseEvent& event, const Position& at) {
     const Point start = MapProjection(app_).ToScreen(*start_);
     form_.Line4.Place(start.X, start.Y, event.X, event.Y);
     form_.Line4.SetVisible(true);
-    const std::string readout = Readout(app_.scale, *start_, at);
+    const std::string readout = Readout(app_.scale, app_.race.MagVariation, *start_, at);
     ShowHint(form_.Text7, readout,
              {.Left = 10, .Top = 10, .Width = form_.Text7.TextWidth(readout) + 10, .Height = 15});
     form_.Picture1.Refresh();

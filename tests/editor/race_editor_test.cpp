@@ -118,11 +118,12 @@ TEST(RaceDraft, ADraftIsNewButForWhatWasSetOnTheWaterOrOpenedWithItsBoatsAndCoas
     last.RaceFileName = "R1.txt";
     last.Start = RaceTime("2004/8/5 12:30:00");
     last.RaceTitle1 = "Cup";
+    last.MagVariation = 11.5;
     last.Marks.Resize(2);
     last.Boats.Resize(3);
     RaceControl draft = NewDraft(last, -5);
     EXPECT_TRUE(draft.RaceFileName.empty() && draft.Start.Empty() && draft.Boats.Empty());
-    EXPECT_TRUE(draft.Marks.Count() == 2 && draft.TimeDiff == -5 && draft.MagVariation == -7);
+    EXPECT_TRUE(draft.Marks.Count() == 2 && draft.TimeDiff == -5 && draft.MagVariation == 11.5);
     EXPECT_EQ(draft.RaceTitle1, "Cup");
     RaceTree tree;
     tree.Race("R1.txt", "BN, gone.trk, Ghost\r\nMAP, 5339\r\nMAP, 5239\r\n");

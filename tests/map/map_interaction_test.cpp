@@ -293,6 +293,7 @@ TEST_F(MapTest, WhatCannotBeSavedIsToldOnceAndStaysInMemory) {
 }
 
 TEST_F(MapTest, RangeAndBearingAreMeasuredFromTheLastClick) {
+    WriteRace(2, "MG, -7\r\n");
     Open();
     driver::Click(Form().Check2);
     const QPoint from(500, 500);
