@@ -1,5 +1,6 @@
 #pragma once
 
+#include <algorithm>
 #include <span>
 
 #include "base/point.h"
@@ -53,8 +54,10 @@ struct View {
     double MapSide = 0.0;            ///< pixels, side of the square map
 
     Position Centre() const { return {ViewCentreLat, ViewCentreLon}; }
+    /// A place beyond a pole is taken for the pole.
     void CentreOn(const Position& at) {
-        ViewCentreLat = at.Lat;
+        constexpr double pole = 90.0 * 60.0;
+        ViewCentreLat = std::clamp(at.Lat, -pole, pole);
         ViewCentreLon = at.Lon;
     }
 };
