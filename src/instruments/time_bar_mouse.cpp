@@ -72,7 +72,7 @@ void TimeBarMouse::PicTimeBar_MouseMove(const MouseEvent& event) {
     const int time = axis.TimeUnder(event.Y);
     app_.shown.PointerOnTimeBar = true;
     overview_.PreviewMoment(time);
-    if (dragY_ > 0 && (form_.HeldKey > 0 || event.Shift)) timeBar_.MarkRange(axis.TimeUnder(dragY_), time);
+    if (dragY_ && (form_.HeldKey > 0 || event.Shift)) timeBar_.MarkRange(axis.TimeUnder(*dragY_), time);
     form_.Text7.SetBackColor(HintBackground);
     if (app_.shown.ViewMode == ViewKind::Graph)
         ShowGraphCursor(event.Y, time);
@@ -88,14 +88,14 @@ void TimeBarMouse::PicTimeBar_MouseLeave() {
 }
 
 void TimeBarMouse::PicTimeBar_MouseUp(const MouseEvent& event) {
-    const double fromY = std::exchange(dragY_, 0.0);
+    const std::optional<double> fromY = std::exchange(dragY_, std::nullopt);
     // A drag whose Shift key went up before the button did is given up.
     if (timeBar_.Axis().Empty() || (form_.HeldKey == 0 && !event.Shift)) return;
     form_.HeldKey = 0;
     if (event.Button != MouseButton::Left)
         ReplayRange(app_.clock.ReplayRangeStart, app_.clock.ReplayRangeEnd);
-    else if (fromY != 0 && event.Y != fromY)
-        LimitRange(fromY, event.Y);
+    else if (fromY && event.Y != *fromY)
+        LimitRange(*fromY, event.Y);
 }
 
 void TimeBarMouse::LiftRange() {

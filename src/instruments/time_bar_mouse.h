@@ -1,5 +1,6 @@
 #pragma once
 
+#include <optional>
 #include <string>
 
 #include "instruments/overview.h"
@@ -35,7 +36,7 @@ class TimeBarMouse {
     const Voice& voice_;
     TimeBar& timeBar_;
     Overview& overview_;
-    double dragY_ = 0.0;  ///< where a drag with Shift began; 0 when none has
+    std::optional<double> dragY_;  ///< where a drag with Shift began
 };
 
 }  // namespace keelview
