@@ -16,6 +16,9 @@ namespace keelview {
 
 namespace {
 
+constexpr Text TooManyBoats{"A race has at most 200 boats", "1レースの艇数は200艇までです"};
+static_assert(MaxBoats == 200, "the text names the limit");
+
 constexpr std::string_view BetweenNameAndFile = "        ";
 
 // Fields that only saving takes, by their place in typed_.
@@ -112,8 +115,7 @@ void RaceEditor::Command2_Click() {
                           file);
     if (!IsFile(TrackPath(settings_.AppPath, file)))
         return voice_.Say({"GPS file not found", "GPSファイルがありません"}, file);
-    if (draft_.Boats.IsFull())
-        return voice_.Say({"A race has at most 50 boats", "1レースの艇数は50艇までです"});
+    if (draft_.Boats.IsFull()) return voice_.Say(TooManyBoats);
 
     const auto name = voice_.AskLine({"Input Boat Name to be Displayed\r\n(Max 13 Ltrs)",
                                       "表示される艇名を入力してください\r\n(Max 13 Ltrs)"},

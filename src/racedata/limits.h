@@ -3,9 +3,9 @@
 namespace keelview {
 
 // Most elements that a race may have.
-inline constexpr int MaxBoats = 50;
-inline constexpr int MaxMarks = 30;
-inline constexpr int MaxLines = 10;
+inline constexpr int MaxBoats = 200;
+inline constexpr int MaxMarks = 60;
+inline constexpr int MaxLines = 20;
 inline constexpr int MaxCourseEntries = 50;
 inline constexpr int MaxClickedEntries = 30;  // of them, by mouse: as many as the panel has room for
 inline constexpr int MaxCells = 20;

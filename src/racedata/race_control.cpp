@@ -26,9 +26,12 @@ int BoatNumberInFile(const RaceControl& race, int boat) {
 }
 
 int BoatOfNumber(const RaceControl& race, int number) {
-    for (int boat = 1; boat <= race.Boats.Count(); ++boat)
-        if (BoatNumberInFile(race, boat) == number) return boat;
-    return 0;
+    int boat = number;
+    for (const AbsentBoat& absent : race.AbsentBoats) {
+        if (absent.Number == number) return 0;
+        if (absent.Number < number) --boat;
+    }
+    return race.Boats.Holds(boat) ? boat : 0;
 }
 
 int ReplaySpan(const RaceControl& race) {

@@ -11,11 +11,14 @@ namespace keelview {
 
 namespace {
 
-constexpr std::size_t NamesInALine = 4;  // a box stays narrower than the screen
+// A box stays smaller than the screen.
+constexpr std::size_t NamesInALine = 4;
+constexpr std::size_t NamesInAList = 50;
 
 std::string Listed(const std::vector<std::string>& names) {
     std::string list;
     for (std::size_t i = 0; i < names.size(); ++i) {
+        if (i == NamesInAList) return list + ", ... (" + std::to_string(names.size()) + ")";
         if (i > 0) list += i % NamesInALine == 0 ? ",\r\n" : ", ";
         list += names[i];
     }

@@ -4,11 +4,11 @@ namespace keelview {
 
 namespace {
 
-constexpr Text TooManyMarks{"No more than 30 marks can be set.", "マークは30個まで設定できます。"};
-constexpr Text TooManyLines{"No more than 10 lines can be set.", "ラインは10本まで設定できます。"};
+constexpr Text TooManyMarks{"No more than 60 marks can be set.", "マークは60個まで設定できます。"};
+constexpr Text TooManyLines{"No more than 20 lines can be set.", "ラインは20本まで設定できます。"};
 constexpr Text TooManyEntries{"The course order holds no more than 30 marks and lines.",
                               "コースに設定できるマーク・ラインは30個までです。"};
-static_assert(MaxMarks == 30 && MaxLines == 10 && MaxClickedEntries == 30, "the texts name the limits");
+static_assert(MaxMarks == 60 && MaxLines == 20 && MaxClickedEntries == 30, "the texts name the limits");
 
 }  // namespace
 

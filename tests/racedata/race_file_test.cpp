@@ -98,10 +98,10 @@ TEST_F(RaceFileTest, AFileStartsFromTheResetValuesButKeepsVariationAndLength) {
 
 TEST_F(RaceFileTest, TheLimitsHold) {
     std::string text;
-    for (int i = 1; i <= 60; ++i)
+    for (int i = 1; i <= 210; ++i)
         text += "BN, boat1.trk, B\nMK, 1, 2\nLN, 1, 2, 3, 4\nCRS, MK1, MK2\nAT, a\nMAP, 5339\n";
     Read(text);
-    EXPECT_EQ(Counts(), (std::vector{50, 30, 10, 50, 0, 50}));
+    EXPECT_EQ(Counts(), (std::vector{200, 60, 20, 50, 0, 50}));
     EXPECT_TRUE(ReadRaceFileForDistribution(tree.Root(), race));
     EXPECT_EQ(race.MapFile.Count(), 20);
 }
@@ -214,7 +214,7 @@ TEST_F(RaceFileTest, TimesSetByHandAreReadForTheCellsOfTheRace) {
 TEST(CourseKey, NamesALineOrAMarkWithinTheLimits) {
     using Case = std::tuple<const char*, bool, int>;
     for (const auto& [text, line, number] :
-         {Case{"L1", true, 1}, Case{"MK30", false, 30}, Case{"L11", true, 0}, Case{"MK31", false, 0},
+         {Case{"L1", true, 1}, Case{"MK60", false, 60}, Case{"L21", true, 0}, Case{"MK61", false, 0},
           Case{"L", true, 0}, Case{"", false, 0}, Case{"MK-1", false, 0}, Case{"MKx", false, 0}}) {
         const CourseKey key = ParseCourseKey(text);
         EXPECT_EQ(key.IsLine, line) << text;
