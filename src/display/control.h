@@ -69,6 +69,10 @@ class Control {
     Event<const MouseEvent&> OnMouseUp;
     Event<const MouseEvent&> OnMouseMove;  ///< with or without a button held
     Event<> OnMouseLeave;                  ///< the pointer has gone elsewhere, not to a control on this one
+    /// The wheel was turned by so many lines of text, down positive. What neither a control nor its widget
+    /// has use for goes to its container.
+    Event<int> OnWheel;
+    Event<> OnTabbedTo;  ///< the keyboard has come to the control, by Tab or by an arrow key
 
   protected:
     explicit Control(std::unique_ptr<NativeControl> native);
@@ -264,11 +268,16 @@ class ListBox : public Control {
     std::string Item(int index) const;
 };
 
-/// A horizontal scroll bar.
+/// A scroll bar, horizontal at first.
 class ScrollBar : public Control {
   public:
-    ScrollBar(Container& parent, std::string_view name);
+    enum class Way { Across, Down };
+    ScrollBar(Container& parent, std::string_view name, Way way = Way::Across);
+    /// An arrow key goes on by 1, a press beside the handle by a tenth of the range.
     void SetRange(int min, int max);
+    /// The range of a view from its top, 0, on what is larger by `beyond`: an arrow key goes on by a line,
+    /// a press beside the handle by what is seen at once.
+    void SetView(int beyond, int line, int page);
     int Max() const;
     int Value() const;
     /// Fires OnChange where the value changes.

@@ -8,6 +8,7 @@
 #include <QListWidget>
 #include <QTest>
 #include <QTimer>
+#include <QWheelEvent>
 #include <QWindow>
 #include <stdexcept>
 #include <string>
@@ -103,6 +104,15 @@ void DoubleClickAt(const Control& control, QPoint at) {
 
 void MoveTo(const Control& control, QPoint at) {
     QTest::mouseMove(WindowOf(Face(control)), InWindow(Face(control), at));
+    Settle();
+}
+
+void Wheel(const Control& control, QPoint at, int notches) {
+    QWindow* window = WindowOf(Face(control));
+    const QPoint place = InWindow(Face(control), at);
+    QWheelEvent turned(place, window->mapToGlobal(place), {},
+                       {0, -notches * QWheelEvent::DefaultDeltasPerStep}, {}, {}, Qt::NoScrollPhase, false);
+    QCoreApplication::sendEvent(window, &turned);
     Settle();
 }
 

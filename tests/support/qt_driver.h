@@ -44,6 +44,8 @@ void ClickAt(const Control& control, QPoint at, Qt::MouseButton button = Qt::Lef
 void DoubleClickAt(const Control& control, QPoint at);
 /// Moves the pointer there, with what buttons are held.
 void MoveTo(const Control& control, QPoint at);
+/// Turns the wheel over a control by so many notches, down positive.
+void Wheel(const Control& control, QPoint at, int notches);
 void ClickRow(const Control& listBox, int row, Qt::KeyboardModifiers held = {});
 
 /// Presses or releases a key in the window that the control stands in.

@@ -57,8 +57,9 @@ std::unique_ptr<NativeControl> MakeList(Container& parent, std::string_view name
     return native;
 }
 
-std::unique_ptr<NativeControl> MakeScrollBar(Container& parent, std::string_view name) {
-    auto* bar = new QScrollBar(Qt::Horizontal, NativeControl::Of(parent).Inner);
+std::unique_ptr<NativeControl> MakeScrollBar(Container& parent, std::string_view name, ScrollBar::Way way) {
+    auto* bar = new QScrollBar(way == ScrollBar::Way::Down ? Qt::Vertical : Qt::Horizontal,
+                               NativeControl::Of(parent).Inner);
     bar->setFocusPolicy(Qt::StrongFocus);
     bar->setContextMenuPolicy(Qt::PreventContextMenu);
     auto native = std::make_unique<NativeControl>(bar, name);
@@ -137,7 +138,8 @@ std::string ListBox::Item(int index) const {
     return item != nullptr ? FromQt(item->text()) : std::string();
 }
 
-ScrollBar::ScrollBar(Container& parent, std::string_view name) : Control(MakeScrollBar(parent, name)) {
+ScrollBar::ScrollBar(Container& parent, std::string_view name, Way way)
+    : Control(MakeScrollBar(parent, name, way)) {
     QObject::connect(&Native().As<QScrollBar>(), &QScrollBar::valueChanged, &Native(),
                      [this] { Fire(OnChange); });
 }
@@ -146,6 +148,13 @@ void ScrollBar::SetRange(int min, int max) {
     auto& bar = Native().As<QScrollBar>();
     bar.setPageStep(std::max(1, (max - min) / 10));
     bar.setRange(min, max);
+}
+
+void ScrollBar::SetView(int beyond, int line, int page) {
+    auto& bar = Native().As<QScrollBar>();
+    bar.setSingleStep(line);
+    bar.setPageStep(page);
+    bar.setRange(0, beyond);
 }
 
 int ScrollBar::Max() const {

@@ -1,6 +1,6 @@
 #include "display/qt/native_control.h"
 
-#include <QCoreApplication>
+#include <QApplication>
 #include <QKeyEvent>
 #include <cmath>
 
@@ -66,6 +66,12 @@ bool NativeControl::eventFilter(QObject* watched, QEvent* event) {
         case QEvent::MouseButtonDblClick:
         case QEvent::MouseMove:
             return FilterMouse(static_cast<QWidget&>(*watched), static_cast<QMouseEvent&>(*event));
+        case QEvent::Wheel:
+            return FilterWheel(static_cast<QWidget&>(*watched), static_cast<QWheelEvent&>(*event));
+        case QEvent::FocusIn:
+            if (!Owner->OnTabbedTo) return false;
+            TakeTab(static_cast<QWidget&>(*watched), static_cast<QFocusEvent&>(*event));
+            return true;
         case QEvent::Leave:
             if (watched == Outer) Fire(Owner->OnMouseLeave);
             return false;
@@ -97,6 +103,40 @@ MouseEvent NativeControl::Told(const QWidget& part, const QMouseEvent& event) co
     told.X = at.x();
     told.Y = at.y();
     return told;
+}
+
+bool NativeControl::FilterWheel(QWidget& part, QWheelEvent& event) {
+    if (Owner->OnWheel && part.isEnabled()) {
+        wheelRest_ -= event.angleDelta().y() * QApplication::wheelScrollLines();
+        const int lines = wheelRest_ / QWheelEvent::DefaultDeltasPerStep;
+        wheelRest_ %= QWheelEvent::DefaultDeltasPerStep;
+        event.accept();
+        if (lines != 0) Fire(Owner->OnWheel, lines);
+        return true;
+    }
+    const QPointer<NativeControl> self(this);
+    const QPointer<QWidget> living(&part);
+    event.ignore();
+    if (part.isEnabled()) {
+        passing_ = true;
+        QCoreApplication::sendEvent(&part, &event);
+        if (!self) return true;
+        passing_ = false;
+    }
+    if (!event.isAccepted() && living && !part.isWindow() && part.parentWidget() != nullptr)
+        QCoreApplication::sendEvent(part.parentWidget(), &event);
+    return true;
+}
+
+/// The widget goes first, so that a handler may send the keyboard on.
+void NativeControl::TakeTab(QWidget& part, QFocusEvent& event) {
+    const QPointer<NativeControl> self(this);
+    passing_ = true;
+    QCoreApplication::sendEvent(&part, &event);
+    if (!self) return;
+    passing_ = false;
+    const bool tabbed = event.reason() == Qt::TabFocusReason || event.reason() == Qt::BacktabFocusReason;
+    if (tabbed && Owner != nullptr) Fire(Owner->OnTabbedTo);
 }
 
 /// The pointer over a disabled control is over what lies below it, so that a hint of a neighbour goes away.

@@ -6,6 +6,7 @@
 #include <QPalette>
 #include <QPointF>
 #include <QPointer>
+#include <QWheelEvent>
 #include <QWidget>
 #include <functional>
 #include <initializer_list>
@@ -60,10 +61,13 @@ struct NativeControl : public QObject {
 
   private:
     bool FilterMouse(QWidget& part, QMouseEvent& event);
+    bool FilterWheel(QWidget& part, QWheelEvent& event);
+    void TakeTab(QWidget& part, QFocusEvent& event);
     static void MoveBelow(const QWidget& part, const QMouseEvent& event);
     MouseEvent Told(const QWidget& part, const QMouseEvent& event) const;
     bool passing_ = false;  // the event is on its way to the widget itself
     bool pressed_ = false;  // the left button went down here
+    int wheelRest_ = 0;     // of the wheel's turn, in 120ths of a line
 };
 
 /// Gives a widget a colour in some of the roles of its palette.
