@@ -10,7 +10,7 @@ constexpr int WindSamples = 5000;
 /// `focus`: how many boats are in focus.
 void DrawGraphs(benchmark::State& state) {
     const Display display(WindSamples);
-    for (int row = 0; row < Boats; ++row) display.Form().Bnam[row].SetValue(row < state.range(0));
+    for (int boat = 1; boat <= Boats; ++boat) display.Form().Ticks[boat].InFocus = boat <= state.range(0);
     display.app->shown.ViewMode = ViewKind::Graph;
     for (auto _ : state) display.desk->graphs.Repaint(Changed::Focus);
     state.SetItemsProcessed(state.iterations() * 2 * Boats * Fixes);

@@ -303,8 +303,8 @@ class Timer {
     std::unique_ptr<Impl> impl_;
 };
 
-/// Controls of one kind that stand for the boats: element i is boat i + 1. Element 0 is made with the form,
-/// the others by Load and removed by UnloadAbove.
+/// Controls of one kind, for boats or rows: element i is boat i + 1. Element 0 is made with the form, the
+/// others as they are needed.
 template <class T>
 class ControlArray {
   public:
@@ -313,12 +313,9 @@ class ControlArray {
     T& operator[](int index) { return *elements_.at(static_cast<std::size_t>(index)); }
     const T& operator[](int index) const { return *elements_.at(static_cast<std::size_t>(index)); }
     int Count() const { return static_cast<int>(elements_.size()); }
-    /// Makes elements until there are `count`.
-    void Load(int count) {
+    /// Makes elements, or removes the last ones, until there are `count`; the first one stays.
+    void Resize(int count) {
         while (Count() < count) elements_.push_back(maker_(Count()));
-    }
-    /// Removes the last elements until there are `count`; the first one stays.
-    void UnloadAbove(int count) {
         while (Count() > 1 && Count() > count) elements_.pop_back();
     }
 

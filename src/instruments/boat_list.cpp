@@ -16,6 +16,7 @@ namespace keelview {
 namespace {
 
 constexpr double SpriteSide = 15.0;  // of a boat at its usual size on the map
+constexpr double TitleTop = 25.0;
 
 constexpr Text FocusHint{
     "Cecked boats are focused.\nUnchecked boats are out of focus.\n\nRight button to focus only 1 boat.",
@@ -38,58 +39,102 @@ BoatList::BoatList(RaceSession& session)
     form_.Picture5.OnMouseMove = [this](const MouseEvent&) { Picture5_MouseMove(); };
     form_.Picture7.OnMouseMove = [this](const MouseEvent&) { Picture7_MouseMove(); };
     form_.Picture8.OnMouseMove = [this](const MouseEvent&) { Picture8_MouseMove(); };
+    form_.Picture8.OnWheel = [this](int lines) { form_.VScroll1.SetValue(form_.VScroll1.Value() + lines); };
+    form_.VScroll1.OnChange = [this] { VScroll1_Change(); };
     form_.OnMouseMove = [this](const MouseEvent&) { Form_MouseMove(); };
 }
 
 void BoatList::Repaint(Changed changed) {
     if (Any(changed, Changed::Boats)) {
-        ConnectRows();
-        focusing_ = true;
-        for (int row = 0; row < app_.race.Boats.Count(); ++row) {
-            form_.Bnam[row].SetValue(true);
-            form_.Maru[row].SetValue(false);
-        }
-        focusing_ = false;
+        form_.Ticks.Assign(app_.race.Boats.Count(), {});
+        form_.VScroll1.SetValue(0);
+        ConnectBoats();
     }
-    if (Any(changed, Changed::Boats | Changed::Race)) FillRows();
-    // Boats in focus have broader bars.
-    if (Any(changed, Changed::Focus)) rowShown_.Assign(app_.race.Boats.Count(), {});
+    if (Any(changed, Changed::Boats | Changed::Race)) {
+        numbers_.Assign(app_.race.Boats.Count(), {});
+        hintBoat_ = 0;
+    }
+    if (Any(changed, Changed::Boats | Changed::Race | Changed::Size)) {
+        ConnectRows();
+        FillRows();
+    } else if (Any(changed, Changed::Focus)) {  // boats in focus have broader bars
+        for (int row = 0; row < form_.Bnam.Count(); ++row) ShowNumbers(row);
+    }
 }
 
 /// Rows that were there before are connected already.
 void BoatList::ConnectRows() {
-    const int boats = app_.race.Boats.Count();
-    for (int row = std::min(connectedRows_, boats); row < boats; ++row) {
+    for (int row = 0; row < form_.Bnam.Count(); ++row) {
         CheckBox& name = form_.Bnam[row];
-        name.OnClick = [this] { Bnam_Click(); };
+        CheckBox& ring = form_.Maru[row];
+        if (name.OnClick) continue;
+        name.OnClick = [this, row] { Bnam_Click(row); };
         name.OnMouseUp = [this, row](const MouseEvent& event) { Bnam_MouseUp(row, event.Button); };
         name.OnMouseMove = [this, row](const MouseEvent&) { Bnam_MouseMove(row); };
-        form_.Maru[row].OnClick = [this] { Maru_Click(); };
-        form_.Maru[row].OnMouseMove = [this, row](const MouseEvent&) { Maru_MouseMove(row); };
-        for (CheckBox* box : {&name, &form_.Maru[row]}) box->OnMouseLeave = [this] { Hover(0); };
-        form_.Boat[row].OnMouseMove = [this, row](const MouseEvent&) { Boat_MouseMove(row); };
+        name.OnTabbedTo = [this, row] { Row_TabbedTo(row, form_.Bnam); };
+        ring.OnClick = [this, row] { Maru_Click(row); };
+        ring.OnMouseMove = [this, row](const MouseEvent&) { Maru_MouseMove(row); };
+        ring.OnTabbedTo = [this, row] { Row_TabbedTo(row, form_.Maru); };
+        for (TextBox* number : {&form_.Text5[row], &form_.Text6[row]})
+            number->OnMouseMove = [this](const MouseEvent&) { Picture8_MouseMove(); };
+        for (CheckBox* box : {&name, &ring}) box->OnMouseLeave = [this] { Hover(0); };
     }
-    connectedRows_ = boats;
+}
+
+void BoatList::ConnectBoats() {
+    for (int boat = 1; boat <= app_.race.Boats.Count(); ++boat) {
+        Sprite& sprite = form_.Boat[boat - 1];
+        if (!sprite.OnMouseMove)
+            sprite.OnMouseMove = [this, boat](const MouseEvent&) { Boat_MouseMove(boat); };
+    }
 }
 
 void BoatList::FillRows() {
+    numbers_.Resize(app_.race.Boats.Count());
     form_.Picture8.Cls();
-    rowShown_.Assign(app_.race.Boats.Count(), {});
-    hintBoat_ = 0;
-    for (int boat = 1; boat <= app_.race.Boats.Count(); ++boat) {
-        CheckBox& name = form_.Bnam[boat - 1];
+    PrintTitles();
+    firstBoat_ = form_.BoatOfRow(0);
+    for (int row = 0; row < form_.Bnam.Count(); ++row) {
+        const int boat = form_.BoatOfRow(row);
+        CheckBox& name = form_.Bnam[row];
         name.SetBackColor(BoatColour(boat));
         name.SetForeColor(White);
         name.SetCaption(app_.race.Boats[boat].BoatName);
-        form_.Text5[boat - 1].SetText("");
-        form_.Text6[boat - 1].SetText("");
+        ShowNumbers(row);
     }
+    ShowTicks();
+}
+
+/// Those of the first column are a control.
+void BoatList::PrintTitles() {
+    const ListShape& list = form_.List();
+    Surface& panel = form_.Picture8;
+    const double points = std::exchange(panel.FontSize, 8 * app_.settings.FontScale);
+    for (int column = 1; column < list.Columns; ++column) {
+        const double left = column * list.RowWidth();
+        panel.PrintAt(left + 25, TitleTop, "BOAT NAME");
+        panel.PrintAt(left + 121, TitleTop, "BSP");
+        panel.PrintAt(left + list.RowWidth() - 42, TitleTop, "TWA");
+    }
+    panel.FontSize = points;
+}
+
+void BoatList::ShowTicks() {
+    focusing_ = true;
+    for (int row = 0; row < form_.Bnam.Count(); ++row) {
+        form_.Bnam[row].SetValue(form_.InFocus(form_.BoatOfRow(row)));
+        form_.Maru[row].SetValue(form_.HasRing(form_.BoatOfRow(row)));
+    }
+    focusing_ = false;
 }
 
 void BoatList::Show(const Moment& now) {
     if (const auto& start = app_.race.Start.At())
         form_.Text1.SetText(DateTimeText(*start + FloorToInt(now.Time)));
-    for (int boat = 1; boat <= now.Boats.Count(); ++boat) ShowRow(boat, now.Boats[boat]);
+    for (int boat = 1; boat <= now.Boats.Count(); ++boat) {
+        const int row = boat - firstBoat_;
+        if (TakeNumbers(boat, now.Boats[boat]) && row >= 0 && row < form_.Bnam.Count()) ShowNumbers(row);
+    }
     if (app_.shown.HoverBoat > 0) PlaceLabel(app_.shown.HoverBoat);
     if (hintBoat_ > 0 && form_.Text7.Visible() && form_.Text7.Text() == hint_)
         PlaceHint();
@@ -97,48 +142,67 @@ void BoatList::Show(const Moment& now) {
         hintBoat_ = 0;
 }
 
-void BoatList::ShowRow(int boat, const BoatMoment& moment) {
-    RowShown row;
-    if (moment.IsSomewhere())
-        row = {.Speed = moment.On.Speed, .WindAngle = static_cast<int>(std::lround(moment.TrueWindAngle))};
-    const bool isNew = moment.IsSomewhere() ? row.Speed > 0 && row != rowShown_[boat]
-                                            : !form_.Text5[boat - 1].Text().empty();
-    if (isNew) ShowSpeed(boat, moment);
-    rowShown_[boat] = row;
+/// True if the boat's row tells something else from now on.
+bool BoatList::TakeNumbers(int boat, const BoatMoment& moment) {
+    std::optional<Numbers>& told = numbers_[boat];
+    if (!moment.IsSomewhere()) return std::exchange(told, std::nullopt).has_value();
+    if (moment.On.Speed <= 0) return false;
+    const Numbers now{moment.On.Speed, moment.TrueWindAngle};
+    const bool same =
+        told && told->Speed == now.Speed && std::lround(told->WindAngle) == std::lround(now.WindAngle);
+    if (!same) told = now;
+    return !same;
 }
 
-void BoatList::ShowSpeed(int boat, const BoatMoment& moment) {
-    const int row = boat - 1;
+void BoatList::ShowNumbers(int row) {
     Surface& panel = form_.Picture8;
-    const double left = form_.Text5[0].Left() + form_.Text5[0].Width() + 2;
-    const double top = form_.Bnam[row].Top();
-    panel.FilledBox(left, top, left + 150, top + 13, ButtonFace);
-    const bool somewhere = moment.IsSomewhere();
-    form_.Text6[row].SetText(somewhere ? WholeText(moment.TrueWindAngle) : "");
-    form_.Text5[row].SetText(somewhere ? SpeedText(moment.On.Speed) : "");
-    if (!somewhere) return;
-    const double right = left + moment.On.Speed * SpeedBarScale(app_.tracks.TypicalSpeed);
+    const int boat = form_.BoatOfRow(row);
+    const std::optional<Numbers>& told = numbers_[boat];
+    const ListShape& list = form_.List();
+    const double left = form_.Text5[row].Left() + form_.Text5[row].Width() + 2;
+    const double end = list.RowLeft(row) + list.RowWidth();
+    const double top = list.RowTop(row);
+    panel.FilledBox(left, top, end, top + list.Pitch - 1, ButtonFace);
+    form_.Text6[row].SetText(told ? WholeText(told->WindAngle) : "");
+    form_.Text5[row].SetText(told ? SpeedText(told->Speed) : "");
+    if (!told) return;
+    const double right = std::min(left + told->Speed * SpeedBarScale(app_.tracks.TypicalSpeed), end);
     const bool inFocus = form_.InFocus(boat);
     panel.FilledBox(left, top + (inFocus ? 0 : 4), right, top + (inFocus ? 9 : 5), BoatColour(boat));
 }
 
 // The left button or the space bar.
-void BoatList::Bnam_Click() {
+void BoatList::Bnam_Click(int row) {
     if (focusing_) return;
-    bool anyFocused = false;
-    for (int boat = 1; boat <= app_.race.Boats.Count(); ++boat)
-        anyFocused = anyFocused || form_.InFocus(boat);
-    FocusOn([&](int row) { return anyFocused ? form_.Bnam[row].Value() : row == 0; });
+    form_.Ticks[form_.BoatOfRow(row)].InFocus = form_.Bnam[row].Value();
+    const bool anyFocused = std::ranges::any_of(form_.Ticks, &RaceDisp::BoatTicks::InFocus);
+    FocusOn([&](int boat) { return anyFocused ? form_.InFocus(boat) : boat == 1; });
 }
 
 void BoatList::Bnam_MouseUp(int row, MouseButton button) {
     if (button == MouseButton::Left) return;  // the tick has told itself
-    FocusOn([row](int other) { return other == row; });
+    FocusOn([picked = form_.BoatOfRow(row)](int boat) { return boat == picked; });
 }
 
-void BoatList::Maru_Click() {
+void BoatList::Maru_Click(int row) {
     if (focusing_) return;
-    FocusOn([this](int row) { return form_.Bnam[row].Value(); });
+    form_.Ticks[form_.BoatOfRow(row)].Ring = form_.Maru[row].Value();
+    FocusOn([this](int boat) { return form_.InFocus(boat); });
+}
+
+/// Where more boats are beyond the row, it comes to the middle of the list.
+void BoatList::Row_TabbedTo(int row, ControlArray<CheckBox>& boxes) {
+    const int rows = form_.Bnam.Count();
+    if (row > 0 && row < rows - 1) return;
+    const int boat = form_.BoatOfRow(row);
+    form_.VScroll1.SetValue(boat - rows / 2);
+    boxes[boat - form_.BoatOfRow(0)].SetFocus();
+}
+
+void BoatList::VScroll1_Change() {
+    const int pointed = app_.shown.HoverBoat + form_.BoatOfRow(0) - firstBoat_;
+    FillRows();
+    if (app_.shown.HoverBoat > 0 && app_.now.Boats.Holds(pointed)) PointAtBoat(pointed);
 }
 
 void BoatList::Label5_Click() {
@@ -147,11 +211,10 @@ void BoatList::Label5_Click() {
 }
 
 /// Ticks the boats that are in focus; a boat with a ring always is.
-void BoatList::FocusOn(const std::function<bool(int row)>& inFocus) {
-    focusing_ = true;
-    for (int row = 0; row < app_.race.Boats.Count(); ++row)
-        form_.Bnam[row].SetValue(inFocus(row) || form_.Maru[row].Value());
-    focusing_ = false;
+void BoatList::FocusOn(const std::function<bool(int boat)>& inFocus) {
+    for (int boat = 1; boat <= form_.Ticks.Count(); ++boat)
+        form_.Ticks[boat].InFocus = inFocus(boat) || form_.HasRing(boat);
+    ShowTicks();
     stage_.Repaint(Changed::Focus);
 }
 
@@ -166,20 +229,20 @@ void BoatList::Bnam_MouseMove(int row) {
     const double height = voice_.English() ? 62 : 70;
     const double rowTop = form_.Bnam[row].Top() + form_.Picture8.Top();
     const double above = rowTop - height - 5;
-    ShowListHint(FocusHint, {.Left = form_.Picture8.Left() + 5,
+    ShowListHint(FocusHint, {.Left = form_.Picture8.Left() + form_.Bnam[row].Left(),
                              .Top = above < 0 ? rowTop + 25 : above,
                              .Width = Width,
                              .Height = height});
-    PointAtBoat(row);
+    PointAtBoat(form_.BoatOfRow(row));
 }
 
 void BoatList::Maru_MouseMove(int row) {
     constexpr double Width = 240.0;
-    ShowListHint(RingHint, {.Left = form_.Picture8.Left() + 235 - Width,
+    ShowListHint(RingHint, {.Left = form_.Picture8.Left() + form_.Maru[row].Left() - 5 - Width,
                             .Top = form_.Maru[row].Top() + form_.Picture8.Top() + 20,
                             .Width = Width,
                             .Height = 30});
-    PointAtBoat(row);
+    PointAtBoat(form_.BoatOfRow(row));
 }
 
 void BoatList::Label5_MouseMove() {
@@ -195,10 +258,10 @@ void BoatList::ShowListHint(const Text& hint, const HintPlace& place) {
     if (form_.Check3.Value()) ShowHint(form_.Text7, voice_.In(hint), place);
 }
 
-/// The boat of a row gets its ring, and its label at once.
-void BoatList::PointAtBoat(int row) {
-    Hover(row + 1);
-    PlaceLabel(row + 1);
+/// The boat of the row under the pointer gets its ring, and its label at once.
+void BoatList::PointAtBoat(int boat) {
+    Hover(boat);
+    PlaceLabel(boat);
 }
 
 /// The label goes along with the boat on the map.
@@ -218,9 +281,9 @@ void BoatList::PlaceLabel(int boat) {
     form_.Text8.Show();
 }
 
-void BoatList::Boat_MouseMove(int row) {
+void BoatList::Boat_MouseMove(int boat) {
     if (!form_.Check3.Value()) return;
-    hintBoat_ = row + 1;
+    hintBoat_ = boat;
     PlaceHint();
 }
 

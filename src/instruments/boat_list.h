@@ -1,6 +1,7 @@
 #pragma once
 
 #include <functional>
+#include <optional>
 #include <string>
 #include <string_view>
 
@@ -14,7 +15,8 @@ namespace keelview {
 
 /// The list of boats: name, speed and wind angle of each at the moment, and the way to pick some out. The
 /// boats that are ticked are in focus. The pointer on a row or on a boat of the map names the boat. Over
-/// the list the panel rises, elsewhere in its column it sinks.
+/// the list the panel rises, elsewhere in its column it sinks. A fleet that has more boats than the list
+/// has rows is scrolled, by its bar, by the wheel, and by the keyboard that comes to the first or last row.
 class BoatList : public Instrument {
   public:
     explicit BoatList(RaceSession& session);
@@ -27,35 +29,39 @@ class BoatList : public Instrument {
     void Show(const Moment& now) override;
 
   private:
-    /// The numbers of a boat's row, zeros where there are none.
-    struct RowShown {
-        double Speed = 0.0;  ///< knots
-        int WindAngle = 0;   ///< degrees
-        bool operator==(const RowShown&) const = default;
+    /// The numbers of a boat's row.
+    struct Numbers {
+        double Speed = 0.0;      ///< knots, above 0
+        double WindAngle = 0.0;  ///< degrees
     };
 
     void ConnectRows();
+    void ConnectBoats();
     void FillRows();
-    void ShowRow(int boat, const BoatMoment& moment);
-    void ShowSpeed(int boat, const BoatMoment& moment);
+    void PrintTitles();
+    bool TakeNumbers(int boat, const BoatMoment& moment);
+    void ShowNumbers(int row);
+    void ShowTicks();
 
-    void Bnam_Click();
+    void Bnam_Click(int row);
     void Bnam_MouseUp(int row, MouseButton button);
     void Bnam_MouseMove(int row);
-    void Maru_Click();
+    void Maru_Click(int row);
     void Maru_MouseMove(int row);
-    void Boat_MouseMove(int row);
+    void Row_TabbedTo(int row, ControlArray<CheckBox>& boxes);
+    void VScroll1_Change();
+    void Boat_MouseMove(int boat);
     void Label5_Click();
     void Label5_MouseMove();
     void Picture5_MouseMove();
     void Picture7_MouseMove();
     void Picture8_MouseMove();
     void Form_MouseMove();
-    void FocusOn(const std::function<bool(int row)>& inFocus);
+    void FocusOn(const std::function<bool(int boat)>& inFocus);
     void EnterPanel();
     void HideHints();
     void ShowListHint(const Text& hint, const HintPlace& place);
-    void PointAtBoat(int row);
+    void PointAtBoat(int boat);
     void PlaceLabel(int boat);
     void PlaceHint();
     void Hover(int boat);
@@ -66,9 +72,9 @@ class BoatList : public Instrument {
     Stage& stage_;
     Film& film_;
     const Voice& voice_;
-    int connectedRows_ = 0;
-    bool focusing_ = false;  ///< the program itself ticks boats
-    OneBased<RowShown> rowShown_;
+    bool focusing_ = false;                     ///< the program itself ticks boats
+    OneBased<std::optional<Numbers>> numbers_;  ///< by boat, as a row has them
+    int firstBoat_ = 1;                         ///< in the first row
     int hintBoat_ = 0;  ///< the boat that the hint box names on the map; 0 while it tells something else
     std::string hint_;  ///< of that boat
 };

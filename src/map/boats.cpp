@@ -42,7 +42,7 @@ void Boats::Show(const Moment& now) {
         const Point at = projection.ToScreen(now.Boats[boat].At());
         ShowBoat(boat, at, size);
         PlaceCrossWindLine(boat, at);
-        if (form_.Check5.Value() && (form_.Check9.Value() || form_.Maru[boat - 1].Value()))
+        if (form_.Check5.Value() && (form_.Check9.Value() || form_.HasRing(boat)))
             DrawNameLabel(boat, at.X + size.Side / 2 + 5, at.Y - 5);
         if (wakes) DrawWake(boat, at, projection);
     }
@@ -73,7 +73,7 @@ BoatLook Boats::LookOf(int boat, double side) const {
             .Length = app_.race.BoatLength,
             .Heading = WrapDifference(heading - app_.view.ScreenUpDirection),
             .WindAngle = WrapDifference(now.WindNow.DirectionTrue - heading),
-            .Ring = form_.Maru[boat - 1].Value() || app_.shown.HoverBoat == boat,
+            .Ring = form_.HasRing(boat) || app_.shown.HoverBoat == boat,
             .Hull = BoatColour(boat)};
 }
 

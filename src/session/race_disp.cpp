@@ -63,8 +63,9 @@ RaceDisp::RaceDisp(const Settings& settings)
     for (Control* control : std::initializer_list<Control*>{&Picture1, &Check9, &Check2, &Check5})
         control->SetEnabled(false);
     for (Control* control : std::initializer_list<Control*>{
-             &PicTime, &Picture3, &Picture13, &Text8, &Text12, &Seven, &Blue_P, &Picture12, &Text4,
-             &Picture9, &Command12, &Picture4, &Text7, &PicTimeBar, &GPIC, &Position, &sWind})
+             &PicTime,   &Picture3, &Picture13, &Text8,     &Text12,   &Seven,    &Blue_P,
+             &Picture12, &Text4,    &Picture9,  &Command12, &Picture4, &Text7,    &PicTimeBar,
+             &GPIC,      &Position, &sWind,     &VScroll1,  &VScroll2, &VScroll3, &Picture14})
         control->Hide();
     for (LineObject* line : {&Line4, &Line2, &Line3, &Line7}) line->SetVisible(false);
     Bar[0].SetVisible(false);
@@ -77,18 +78,10 @@ RaceDisp::RaceDisp(const Settings& settings)
 }
 
 void RaceDisp::LoadBoats(int boatCount) {
-    const auto load = [boatCount](auto& array) {
-        array.Load(boatCount);
-        array.UnloadAbove(boatCount);
-    };
-    load(Boat);
-    load(BoatS);
-    load(Bar);
-    load(Bnam);
-    load(Text5);
-    load(Text6);
-    load(Maru);
-    for (int row = 0; row < Bnam.Count(); ++row) LayoutRow(row);
+    Boat.Resize(boatCount);
+    BoatS.Resize(boatCount);
+    Bar.Resize(boatCount);
+    Ticks.Resize(boatCount);
 }
 
 void RaceDisp::SetTitle(std::string_view title) {

@@ -8,6 +8,7 @@
 #include "display/control.h"
 #include "display/form.h"
 #include "session/app_state.h"
+#include "session/list_shape.h"
 
 namespace keelview {
 
@@ -31,15 +32,26 @@ class RaceDisp : public Form {
     /// Makes all controls with their stored defaults, in the language and font of the settings.
     explicit RaceDisp(const Settings& settings);
 
-    /// Places every control for a race of `boatCount` boats, by the inner size of the form; those of the
-    /// boats that there are controls for too.
+    /// Places every control for a race of `boatCount` boats, by the inner size of the form. The boat list
+    /// has rows for as many of them as find room.
     void LayoutPanels(const Settings& settings, int boatCount);
 
-    /// Has controls for just so many boats; those of the first one are always there. The ones that stay
-    /// keep what they show.
+    /// Has pictures of just so many boats; those of the first one are always there. The boats that stay
+    /// keep their ticks.
     void LoadBoats(int boatCount);
-    /// The boat (from 1) is ticked in the list.
-    bool InFocus(int boat) const { return Bnam[boat - 1].Value(); }
+
+    /// What is ticked of a boat in the list.
+    struct BoatTicks {
+        bool InFocus = true;
+        bool Ring = false;
+    };
+    OneBased<BoatTicks> Ticks;  ///< of all boats, whether the list shows their rows or not
+    bool InFocus(int boat) const { return Ticks[boat].InFocus; }
+    bool HasRing(int boat) const { return Ticks[boat].Ring; }
+    /// The boat that a row of the list (from 0) shows.
+    int BoatOfRow(int row) const { return VScroll1.Value() + row + 1; }
+    /// Rows and columns of the boat list.
+    const ListShape& List() const { return list_; }
 
     /// The title of the window, which tells the race.
     void SetTitle(std::string_view title);
@@ -61,15 +73,15 @@ class RaceDisp : public Form {
     bool PanelRaised() const { return panelRaised_; }
     /// Top of the boat list at rest.
     static constexpr double PanelTop = 178.0;
-    /// Height of one row of the boat list.
-    static constexpr double RowPitch = 14.0;
 
     /// Puts the two signal flags back to the top right of the map.
     void PlaceSignals();
     /// The six sea colour cells, from the lightest to the darkest.
     std::array<Surface*, 6> ColourCells() { return {&BCOL1, &BCOL2, &BCOL3, &BCOL4, &BCOL5, &BCOL6}; }
 
-    Surface PicTime{*this, "PicTime", BorderStyle::Flat};        // the data view: leg tables and charts
+    Surface PicTime{*this, "PicTime", BorderStyle::Flat};         // the data view: leg tables and charts
+    Surface Picture14{*this, "Picture14", BorderStyle::None};     // its head, over the rows
+    ScrollBar VScroll2{*this, "VScroll2", ScrollBar::Way::Down};  // on a data view larger than its place
     Surface GPIC{*this, "GPIC"};                                 // the boat graphs, in the place of the map
     Surface Picture1{*this, "Picture1"};                         // the map
     Surface PicTimeBar{*this, "PicTimeBar", BorderStyle::Flat};  // the vertical time bar
@@ -104,6 +116,7 @@ class RaceDisp : public Form {
     LineObject Line8{sWind, "Line8", Red};
     LineObject Line9{sWind, "Line9", Red};
     Surface Position{Picture1, "Position", BorderStyle::Flat};  // finish list
+    ScrollBar VScroll3{Position, "VScroll3", ScrollBar::Way::Down};
     LineObject Line4{Picture1, "Line4",
                      Rgb(255, 255, 128)};  // rubber band of range and bearing, and of a line being set
     ControlArray<LineObject> Bar;          // cross-wind lines
@@ -136,10 +149,13 @@ class RaceDisp : public Form {
     // In the boat list.
     TextBox Text1{Picture8, "Text1", Readout};  // date and time of the replay clock
     Label Label5{Picture8, "Label5"};           // column titles
+    // By row; the arrays of the map and the overview are by boat.
     ControlArray<CheckBox> Bnam;
     ControlArray<TextBox> Text5;  // boat speed
     ControlArray<TextBox> Text6;  // true wind angle
     ControlArray<CheckBox> Maru;  // ring and name
+    ScrollBar VScroll1{Picture8, "VScroll1",
+                       ScrollBar::Way::Down};  // the boats of a fleet that has no room
 
     // In the control panel.
     Frame Frame3{Picture7, "Frame3"};                   // "TRACK"
@@ -201,13 +217,14 @@ class RaceDisp : public Form {
     void ApplyFonts(const Settings& settings);
     void LayoutMap();
     void LayoutTopPanel(bool useEnglish);
-    void LayoutBoatList();
+    void LayoutBoatList(int boatCount);
     void LayoutRow(int row);
 
     double mapSide_ = 0.0;
     double panelLeft_ = 0.0;
     double panelRaisedTop_ = PanelTop;  ///< of the boat list while the pointer is on it
     bool panelRaised_ = false;
+    ListShape list_;
     std::string title_;
 };
 

@@ -12,7 +12,7 @@ void RaceDisp::PlaceAndCaption(bool useEnglish) {
     ApplyTable(
         {
             {Label7, {11, 2, 49, 17}, Both("ZOOM")},
-            {Label5, {10, 26, 240, 12}, Both("    BOAT NAME           BSP                          TWA")},
+            {Label5, Both("    BOAT NAME           BSP                          TWA")},
             {Command12, {5, 5, 113, 17}, {"Make Wind Data", "風データ手動作成"}},
             {Option1, {"Time", "時間"}},
             {Option4, {"Dist", "距離"}},

@@ -8,7 +8,7 @@ namespace keelview {
 
 namespace {
 
-constexpr double ColumnWidth = 265.0;
+constexpr double ColumnWidth = ListShape::ColumnWidth;
 constexpr double TimeBarWidth = 30.0;
 constexpr double Margin = 5.0;
 constexpr double ControlPanelHeight = 379.0;
@@ -26,15 +26,15 @@ void RaceDisp::LayoutPanels(const Settings& settings, int boatCount) {
     PicTimeBar.Move(2 * Margin + side, Margin, TimeBarWidth, side);
     panelLeft_ = PicTimeBar.Left() + PicTimeBar.Width() + Margin;
     Picture5.Move(panelLeft_, Margin, ColumnWidth, 167);
-    const double listHeight = boatCount * RowPitch + 50;
-    Picture8.Move(panelLeft_, PanelTop, ColumnWidth, listHeight);
+    list_ = FitList(boatCount, ScaleWidth() - panelLeft_, ScaleHeight());
+    Picture8.Move(panelLeft_, PanelTop, list_.Width(), list_.Height());
     Picture7.Move(panelLeft_, side + Margin - ControlPanelRise, ColumnWidth, ControlPanelHeight);
-    panelRaisedTop_ = PanelTop + listHeight > side - PanelTop ? 0.0 : PanelTop;
+    panelRaisedTop_ = PanelTop + list_.Height() > side - PanelTop ? 0.0 : PanelTop;
     LowerBoatList();
 
     LayoutMap();
     LayoutTopPanel(settings.UseEnglish);
-    LayoutBoatList();
+    LayoutBoatList(boatCount);
     btnHATENA.SetVisible(IsFile(ManualPath(settings)));
     Picture12.Hide();
     Position.Hide();
@@ -79,17 +79,30 @@ void RaceDisp::LayoutTopPanel(bool useEnglish) {
     Picture11.SetVisible(!useEnglish);
 }
 
-void RaceDisp::LayoutBoatList() {
+void RaceDisp::LayoutBoatList(int boatCount) {
     Text1.Move(10, 4, 240, 18);  // the digits and their frame; less would cut them
+    Label5.Move(10, 26, list_.RowWidth() - 25, 12);
+    Bnam.Resize(list_.Rows);
+    Text5.Resize(list_.Rows);
+    Text6.Resize(list_.Rows);
+    Maru.Resize(list_.Rows);
     for (int row = 0; row < Bnam.Count(); ++row) LayoutRow(row);
+    constexpr double edges = 4.0;  // of the panel
+    VScroll1.Move(list_.Width() - edges - ListShape::BarWidth, ListShape::HeadHeight, ListShape::BarWidth,
+                  list_.RowsInColumn * list_.Pitch);
+    VScroll1.SetVisible(list_.Scrolls);
+    VScroll1.SetView(std::max(boatCount - list_.Rows, 0), 1, list_.Rows);
 }
 
 void RaceDisp::LayoutRow(int row) {
-    const double down = RowPitch * row;
-    Bnam[row].Move(5, 39 + down, 105, 15);
-    Text5[row].Move(110, 39 + down, 24, 15);
-    Text6[row].Move(211, 39 + down, 24, 15);
-    Maru[row].Move(240, 37 + down, 17, 17);
+    const double left = list_.RowLeft(row);
+    const double right = left + list_.RowWidth();
+    const double top = list_.RowTop(row);
+    const double height = list_.Pitch + 1;
+    Bnam[row].Move(left + 5, top, 105, height);
+    Text5[row].Move(left + 110, top, 24, height);
+    Text6[row].Move(right - 54, top, 24, height);
+    Maru[row].Move(right - 25, top - 2, 17, height + 2);
     for (Control* control :
          std::initializer_list<Control*>{&Bnam[row], &Text5[row], &Text6[row], &Maru[row]})
         control->Show();

@@ -1,6 +1,8 @@
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <random>
+#include <string>
 #include <tuple>
 
 #include "instruments/boat_list.h"
@@ -180,6 +182,39 @@ TEST_F(BoatListTest, ALargeFleetRisesUnderThePointerAndSinksAgain) {
         driver::MoveTo(*elsewhere, {5, 120});
         EXPECT_TRUE(form.Picture8.Top() == RaceDisp::PanelTop && form.Picture7.Visible());
     }
+}
+
+TEST_F(BoatListTest, AFleetBeyondTheRowsIsScrolledWithItsTicksAndByTheKeyboard) {
+    for (int boat = 1; boat <= 9; ++boat)
+        tree.Boat("b" + std::to_string(boat) + ".trk", Lat, Lon + 0.1 * boat, SixKnots, 0, -60, 60);
+    std::string names;
+    for (int boat = 1; boat <= 90; ++boat)
+        names += "BN, b" + std::to_string(boat % 9 + 1) + ".trk, Boat " + std::to_string(boat) + "\r\n";
+    tree.Race("R1.txt", names);
+    Open();
+    RaceDisp& form = Form();
+    form.Move(0, 0, 1024, 740);
+    driver::Settle();
+    const int rows = form.Bnam.Count();
+    EXPECT_TRUE(rows < 90 && form.VScroll1.Visible());
+    PointAt(form.Bnam[2]);
+    driver::Click(form.Bnam[2], Qt::RightButton);
+    driver::Wheel(form.Bnam[2], {5, 5}, 1);
+    EXPECT_EQ(form.Bnam[0].Caption(), "Boat 4");
+    EXPECT_EQ(app.shown.HoverBoat, 6);
+    EXPECT_FALSE(form.Bnam[2].Value());
+    EXPECT_EQ(form.Text5[2].Text(), "5.98");
+    driver::Click(form.Maru[2]);
+    driver::Wheel(form.Bnam[2], {5, 5}, 100);
+    EXPECT_EQ(form.Bnam[rows - 1].Caption(), "Boat 90");
+    driver::Wheel(form.Bnam[2], {5, 5}, -100);
+    for (int boat = 1; boat <= 90; ++boat) EXPECT_EQ(form.InFocus(boat), boat == 3 || boat == 6) << boat;
+    EXPECT_TRUE(form.Bnam[2].Value() && form.Maru[5].Value() && !form.Maru[2].Value());
+    form.Bnam[rows - 2].SetFocus();
+    driver::Key(form, Qt::Key_Tab);
+    EXPECT_EQ(form.VScroll1.Value(), std::min(rows - rows / 2, 90 - rows));
+    driver::Key(form, Qt::Key_Space);
+    EXPECT_TRUE(form.InFocus(rows) && !form.InFocus(90));
 }
 
 TEST_F(BoatListTest, ARowAndABoatOnTheMapNameTheBoatWhereThereIsRoom) {

@@ -38,7 +38,7 @@ struct StageTest : testing::Test, TestWorld {
         app.view.CentreOn({app.area.HomeCentreLat, app.area.HomeCentreLon});
         app.view.MapSide = 1000;
         form.LoadBoats(2);
-        for (const int row : {0, 1}) form.Bnam[row].SetValue(row == 0);
+        form.Ticks[2].InFocus = false;
         stage.Add(probe);
     }
     std::string Calls() { return std::exchange(probe.calls, {}); }
