@@ -1,11 +1,14 @@
 #include "map/finish_list.h"
 
+#include <algorithm>
+#include <cstddef>
 #include <optional>
 #include <string>
 #include <utility>
 
 #include "analysis/race_numbers.h"
 #include "base/dates.h"
+#include "base/numbers.h"
 #include "session/boat_colours.h"
 #include "session/start_gun.h"
 
@@ -14,12 +17,20 @@ namespace keelview {
 namespace {
 
 constexpr double RowPitch = 14.0;
+constexpr double ListTop = 5.0;
+constexpr double ListWidth = 212.0;
+constexpr double ListMargin = 5.0;  // below the last row, and between list and edge of the map
+constexpr double BarWidth = 15.0;
+constexpr double ThirdDigit = 7.0;  // of a rank
 
 }  // namespace
 
 FinishList::FinishList(const RaceControl& race, const MarkPasses& passes, const Settings& settings,
                        Platform& platform, RaceDisp& form)
-    : race_(race), passes_(passes), settings_(settings), platform_(platform), form_(form) {}
+    : race_(race), passes_(passes), settings_(settings), platform_(platform), form_(form) {
+    form_.VScroll3.OnChange = [this] { DrawList(); };
+    form_.Position.OnWheel = [this](int lines) { form_.VScroll3.SetValue(form_.VScroll3.Value() + lines); };
+}
 
 void FinishList::Repaint(Changed changed) {
     if (Any(changed, Changed::Course | Changed::Race | Changed::Boats | Changed::Size)) stale_ = true;
@@ -33,28 +44,48 @@ void FinishList::Show(const Moment& now) {
     // Boats that another course has finish have not just done so.
     if (!stale && now.Forward && finished.size() > listed_.size()) PlayGun(settings_, platform_);
     listed_ = std::move(finished);
+    PlaceList();
     DrawList();
 }
 
-void FinishList::DrawList() {
-    form_.Position.SetHeight(static_cast<double>(listed_.size()) * RowPitch + 5);
-    form_.Position.Cls();
-    int rank = 0;
-    for (const int boat : listed_) DrawRow(++rank, boat);
+void FinishList::PlaceList() {
+    const int count = static_cast<int>(listed_.size());
+    const auto rowsAbove = [](double y) {
+        return std::max(FloorToInt((y - ListTop - 2 * ListMargin) / RowPitch), 1);
+    };
+    // A list that has no room leaves the clock in sight.
+    const bool scrolls = count > rowsAbove(form_.MapSide());
+    rows_ = scrolls ? rowsAbove(form_.Text15.Top()) : count;
+    const double width = ListWidth + (scrolls ? BarWidth : 0.0);
+    const double height = rows_ * RowPitch + ListMargin;
+    form_.Position.Move(form_.MapSide() - ListMargin - width, ListTop, width, height);
+    form_.VScroll3.Move(ListWidth - 2, 0, BarWidth, height - 2);
+    form_.VScroll3.SetVisible(scrolls);
+    const bool atEnd = form_.VScroll3.Value() == form_.VScroll3.Max();
+    form_.VScroll3.SetView(count - rows_, 1, rows_);
+    if (atEnd) form_.VScroll3.SetValue(count - rows_);
 }
 
-void FinishList::DrawRow(int rank, int boat) {
+void FinishList::DrawList() {
+    form_.Position.Cls();
+    for (int row = 0; row < rows_; ++row) DrawRow(row);
+}
+
+void FinishList::DrawRow(int row) {
     Surface& list = form_.Position;
+    const int place = form_.VScroll3.Value() + row;
+    const int boat = listed_[static_cast<std::size_t>(place)];
     const int finish = FinishTime(passes_, boat).value_or(0);
     const int behind = finish - FinishTime(passes_, listed_.front()).value_or(finish);
-    const double y = (rank - 1) * RowPitch + 2;
+    const double y = row * RowPitch + 2;
+    const double left = listed_.size() > 99 ? ThirdDigit : 0.0;
     list.ForeColor = Black;
-    list.PrintAt(3, y + 1, std::to_string(rank));
-    list.FilledBox(16, y, 98, y + 12, BoatColour(boat));
+    list.PrintAt(3, y + 1, std::to_string(place + 1));
+    list.FilledBox(left + 16, y, left + 98, y + 12, BoatColour(boat));
     list.ForeColor = White;
-    list.PrintAt(17, y + 1, race_.Boats[boat].BoatName);
+    list.PrintAt(left + 17, y + 1, race_.Boats[boat].BoatName);
     list.ForeColor = Black;
-    list.PrintAt(105, y + 1, DurationText(finish) + "  <" + std::to_string(behind) + ">");
+    list.PrintAt(left + 105, y + 1, DurationText(finish) + "  <" + std::to_string(behind) + ">");
 }
 
 std::vector<int> FinishedBy(const MarkPasses& passes, double time) {

@@ -11,7 +11,8 @@
 namespace keelview {
 
 /// The boats that have finished, on the map from the first finish on: rank, name, time, and the seconds
-/// behind the first of the list. The gun sounds when boats finish while the film goes forward, once for
+/// behind the first of the list. What the map has no room for is scrolled to; whoever looks at the end of
+/// the list sees who comes next. The gun sounds when boats finish while the film goes forward, once for
 /// each frame.
 class FinishList : public Instrument {
   public:
@@ -22,15 +23,17 @@ class FinishList : public Instrument {
     void Show(const Moment& now) override;
 
   private:
+    void PlaceList();
     void DrawList();
-    void DrawRow(int rank, int boat);
+    void DrawRow(int row);
 
     const RaceControl& race_;
     const MarkPasses& passes_;
     const Settings& settings_;
     Platform& platform_;
     RaceDisp& form_;
-    std::vector<int> listed_;  ///< boats as they are drawn, the first one first
+    std::vector<int> listed_;  ///< boats, the first one first
+    int rows_ = 0;             ///< of them, that are seen at once
     bool stale_ = true;        ///< what is drawn belongs to another course, race or size
 };
 
