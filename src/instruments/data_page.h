@@ -21,6 +21,15 @@ inline constexpr double LegNumberIndent = 30.0;   ///< the same in the table by 
 inline constexpr Colour DataTitleColour = Rgb(192, 0, 0);
 inline constexpr Colour DataFocusColour = Rgb(192, 255, 255);
 
+/// What stays in sight of a page that is scrolled: its lines from Top on, so many pixels, once they are
+/// scrolled away and until the page is scrolled as far as Until.
+struct PageHead {
+    double Top = 0.0;
+    double Height = 0.0;
+    double Until = 0.0;
+    bool Stays(double scrolled) const { return scrolled > Top && scrolled < Until; }
+};
+
 /// Title of the column of boat names.
 inline constexpr Text BoatColumnTitle{"   Boat Name", "　　　艇　名"};
 
@@ -62,6 +71,13 @@ inline std::optional<StatCell> StatCellAt(const RaceControl& race, const Point& 
 /// The y below the tables, where the charts stand.
 inline double DataChartTop(const RaceControl& race) {
     return (race.Boats.Count() + 1) * DataRowPitch + 85;
+}
+
+/// The head of the tables.
+inline PageHead TableHead(const RaceControl& race) {
+    constexpr double top = 43.0;
+    constexpr double height = 40.0;
+    return {top, height, DataChartTop(race) - height - DataRowPitch};
 }
 
 /// Height of the page: room for all boats and the charts, at least that of the map.

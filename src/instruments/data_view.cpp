@@ -1,11 +1,11 @@
 #include "instruments/data_view.h"
 
-#include <algorithm>
 #include <cmath>
 #include <optional>
 #include <utility>
 
 #include "instruments/data_page.h"
+#include "instruments/factor_page.h"
 
 namespace keelview {
 
@@ -32,6 +32,9 @@ DataView::DataView(RaceSession& session)
     form_.PicTime.OnMouseDown = [this](const MouseEvent& event) { PicTime_MouseDown(event); };
     form_.PicTime.OnMouseMove = [this](const MouseEvent& event) { PicTime_MouseMove(event); };
     form_.PicTime.OnMouseUp = [this](const MouseEvent& event) { PicTime_MouseUp(event); };
+    form_.PicTime.OnWheel = [this](int lines) { ScrollBy(lines * DataRowPitch); };
+    form_.Picture14.OnWheel = [this](int lines) { ScrollBy(lines * DataRowPitch); };
+    form_.VScroll2.OnChange = [this] { VScroll2_Change(); };
 }
 
 void DataView::ShowPage() {
@@ -52,15 +55,24 @@ void DataView::PicTime_MouseDown(const MouseEvent& event) {
 
 void DataView::PicTime_MouseMove(const MouseEvent& event) {
     form_.LowerBoatList();
-    if (dragY_ <= 0) return;
-    dragged_ = dragged_ || std::abs(event.Y - dragY_) > DragFrom;
-    if (!dragged_) return;
-    const double lowest = form_.MapSide() - StatPageHeight(app_.race, form_.MapSide()) + DataPageTop;
-    form_.PicTime.SetTop(std::max(std::min(form_.PicTime.Top() + event.Y - dragY_, DataPageTop), lowest));
+    if (!dragY_) return;
+    dragged_ = dragged_ || std::abs(event.Y - *dragY_) > DragFrom;
+    if (dragged_) ScrollBy(*dragY_ - event.Y);
+}
+
+void DataView::VScroll2_Change() {
+    const double scrolled = form_.VScroll2.Value();
+    form_.PicTime.SetTop(DataPageTop - scrolled);
+    const PageHead head = form_.Option12.Value() ? FactorHead(app_.race) : TableHead(app_.race);
+    form_.Picture14.SetVisible(head.Stays(scrolled));
+}
+
+void DataView::ScrollBy(double pixels) {
+    form_.VScroll2.SetValue(form_.VScroll2.Value() + FloorToInt(pixels));
 }
 
 void DataView::PicTime_MouseUp(const MouseEvent& event) {
-    const bool clicked = std::exchange(dragY_, 0.0) > 0 && !dragged_;
+    const bool clicked = std::exchange(dragY_, std::nullopt) && !dragged_;
     const auto cell = StatCellAt(app_.race, {event.X, event.Y});
     if (!clicked || !cell || form_.Option12.Value()) return;
     if (event.Button == MouseButton::Left)

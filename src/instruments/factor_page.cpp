@@ -47,10 +47,6 @@ double AnaColWidth(const RaceControl& race) {
     return 2 * StatColWidth(race);
 }
 
-double RowTop(int boat) {
-    return (boat - 1) * RowPitch + FirstRowTop;
-}
-
 void DrawLegend(Surface& page, bool english) {
     PrintColoured(page, DataTitleColour, 120, 25, Title.In(english));
     for (const LegendLine& line : Legend) {
@@ -59,17 +55,9 @@ void DrawLegend(Surface& page, bool english) {
     }
 }
 
-void DrawHeader(const RaceControl& race, bool english, Surface& page) {
-    page.PrintAt(15, HeaderTop, BoatColumnTitle.In(english));
-    for (int entry = 1; entry <= race.CourseOrder.Count(); ++entry) {
-        const std::string_view label = entry == 1 ? WholeRace.In(english) : Trim(race.CourseOrder[entry]);
-        PrintRight(page, entry * AnaColWidth(race) + AxisIndent, HeaderTop, label);
-    }
-}
-
 void DrawRow(const RaceControl& race, RaceDisp& form, int boat) {
     Surface& page = form.PicTime;
-    const double y = RowTop(boat);
+    const double y = FactorRowTop(boat);
     page.Box(8, y - 1, 100, y + 31, BoatColour(boat));
     PrintColoured(page, BoatColour(boat), 10, y, race.Boats[boat].BoatName);
     if (!form.InFocus(boat)) return;
@@ -86,7 +74,7 @@ void DrawColumn(const FactorColumn& column, Surface& page, double axis, double s
     for (int boat = 1; boat <= column.Share.Count(); ++boat) {
         const FactorShare& share = column.Share[boat];
         if (!share.Counts) continue;
-        const double y = RowTop(boat);
+        const double y = FactorRowTop(boat);
         DrawBar(page, share.Time, axis, scale, y + 2, Black);
         DrawBar(page, share.Distance, axis, scale, y + 10, Red);
         DrawBar(page, share.Speed, axis, scale, y + 18, Blue);
@@ -95,6 +83,28 @@ void DrawColumn(const FactorColumn& column, Surface& page, double axis, double s
 }
 
 }  // namespace
+
+double FactorRowTop(int boat) {
+    return (boat - 1) * RowPitch + FirstRowTop;
+}
+
+PageHead FactorHead(const RaceControl& race) {
+    constexpr double margin = 2.0;
+    return {HeaderTop - margin, FirstRowTop - HeaderTop, FactorRowTop(race.Boats.Count() + 1)};
+}
+
+void DrawFactorHead(const RaceControl& race, bool useEnglish, double y, Surface& page) {
+    page.PrintAt(15, y, BoatColumnTitle.In(useEnglish));
+    for (int entry = 1; entry <= race.CourseOrder.Count(); ++entry) {
+        const std::string_view label =
+            entry == 1 ? WholeRace.In(useEnglish) : Trim(race.CourseOrder[entry]);
+        PrintRight(page, entry * AnaColWidth(race) + AxisIndent, y, label);
+    }
+}
+
+double FactorPageHeight(const RaceControl& race) {
+    return race.CourseOrder.Count() > MaxAnalysisEntries ? 0.0 : FactorRowTop(race.Boats.Count() + 1);
+}
 
 void DrawFactorAnalysis(const RaceControl& race, const MarkPasses& passes, bool useEnglish,
                         RaceDisp& form) {
@@ -106,7 +116,7 @@ void DrawFactorAnalysis(const RaceControl& race, const MarkPasses& passes, bool 
         return;
     }
     DrawLegend(page, useEnglish);
-    DrawHeader(race, useEnglish, page);
+    DrawFactorHead(race, useEnglish, HeaderTop, page);
     for (int boat = 1; boat <= race.Boats.Count(); ++boat) DrawRow(race, form, boat);
     const std::optional<FactorAnalysis> analysis = AnalyseFactors(race, passes);
     if (!analysis) return;

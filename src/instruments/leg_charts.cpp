@@ -158,7 +158,7 @@ void DrawLegCharts(const RaceControl& race, const MarkPasses& passes, const Sett
                    const LegStatistics& statistics, RaceDisp& form) {
     if (statistics.Kind == StatKind::Analysis) return;
     Surface& page = form.Picture3;
-    page.Move(page.Left(), page.Top(), form.PicTime.Width(), form.PicTime.Height() / 2);
+    page.Move(page.Left(), page.Top(), form.PicTime.Width(), form.MapSide() / 2);
     page.FontSize = 9 * settings.FontScale;
     page.Cls();
     for (const bool byLeg : {false, true})

@@ -7,7 +7,8 @@ namespace keelview {
 
 /// Draws the two charts of differences below the tables of PicTime: how far each boat lies behind the best
 /// at each entry (left) and on each leg (right). They are drawn off-screen on Picture3, which takes the
-/// width of PicTime and half its height, and copied as one image. A kind without charts draws nothing.
+/// width of PicTime and half the map's height, and copied as one image. A kind without charts draws
+/// nothing.
 void DrawLegCharts(const RaceControl& race, const MarkPasses& passes, const Settings& settings,
                    const LegStatistics& statistics, RaceDisp& form);
 

@@ -33,9 +33,11 @@ void LegTables::Repaint(Changed changed) {
         Changed::Race | Changed::Boats | Changed::Course | Changed::Size | Changed::Focus | Changed::Mode;
     if (app_.shown.ViewMode != ViewKind::Data || !Any(changed, mine)) return;
     form_.PicTime.FontSize = 9 * app_.settings.FontScale;
-    PlacePage();
-    form_.PicTime.Cls();
     const StatKind kind = ChosenKind();
+    PlacePage(kind);
+    ScrollPage(kind, changed == Changed::Focus);
+    ShowHead(kind);
+    form_.PicTime.Cls();
     if (kind == StatKind::Analysis) {
         DrawFactorAnalysis(app_.race, app_.passes, app_.settings.UseEnglish, form_);
         return;
@@ -45,15 +47,58 @@ void LegTables::Repaint(Changed changed) {
     DrawLegCharts(app_.race, app_.passes, app_.settings, statistics, form_);
 }
 
-void LegTables::PlacePage() {
-    form_.PicTime.Move(PageLeft, DataPageTop, form_.MapSide(), StatPageHeight(app_.race, form_.MapSide()));
+void LegTables::PlacePage(StatKind kind) {
+    const double side = form_.MapSide();
+    const double least = kind == StatKind::Analysis ? FactorPageHeight(app_.race) : 0.0;
+    const double height = std::max(StatPageHeight(app_.race, side), least);
+    const bool scrolls = height > side;
+    form_.PicTime.Move(PageLeft, form_.PicTime.Top(), side, height);
+    constexpr double barWidth = 15.0;
+    form_.VScroll2.Move(PageLeft + side - barWidth, DataPageTop, barWidth, side);
+    form_.VScroll2.SetVisible(scrolls);
+    form_.VScroll2.SetView(FloorToInt(height - side), FloorToInt(DataRowPitch), FloorToInt(side));
     constexpr double frameWidth = 276.0;
-    form_.Frame2.Move(form_.MapSide() - frameWidth - 5, 3, frameWidth, 29);
+    form_.Frame2.Move(side - (scrolls ? barWidth : 0.0) - frameWidth - 5, 3, frameWidth, 29);
     form_.Option1.Move(8, 8, 49, 17);
     form_.Option4.Move(64, 8, 49, 17);
     form_.Option5.Move(112, 8, 49, 17);
     form_.Option12.Move(160, 8, 49, 17);
     form_.Command11.Move(224, 8, 49, 17);
+}
+
+void LegTables::ScrollPage(StatKind kind, bool onlyFocus) {
+    if (!onlyFocus) {
+        form_.VScroll2.SetValue(0);
+        form_.PicTime.SetTop(DataPageTop);
+        return;
+    }
+    const double from = form_.VScroll2.Value() + DataRowTop(1);
+    const double to = form_.VScroll2.Value() + form_.MapSide() - 2 * DataRowPitch;
+    std::optional<double> first;
+    for (int boat = 1; boat <= app_.race.Boats.Count(); ++boat) {
+        if (!form_.InFocus(boat)) continue;
+        const double top = kind == StatKind::Analysis ? FactorRowTop(boat) : DataRowTop(boat);
+        if (top >= from && top <= to) return;
+        if (!first) first = top;
+    }
+    if (first) form_.VScroll2.SetValue(FloorToInt(*first - form_.MapSide() / 2));
+}
+
+/// What stays in sight of the page while it is scrolled.
+void LegTables::ShowHead(StatKind kind) {
+    Surface& head = form_.Picture14;
+    const bool analysis = kind == StatKind::Analysis;
+    const PageHead part = analysis ? FactorHead(app_.race) : TableHead(app_.race);
+    constexpr double edge = 1.0;
+    head.Move(PageLeft + edge, DataPageTop, form_.VScroll2.Left() - PageLeft - edge, part.Height);
+    head.FontSize = form_.PicTime.FontSize;
+    head.Cls();
+    if (analysis)
+        DrawFactorHead(app_.race, app_.settings.UseEnglish, 2, head);
+    else
+        DrawHead(kind, part.Top, head);
+    head.Line(0, part.Height - 1, head.Width(), part.Height - 1, DataTitleColour);
+    head.SetVisible(part.Stays(form_.VScroll2.Value()));
 }
 
 StatKind LegTables::ChosenKind() const {
@@ -65,6 +110,7 @@ StatKind LegTables::ChosenKind() const {
 
 void LegTables::DrawTables(const LegStatistics& statistics) {
     for (int boat = 1; boat <= app_.race.Boats.Count(); ++boat) DrawBoatRow(boat);
+    DrawHead(statistics.Kind, 0, form_.PicTime);
     DrawCumulativeTable(statistics);
     DrawLegTable(statistics);
 }
@@ -83,27 +129,31 @@ void LegTables::DrawBoatRow(int boat) {
 }
 
 void LegTables::DrawCumulativeTable(const LegStatistics& statistics) {
-    Surface& page = form_.PicTime;
-    const bool english = app_.settings.UseEnglish;
-    PrintColoured(page, DataTitleColour, 120, TitleTop,
-                  CumulativeTitles[static_cast<int>(statistics.Kind) - 1].In(english));
-    page.PrintAt(15, DataHeaderTop, BoatColumnTitle.In(english));
-    for (int entry = 1; entry <= app_.race.CourseOrder.Count(); ++entry) {
-        const double right = entry * StatColWidth(app_.race) + StatNumberIndent;
-        PrintRight(page, right, DataHeaderTop, Trim(app_.race.CourseOrder[entry]));
-        DrawColumn(statistics.Cumulative, statistics.Kind, {entry, entry}, right);
-    }
+    for (int entry = 1; entry <= app_.race.CourseOrder.Count(); ++entry)
+        DrawColumn(statistics.Cumulative, statistics.Kind, {entry, entry},
+                   entry * StatColWidth(app_.race) + StatNumberIndent);
 }
 
 void LegTables::DrawLegTable(const LegStatistics& statistics) {
-    Surface& page = form_.PicTime;
+    for (int entry = 2; entry <= app_.race.CourseOrder.Count(); ++entry)
+        DrawColumn(statistics.ByLeg, statistics.Kind, {entry - 1, entry},
+                   LegTableLeft(app_.race) + (entry - 2) * StatColWidth(app_.race) + LegNumberIndent);
+}
+
+/// Titles and column heads of both tables, so many pixels further up than they stand on the page.
+void LegTables::DrawHead(StatKind kind, double up, Surface& page) {
+    const bool english = app_.settings.UseEnglish;
+    const int title = static_cast<int>(kind) - 1;
     const double left = LegTableLeft(app_.race);
-    PrintColoured(page, DataTitleColour, left + 20, TitleTop,
-                  LegTitles[static_cast<int>(statistics.Kind) - 1].In(app_.settings.UseEnglish));
-    for (int entry = 2; entry <= app_.race.CourseOrder.Count(); ++entry) {
-        const double x = left + (entry - 2) * StatColWidth(app_.race);
-        page.PrintAt(x, DataHeaderTop, ">" + std::string(Trim(app_.race.CourseOrder[entry])));
-        DrawColumn(statistics.ByLeg, statistics.Kind, {entry - 1, entry}, x + LegNumberIndent);
+    const double width = StatColWidth(app_.race);
+    const double y = DataHeaderTop - up;
+    PrintColoured(page, DataTitleColour, 120, TitleTop - up, CumulativeTitles[title].In(english));
+    PrintColoured(page, DataTitleColour, left + 20, TitleTop - up, LegTitles[title].In(english));
+    page.PrintAt(15, y, BoatColumnTitle.In(english));
+    for (int entry = 1; entry <= app_.race.CourseOrder.Count(); ++entry) {
+        const std::string key(Trim(app_.race.CourseOrder[entry]));
+        PrintRight(page, entry * width + StatNumberIndent, y, key);
+        if (entry > 1) page.PrintAt(left + (entry - 2) * width, y, ">" + key);
     }
 }
 

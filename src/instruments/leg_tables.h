@@ -14,7 +14,8 @@ class LegTables : public Instrument {
     LegTables(const AppState& app, RaceDisp& form) : app_(app), form_(form) {}
 
     /// While the page is shown: draws it for the chosen option (Option1, Option4, Option5, Option12). The
-    /// page goes back to its top.
+    /// page goes back to its top, or stays where it is when nothing but the focus has changed; where
+    /// it shows no boat in focus then, the first of them comes into view.
     void Repaint(Changed changed) override;
 
   private:
@@ -23,7 +24,10 @@ class LegTables : public Instrument {
         int From = 0;
         int To = 0;
     };
-    void PlacePage();
+    void PlacePage(StatKind kind);
+    void ScrollPage(StatKind kind, bool onlyFocus);
+    void ShowHead(StatKind kind);
+    void DrawHead(StatKind kind, double up, Surface& page);
     StatKind ChosenKind() const;
     void DrawTables(const LegStatistics& statistics);
     void DrawBoatRow(int boat);

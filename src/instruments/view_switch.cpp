@@ -1,5 +1,7 @@
 #include "instruments/view_switch.h"
 
+#include <initializer_list>
+
 namespace keelview {
 
 ViewSwitch::ViewSwitch(RaceSession& session, DataView& dataView, WindEntry& windEntry)
@@ -30,7 +32,8 @@ void ViewSwitch::Option10_Click() {
 
 void ViewSwitch::ShowInPlaceOfPage(ViewKind view) {
     app_.shown.ViewMode = view;
-    form_.PicTime.Hide();
+    for (Control* part : std::initializer_list<Control*>{&form_.PicTime, &form_.VScroll2, &form_.Picture14})
+        part->Hide();
     film_.Release(Film::Hold::MapClick);
     film_.Release(Film::Hold::DataPage);
     windEntry_.ViewChanged();

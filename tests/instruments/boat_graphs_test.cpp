@@ -3,6 +3,7 @@
 #include <tuple>
 #include <utility>
 
+#include "instruments/data_page.h"
 #include "session/boat_colours.h"
 #include "support/album.h"
 #include "support/test_desk.h"
@@ -209,6 +210,24 @@ TEST_F(LegPagesTest, AClickOnACellGoesToTheRoundingAndTheOtherButtonPutsItRight)
     app.settings.EditMode = false;
     click(boat1Line2, Qt::RightButton);  // nobody is asked
     EXPECT_TRUE(dialogs.AllAnswered());
+}
+
+TEST_F(LegPagesTest, APageLargerThanItsPlaceIsDraggedAndTurnedToItsEnd) {
+    Form().Move(0, 0, 500, 200);
+    driver::Settle();
+    const Surface& page = Form().PicTime;
+    const double lowest = DataPageTop + app.view.MapSide - page.Height();
+    ASSERT_LT(lowest, DataPageTop - 30);
+    driver::Press(driver::Face(page), {100, 100});
+    driver::MoveTo(page, {100, 90});
+    EXPECT_EQ(page.Top(), DataPageTop - 10);
+    driver::Release(driver::Face(page), {100, 90});
+    EXPECT_FALSE(Form().Picture14.Visible());
+    driver::Wheel(page, {100, 100}, 5);
+    EXPECT_TRUE(page.Top() == lowest && Form().Picture14.Visible());  // the head has gone out of sight
+    Form().Option4.SetValue(true);
+    driver::Settle();
+    EXPECT_TRUE(page.Top() == DataPageTop && !Form().Picture14.Visible());
 }
 
 TEST_F(LegPagesTest, ViewsTakeEachOthersPlaceAndTheFilmWaitsBehindThePage) {
