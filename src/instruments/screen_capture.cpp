@@ -1,8 +1,10 @@
 #include "instruments/screen_capture.h"
 
+#include <algorithm>
 #include <string>
 
 #include "base/files.h"
+#include "base/numbers.h"
 #include "session/boat_colours.h"
 #include "session/documents.h"
 
@@ -40,14 +42,16 @@ void ScreenCapture::Command10_Click() {
 Picture ScreenCapture::Compose() {
     Surface& sheet = form_.Picture13;
     const Surface& overview = form_.Picture6;
-    sheet.Move(0, 0, form_.Picture1.Width() + overview.Width() + Margin + ColumnGap,
-               form_.Picture1.Height() + 2 * Margin);
-    sheet.Cls();
     const double left = form_.Picture1.Width() + ColumnGap;
     const double below = overview.Height() + Margin;
+    const double height = form_.Picture1.Height() + 2 * Margin;
+    const int rows = std::max(FloorToInt((height - below - TextHeight) / RowPitch), 1);
+    const int columns = std::max((app_.race.Boats.Count() + rows - 1) / rows, 1);
+    sheet.Move(0, 0, left + columns * (overview.Width() + Margin), height);
+    sheet.Cls();
     sheet.PaintPicture(overview.Image(), left, Margin);
     PrintRace(left, below);
-    PaintBoatColours(left, below + TextHeight);
+    PaintBoatColours(left, below + TextHeight, rows);
     PaintView();
     const Picture picture = sheet.Image();
     sheet.Move(0, 0, 1, 1);
@@ -70,13 +74,16 @@ void ScreenCapture::PrintFitted(double left, double top, const std::string& line
     sheet.FontSize = points;
 }
 
-void ScreenCapture::PaintBoatColours(double left, double top) {
+/// In columns of so many rows.
+void ScreenCapture::PaintBoatColours(double left, double top, int rows) {
     Surface& sheet = form_.Picture13;
     sheet.ForeColor = White;
     for (int boat = 1; boat <= app_.race.Boats.Count(); ++boat) {
-        const double y = top + (boat - 1) * RowPitch;
-        sheet.FilledBox(left, y, left + form_.Picture6.Width() - 2, y + RowHeight, BoatColour(boat));
-        sheet.PrintAt(left + 3, y + 1, app_.race.Boats[boat].BoatName);
+        const int column = (boat - 1) / rows;
+        const double x = left + column * (form_.Picture6.Width() + Margin);
+        const double y = top + (boat - 1) % rows * RowPitch;
+        sheet.FilledBox(x, y, x + form_.Picture6.Width() - 2, y + RowHeight, BoatColour(boat));
+        sheet.PrintAt(x + 3, y + 1, app_.race.Boats[boat].BoatName);
     }
 }
 
@@ -95,7 +102,7 @@ void ScreenCapture::PaintView() {
             sheet.PaintPicture(form_.GPIC.Image(), Margin, Margin);
             break;
         case ViewKind::Data:
-            sheet.PaintPicture(form_.PicTime.Image(), Margin, Margin);
+            sheet.PaintPicture(form_.PicTime.Image(), Margin, form_.PicTime.Top());
             break;
     }
 }

@@ -20,7 +20,7 @@ class ScreenCapture {
     Picture Compose();
     void PrintRace(double left, double top);
     void PrintFitted(double left, double top, const std::string& line);
-    void PaintBoatColours(double left, double top);
+    void PaintBoatColours(double left, double top, int rows);
     void PaintView();
 
     const AppState& app_;
