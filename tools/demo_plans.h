@@ -71,3 +71,28 @@ inline RacePlan JapaneseRace() {
             .Retires = 14,
             .Gap = 9};
 }
+
+/// A fleet of so many boats, known by their sail numbers.
+inline RacePlan FleetRace(int boats) {
+    RacePlan plan{.File = "Enoshima_Fleet.txt",
+                  .Title1 = "Sagami Bay Fleet Race",
+                  .Title2 = std::to_string(boats) + " boats",
+                  .Start = "2026/10/05 11:00:00",
+                  .Lat = 35 * 60 + 16.5,
+                  .Lon = 139 * 60 + 28.5,
+                  .Wind = 10,
+                  .Swing = 8,
+                  .LegMetres = 1900,
+                  .Rounds = 2,
+                  .Duration = 6000,
+                  .BoatLength = 4.2,
+                  .Knots = 4.9,
+                  .Seed = 41,
+                  .Names = {},
+                  .Prefix = "fleet_",
+                  .Early = 3,
+                  .Retires = 6,
+                  .Gap = 4};
+    for (int boat = 1; boat <= boats; ++boat) plan.Names.push_back("JPN " + std::to_string(4000 + boat));
+    return plan;
+}
