@@ -14,24 +14,38 @@ long ResidentKilobytes() {
     return pages * 4;
 }
 
-/// `fixes` of each of 50 boats, read and derived; `bytes_a_fix` is what the process grew by.
-void LoadAndDerive(benchmark::State& state) {
+/// `fixes` of each of so many boats, read and derived; `bytes_a_fix` is what the process grew by.
+void Load(benchmark::State& state, int boats) {
     const int fixes = static_cast<int>(state.range(0));
-    const TrackTree tree(fixes);
+    const TrackTree tree(fixes, boats);
     const long before = ResidentKilobytes();
     Tracks tracks;
     TrackArea area;
     EarthScale scale;
     for (auto _ : state) tree.Load(tracks, area, scale);
-    const double all = static_cast<double>(Boats) * fixes;
-    if (tracks.Boats[Boats].Count() != fixes) state.SkipWithError("not all fixes were read");
+    const double all = static_cast<double>(boats) * fixes;
+    if (tracks.Boats[boats].Count() != fixes) state.SkipWithError("not all fixes were read");
     state.SetItemsProcessed(static_cast<std::int64_t>(all) * state.iterations());
     state.counters["bytes_a_fix"] = static_cast<double>(ResidentKilobytes() - before) * 1024 / all;
 }
+
 // The work of all threads, and the time that a person waits for it.
+void LoadAndDerive(benchmark::State& state) {
+    Load(state, Boats);
+}
 BENCHMARK(LoadAndDerive)
     ->ArgName("fixes")
     ->Arg(10000)
+    ->Arg(Fixes)
+    ->MeasureProcessCPUTime()
+    ->UseRealTime()
+    ->Unit(benchmark::kMillisecond);
+
+void LoadLargestFleet(benchmark::State& state) {
+    Load(state, LargestFleet);
+}
+BENCHMARK(LoadLargestFleet)
+    ->ArgName("fixes")
     ->Arg(Fixes)
     ->MeasureProcessCPUTime()
     ->UseRealTime()

@@ -9,7 +9,8 @@
 
 namespace keelview::bench {
 
-/// The long race on a display with a map of 1000 x 1000 pixels, with `windSamples` in its wind file.
+/// The long race of so many boats on a display with a map of 1000 x 1000 pixels, with `windSamples` in its
+/// wind file.
 struct Display {
     std::unique_ptr<AppState> app = std::make_unique<AppState>();
     FakePlatform platform;
@@ -17,27 +18,31 @@ struct Display {
     Services services{platform, dialogs};
     std::unique_ptr<RaceDesk> desk;
 
-    explicit Display(int windSamples) {
+    explicit Display(int windSamples, int boats = Boats) {
         app->settings.UseEnglish = true;
-        app->race = LongRace();
+        app->race = LongRace(boats);
         SailFleet(app->race, app->tracks, app->area, app->scale);
         BlowWind(windSamples, app->race, app->wind);
         desk = std::make_unique<RaceDesk>(*app, services);
-        RaceDisp& form = Form();
-        form.Move(0, 0, 1310, 1010);
-        form.LoadBoats(Boats);
-        form.LayoutPanels(app->settings, Boats);
-        app->clock.ReplayRangeEnd = Fixes;
-        app->clock.ReplayRangeStart = -60;
         app->view.CentreOn({MiddleLat, MiddleLon});
         app->view.GridOriginLat = MiddleLat;
         app->view.GridOriginLon = MiddleLon;
+        app->clock.ReplayRangeEnd = Fixes;
+        app->clock.ReplayRangeStart = -60;
+        LayOut();
+    }
+    RaceDisp& Form() const { return desk->form; }
+    void ShowMoment() const { desk->session.TheStage().ShowMoment(); }
+    /// The form in its size, with all pictures drawn.
+    void LayOut() const {
+        RaceDisp& form = Form();
+        form.Move(0, 0, 1310, 1010);
+        form.LoadBoats(app->race.Boats.Count());
+        form.LayoutPanels(app->settings, app->race.Boats.Count());
         app->view.MapSide = form.MapSide();
         desk->session.TheStage().Repaint(Changed::All | Changed::Boats);
         ShowMoment();
     }
-    RaceDisp& Form() const { return desk->form; }
-    void ShowMoment() const { desk->session.TheStage().ShowMoment(); }
 };
 
 }  // namespace keelview::bench

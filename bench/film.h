@@ -25,7 +25,7 @@ inline void LayCoast(Coast& coast) {
 
 /// The film on a display that is shown: what the person sees is painted too, by Refresh.
 struct Film : Display {
-    Film() : Display(5000) {
+    explicit Film(int boats = Boats) : Display(5000, boats) {
         LayCoast(app->coast);
         Form().Check5.SetValue(true);
         Form().Check9.SetValue(true);
@@ -34,8 +34,8 @@ struct Film : Display {
         app->clock.ReplayTime = 600;
         ShowMoment();
     }
-    /// One tick: the moment is shown; in auto trace the view follows and the chart is drawn anew, 50 boats
-    /// with names and wakes.
+    /// One tick: the moment is shown; in auto trace the view follows and the chart is drawn anew, all
+    /// boats with names and wakes.
     void Tick() const {
         app->clock.ReplayTime += StepSeconds;
         ShowMoment();

@@ -9,14 +9,14 @@
 
 namespace keelview::bench {
 
-/// A tree with a track file for each boat of the long race, `fixes` long, gone with its owner.
+/// A tree with a track file for each boat of a long race, `fixes` long, gone with its owner.
 struct TrackTree {
     std::filesystem::path Root = std::filesystem::temp_directory_path() / "keelview-bench-tracks";
-    RaceControl Race = LongRace();
+    RaceControl Race;
 
-    explicit TrackTree(int fixes) {
+    explicit TrackTree(int fixes, int boats = Boats) : Race(LongRace(boats)) {
         std::filesystem::create_directories(Root / "gpsdat");
-        for (int boat = 1; boat <= Boats; ++boat) {
+        for (int boat = 1; boat <= boats; ++boat) {
             const std::string name = std::to_string(boat) + ".trk";
             Race.Boats[boat].BoatFile = name;
             std::ofstream file(Root / "gpsdat" / name);
