@@ -13,8 +13,7 @@ namespace {
 
 /// A fix in metres north and east of the start line's first end.
 struct Fix {
-    int Second;
-    double North, East;
+    double Second, North, East;
 };
 using Way = std::vector<Fix>;
 using Course = std::vector<std::string>;
@@ -58,15 +57,16 @@ struct Water {
     MarkPasses passes;
 };
 
-/// The same way with a fix at every second.
-Way EverySecond(const Way& way) {
+/// The same way with so many fixes a second.
+Way Dense(const Way& way, int rate = 1) {
     Way dense{way.front()};
     for (std::size_t i = 1; i < way.size(); ++i) {
         const Fix from = way[i - 1];
-        const double seconds = way[i].Second - from.Second;
-        for (int s = 1; s <= seconds; ++s)
-            dense.push_back({from.Second + s, from.North + (way[i].North - from.North) * s / seconds,
-                             from.East + (way[i].East - from.East) * s / seconds});
+        const double count = (way[i].Second - from.Second) * rate;
+        for (int k = 1; k <= count; ++k)
+            dense.push_back({from.Second + static_cast<double>(k) / rate,
+                             from.North + (way[i].North - from.North) * k / count,
+                             from.East + (way[i].East - from.East) * k / count});
     }
     return dense;
 }
@@ -77,10 +77,10 @@ struct Situation {
     int Expected;
 };
 
-/// When a boat passes an entry of the course, by few fixes and by one every second.
+/// When a boat passes an entry of the course, by few fixes, by one every second and by ten.
 void CheckAll(const Course& course, int entry, const std::vector<Situation>& situations) {
     for (const auto& [name, sailed, expected] : situations)
-        for (const Way& way : {sailed, EverySecond(sailed)})
+        for (const Way& way : {sailed, Dense(sailed, 1), Dense(sailed, 10)})
             EXPECT_EQ(Water(course, {way}).Times(entry), Seconds{expected}) << name << ", " << way.size();
 }
 
@@ -167,9 +167,8 @@ TEST(MarkRounding, TracksThatAreHardlyAny) {
                   .Times(1),
               (Seconds{-99, -119}));
     // A clock that fell back far from the marks costs no rounding.
-    Way sailed = EverySecond({{0, 5000, 0}, {150, 5000, 50}});
-    for (const Fix& fix :
-         EverySecond({{90, 4000, 500}, {200, 1020, 52}, {220, 1020, -48}, {300, 4000, -500}}))
+    Way sailed = Dense({{0, 5000, 0}, {150, 5000, 50}});
+    for (const Fix& fix : Dense({{90, 4000, 500}, {200, 1020, 52}, {220, 1020, -48}, {300, 4000, -500}}))
         sailed.push_back(fix);
     EXPECT_EQ(Water({"L1", "MK1", "L1"}, {sailed}).Times(2), Seconds{211});
     // Full tables and long gaps come to an end.
@@ -179,7 +178,7 @@ TEST(MarkRounding, TracksThatAreHardlyAny) {
 }
 
 TEST(MarkRounding, LeadersTimesAscendAlongTheCourse) {
-    const auto boat = [](int start, int mark) {
+    const auto boat = [](double start, double mark) {
         return Way{{start - 30, -59, 50},  {start + 30, 61, 50}, {mark - 20, 1020, 99},
                    {mark + 20, 1020, -99}, {mark + 300, 61, 50}, {mark + 360, -59, 50}};
     };

@@ -143,6 +143,7 @@ TEST(Dates, WhatIsNoMomentIsNone) {
                              "2004年13月5日",
                              "08.05.2004.",
                              "2004.08/05",
+                             "2004/00008/05",
                              "05.13.2004"})
         EXPECT_FALSE(ParseDateTime(text)) << text;
 }
@@ -175,6 +176,7 @@ TEST(TextEncoding, TellsWhatAFileIsWrittenIn) {
              Case{"\xEF\xBB\xBF\xC3\xB1\xC3\xB3", TextEncoding::Utf8WithMark, "ñó"},
              // Half-width kana and accented letters share their bytes: two pairs together are kana.
              Case{"\xC3\xB1\xC3\xB3", TextEncoding::ShiftJis, "ﾃｱﾃｳ"},
+             Case{"\xC3\xB1u", TextEncoding::Utf8, "ñu"},
              Case{"Ca\xC3\xB1ones", TextEncoding::Utf8, "Cañones"},
              Case{"\xC3\xB1\xC3\x81", TextEncoding::Utf8, "ñÁ"},  // 81 is no kana
              Case{"\xD0\x9A\xD1\x83\xD0\xB1\xD0\xBE\xD0\xBA", TextEncoding::Utf8, "Кубок"},

@@ -7,6 +7,7 @@
 #include <tuple>
 #include <vector>
 
+#include "racedata/gps_track.h"
 #include "support/race_tree.h"
 
 namespace keelview {
@@ -100,10 +101,26 @@ TEST_F(RaceFileTest, TheLimitsHold) {
     std::string text;
     for (int i = 1; i <= 210; ++i)
         text += "BN, boat1.trk, B\nMK, 1, 2\nLN, 1, 2, 3, 4\nCRS, MK1, MK2\nAT, a\nMAP, 5339\n";
-    Read(text);
+    EXPECT_EQ(Read(text).SkippedLines, 10 + 150 + 190 + 185 + 210 + 160);
     EXPECT_EQ(Counts(), (std::vector{200, 60, 20, 50, 0, 50}));
     EXPECT_TRUE(ReadRaceFileForDistribution(tree.Root(), race));
     EXPECT_EQ(race.MapFile.Count(), 20);
+}
+
+TEST_F(RaceFileTest, AClockOffsetMovesTheTrackAndStaysInTheFile) {
+    tree.Boat("a.trk", RaceTree::Lat, RaceTree::Lon, 0.001, 0, 0, 50);
+    const std::string lines = "BN, a.trk, A\r\nBN, gone.trk, Gone\r\nBN, a.trk, Late\r\n";
+    tree.Race("R2.txt",
+              "CL, 3, -2.5\r\nCL, 2, 1\r\nCL, 4, 1\r\nCL, 1, soon\r\nCL, 1\r\nCL, 1, 1e9\r\n" + lines);
+    EXPECT_EQ(ReadRaceFile(tree.Root(), race).SkippedLines, 4);
+    Tracks tracks;
+    TrackArea area;
+    EarthScale scale;
+    LoadAllTracks(tree.Root(), race, tracks, area, scale, {});
+    EXPECT_EQ(tracks.Boats[1].TrackTime[1], 0);
+    EXPECT_EQ(tracks.Boats[2].TrackTime[1], -2.5);
+    EXPECT_FALSE(SaveRaceFile(tree.Root(), race));
+    EXPECT_NE(tree.Read("raceadmin/R2.txt").find(lines + "CL, 2, 1\r\nCL, 3, -2.5\r\n"), std::string::npos);
 }
 
 TEST_F(RaceFileTest, TheEditorKeepsWhatTheFileSays) {
