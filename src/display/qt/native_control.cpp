@@ -13,6 +13,12 @@ namespace {
 // A property of the toolkit's application: its end and that of the mark are one.
 constexpr const char* EndedMark = "keelviewEnded";
 
+/// The key takes the keyboard to another control; it comes up where it has led. The toolkit's own word of a
+/// new focus would come as well from a window whose controls go one by one.
+bool LeadsOn(int key) {
+    return key == Qt::Key_Tab || key == Qt::Key_Backtab || key == Qt::Key_Up || key == Qt::Key_Down;
+}
+
 }  // namespace
 
 bool ProcessEnded() {
@@ -68,10 +74,9 @@ bool NativeControl::eventFilter(QObject* watched, QEvent* event) {
             return FilterMouse(static_cast<QWidget&>(*watched), static_cast<QMouseEvent&>(*event));
         case QEvent::Wheel:
             return FilterWheel(static_cast<QWidget&>(*watched), static_cast<QWheelEvent&>(*event));
-        case QEvent::FocusIn:
-            if (!Owner->OnTabbedTo) return false;
-            TakeTab(static_cast<QWidget&>(*watched), static_cast<QFocusEvent&>(*event));
-            return true;
+        case QEvent::KeyRelease:
+            if (LeadsOn(static_cast<QKeyEvent&>(*event).key())) Fire(Owner->OnTabbedTo);
+            return false;
         case QEvent::Leave:
             if (watched == Outer) Fire(Owner->OnMouseLeave);
             return false;
@@ -126,17 +131,6 @@ bool NativeControl::FilterWheel(QWidget& part, QWheelEvent& event) {
     if (!event.isAccepted() && living && !part.isWindow() && part.parentWidget() != nullptr)
         QCoreApplication::sendEvent(part.parentWidget(), &event);
     return true;
-}
-
-/// The widget goes first, so that a handler may send the keyboard on.
-void NativeControl::TakeTab(QWidget& part, QFocusEvent& event) {
-    const QPointer<NativeControl> self(this);
-    passing_ = true;
-    QCoreApplication::sendEvent(&part, &event);
-    if (!self) return;
-    passing_ = false;
-    const bool tabbed = event.reason() == Qt::TabFocusReason || event.reason() == Qt::BacktabFocusReason;
-    if (tabbed && Owner != nullptr) Fire(Owner->OnTabbedTo);
 }
 
 /// The pointer over a disabled control is over what lies below it, so that a hint of a neighbour goes away.

@@ -62,7 +62,6 @@ struct NativeControl : public QObject {
   private:
     bool FilterMouse(QWidget& part, QMouseEvent& event);
     bool FilterWheel(QWidget& part, QWheelEvent& event);
-    void TakeTab(QWidget& part, QFocusEvent& event);
     static void MoveBelow(const QWidget& part, const QMouseEvent& event);
     MouseEvent Told(const QWidget& part, const QMouseEvent& event) const;
     bool passing_ = false;  // the event is on its way to the widget itself
