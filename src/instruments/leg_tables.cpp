@@ -90,14 +90,15 @@ void LegTables::ShowHead(StatKind kind) {
     const bool analysis = kind == StatKind::Analysis;
     const PageHead part = analysis ? FactorHead(app_.race) : TableHead(app_.race);
     constexpr double edge = 1.0;
-    head.Move(PageLeft + edge, DataPageTop, form_.VScroll2.Left() - PageLeft - edge, part.Height);
+    const double height = DataPageTop + part.Height;  // the page may reach up to the edge of the form
+    head.Move(PageLeft + edge, 0, form_.VScroll2.Left() - PageLeft - edge, height);
     head.FontSize = form_.PicTime.FontSize;
     head.Cls();
     if (analysis)
-        DrawFactorHead(app_.race, app_.settings.UseEnglish, 2, head);
+        DrawFactorHead(app_.race, app_.settings.UseEnglish, DataPageTop + 2, head);
     else
-        DrawHead(kind, part.Top, head);
-    head.Line(0, part.Height - 1, head.Width(), part.Height - 1, DataTitleColour);
+        DrawHead(kind, part.Top - DataPageTop, head);
+    head.Line(0, height - 1, head.Width(), height - 1, DataTitleColour);
     head.SetVisible(part.Stays(form_.VScroll2.Value()));
 }
 
