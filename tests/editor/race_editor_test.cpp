@@ -304,7 +304,7 @@ TEST_F(RaceEditorTest, AnOpenedRaceFillsTheFormAndIsEditedOnDisc) {
     EXPECT_EQ(platform.Documents.back(), (tree.Root() / "raceadmin/R1.txt").string());
 
     const std::string race =
-        "T1, Spring Cup\r\nT2, Race 2\r\nMG, -7\r\nLG, 7.5\r\nST, 2004/8/5 12:30:00\r\n"
+        "T1, Spring Cup\r\nT2, Race 2\r\nLG, 7.5\r\nST, 2004/8/5 12:30:00\r\n"
         "FT, 2004/8/5 12:40:00\r\nTD, 9\r\nWD, 210\r\nNU, 1\r\nBN, gone.trk, Ghost\r\nLL, "
         "45,160\r\nBT,3\r\n";
     PressAndName(editor->Command10, "notice, 1.pdf");
