@@ -68,6 +68,7 @@ class Control {
     Event<const MouseEvent&> OnMouseDown;
     Event<const MouseEvent&> OnMouseUp;
     Event<const MouseEvent&> OnMouseMove;  ///< with or without a button held
+    Event<const MouseEvent&> OnGreyMove;   ///< the pointer moves over the control while it is disabled
     Event<> OnMouseLeave;                  ///< the pointer has gone elsewhere, not to a control on this one
     /// The wheel was turned by so many lines of text, down positive. What neither a control nor its widget
     /// has use for goes to its container.
@@ -205,6 +206,8 @@ class TextBox : public Control {
     std::string Text() const;
     Event<> OnChange;
     Event<> OnTyped;  ///< the text was changed by the person
+    /// Leads the keyboard there with the whole text chosen, so that typing replaces it; for one line.
+    void ChooseAll();
 };
 
 /// A push button; OnClick tells that it was pushed.
@@ -263,9 +266,20 @@ class ListBox : public Control {
     void SetRowHeight(int height);
     void Clear();
     void AddItem(std::string_view item);
+    void SetItem(int index, std::string_view item);
     int ListCount() const;
     int ListIndex() const;  ///< -1 when none is chosen
+    void Choose(int index);
     std::string Item(int index) const;
+
+    /// From then on a double click or F2 lets the person write in a row, over the text that `field` tells
+    /// for it; for items added later.
+    void LetWrite(std::function<std::string(int row)> field);
+    /// The person wrote another text over a row's field. The row shows what it showed until it is set.
+    Event<int, const std::string&> OnWritten;
+    /// The person drags a row to the place of another, from place to place; where it is set, a pressed row
+    /// that is dragged chooses no other. The rows show what they showed until they are set.
+    Event<int, int> OnDragged;
 };
 
 /// A scroll bar, horizontal at first.

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstddef>
+#include <filesystem>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -19,6 +20,10 @@ class Dialogs {
                                              std::string_view proposal) = 0;
     /// A menu at the pointer; the index of the entry that the person chose, nothing when none is.
     virtual std::optional<std::size_t> Choose(const std::vector<std::string>& entries) = 0;
+    /// Files that are there, as many as the person picks, in the order of their names; the choice begins in
+    /// a folder. None when the person cancels.
+    virtual std::vector<std::filesystem::path> Files(std::string_view title,
+                                                     const std::filesystem::path& folder) = 0;
 };
 
 }  // namespace keelview

@@ -31,7 +31,8 @@ class Form : public Container {
     double ScaleHeight() const;  ///< inner height, pixels
     /// Shows the window and paints it at once.
     void ShowNow();
-    /// Shows the window and waits until it is closed; other windows take no events meanwhile.
+    /// Shows the window on the one that it is asked from, as a part of that in the task bar, and waits
+    /// until it is closed; other windows take no events meanwhile.
     void ShowModal();
     /// Paints what is shown, at once.
     void Refresh();
@@ -39,10 +40,13 @@ class Form : public Container {
     /// form: the object stands until its owner lets go of it.
     void Close();
     bool Closed() const;
+    /// The buttons that Return and Escape push, wherever the keyboard is; on a button Return pushes that.
+    void SetAnswers(Button& accept, Button& cancel);
 
-    Event<> OnQueryUnload;  ///< the window is about to close, by Close or by the person
-    Event<> OnUnload;       ///< the window is closed
-    Event<int> OnKeyDown;   ///< sees keys before any control of the form
+    /// The window is about to close, by Close or by the person; one that is told true stays open.
+    Event<bool&> OnQueryUnload;
+    Event<> OnUnload;      ///< the window is closed
+    Event<int> OnKeyDown;  ///< sees keys before any control of the form
     Event<int> OnKeyUp;
     /// The window manager gave the window another inner size than it asked for.
     Event<> OnResize;

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstddef>
+#include <filesystem>
 #include <initializer_list>
 #include <optional>
 #include <string>
@@ -11,6 +12,9 @@
 #include "session/app_state.h"
 
 namespace keelview {
+
+/// Names as lines of a box: the first ones, and how many more there are.
+std::string LinesOfBox(const std::vector<std::string>& names);
 
 /// How the program speaks to the person: in its language, under its title.
 class Voice {
@@ -31,10 +35,17 @@ class Voice {
     bool Ask(const Text& question, const Text& title) const {
         return dialogs_.YesNo(In(question), In(title));
     }
+    /// The same with what is asked about in lines of its own.
+    bool AskAbout(const Text& question, std::string_view about) const;
     /// One line of text; nothing when the person cancels.
     std::optional<std::string> AskLine(const Text& prompt, const Text& title,
                                        std::string_view proposal) const {
         return dialogs_.Input(In(prompt), In(title), proposal);
+    }
+    /// Files that are there, as many as the person picks, beginning in a folder.
+    std::vector<std::filesystem::path> ChooseFiles(const Text& title,
+                                                   const std::filesystem::path& folder) const {
+        return dialogs_.Files(In(title), folder);
     }
     /// A menu at the pointer; which entry the person chose, nothing when none is.
     std::optional<std::size_t> Choose(std::initializer_list<Text> entries) const {

@@ -70,7 +70,7 @@ void Program::ConnectDisplay() {
     opened_->desk.OnReferences = [this] {
         ReferenceViewer(app_.settings, app_.race, services_).ShowModal();
     };
-    if (!menu_) session.Display().OnQueryUnload = [this] { services_.platform.EndProcess(); };
+    if (!menu_) session.Display().OnQueryUnload = [this](bool&) { services_.platform.EndProcess(); };
 }
 
 void Program::Display_Closed() {

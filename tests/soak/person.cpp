@@ -18,7 +18,10 @@ namespace {
 // Chance alone would seldom set a mark or save a race.
 constexpr std::pair<const char*, const char*> Errands[]{
     {"Cover", "Command3 Command5; Command3 Combo1 Command5; Command7 Combo1 Command5; Command2; Command9"},
-    {"fmCompile", "Command6; Command1 Command2 List1; Command10 Command11; Text1 Command9; Command4"},
+    {"fmCompile",
+     "Command6; Command1 Command2 List1; Command14 List1; Command12; Command10 Command11; Command7 "
+     "Command13; "
+     "Text1 Command9; Command4"},
     {"FmFileSelect", "File1 Command1; Text1 Command1"},
     {"Haifu", "List1 List2 Combo1 Command1"},
     {"RaceDisp",

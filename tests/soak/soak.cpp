@@ -98,7 +98,8 @@ class Soak : public QObject {
         });
         platform.Folder = tree_.Root();
         platform.Japanese = dice_.OneIn(3);
-        Services services{platform, application_.TheDialogs()};
+        SoakDialogs dialogs(application_.TheDialogs(), dice_);
+        Services services{platform, dialogs};
         app_ = std::make_unique<AppState>();
         const StartOutcome outcome = SettleStart(*app_, services);
         if (outcome != StartOutcome::End) {

@@ -35,6 +35,24 @@ QPoint InWindow(const QWidget& face, QPoint at) {
     return face.mapTo(face.window(), at);
 }
 
+QWindow* KeyboardsWindow() {
+    const QWidget* modal = QApplication::activeModalWidget();
+    QWindow* window = modal != nullptr ? modal->windowHandle() : QGuiApplication::focusWindow();
+    if (window == nullptr) throw std::logic_error("no window has the keyboard");
+    return window;
+}
+
+void StrikeIn(QWindow* window, std::string_view text) {
+    for (const QChar letter : ToQt(text))
+        QTest::sendKeyEvent(QTest::Click, window, Qt::Key_unknown, QString(letter), {});
+    Settle();
+}
+
+QPoint MiddleOf(const Control& listBox, int row) {
+    const auto& list = NativeControl::Of(listBox).As<QListWidget>();
+    return list.visualItemRect(list.item(row)).center();
+}
+
 }  // namespace
 
 void Settle() {
@@ -117,8 +135,22 @@ void Wheel(const Control& control, QPoint at, int notches) {
 }
 
 void ClickRow(const Control& listBox, int row, Qt::KeyboardModifiers held) {
-    const auto& list = NativeControl::Of(listBox).As<QListWidget>();
-    ClickAt(listBox, list.visualItemRect(list.item(row)).center(), Qt::LeftButton, held);
+    ClickAt(listBox, MiddleOf(listBox, row), Qt::LeftButton, held);
+}
+
+void DoubleClickRow(const Control& listBox, int row) {
+    DoubleClickAt(listBox, MiddleOf(listBox, row));
+}
+
+void DragRow(const Control& listBox, int from, int to) {
+    QWidget& face = Face(listBox);
+    Press(face, MiddleOf(listBox, from));
+    // The test's own mouse moves with no button held.
+    const QPoint at = InWindow(face, MiddleOf(listBox, to));
+    QMouseEvent move(QEvent::MouseMove, at, face.window()->mapToGlobal(at), Qt::NoButton, Qt::LeftButton,
+                     {});
+    QCoreApplication::sendEvent(WindowOf(face), &move);
+    Release(face, MiddleOf(listBox, to));
 }
 
 void KeyDown(const Control& inWindow, Qt::Key key, Qt::KeyboardModifiers held) {
@@ -136,13 +168,20 @@ void Key(const Control& inWindow, Qt::Key key, Qt::KeyboardModifiers held) {
     KeyUp(inWindow, key, held);
 }
 
+void Strike(std::string_view text) {
+    StrikeIn(KeyboardsWindow(), text);
+}
+
+void Strike(Qt::Key key) {
+    QTest::keyClick(KeyboardsWindow(), key);
+    Settle();
+}
+
 void Type(const Control& field, std::string_view text) {
     Click(field);
     Key(field, Qt::Key_A, Qt::ControlModifier);
     Key(field, Qt::Key_Delete);
-    for (const QChar letter : ToQt(text))
-        QTest::sendKeyEvent(QTest::Click, WindowOf(Face(field)), Qt::Key_unknown, QString(letter), {});
-    Settle();
+    StrikeIn(WindowOf(Face(field)), text);
 }
 
 }  // namespace keelview::driver

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <deque>
+#include <filesystem>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -15,7 +16,7 @@ namespace keelview {
 class ScriptedDialogs : public Dialogs {
   public:
     struct Said {
-        std::string Kind;  ///< "ok", "yesno", "input", "choose"
+        std::string Kind;  ///< "ok", "yesno", "input", "choose", "files"
         std::string Text;
         std::string Title;
     };
@@ -25,6 +26,9 @@ class ScriptedDialogs : public Dialogs {
         answers_.push_back({"input", true, std::move(text)});
     }
     void AnswerChoose(std::optional<std::size_t> entry) { answers_.push_back({"choose", true, {}, entry}); }
+    void AnswerFiles(std::vector<std::filesystem::path> files) {
+        answers_.push_back({"files", true, {}, {}, std::move(files)});
+    }
     bool AllAnswered() const { return answers_.empty(); }
     const std::vector<Said>& All() const { return said_; }
 
@@ -37,6 +41,10 @@ class ScriptedDialogs : public Dialogs {
         return Next("input", prompt, title).Text;
     }
     std::optional<std::size_t> Choose(const std::vector<std::string>& entries) override;
+    std::vector<std::filesystem::path> Files(std::string_view title,
+                                             const std::filesystem::path& folder) override {
+        return Next("files", folder.string(), title).Picked;
+    }
 
   private:
     struct Answer {
@@ -44,6 +52,7 @@ class ScriptedDialogs : public Dialogs {
         bool Yes = true;
         std::optional<std::string> Text;
         std::optional<std::size_t> Chosen = {};
+        std::vector<std::filesystem::path> Picked = {};
     };
     Answer Next(std::string_view kind, std::string_view text, std::string_view title);
     std::deque<Answer> answers_;

@@ -1,5 +1,6 @@
 #include "display/form.h"
 
+#include <QAbstractButton>
 #include <QCloseEvent>
 #include <QElapsedTimer>
 #include <QEventLoop>
@@ -14,6 +15,7 @@
 
 #include "display/qt/convert.h"
 #include "display/qt/native_control.h"
+#include "display/qt/system.h"
 
 namespace keelview {
 
@@ -54,6 +56,8 @@ class FormWindow : public QWidget {
     bool ClosedState = true;  ///< not shown yet, or closed
     bool Closing = false;
     QEventLoop* ModalLoop = nullptr;
+    QPointer<QAbstractButton> Accept;  ///< what Return pushes
+    QPointer<QAbstractButton> Cancel;  ///< what Escape pushes
 
     void Prepare() {
         ClosedState = false;
@@ -76,6 +80,13 @@ class FormWindow : public QWidget {
         QCoreApplication::processEvents(QEventLoop::ExcludeUserInputEvents);
     }
 
+    /// Has the window system take the window for a part of the one that it is asked from.
+    void StandOn(const QWidget* caller) {
+        setWindowFlags(windowFlags() | Qt::Dialog);
+        winId();
+        if (caller != nullptr && caller != this) windowHandle()->setTransientParent(caller->windowHandle());
+    }
+
     bool eventFilter(QObject* watched, QEvent* event) override {
         if (watched == windowHandle()) {
             if (event->type() == QEvent::KeyPress) KeyDown(static_cast<QKeyEvent&>(*event));
@@ -85,6 +96,17 @@ class FormWindow : public QWidget {
     }
 
   protected:
+    /// Keys that no control of the form had a use for.
+    void keyPressEvent(QKeyEvent* event) override {
+        const bool returned = event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter;
+        QAbstractButton* answer = event->key() == Qt::Key_Escape ? Cancel.data() : nullptr;
+        if (returned && Accept) {
+            auto* focused = qobject_cast<QAbstractButton*>(focusWidget());
+            answer = focused != nullptr ? focused : Accept.data();
+        }
+        answer != nullptr ? answer->click() : QWidget::keyPressEvent(event);
+    }
+
     void closeEvent(QCloseEvent* event) override {
         event->ignore();
         if (Owner != nullptr) Owner->Close();
@@ -187,12 +209,15 @@ void Form::ShowModal() {
     FormWindow& window = WindowOf(Native());
     if (ProcessEnded() || window.ModalLoop != nullptr) return;
     const QPointer<FormWindow> living(&window);
+    const QPointer<QWidget> caller(AskingWindow());
+    window.StandOn(caller);
     window.setWindowModality(Qt::ApplicationModal);
     window.ShowAndPaint();
     if (!living || window.ClosedState) return;
     QEventLoop loop;
     window.ModalLoop = &loop;
     loop.exec();
+    if (caller && caller->isVisible()) caller->activateWindow();  // for where no window manager does it
     if (!living) return;
     window.ModalLoop = nullptr;
     window.setWindowModality(Qt::NonModal);
@@ -210,10 +235,12 @@ void Form::Close() {
     if (window.ClosedState || window.Closing) return;
     const QPointer<FormWindow> living(&window);
     window.Closing = true;
-    Fire(OnQueryUnload);
+    bool keptOpen = false;
+    Fire(OnQueryUnload, keptOpen);
     if (!living || window.Owner == nullptr) return;
-    window.ClosedState = true;
     window.Closing = false;
+    if (keptOpen) return;
+    window.ClosedState = true;
     window.hide();
     if (window.ModalLoop != nullptr) window.ModalLoop->quit();
     Fire(OnUnload);
@@ -221,6 +248,12 @@ void Form::Close() {
 
 bool Form::Closed() const {
     return WindowOf(Native()).ClosedState;
+}
+
+void Form::SetAnswers(Button& accept, Button& cancel) {
+    FormWindow& window = WindowOf(Native());
+    window.Accept = &NativeControl::Of(accept).As<QAbstractButton>();
+    window.Cancel = &NativeControl::Of(cancel).As<QAbstractButton>();
 }
 
 }  // namespace keelview

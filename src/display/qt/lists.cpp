@@ -3,7 +3,9 @@
 #include <QLineEdit>
 #include <QListWidget>
 #include <QScrollBar>
+#include <QStyledItemDelegate>
 #include <algorithm>
+#include <utility>
 
 #include "display/control.h"
 #include "display/qt/convert.h"
@@ -18,14 +20,69 @@ class PersonsList : public QListWidget {
   public:
     using QListWidget::QListWidget;
     std::function<void()> OnKeyChoice;
+    std::function<bool(int from, int to)> OnDrag;  ///< true where somebody wanted to know
+    std::function<std::string(int row)> FieldText;
+    std::function<void(int row, const std::string& text)> OnWritten;
     int RowHeight = 0;  ///< 0: as the font has it
 
   protected:
+    void mousePressEvent(QMouseEvent* event) override {
+        QListWidget::mousePressEvent(event);
+        const bool plain = event->button() == Qt::LeftButton && event->modifiers() == Qt::NoModifier;
+        draggedRow_ = plain ? indexAt(event->pos()).row() : -1;
+    }
+
+    void mouseMoveEvent(QMouseEvent* event) override {
+        if (draggedRow_ < 0 || !event->buttons().testFlag(Qt::LeftButton))
+            return QListWidget::mouseMoveEvent(event);
+        const int row = RowBeside(event->pos());
+        if (row == draggedRow_ || (OnDrag && OnDrag(draggedRow_, row)))
+            draggedRow_ = row;
+        else
+            QListWidget::mouseMoveEvent(event);
+    }
+
+    void mouseReleaseEvent(QMouseEvent* event) override {
+        draggedRow_ = -1;
+        QListWidget::mouseReleaseEvent(event);
+    }
+
     void keyPressEvent(QKeyEvent* event) override {
         const QList<QListWidgetItem*> before = selectedItems();
         QListWidget::keyPressEvent(event);
         if (selectedItems() != before && OnKeyChoice) OnKeyChoice();
     }
+
+  private:
+    /// The row at a place; the next one that is out of sight for a place above or below the list.
+    int RowBeside(QPoint at) const {
+        const QRect view = viewport()->rect();
+        const int inside = std::clamp(at.y(), view.top(), view.bottom());
+        const int row = indexAt({view.center().x(), inside}).row();
+        if (row < 0) return count() - 1;
+        return std::clamp(row + (at.y() > inside ? 1 : at.y() < inside ? -1 : 0), 0, count() - 1);
+    }
+
+    int draggedRow_ = -1;
+};
+
+/// Turns a row into a field for a part of its text.
+class RowField : public QStyledItemDelegate {
+  public:
+    explicit RowField(PersonsList& list) : QStyledItemDelegate(&list), list_(list) {}
+
+    void setEditorData(QWidget* editor, const QModelIndex& row) const override {
+        if (auto* line = qobject_cast<QLineEdit*>(editor)) line->setText(ToQt(list_.FieldText(row.row())));
+    }
+    void setModelData(QWidget* editor, QAbstractItemModel* /*model*/,
+                      const QModelIndex& row) const override {
+        const auto* line = qobject_cast<QLineEdit*>(editor);
+        if (line != nullptr && line->text() != ToQt(list_.FieldText(row.row())))
+            list_.OnWritten(row.row(), FromQt(line->text()));
+    }
+
+  private:
+    PersonsList& list_;
 };
 
 std::unique_ptr<NativeControl> MakeCombo(Container& parent, std::string_view name) {
@@ -107,7 +164,12 @@ void ComboBox::SetText(std::string_view text) {
     combo.setEditText(converted);
 }
 
-ListBox::ListBox(Container& parent, std::string_view name) : Control(MakeList(parent, name)) {}
+ListBox::ListBox(Container& parent, std::string_view name) : Control(MakeList(parent, name)) {
+    Native().As<PersonsList>().OnDrag = [this](int from, int to) {
+        Fire(OnDragged, from, to);
+        return static_cast<bool>(OnDragged);
+    };
+}
 
 void ListBox::Clear() {
     Native().As<QListWidget>().clear();
@@ -120,7 +182,25 @@ void ListBox::SetRowHeight(int height) {
 void ListBox::AddItem(std::string_view item) {
     auto& list = Native().As<PersonsList>();
     list.addItem(ToQt(item));
-    if (list.RowHeight > 0) list.item(list.count() - 1)->setSizeHint({0, list.RowHeight});
+    QListWidgetItem& added = *list.item(list.count() - 1);
+    if (list.RowHeight > 0) added.setSizeHint({0, list.RowHeight});
+    if (list.FieldText) added.setFlags(added.flags() | Qt::ItemIsEditable);
+}
+
+void ListBox::SetItem(int index, std::string_view item) {
+    if (QListWidgetItem* row = Native().As<QListWidget>().item(index)) row->setText(ToQt(item));
+}
+
+void ListBox::Choose(int index) {
+    Native().As<QListWidget>().setCurrentRow(index);
+}
+
+void ListBox::LetWrite(std::function<std::string(int row)> field) {
+    auto& list = Native().As<PersonsList>();
+    list.FieldText = std::move(field);
+    list.OnWritten = [this](int row, const std::string& text) { Fire(OnWritten, row, text); };
+    list.setItemDelegate(new RowField(list));  // the list owns it
+    list.setEditTriggers(QAbstractItemView::DoubleClicked | QAbstractItemView::EditKeyPressed);
 }
 
 int ListBox::ListCount() const {

@@ -133,7 +133,8 @@ bool NativeControl::FilterWheel(QWidget& part, QWheelEvent& event) {
     return true;
 }
 
-/// The pointer over a disabled control is over what lies below it, so that a hint of a neighbour goes away.
+/// The pointer over a disabled control that has nothing to tell is over what lies below it, so that a hint
+/// of a neighbour goes away.
 void NativeControl::MoveBelow(const QWidget& part, const QMouseEvent& event) {
     QWidget* below = part.parentWidget();
     while (below != nullptr && !below->isEnabled()) below = below->parentWidget();
@@ -145,7 +146,11 @@ void NativeControl::MoveBelow(const QWidget& part, const QMouseEvent& event) {
 
 bool NativeControl::FilterMouse(QWidget& part, QMouseEvent& event) {
     if (!part.isEnabled()) {
-        if (event.type() == QEvent::MouseMove) MoveBelow(part, event);
+        if (event.type() != QEvent::MouseMove) return true;
+        if (Owner->OnGreyMove)
+            Fire(Owner->OnGreyMove, Told(part, event));
+        else
+            MoveBelow(part, event);
         return true;
     }
     const QPointer<NativeControl> self(this);

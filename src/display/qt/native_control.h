@@ -75,7 +75,7 @@ void TakeColour(QWidget& widget, std::initializer_list<QPalette::ColorRole> role
 /// Tells an event's handler, if there is one and the process goes on. The handler is copied: it may let go
 /// of the object that holds it.
 template <class... Parameters, class... Arguments>
-void Fire(const Event<Parameters...>& event, const Arguments&... arguments) {
+void Fire(const Event<Parameters...>& event, Arguments&&... arguments) {
     if (!event || ProcessEnded()) return;
     const auto held = event.Current();
     held(arguments...);

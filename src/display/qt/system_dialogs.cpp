@@ -1,8 +1,12 @@
 #include <QApplication>
 #include <QCursor>
+#include <QFileDialog>
 #include <QInputDialog>
 #include <QMenu>
 #include <QMessageBox>
+#include <QPushButton>
+#include <algorithm>
+#include <array>
 
 #include "display/qt/convert.h"
 #include "display/qt/system.h"
@@ -13,17 +17,21 @@ namespace {
 
 constexpr std::string_view OwnName = "Keelview";
 
+/// A word of the toolkit in the program's language, whatever language the desktop speaks.
+QString Word(const char* english) {
+    return QCoreApplication::translate("QPlatformTheme", english);
+}
+
 class SystemDialogs : public Dialogs {
   public:
     void Ok(std::string_view text, std::string_view title) override {
-        QMessageBox box(QMessageBox::NoIcon, TitleOf(title), {}, QMessageBox::Ok,
-                        QApplication::activeWindow());
+        QMessageBox box(QMessageBox::NoIcon, TitleOf(title), {}, QMessageBox::Ok, AskingWindow());
         Say(box, text);
     }
 
     bool YesNo(std::string_view text, std::string_view title) override {
         QMessageBox box(QMessageBox::Question, TitleOf(title), {}, QMessageBox::Yes | QMessageBox::No,
-                        QApplication::activeWindow());
+                        AskingWindow());
         box.setDefaultButton(QMessageBox::Yes);
         box.setEscapeButton(QMessageBox::No);
         return Say(box, text) == QMessageBox::Yes;
@@ -31,20 +39,36 @@ class SystemDialogs : public Dialogs {
 
     std::optional<std::string> Input(std::string_view prompt, std::string_view title,
                                      std::string_view proposal) override {
-        bool taken = false;
-        const QString answer =
-            QInputDialog::getText(QApplication::activeWindow(), TitleOf(title), ToQt(prompt),
-                                  QLineEdit::Normal, ToQt(proposal), &taken);
-        if (!taken) return std::nullopt;
-        return FromQt(answer);
+        QInputDialog box(AskingWindow());
+        box.setWindowTitle(TitleOf(title));
+        box.setLabelText(ToQt(prompt));
+        box.setTextValue(ToQt(proposal));
+        box.setOkButtonText(Word("OK"));
+        box.setCancelButtonText(Word("Cancel"));
+        if (box.exec() != QDialog::Accepted) return std::nullopt;
+        return FromQt(box.textValue());
     }
 
     std::optional<std::size_t> Choose(const std::vector<std::string>& entries) override {
-        QMenu menu(QApplication::activeWindow());
+        QMenu menu(AskingWindow());
         for (const std::string& entry : entries) menu.addAction(ToQt(entry).replace('&', "&&"));
         const auto chosen = menu.actions().indexOf(menu.exec(QCursor::pos()));
         if (chosen < 0) return std::nullopt;
         return static_cast<std::size_t>(chosen);
+    }
+
+    std::vector<std::filesystem::path> Files(std::string_view title,
+                                             const std::filesystem::path& folder) override {
+        QFileDialog box(AskingWindow(), TitleOf(title), QString::fromStdString(folder.string()));
+        box.setFileMode(QFileDialog::ExistingFiles);
+        box.setOption(QFileDialog::ReadOnly);
+        box.setLabelText(QFileDialog::Accept, Word("OK"));
+        box.setLabelText(QFileDialog::Reject, Word("Cancel"));
+        if (box.exec() != QDialog::Accepted) return {};
+        std::vector<std::filesystem::path> files;
+        for (const QString& file : box.selectedFiles()) files.emplace_back(file.toStdString());
+        std::ranges::sort(files);
+        return files;
     }
 
   private:
@@ -53,11 +77,23 @@ class SystemDialogs : public Dialogs {
     static int Say(QMessageBox& box, std::string_view text) {
         box.setTextFormat(Qt::PlainText);
         box.setText(ToQt(text));
+        constexpr std::array Words{std::pair{QMessageBox::Ok, "OK"}, std::pair{QMessageBox::Yes, "&Yes"},
+                                   std::pair{QMessageBox::No, "&No"}};
+        for (const auto& [button, word] : Words)
+            if (QAbstractButton* shown = box.button(button)) shown->setText(Word(word));
         return box.exec();
     }
 };
 
 }  // namespace
+
+QWidget* AskingWindow() {
+    if (QWidget* modal = QApplication::activeModalWidget()) return modal;
+    if (QWidget* active = QApplication::activeWindow()) return active;
+    const QWidgetList windows = QApplication::topLevelWidgets();
+    const auto shown = std::ranges::find_if(windows, &QWidget::isVisible);
+    return shown == windows.end() ? nullptr : *shown;
+}
 
 std::unique_ptr<Dialogs> MakeDialogs() {
     return std::make_unique<SystemDialogs>();

@@ -104,6 +104,11 @@ void TextBox::SetText(std::string_view text) {
     }
 }
 
+void TextBox::ChooseAll() {
+    SetFocus();
+    if (auto* line = qobject_cast<QLineEdit*>(Native().Outer.data())) line->selectAll();
+}
+
 std::string TextBox::Text() const {
     const QWidget* widget = Native().Outer;
     if (const auto* line = qobject_cast<const QLineEdit*>(widget)) return FromQt(line->text());
