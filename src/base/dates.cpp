@@ -43,35 +43,36 @@ bool IsADay(const DateParts& date) {
     return MakeCivilTime(date.Year, date.Month, date.Day, 0, 0, 0).has_value();
 }
 
-/// The one day that a date with a year of two digits can mean.
-std::optional<DateParts> DayBeyondDoubt(const std::vector<std::string_view>& parts, int first, int second,
-                                        int third, bool monthMayLead) {
-    const auto year = [](int digits) { return digits + (digits < 80 ? 2000 : 1900); };
-    std::vector<DateParts> days;
-    if (parts[0].size() == 2) days.push_back({year(first), second, third});
-    if (parts[2].size() == 2) {
-        if (monthMayLead) days.push_back({year(third), first, second});
-        days.push_back({year(third), second, first});
-    }
-    std::erase_if(days, [](const DateParts& day) { return !IsADay(day); });
-    if (days.empty() || std::ranges::count(days, days[0]) != std::ssize(days)) return std::nullopt;
-    return days[0];
-}
-
-/// A date in one of the orders that ParseDateTime knows; whether there is such a day is not looked at.
-std::optional<DateParts> ReadDate(std::string_view text) {
+/// All days that a date can mean, each once, in the orders that ParseDateTime tells; none where there is no
+/// such day.
+std::vector<DateParts> DaysOf(std::string_view text) {
     const char separator = SeparatorOf(text);
     const std::vector<std::string_view> parts = Split(text, separator);
-    if (parts.size() != 3) return std::nullopt;
+    if (parts.size() != 3) return {};
     const std::optional<int> first = ShortInteger(parts[0]);
     const std::optional<int> second = ShortInteger(parts[1]);
     const std::optional<int> third = ShortInteger(parts[2]);
-    if (!first || !second || !third) return std::nullopt;
-    if (parts[0].size() == 4) return DateParts{*first, *second, *third};
-    const bool monthMayLead = separator != '.';
-    if (parts[2].size() != 4) return DayBeyondDoubt(parts, *first, *second, *third, monthMayLead);
-    if (*first > 12 || !monthMayLead) return DateParts{*third, *second, *first};
-    return DateParts{*third, *first, *second};
+    if (!first || !second || !third) return {};
+    std::vector<DateParts> days;
+    const auto add = [&days](std::string_view written, int year, int month, int day) {
+        if (written.size() == 2) year += year < 80 ? 2000 : 1900;
+        const DateParts date{year, month, day};
+        const bool isADay = (written.size() == 2 || written.size() == 4) && IsADay(date);
+        if (isADay && std::ranges::find(days, date) == days.end()) days.push_back(date);
+    };
+    if (parts[0].size() == 4 || parts[2].size() != 4) add(parts[0], *first, *second, *third);
+    if (parts[0].size() == 4) return days;
+    if (separator != '.') add(parts[2], *third, *first, *second);
+    add(parts[2], *third, *second, *first);
+    return days;
+}
+
+/// A date in one of the orders that ParseDateTime knows. A year of two digits leaves no doubt.
+std::optional<DateParts> ReadDate(std::string_view text) {
+    const std::vector<DateParts> days = DaysOf(text);
+    const bool longYear = text.find_first_of("/-.") == 4 || text.find_last_of("/-.") + 5 == text.size();
+    if (days.empty() || (days.size() > 1 && !longYear)) return std::nullopt;
+    return days.front();
 }
 
 enum class HalfDay { None, Morning, Afternoon };
@@ -190,6 +191,15 @@ std::optional<CivilTime> ParseDateTime(std::string_view text) {
     const std::optional<DateParts> date = ReadDate(day);
     if (!date) return std::nullopt;
     return OnDay(*date, gap == std::string_view::npos ? std::string_view{} : Trim(text.substr(gap)));
+}
+
+std::vector<CivilTime> DateReadings(std::string_view text) {
+    text = Trim(text);
+    const std::size_t gap = std::min(text.find_first_of(" \t"), text.size());
+    std::vector<CivilTime> readings;
+    for (const DateParts& day : DaysOf(text.substr(0, gap)))
+        if (const auto moment = OnDay(day, Trim(text.substr(gap)))) readings.push_back(*moment);
+    return readings;
 }
 
 std::string DateTimeText(CivilTime time) {

@@ -4,6 +4,7 @@
 #include <optional>
 #include <string>
 #include <string_view>
+#include <vector>
 
 namespace keelview {
 
@@ -26,6 +27,10 @@ std::optional<CivilTime> MakeCivilTime(int year, int month, int day, int hour, i
 /// date and time by T: "2004-08-05T12:30:00". A Z behind it is passed over, as the clock has no zone; an
 /// offset is not, as it would mean another moment.
 std::optional<CivilTime> ParseDateTime(std::string_view text);
+
+/// All moments that a text of numbers can mean, each once, month first before day first: "03/10/2026" has
+/// two, the 10th of March and the 3rd of October; "2026/3/10" has one, and what is no date none.
+std::vector<CivilTime> DateReadings(std::string_view text);
 
 /// "2004/08/05 12:30:00".
 std::string DateTimeText(CivilTime time);

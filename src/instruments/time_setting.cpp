@@ -4,6 +4,7 @@
 #include <optional>
 
 #include "base/dates.h"
+#include "session/settle_date.h"
 
 namespace keelview {
 
@@ -32,6 +33,11 @@ TimeSetting::TimeSetting(RaceSession& session)
 }
 
 void TimeSetting::Command4_Click() {
+    for (TextBox* field : {&form_.Text9, &form_.Text10}) {
+        const auto settled = SettleDate(voice_, field->Text());
+        if (!settled) return;
+        field->SetText(*settled);
+    }
     if (!TimesPass()) {
         voice_.Say(BadTimes);
         return;

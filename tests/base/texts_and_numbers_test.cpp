@@ -109,6 +109,20 @@ TEST(Dates, DaysAreTakenWhereTheyAreBeyondDoubt) {
     }
 }
 
+TEST(Dates, ADateMayReadInSeveralWays) {
+    using Case = std::pair<const char*, const char*>;
+    for (const auto& [text, readings] :
+         {Case{"03/10/2026", "2026/03/10 2026/10/03 "}, Case{"2026/03/10", "2026/03/10 "},
+          Case{"25/12/2026 9:00", "2026/12/25 "}, Case{"3.10.2026", "2026/10/03 "},
+          Case{"10/10/2026", "2026/10/10 "}, Case{"5/8/04", "2004/05/08 2004/08/05 "},
+          Case{"01/02/03", "2001/02/03 2003/01/02 2003/02/01 "}, Case{"03/10/2026 25:00", ""},
+          Case{"2/30/2026", ""}, Case{"tomorrow", ""}, Case{"", ""}}) {
+        std::string read;
+        for (const CivilTime each : DateReadings(text)) read += DateText(each) + " ";
+        EXPECT_EQ(read, readings) << text;
+    }
+}
+
 TEST(Dates, WhatIsNoMomentIsNone) {
     for (const char* text : {"",
                              "2004",
