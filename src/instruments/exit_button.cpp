@@ -23,7 +23,7 @@ void ExitButton::Command1_Click() {
     if (OfferToSave()) session_.Display().Close();
 }
 
-/// False if the race could not be saved under the name that the person gave.
+/// False if the race was not saved under the name that the person gave.
 bool ExitButton::OfferToSave() {
     const AppState& app = session_.App();
     const Voice& voice = session_.TheVoice();

@@ -7,7 +7,9 @@
 #include "base/bilingual.h"
 #include "base/files.h"
 #include "base/numbers.h"
+#include "racedata/race_file.h"
 #include "session/load_notes.h"
+#include "session/period_notes.h"
 #include "session/start_gun.h"
 
 namespace keelview {
@@ -90,7 +92,7 @@ bool RaceSession::ReadRaceData() {
     const LoadResult result = keelview::LoadRace(app_.settings.AppPath, next,
                                                  [&](int boat) { ShowLoadProgress(next.race, boat); });
     HideLoadProgress();
-    TellOutcome(next, result);
+    if (TellOutcome(next, result)) return ReadRaceData();
     if (result.Outcome != LoadOutcome::Sound) return false;
     otherBoats_ = otherBoats_ || app_.race.Boats.Count() != next.race.Boats.Count();
     static_cast<RaceNumbers&>(app_) = std::move(next);
@@ -98,14 +100,38 @@ bool RaceSession::ReadRaceData() {
     return true;
 }
 
-/// Why there is nothing to show, and what there is to know of the files, in one box.
-void RaceSession::TellOutcome(const RaceNumbers& loaded, const LoadResult& result) {
-    const std::string trouble = TroubleText(loaded.race.RaceFileName, result);
-    const std::string notes = LoadNotes(loaded, voice_.English());
-    if (trouble.empty() && notes.empty()) return;
-    const std::string between = trouble.empty() || notes.empty() ? "" : "\r\n\r\n";
+/// Why there is nothing to show, and what there is to know of the files, in one box. True if the person has
+/// had the race put right, so that it can be read once more.
+bool RaceSession::TellOutcome(const RaceNumbers& loaded, const LoadResult& result) {
+    std::string said;
+    const auto add = [&said](const std::string& part) {
+        if (!part.empty()) said += (said.empty() ? "" : "\r\n\r\n") + part;
+    };
+    std::optional<PeriodTrouble> trouble;
+    if (result.Outcome == LoadOutcome::NoFix)
+        trouble = FindPeriodTrouble(app_.settings.AppPath, loaded.race);
+    add(TroubleText(loaded.race.RaceFileName, result));
+    if (trouble) add(PeriodNotes(*trouble, voice_.English()));
+    add(LoadNotes(loaded, voice_.English()));
+    if (said.empty()) return false;
     services_.platform.SetBusyPointer(false);
-    voice_.SayUnder({}, trouble + between + notes);
+    if (trouble && app_.settings.EditMode && !loaded.race.RaceFileName.empty())
+        return OfferTrackTimes(said, *trouble, loaded.race);
+    voice_.SayUnder({}, said);
+    return false;
+}
+
+/// True if the race file has the times of its tracks now.
+bool RaceSession::OfferTrackTimes(const std::string& said, const PeriodTrouble& trouble, RaceControl race) {
+    TakeTrackPeriod(trouble.Tracks, race);
+    const Text offer{
+        "Write the tracks' times into the race?  (No: put it right in the editor, \"Edit GPS data\")",
+        "軌跡の日時をレースに書き込みますか？　（いいえ: Edit GPS data で修正できます）"};
+    const std::string times = race.Start.Typed() + "  -  " + race.Finish.Typed();
+    if (!services_.dialogs.YesNo(said + "\r\n\r\n" + voice_.Str(offer) + "\r\n" + times, {})) return false;
+    const std::error_code error = SaveRaceFile(app_.settings.AppPath, race);
+    if (error) saver_.TellFailure(race.RaceFileName, error);
+    return !error;
 }
 
 /// Why there is nothing to show; empty where there is something.

@@ -4,6 +4,7 @@
 #include <string>
 #include <string_view>
 
+#include "analysis/period_trouble.h"
 #include "session/app_state.h"
 #include "session/film.h"
 #include "session/race_changes.h"
@@ -56,7 +57,8 @@ class RaceSession {
 
   private:
     bool ReadRaceData();
-    void TellOutcome(const RaceNumbers& loaded, const LoadResult& result);
+    bool TellOutcome(const RaceNumbers& loaded, const LoadResult& result);
+    bool OfferTrackTimes(const std::string& said, const PeriodTrouble& trouble, RaceControl race);
     std::string TroubleText(const std::string& name, const LoadResult& result) const;
     void ComposeTitle(const RaceControl& race);
     void ResetDisplay();

@@ -1,11 +1,16 @@
 #pragma once
 
 #include <string>
+#include <system_error>
 
 #include "session/app_state.h"
 #include "session/voice.h"
 
 namespace keelview {
+
+/// Asked before a file of that name is written over.
+inline constexpr Text AskOverwrite{"Same File Name Exists.\r\nOverwight?.",
+                                   "同名のファイルがあります。\r\n上書きしますか？"};
 
 /// The one door from the open race to its race control file.
 class RaceSaver {
@@ -18,8 +23,12 @@ class RaceSaver {
     bool Save();
 
     /// Writes the open race under the name that the person gave, with ".txt" behind it unless it is there;
-    /// from then on that file is the open one. A failure is told each time, and the race keeps its name.
+    /// from then on that file is the open one. The file of another race is written over only where the
+    /// person says so. A failure is told each time, and the race keeps its name.
     bool SaveAs(const std::string& name);
+
+    /// Says that a race control file could not be written, and why.
+    void TellFailure(const std::string& file, std::error_code error) const;
 
     /// The person knows that the race as it stands could not be saved.
     bool FailureTold() const { return failureTold_; }

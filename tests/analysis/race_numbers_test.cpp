@@ -7,6 +7,7 @@
 #include <tuple>
 #include <vector>
 
+#include "analysis/period_trouble.h"
 #include "analysis/track_at.h"
 #include "analysis/wind_at.h"
 #include "support/race_tree.h"
@@ -46,6 +47,34 @@ TEST(RaceNumbers, OneFileLeadsToEverything) {
     for (const auto time : std::vector<std::optional<int>>{900, {}, 800, 900})
         tied.MarkPassTime.Add({10, time});
     EXPECT_EQ(FinishOrder(tied), (std::vector<int>{3, 1, 4}));  // ties by their number
+}
+
+TEST(PeriodTrouble, SaysWhatWouldBringRaceAndTracksTogether) {
+    RaceTree tree;
+    tree.Boat("a.trk", Lat, Lon, SixKnots, 0, -200, 620);
+    tree.Boat("b.trk", Lat, Lon, SixKnots, 0, 0, 700);
+    tree.Write("gpsdat/empty.trk", "");
+    using Case = std::tuple<const char*, double, const char*>;
+    for (const auto& [start, timeDiff, helps] :
+         {Case{"2004/8/5 12:30:00", 0, "zone 9"}, Case{"2004/8/5 13:35:00", 9, "zone 10"},
+          Case{"2004/5/8 12:30:00", 9, "day"}, Case{"2004/8/5 18:00:00", 9, ""}}) {
+        RaceControl race;
+        race.Start = RaceTime(start);
+        race.Finish = RaceTime(*race.Start.At() + 600);
+        race.TimeDiff = timeDiff;
+        race.Boats = {{"empty.trk", "E"}};
+        EXPECT_FALSE(FindPeriodTrouble(tree.Root(), race));
+        for (const char* file : {"a.trk", "b.trk"}) race.Boats.Add({file, "B"});
+        const auto trouble = FindPeriodTrouble(tree.Root(), race);
+        ASSERT_TRUE(trouble);
+        const auto east = static_cast<CivilTime>((timeDiff - 9) * 3600);
+        EXPECT_EQ(trouble->Tracks.From, RaceTree::Start - 200 + east);
+        EXPECT_EQ(trouble->Tracks.To, RaceTree::Start + 700 + east);
+        const auto& zone = trouble->BetterTimeDiff;
+        EXPECT_EQ((zone ? "zone " + NumberText(*zone) : "") + (trouble->OtherDay ? "day" : ""), helps);
+        TakeTrackPeriod(trouble->Tracks, race);
+        EXPECT_FALSE(!race.Start.At() || *race.Start.At() != trouble->Tracks.From + 240);
+    }
 }
 
 TEST(RaceNumbers, ASingleTrackIsARaceOfItsOwn) {
