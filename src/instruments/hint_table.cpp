@@ -192,6 +192,38 @@ std::vector<ControlHint> ControlHints(RaceDisp& form) {
     return hints;
 }
 
+std::vector<ControlHint> GreyHints(RaceDisp& form) {
+    std::vector<ControlHint> hints;
+    for (Control* tool : std::initializer_list<Control*>{&form.Command2, &form.Command3, &form.Command5})
+        hints.push_back(AtRight(*tool, AutoTrace, {230, 32}, 5,
+                                {"Grey while AutoTrace follows the boats:\n"
+                                 "untick AutoTrace first.",
+                                 "自動追尾中は使えません。\n"
+                                 "先に自動追尾をOffにしてください。"}));
+    const ControlHint lacksMarks = AtRight(form.Command5, Always, {230, 45}, 5,
+                                           {"Grey: a course needs two marks or lines.\n"
+                                            "Set them with \"Set Mark\" and\n"
+                                            "\"Set Line\" first.",
+                                            "マークとラインが合わせて2つ以上必要です。\n"
+                                            "先にマーク設定、ライン設定で\n"
+                                            "設定してください。"});
+    const ControlHint lacksCourse = AtLeft(form.Option11, Editing, {230, 45},
+                                           {"Grey: the tables need a course.\n"
+                                            "Set marks and lines, then their order\n"
+                                            "with \"Set Course\".",
+                                            "コースがないため表を表示できません。\n"
+                                            "マークとラインを設定し、ｺｰｽ設定で\n"
+                                            "順番を指定してください。"});
+    const ControlHint noCourse =
+        AtLeft(form.Option11, Always, {230, 17},
+               {"Grey: this race has no course", "このレースにはコースがありません"});
+    const ControlHint noDocuments =
+        AtLeft(form.Command13, Always, {230, 17},
+               {"Grey: this race has no documents", "このレースには資料がありません"});
+    hints.insert(hints.end(), {lacksMarks, lacksCourse, noCourse, noDocuments});
+    return hints;
+}
+
 HintPlace PlaceOf(const ControlHint& hint, const RaceDisp& form, bool useEnglish) {
     const bool onGraphs = hint.Owner == &form.Command12;
     const Control& parent = onGraphs ? static_cast<const Control&>(form.GPIC) : form.Picture7;

@@ -12,6 +12,8 @@ namespace keelview {
 enum class HintGate {
     Always,     ///< the hint is worth it, or is the way back to the hints
     HintsOn,    ///< while Check3 "HINT" is ticked
+    AutoTrace,  ///< while the view follows the boats
+    Editing,    ///< in the full program
     MenuBehind  ///< while a race is open that the menu stands behind
 };
 
@@ -54,6 +56,10 @@ struct ControlHint {
 /// The hints of all controls that tell nothing but themselves. Those that follow a place on the map, on a
 /// graph or in the boat list belong to the rooms that know the place.
 std::vector<ControlHint> ControlHints(RaceDisp& form);
+
+/// Why controls are grey and what to do, told while they are; of those of one control the first whose gate
+/// is open.
+std::vector<ControlHint> GreyHints(RaceDisp& form);
 
 /// Where a hint stands on the form as it is laid out now, in the language of the program.
 HintPlace PlaceOf(const ControlHint& hint, const RaceDisp& form, bool useEnglish);

@@ -91,6 +91,16 @@ TEST_F(DeskTest, EachViewIsCapturedWithTheBoatsTheOverviewAndTheColours) {
 
 TEST_F(DeskTest, ExitOffersToSaveInEditModeAndStaysWhereThatFails) {
     fs::create_directories(tree.Root() / "raceadmin/taken.txt");
+    tree.Write("raceadmin/Other.txt", "T1, of another race\r\n");
+    for (const bool over : {false, true}) {
+        Open();
+        dialogs.AnswerYesNo(true);
+        dialogs.AnswerInput("other");
+        dialogs.AnswerYesNo(over);
+        driver::Click(Form().Command1);
+        EXPECT_EQ(Form().Closed(), over);
+        EXPECT_EQ(tree.Read("raceadmin/Other.txt").starts_with("T1, of another"), !over);
+    }
     using Case = std::pair<const char*, const char*>;
     for (const auto& [name, written] : {Case{"", ""}, Case{"Cup R2", "Cup R2.txt"}, Case{"x.TXT", "x.TXT"},
                                         Case{"江の島.txt", "江の島.txt"}, Case{"taken", ""}}) {
@@ -153,6 +163,20 @@ TEST_F(HintsTest, HintsStandOnTheirColourAndLeaveWhatIsWorthItWhenSwitchedOff) {
     EXPECT_EQ(shown(), "H-H");
     Open(false);
     EXPECT_EQ(HintOver(Form().Command1), "");  // no menu stands behind it
+    EXPECT_EQ(HintOver(Form().Option11), "Grey: this race has no course");
+}
+
+TEST_F(HintsTest, WhatIsGreyTellsWhyAndWhatToDo) {
+    Open();
+    EXPECT_NE(HintOver(Form().Option11).find("\"Set Course\""), std::string::npos);
+    EXPECT_NE(HintOver(Form().Command5).find("two marks or lines"), std::string::npos);
+    driver::MoveTo(Form().Label2, {3, 6});
+    EXPECT_FALSE(Box().Visible());
+    driver::Click(Form().Check5);
+    for (const Button* tool : {&Form().Command2, &Form().Command3, &Form().Command5})
+        EXPECT_NE(HintOver(*tool).find("untick AutoTrace"), std::string::npos);
+    driver::Click(Form().Check5);
+    EXPECT_EQ(HintOver(Form().Command2).find("Grey"), std::string::npos);
 }
 
 struct TimeSettingTest : DeskTest {
@@ -172,6 +196,8 @@ TEST_F(TimeSettingTest, TimesFarFromTheTracksOrNoTimesAtAllAreRefused) {
         TakeTimes(sound, bad);
         EXPECT_EQ(Form().Text10.Text(), bad);  // nothing typed is lost
     }
+    for (const bool means : {false, false}) dialogs.AnswerYesNo(means);
+    TakeTimes("05/08/2004 12:30:00", sound);  // of May or of August
     EXPECT_TRUE(dialogs.AllAnswered() && app.race.Start.Typed() == "2004/8/5 12:30:00");
 }
 
