@@ -90,6 +90,14 @@ class Build {
         CopyOneFile({}, StartSound);
     }
 
+    /// The manual in the language of the package, page and pictures.
+    void CopyManual() {
+        const std::string_view folder = order_.UseEnglish ? "help-e" : "help";
+        for (const std::string& name : ListFiles(FindBelow(appPath_, folder), "*"))
+            CopyIfThere(folder, name);
+        CopyOneFile(folder, "index.html");
+    }
+
     void WriteSettings() const {
         if (!order_.StartRace.empty())
             WriteLines(root_ / "raceadmin" / "racefile.st", order_.StartRace + "\r\n");
@@ -168,9 +176,10 @@ class Build {
     std::vector<std::string> missing_;
 };
 
-/// Packs a finished folder beside itself; false, and nothing left of the packed file, if that fails.
-bool Pack(const fs::path& distribution, const std::string& folderName) {
-    const fs::path packed = distribution / (folderName + std::string(PackedEnd));
+/// Packs a finished folder beside itself; the packed file, or nothing, and nothing left of it, if that
+/// fails.
+fs::path Pack(const fs::path& distribution, const std::string& folderName) {
+    fs::path packed = distribution / (folderName + std::string(PackedEnd));
     fs::path unfinished = packed;
     unfinished += UnfinishedMark;
     std::string nothing;
@@ -181,10 +190,10 @@ bool Pack(const fs::path& distribution, const std::string& folderName) {
                    nothing);
     if (status == 0) {
         fs::rename(unfinished, packed, error);
-        if (!error) return true;
+        if (!error) return packed;
     }
     fs::remove(unfinished, error);
-    return false;
+    return {};
 }
 
 }  // namespace
@@ -223,6 +232,7 @@ DistributionResult BuildDistribution(const fs::path& appPath, const Distribution
         Build build(appPath, order, unfinished);
         build.MakeFolders();
         build.CopyProgram(listing);
+        build.CopyManual();
         build.WriteSettings();
         build.CopyRaces();
         result.Missing = build.TakeMissing();
@@ -234,7 +244,8 @@ DistributionResult BuildDistribution(const fs::path& appPath, const Distribution
         result.FailedAt = failure.At;
         return result;
     }
-    result.Packed = order.Target == Medium::Web && Pack(distribution, order.FolderName);
+    result.Folder = root;
+    if (order.Target == Medium::Web) result.Packed = Pack(distribution, order.FolderName);
     return result;
 }
 

@@ -33,7 +33,8 @@ struct DistributionResult {
     std::error_code Error;             ///< why it could not be built; nothing of it is left then
     std::filesystem::path FailedAt;    ///< the file or folder that met with the error
     std::vector<std::string> Missing;  ///< files that were wanted and are not there, each once
-    bool Packed = false;               ///< a web medium stands as a .tar.gz beside the folder too
+    std::filesystem::path Folder;      ///< where it lies
+    std::filesystem::path Packed;      ///< the .tar.gz of a web medium; empty if it could not be packed
 };
 
 /// What is wrong with a folder name, told to the person; nothing if it can be used.
@@ -43,8 +44,9 @@ std::optional<Text> FolderNameTrouble(std::string_view name);
 bool DistributionExists(const std::filesystem::path& appPath, std::string_view folderName);
 
 /// Builds the folder `appPath`/distribution/FolderName: a browse-only copy of the program with its run-time
-/// files, the races and every data file that they name. It stands under "FolderName.unfinished" until it is
-/// whole, and that is removed again when the build fails. A web medium is packed beside it as a .tar.gz.
+/// files, the manual, the races and every data file that they name. It stands under "FolderName.unfinished"
+/// until it is whole, and that is removed again when the build fails. A web medium is packed beside it as a
+/// .tar.gz.
 DistributionResult BuildDistribution(const std::filesystem::path& appPath, const DistributionOrder& order,
                                      const LibraryListing& listing = AskLoader);
 

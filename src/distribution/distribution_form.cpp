@@ -1,10 +1,14 @@
 #include "distribution/distribution_form.h"
 
+#include <QString>
+#include <QSysInfo>
+#include <algorithm>
 #include <cstddef>
 
 #include "base/files.h"
 #include "base/strings.h"
 #include "display/form_table.h"
+#include "session/documents.h"
 
 namespace keelview {
 
@@ -13,8 +17,17 @@ namespace {
 /// No race control file, though its name ends like one.
 constexpr std::string_view NotARace = "ver.txt";
 
-/// So many missing files are named in the message; the rest is counted.
-constexpr std::size_t MissingFilesNamed = 15;
+/// A distribution runs where its program does: the kind of system and processor that this one was built
+/// for.
+std::string SystemsText(bool useEnglish) {
+    std::string systems = QSysInfo::kernelType().toStdString();
+    if (systems == "linux") systems = "Linux";
+    std::string processor = QSysInfo::buildCpuArchitecture().toStdString();
+    std::ranges::replace(processor, '_', '-');
+    systems += " " + processor;
+    return useEnglish ? "It is for " + systems + ", as new as this system or newer."
+                      : "対応システム: " + systems + " (このシステム以降)";
+}
 
 }  // namespace
 
@@ -141,26 +154,27 @@ bool DistributionForm::MayBuild(const DistributionOrder& order) const {
         {"Keelview", "配布用フォルダー名"});
 }
 
-void DistributionForm::TellResult(const DistributionOrder& order, const DistributionResult& result) const {
+/// Why there is no distribution; or where it lies, for which systems it is, and what it lacks.
+void DistributionForm::TellResult(const DistributionOrder& order, const DistributionResult& result) {
     if (result.Error)
         return voice_.Say({"The distribution could not be built, and nothing of it was kept:",
                            "配布データを作成できませんでした。途中までのデータは削除しました。"},
                           result.FailedAt.string() + "\r\n(" + result.Error.message() + ")");
-    if (!result.Missing.empty()) TellMissing(result.Missing);
-    if (order.Target == Medium::Web && !result.Packed)
-        voice_.Say({"The folder was built, but it could not be packed.",
-                    "フォルダーは作成しましたが、圧縮ファイルを作成できませんでした。"});
-}
-
-void DistributionForm::TellMissing(const std::vector<std::string>& missing) const {
-    std::string names;
-    for (std::size_t i = 0; i < missing.size() && i < MissingFilesNamed; ++i)
-        names += (i == 0 ? "" : "\r\n") + missing[i];
-    if (missing.size() > MissingFilesNamed)
-        names += "\r\n... + " + std::to_string(missing.size() - MissingFilesNamed);
-    voice_.Say({"The distribution was built, but these files were not found:",
-                "配布データを作成しましたが、次のファイルがありませんでした:"},
-               names);
+    std::string said = voice_.Str({"The distribution is ready:", "配布データを作成しました:"}) + "\r\n" +
+                       result.Folder.string() + "\r\n";
+    if (!result.Packed.empty()) said += result.Packed.string() + "\r\n";
+    said += "\r\n" + SystemsText(voice_.English());
+    if (order.Target == Medium::Web && result.Packed.empty())
+        said += "\r\n\r\n" + voice_.Str({"It could not be packed into one file.",
+                                         "圧縮ファイルは作成できませんでした。"});
+    if (!result.Missing.empty())
+        said += "\r\n\r\n" +
+                voice_.Str({"These files were not found, and are not in it:",
+                            "次のファイルがなかったため、含まれていません:"}) +
+                "\r\n" + LinesOfBox(result.Missing);
+    said += "\r\n\r\n" + voice_.Str({"Open the folder?", "フォルダーを開きますか？"});
+    if (services_.dialogs.YesNo(said, settings_.AppTitle))
+        OpenDocument(settings_, services_, result.Folder.string());
 }
 
 }  // namespace keelview

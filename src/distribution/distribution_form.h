@@ -43,8 +43,7 @@ class DistributionForm : public Form {
     void Command3_Click();
     DistributionOrder Order() const;
     bool MayBuild(const DistributionOrder& order) const;
-    void TellResult(const DistributionOrder& order, const DistributionResult& result) const;
-    void TellMissing(const std::vector<std::string>& missing) const;
+    void TellResult(const DistributionOrder& order, const DistributionResult& result);
 
     const Settings& settings_;
     Services& services_;

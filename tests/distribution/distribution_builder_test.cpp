@@ -65,7 +65,7 @@ struct DistributionTest : testing::Test {
               "fonts/LiberationSans-Bold.ttf", "fonts/VL-PGothic-Regular.ttf", "gun.wav",
               "GPSDAT-is-not-it/b.trk", "winddat/wind, east.CSV", "coastline/5339.cst",
               "coastline/5340.cst", "coastline/NOTICE", "coastline/COPYING.LESSER",
-              "attachment/notice \"1\".pdf"})
+              "attachment/notice \"1\".pdf", "help/index.html", "help/map.png", "help-e/index.html"})
             tree.Write(file, "x");
         tree.Boat("a.trk", 35 * 60, 139 * 60, 0.001, 0, 0, 20);
         tree.Race("R1.txt",
@@ -90,16 +90,17 @@ TEST_F(DistributionTest, AWebMediumHoldsAllThatItsRacesName) {
     EXPECT_EQ(tree.Files(Built("")),
               "attachment/notice \"1\".pdf coastline/5339.cst coastline/COPYING.LESSER coastline/NOTICE "
               "fonts/LiberationSans-Bold.ttf fonts/LiberationSans-Regular.ttf fonts/VL-PGothic-Regular.ttf "
-              "gpsdat/A.TRK gun.wav keelview lib/libQt6Core.so.6 plugins/platforms/libqxcb.so qt.conf "
+              "gpsdat/A.TRK gun.wav help/index.html help/map.png keelview lib/libQt6Core.so.6 "
+              "plugins/platforms/libqxcb.so qt.conf "
               "raceadmin/R1.txt raceadmin/R2.txt raceadmin/ver.00 winddat/wind, east.CSV ");
     EXPECT_EQ(*ReadWholeFile(Built("raceadmin/ver.00")), "1,0\r\n");
     EXPECT_EQ(fs::status(Built("keelview")).permissions() & fs::perms::owner_exec, fs::perms::owner_exec);
     EXPECT_EQ(result.Missing, (std::vector<std::string>{"gpsdat/gone.trk", "attachment/../../secret"}));
     EXPECT_FALSE(fs::exists(tree.Root() / "distribution/Spring Cup.unfinished"));
 
-    ASSERT_TRUE(result.Packed);
+    EXPECT_EQ(result.Packed, tree.Root() / "distribution/Spring Cup.tar.gz");
     std::string names;
-    RunAndWait({"tar", "-tzf", (tree.Root() / "distribution/Spring Cup.tar.gz").string()}, names);
+    RunAndWait({"tar", "-tzf", result.Packed.string()}, names);
     EXPECT_NE(names.find("Spring Cup/gpsdat/A.TRK\n"), std::string::npos) << names;
     EXPECT_TRUE(DistributionExists(tree.Root(), "SPRING cup"));
     fs::remove_all(tree.Root() / "distribution/Spring Cup");
@@ -121,18 +122,19 @@ TEST_F(DistributionTest, ACdRomStartsByItselfInItsLanguageAndWhatItLacksIsTold) 
     order.UseEnglish = true;
     order.AttachMap = false;
     order.StartRace = "第1レース.txt";
-    for (const char* needed : {"qt/plugins/platforms/libqxcb.so", "gun.wav"})
+    for (const char* needed : {"qt/plugins/platforms/libqxcb.so", "gun.wav", "help-e/index.html"})
         fs::remove(tree.Root() / needed);
     const DistributionResult result = Build();
-    EXPECT_FALSE(result.Error || result.Packed);
+    EXPECT_TRUE(!result.Error && result.Packed.empty());
     EXPECT_EQ(*ReadWholeFile(Built("autorun.inf")), "[autorun]\r\nIcon = keelview\r\nopen = keelview\r\n");
     EXPECT_EQ(*ReadWholeFile(Built("raceadmin/ver.00")), "1,1\r\n");
     EXPECT_EQ(*ReadWholeFile(Built("raceadmin/racefile.st")),
               "\x91\xe6\x31\x83\x8c\x81\x5b\x83\x58.txt\r\n");
     EXPECT_TRUE(IsFile(Built("plugins/platforminputcontexts/libcompose.so")));
     EXPECT_FALSE(fs::exists(Built("coastline")));
-    EXPECT_EQ(result.Missing, (std::vector<std::string>{"platforms/libqxcb.so", "gun.wav",
-                                                        "gpsdat/gone.trk", "attachment/../../secret"}));
+    EXPECT_EQ(result.Missing,
+              (std::vector<std::string>{"platforms/libqxcb.so", "gun.wav", "help-e/index.html",
+                                        "gpsdat/gone.trk", "attachment/../../secret"}));
 }
 
 TEST_F(DistributionTest, ABuildThatFailsLeavesNothing) {
@@ -194,10 +196,14 @@ TEST_F(DistributionFormTest, RacesAreChosenByClicksAndBuilt) {
     dialogs.AnswerYesNo(false);
     driver::Click(form.Command1);
     dialogs.AnswerYesNo(true);
-    dialogs.AnswerOk();
+    dialogs.AnswerYesNo(true);  // opens the folder
     driver::Click(form.Command1);
     EXPECT_TRUE(form.Closed());
-    EXPECT_NE(Said().find("keelview\r\ngun.wav"), std::string::npos) << Said();  // this tree has none
+    const std::string folder = (tree.Root() / "distribution/New one").string();
+    EXPECT_TRUE(Said().find(folder + "\r\n\r\nIt is for Linux x86-64") != std::string::npos &&
+                Said().find("keelview\r\ngun.wav") != std::string::npos)  // this tree has none
+        << Said();
+    EXPECT_EQ(platform.Documents, std::vector<std::string>{folder});
     const std::string made = "distribution/New one/raceadmin/";
     EXPECT_EQ(tree.Read(made + "racefile.st") + tree.Read(made + "ver.00"), "R1.txt\r\n1,1\r\n");
     EXPECT_EQ(platform.BusyPointers, (std::vector<bool>{true, false, true, false}));
