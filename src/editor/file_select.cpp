@@ -3,14 +3,13 @@
 #include "base/files.h"
 #include "base/strings.h"
 #include "display/form_table.h"
+#include "session/save_race.h"
 
 namespace keelview {
 
 namespace {
 
 constexpr Text AskName{"Input File Name", "正しいファイル名を入れてください。"};
-constexpr Text AskOverwrite{"Same File Name Exists.\r\nOverwight?.",
-                            "同名のファイルがあります。\r\n上書きしますか？"};
 
 /// True for a name that can only be a file of the folder itself.
 bool IsPlainName(std::string_view name) {
@@ -26,11 +25,13 @@ FileSelect::FileSelect(const Settings& settings, Dialogs& dialogs, FileQuestion&
     SetCaption(settings.AppTitle);
     ApplyTable({{File1, {8, 8, 225, 90}},
                 {Text1, {8, 104, 225, 18}},
-                {Command2, {8, 128, 97, 17}, Both("CANCEL")},
+                {Command2, {8, 128, 97, 17}, {"CANCEL", "キャンセル"}},
                 {Command1, {128, 128, 105, 17}, Both("OK")}},
                settings.UseEnglish);
     for (const std::string& name : ListFiles(question.FileFolder, question.Listed)) File1.AddItem(name);
-    Text1.SetText(question.FilePattern.empty() ? "*." + question.FileExtension : question.FilePattern);
+    Text1.SetText(question.Proposal.empty() ? "*." + question.FileExtension : question.Proposal);
+    Text1.ChooseAll();
+    SetAnswers(Command1, Command2);
 
     File1.OnClick = [this] { File1_Click(); };
     Command1.OnClick = [this] { Command1_Click(); };
@@ -53,15 +54,21 @@ void FileSelect::Command1_Click() {
     std::string name(Trim(Text1.Text()));
     const bool typed = !name.empty();
     if (name.find('.') == std::string::npos) name += "." + question_.FileExtension;
-    if (!typed || !IsPlainName(name)) return voice_.Say(AskName);
+    if (!typed || !IsPlainName(name)) return AskAnew();
 
     const auto path = FindBelow(question_.FileFolder, name);
     if (question_.FileMode == FileQuestion::Mode::MustExist) {
-        if (!IsFile(path)) return voice_.Say(AskName);
-    } else if (IsFile(path) && !voice_.Ask(AskOverwrite)) {
-        return;
+        if (!IsFile(path)) return AskAnew();
+    } else if (question_.FileMode == FileQuestion::Mode::ToWrite && IsFile(path) &&
+               !voice_.Ask(AskOverwrite)) {
+        return Text1.ChooseAll();
     }
     Take(path, name);
+}
+
+void FileSelect::AskAnew() {
+    voice_.Say(AskName);
+    Text1.ChooseAll();
 }
 
 void FileSelect::Take(const std::filesystem::path& path, const std::string& name) {

@@ -11,21 +11,22 @@
 
 namespace keelview {
 
-/// What is asked for, and what came of it. One stands for the whole run: where a caller leaves FilePattern
-/// alone, that of an earlier dialog stays.
+/// What is asked for, and what came of it.
 struct FileQuestion {
     /// MustExist: an existing file is chosen. ToWrite: a name to write to; an existing file asks first.
-    enum class Mode { MustExist = 0, ToWrite = 1 };
+    /// ToName: a name alone, whether there is such a file or not.
+    enum class Mode { MustExist, ToWrite, ToName };
     Mode FileMode = Mode::MustExist;
     std::filesystem::path FileFolder;   ///< the name is joined to it
     std::string FileExtension;          ///< added with a point to a typed name that has no point
     std::string Listed = "*";           ///< pattern of the files that are listed
-    std::string FilePattern;            ///< first text of the name box; empty: "*." and FileExtension
+    std::string Proposal;               ///< first text of the name box; empty: "*." and FileExtension
     std::filesystem::path ShellTarget;  ///< result: the whole path; empty when cancelled
     std::string FileResultName;         ///< result: the name alone
 };
 
-/// The dialog `FmFileSelect` that asks for one file name inside one folder.
+/// The dialog `FmFileSelect` that asks for one file name inside one folder. What is typed replaces the text
+/// of the name box at once; Return takes the name, Escape cancels.
 class FileSelect : public Form {
   public:
     FileSelect(const Settings& settings, Dialogs& dialogs, FileQuestion& question);
@@ -39,6 +40,7 @@ class FileSelect : public Form {
     void File1_Click();
     void Command1_Click();
     void Command2_Click();
+    void AskAnew();
     void Take(const std::filesystem::path& path, const std::string& name);
 
     Voice voice_;

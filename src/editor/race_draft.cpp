@@ -60,26 +60,10 @@ std::optional<Text> DateTrouble(const std::optional<CivilTime>& start,
 
 }  // namespace
 
-RaceControl NewDraft(const RaceControl& last, int timeDiff) {
-    const RaceControl fresh;
-    RaceControl draft = last;
-    draft.RaceFileName.clear();
-    draft.SingleTrackFile.clear();
-    draft.Start = {};
-    draft.Finish = {};
-    draft.DataFromTime.reset();
-    draft.DataToTime.reset();
-    draft.Boats.Clear();
-    draft.AbsentBoats.Clear();
-    draft.HandPasses.Clear();
-    draft.AbsentWindFile.clear();
-    draft.MapFile.Clear();  // the cells of the race before it; the display finds those of the new one
-    draft.TimeDiff.reset();
+RaceControl NewDraft(int timeDiff) {
+    RaceControl draft;
     if (timeDiff != 0) draft.TimeDiff = timeDiff;
     draft.BoatLength = StandardBoatLength;
-    draft.LayLineUp = fresh.LayLineUp;
-    draft.LayLineDown = fresh.LayLineDown;
-    draft.PreStartMinutes = fresh.PreStartMinutes;
     return draft;
 }
 
@@ -94,8 +78,41 @@ void RemoveBoat(RaceControl& draft, int boat) {
     draft.HandPasses = std::move(kept);
 }
 
-std::string ProposedBoatName(const RaceControl& race) {
-    return "BOAT" + std::to_string(race.Boats.Count() + 1);
+void MoveBoat(RaceControl& draft, int from, int to) {
+    const BoatEntry moved = draft.Boats[from];
+    draft.Boats.Erase(from);
+    draft.Boats.Insert(to, moved);
+    for (HandPass& pass : draft.HandPasses) {
+        if (pass.BoatNumber == from)
+            pass.BoatNumber = to;
+        else if (pass.BoatNumber > from && pass.BoatNumber <= to)
+            --pass.BoatNumber;
+        else if (pass.BoatNumber < from && pass.BoatNumber >= to)
+            ++pass.BoatNumber;
+    }
+    std::ranges::sort(draft.HandPasses, {},
+                      [](const HandPass& pass) { return std::pair(pass.BoatNumber, pass.Entry); });
+}
+
+int BoatOfFile(const RaceControl& draft, std::string_view boatFile) {
+    for (int boat = 1; boat <= draft.Boats.Count(); ++boat)
+        if (EqualNoCase(draft.Boats[boat].BoatFile, boatFile)) return boat;
+    return 0;
+}
+
+std::string ProposedBoatName(const RaceControl& race, std::string_view boatFile) {
+    const auto choice = boatFile.rfind('#');
+    const std::string_view name =
+        Trim(choice != std::string_view::npos ? boatFile.substr(choice + 1)
+                                              : boatFile.substr(0, boatFile.rfind('.')));
+    return name.empty() ? "BOAT" + std::to_string(race.Boats.Count() + 1) : std::string(name);
+}
+
+void TakeCourse(const RaceControl& from, RaceControl& draft) {
+    draft.Marks = from.Marks;
+    draft.Lines = from.Lines;
+    draft.CourseOrder = from.CourseOrder;
+    draft.HandPasses.Clear();
 }
 
 bool FitsBoatLine(std::string_view boatFile) {
@@ -161,7 +178,7 @@ std::optional<std::string> TakeFields(const DraftFields& fields, bool useEnglish
 }
 
 bool OpenDraft(const std::filesystem::path& appPath, const std::string& raceFileName, RaceControl& draft) {
-    RaceControl opened = draft;
+    RaceControl opened = NewDraft(0);
     opened.RaceFileName = raceFileName;
     if (!ReadRaceFileForEdit(appPath, opened)) return false;
     if (!opened.TimeDiff) opened.TimeDiff = HomeTimeDiff;  // as the display takes it

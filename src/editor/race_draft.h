@@ -14,17 +14,26 @@ namespace keelview {
 
 // What the race control editor does with a race before it is saved, apart from the form that shows it.
 
-/// The race that an opened editor starts with: no boats and no file, no start and no finish (the first boat
-/// gives them), the editor's defaults, and `timeDiff` hours from UTC; a clock that shows UTC tells nothing
-/// of the place, so 0 leaves the hours to the first track. Titles, magnetic variation, marks, lines,
-/// course, wind file and attachments stay as the race before it left them.
-RaceControl NewDraft(const RaceControl& last, int timeDiff);
+/// The race that an opened editor starts with: empty but for the editor's defaults and `timeDiff` hours
+/// from UTC; a clock that shows UTC tells nothing of the place, so 0 leaves the hours to the first track.
+RaceControl NewDraft(int timeDiff);
 
 /// Takes a boat out of the draft; what was set by hand for it goes too, and stays with the boats behind it.
 void RemoveBoat(RaceControl& draft, int boat);
 
-/// "BOAT" and the number of the next boat.
-std::string ProposedBoatName(const RaceControl& race);
+/// Puts a boat to the place of another; those between move by one, and what was set by hand stays with its
+/// boat.
+void MoveBoat(RaceControl& draft, int from, int to);
+
+/// The boat of the draft that has this track file already, the case of letters apart; 0 for none.
+int BoatOfFile(const RaceControl& draft, std::string_view boatFile);
+
+/// What a track file's name tells of its boat: what stands behind a '#', else the name less its ending;
+/// "BOAT" and the number of the next boat where that is nothing.
+std::string ProposedBoatName(const RaceControl& race, std::string_view boatFile);
+
+/// Takes marks, lines and course of another race; rounding times set by hand on the old course go.
+void TakeCourse(const RaceControl& from, RaceControl& draft);
 
 /// True if a track file of this name can stand in a race control file: no comma, no slash, no blanks at its
 /// ends.

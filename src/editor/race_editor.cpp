@@ -1,25 +1,18 @@
 #include "editor/race_editor.h"
 
 #include <cstddef>
-#include <initializer_list>
 #include <utility>
 
 #include "base/files.h"
 #include "base/numbers.h"
 #include "base/strings.h"
-#include "racedata/gps_track.h"
 #include "racedata/race_file.h"
-#include "racedata/refusal_text.h"
 #include "session/documents.h"
+#include "session/settle_date.h"
 
 namespace keelview {
 
 namespace {
-
-constexpr Text TooManyBoats{"A race has at most 200 boats", "1レースの艇数は200艇までです"};
-static_assert(MaxBoats == 200, "the text names the limit");
-
-constexpr std::string_view BetweenNameAndFile = "        ";
 
 // Fields that only saving takes, by their place in typed_.
 enum : std::size_t { StartField, FinishField, LengthField, PreStartField, TitleField1, TitleField2 };
@@ -27,16 +20,16 @@ enum : std::size_t { StartField, FinishField, LengthField, PreStartField, TitleF
 }  // namespace
 
 RaceEditor::RaceEditor(const Settings& settings, RaceControl& race, Services& services,
-                       FileQuestion& question, std::function<void()> showDisplay)
+                       std::function<void()> showDisplay)
     : Form("fmCompile", Kind::Fixed, 658, 626),
       settings_(settings),
       race_(race),
       services_(services),
       voice_(settings, services.dialogs),
-      question_(question),
       showDisplay_(std::move(showDisplay)),
-      draft_(NewDraft(race, LocalUtcOffsetHours(services.platform))) {
-    // A race file without a length takes what the program held last.
+      draft_(NewDraft(LocalUtcOffsetHours(services.platform))) {
+    // A race file without these keys takes what the program held last.
+    race_.MagVariation = draft_.MagVariation;
     race_.BoatLength = draft_.BoatLength;
 
     SetFont(settings.UiFontName, 9 * settings.FontScale);
@@ -55,7 +48,10 @@ RaceEditor::RaceEditor(const Settings& settings, RaceControl& race, Services& se
     ForgetTyped();
     ConnectFields();
     ConnectButtons();
+    ConnectBoats();
     ConnectHints();
+    FillLists();
+    OnQueryUnload = [this](bool& keptOpen) { Form_QueryUnload(keptOpen); };
 }
 
 void RaceEditor::ConnectFields() {
@@ -64,8 +60,14 @@ void RaceEditor::ConnectFields() {
     Text6.OnChange = [this] { draft_.MagVariation = LenientNumber(Text6.Text()); };
     Text9.OnChange = [this] { draft_.LayLineUp = LenientNumber(Text9.Text()); };
     Text10.OnChange = [this] { draft_.LayLineDown = LenientNumber(Text10.Text()); };
-    Option1.OnClick = [this] { draft_.NorthUp = true; };
-    Option2.OnClick = [this] { draft_.NorthUp = false; };
+    Option1.OnClick = [this] { draft_.NorthUp = unsaved_ = true; };
+    Option2.OnClick = [this] {
+        draft_.NorthUp = false;
+        unsaved_ = true;
+    };
+    for (TextBox* field :
+         {&Text1, &Text2, &Text3, &Text4, &Text5, &Text6, &Text7, &Text8, &Text9, &Text10, &Text12})
+        field->OnTyped = [this] { unsaved_ = true; };
 }
 
 void RaceEditor::ConnectButtons() {
@@ -80,13 +82,9 @@ void RaceEditor::ConnectButtons() {
     Command9.OnClick = [this] { SaveAndShow(); };
     Command10.OnClick = [this] { Command10_Click(); };
     Command11.OnClick = [this] { Command11_Click(); };
-    List1.OnMouseDown = [this](const MouseEvent& event) { List1_MouseDown(event); };
-}
-
-void RaceEditor::ConnectHints() {
-    List1.OnMouseMove = [this](const MouseEvent&) { List1_MouseMove(); };
-    for (Control* ground : std::initializer_list<Control*>{this, &Shape1, &Shape2})
-        ground->OnMouseMove = [this](const MouseEvent&) { Text13.Hide(); };
+    Command12.OnClick = [this] { Command12_Click(); };
+    Command13.OnClick = [this] { Command13_Click(); };
+    Command14.OnClick = [this] { Command14_Click(); };
 }
 
 void RaceEditor::Text3_Change() {
@@ -98,63 +96,28 @@ std::string RaceEditor::TimeDiffText() const {
     return draft_.TimeDiff ? NumberText(*draft_.TimeDiff) : std::string();
 }
 
-void RaceEditor::Command1_Click() {
-    Combo1.Clear();
-    const auto names = ListFiles(FindBelow(settings_.AppPath, "gpsdat"), "*");
-    for (const std::string& name : names) Combo1.AddItem(name);
-    Combo1.SetText(names.empty() ? std::string{} : names.front());
-    Frame1.Show();
-}
-
-void RaceEditor::Command2_Click() {
-    const std::string file = Combo1.Text();
-    if (Trim(file).empty()) return voice_.Say({"Choose a GPS file", "GPSファイルを選択してください"});
-    if (!FitsBoatLine(file))
-        return voice_.Say({"A GPS file name must not hold a comma, a slash, or blanks at its ends",
-                           "GPSファイル名にコンマ、斜線、前後の空白は使えません"},
-                          file);
-    if (!IsFile(TrackPath(settings_.AppPath, file)))
-        return voice_.Say({"GPS file not found", "GPSファイルがありません"}, file);
-    if (draft_.Boats.IsFull()) return voice_.Say(TooManyBoats);
-
-    const auto name = voice_.AskLine({"Input Boat Name to be Displayed\r\n(Max 13 Ltrs)",
-                                      "表示される艇名を入力してください\r\n(Max 13 Ltrs)"},
-                                     {}, ProposedBoatName(draft_));
-    Frame1.Hide();
-    if (!name || Trim(*name).empty()) return;
-    draft_.Boats.Add({file, *name});
-    TakeFirstTrack(file, draft_.Boats.Count() == 1);
-    RefreshEditor();
-}
-
-void RaceEditor::TakeFirstTrack(const std::string& boatFile, bool firstBoat) {
-    Refusal why = Refusal::None;
-    const auto times = ReadFirstTrackTimes(settings_.AppPath, boatFile, why);
-    if (firstBoat || !firstTrack_) firstTrack_ = times;
-    if (!times)
-        voice_.Say({"No GPS data in this file, so this boat will have no track",
-                    "このファイルにはGPSデータがないため、この艇の軌跡は表示されません"},
-                   boatFile + " : " + voice_.Str(RefusalText(why)));
-    else if (times->SkippedFixes > 0)
-        voice_.Say({"Faulty GPS positions (0/0, or out of all reach) are left out of this file",
-                    "このファイルの異常なGPS位置データ (0/0、または到達不可能な位置) を除外します"},
-                   boatFile + " : " + std::to_string(times->SkippedFixes));
-}
-
 void RaceEditor::Command5_Click() {
     const auto raceadmin = FindBelow(settings_.AppPath, "raceadmin");
     OpenDocument(settings_, services_, FindBelow(raceadmin, draft_.RaceFileName).string());
 }
 
-void RaceEditor::Command6_Click() {
-    question_.FilePattern = "*.*";
-    if (!AskFile(FileQuestion::Mode::MustExist, "raceadmin", "txt")) return;
+/// Reads the race file that was asked for; where it is none the person is told.
+bool RaceEditor::OpenNamed(RaceControl& race) const {
     const std::string& name = question_.FileResultName;
-    if (!IsRaceFileName(name) || !OpenDraft(settings_.AppPath, name, draft_))
-        return voice_.Say({"This is no race control file, or it could not be read",
-                           "レース管理ファイルではないか、読み込めませんでした"},
-                          name);
+    if (IsRaceFileName(name) && OpenDraft(settings_.AppPath, name, race)) return true;
+    voice_.Say({"This is no race control file, or it could not be read",
+                "レース管理ファイルではないか、読み込めませんでした"},
+               name);
+    return false;
+}
+
+void RaceEditor::Command6_Click() {
+    if (!MayLose({"The boats entered here are not saved.\r\nOpen another race without saving them?",
+                  "入力した艇は保存されていません。\r\n保存せずに別のレースを読み込みますか？"}))
+        return;
+    if (!AskFile(FileQuestion::Mode::MustExist, "raceadmin", "txt", "*.*") || !OpenNamed(draft_)) return;
     firstTrack_.reset();
+    unsaved_ = false;
     ForgetTyped();
     RefreshEditor();
     Command5.SetEnabled(true);
@@ -162,15 +125,14 @@ void RaceEditor::Command6_Click() {
 
 void RaceEditor::Command7_Click() {
     Frame1.Hide();
-    draft_.WindFileName =
-        AskFile(FileQuestion::Mode::ToWrite, "winddat", "csv") ? question_.FileResultName : std::string{};
+    if (!AskFile(FileQuestion::Mode::ToName, "winddat", "csv", draft_.WindFileName)) return;
+    draft_.WindFileName = question_.FileResultName;
     SaveDraft();
     RefreshEditor();
 }
 
 void RaceEditor::Command10_Click() {
-    question_.FilePattern = "*.*";
-    if (!AskFile(FileQuestion::Mode::MustExist, "attachment", "*.*")) return;
+    if (!AskFile(FileQuestion::Mode::MustExist, "attachment", "*.*", "*.*")) return;
     if (!draft_.AttachFile.Add(question_.FileResultName))
         return voice_.Say({"A race has at most 50 attachments", "添付資料は50件までです"});
     SaveDraft();
@@ -183,27 +145,39 @@ void RaceEditor::Command11_Click() {
     RefreshEditor();
 }
 
-void RaceEditor::List1_MouseDown(const MouseEvent& event) {
-    // With Ctrl held a click on the chosen row takes the choice away first; that row is meant.
-    const int before = std::exchange(chosenRow_, List1.ListIndex());
-    const int row = chosenRow_ >= 0 ? chosenRow_ : before;
-    if (!event.AnyModifier || !draft_.Boats.Holds(row + 1)) return;
-    RemoveBoat(draft_, row + 1);
+void RaceEditor::Command12_Click() {
+    RaceControl from;
+    if (!AskFile(FileQuestion::Mode::MustExist, "raceadmin", "txt", "*.*") || !OpenNamed(from)) return;
+    if (from.Marks.Empty() && from.Lines.Empty())
+        return voice_.Say(
+            {"This race has no marks and no lines", "このレースにはマークもラインもありません"},
+            from.RaceFileName);
+    TakeCourse(from, draft_);
+    unsaved_ = true;
+    FillLists();
+}
+
+void RaceEditor::Command13_Click() {
+    draft_.WindFileName.clear();
+    SaveDraft();
     RefreshEditor();
 }
 
-void RaceEditor::List1_MouseMove() {
-    Text13.SetText(voice_.In(
-        {"Shift + Click to Delete One Data.", "Shift　を押しながらクリックすると１行消去します。"}));
-    Text13.Move(List1.Left(), List1.Top() - 25, 300, 17);
-    Text13.Show();
+void RaceEditor::Form_QueryUnload(bool& keptOpen) {
+    keptOpen = !MayLose({"The boats entered here are not saved.\r\nLeave the editor without saving them?",
+                         "入力した艇は保存されていません。\r\n保存せずに戻りますか？"});
+}
+
+/// Nothing would be lost, or the person does not mind.
+bool RaceEditor::MayLose(const Text& question) const {
+    return !unsaved_ || draft_.Boats.Empty() || voice_.Ask(question);
 }
 
 void RaceEditor::RefreshEditor() {
     SetCaption(voice_.Str({"Edit Race Control FIle   ", "レース管理ファイル編集   "}) +
                draft_.RaceFileName);
-    if (!draft_.RaceTitle1.empty()) ShowUnlessTyped(TitleField1, draft_.RaceTitle1);
-    if (!draft_.RaceTitle2.empty()) ShowUnlessTyped(TitleField2, draft_.RaceTitle2);
+    ShowUnlessTyped(TitleField1, draft_.RaceTitle1);
+    ShowUnlessTyped(TitleField2, draft_.RaceTitle2);
     ProposeTimes(firstTrack_, draft_);
     ShowUnlessTyped(StartField, draft_.Start.Typed());
     ShowUnlessTyped(FinishField, draft_.Finish.Typed());
@@ -231,20 +205,14 @@ void RaceEditor::ForgetTyped() {
     for (TypedField& typed : typed_) typed.Shown = typed.Box->Text();
 }
 
-void RaceEditor::FillLists() {
-    List1.Clear();
-    chosenRow_ = -1;
-    for (const BoatEntry& boat : draft_.Boats)
-        List1.AddItem(boat.BoatName + std::string(BetweenNameAndFile) + boat.BoatFile);
-    List2.Clear();
-    for (const std::string& file : draft_.AttachFile) List2.AddItem(Trim(file));
-}
-
-bool RaceEditor::AskFile(FileQuestion::Mode mode, std::string_view folder, std::string_view extension) {
+bool RaceEditor::AskFile(FileQuestion::Mode mode, std::string_view folder, std::string_view extension,
+                         std::string_view proposal) {
+    question_ = {};
     question_.FileMode = mode;
-    question_.FileExtension = extension;
     question_.FileFolder = FindBelow(settings_.AppPath, folder);
+    question_.FileExtension = extension;
     question_.Listed = folder == "raceadmin" ? "*.txt" : "*";
+    question_.Proposal = proposal;
     return ShowFileSelect(settings_, services_.dialogs, question_);
 }
 
@@ -270,27 +238,48 @@ DraftFields RaceEditor::Fields() const {
             .PreStartMinutes = Text12.Text()};
 }
 
+/// Start and finish are dates that read in one way; false where the person means none of the ways.
+bool RaceEditor::SettleDates() {
+    for (TextBox* field : {&Text1, &Text2}) {
+        const auto settled = SettleDate(voice_, field->Text());
+        if (!settled) return false;
+        field->SetText(*settled);
+    }
+    return true;
+}
+
+/// Writes the draft under a name; where that fails it keeps the one it had.
+bool RaceEditor::SaveAs(const std::string& raceFileName) {
+    if (!IsRaceFileName(raceFileName)) {
+        voice_.Say({"The name of a race control file ends in .txt",
+                    "レース管理ファイル名の最後は .txt にしてください"},
+                   raceFileName);
+        return false;
+    }
+    const std::string before = std::exchange(draft_.RaceFileName, raceFileName);
+    if (SaveDraft()) return true;
+    draft_.RaceFileName = before;
+    return false;
+}
+
 void RaceEditor::SaveAndShow() {
-    if (draft_.Boats.Empty()) return;
+    if (draft_.Boats.Empty() || !SettleDates()) return;
     if (const auto trouble = TakeFields(Fields(), voice_.English(), draft_))
         return voice_.SayUnder(settings_.AppTitle, *trouble);
     if (!voice_.Ask({"Save Race Control File ?", "レース管理ファイルを保存しますか？"},
                     {"Save File", "ファイルの保存"}))
         return;
-    if (AskFile(FileQuestion::Mode::ToWrite, "raceadmin", "txt")) {
-        if (!IsRaceFileName(question_.FileResultName))
-            return voice_.Say({"The name of a race control file ends in .txt",
-                               "レース管理ファイル名の最後は .txt にしてください"},
-                              question_.FileResultName);
-        const std::string before = std::exchange(draft_.RaceFileName, question_.FileResultName);
-        if (!SaveDraft()) {
-            draft_.RaceFileName = before;
-            return;
-        }
-        race_ = draft_;
-        if (voice_.Ask({"Show racing ？", "レースを表示しますか？"})) showDisplay_();
-    }
-    Close();
+    if (!AskFile(FileQuestion::Mode::ToWrite, "raceadmin", "txt", draft_.RaceFileName) ||
+        !SaveAs(question_.FileResultName))
+        return;
+    race_ = draft_;
+    unsaved_ = false;
+    RefreshEditor();
+    Command5.SetEnabled(true);
+    if (voice_.Ask({"Show racing ？", "レースを表示しますか？"}))
+        showDisplay_();
+    else
+        Close();
 }
 
 }  // namespace keelview

@@ -17,6 +17,7 @@ namespace keelview {
 
 /// The race control editor `fmCompile`: turns track files into a race control file. It works on a draft of
 /// its own; the race of the program changes only when a file has been saved, and is then the saved one.
+/// Boats that are not saved are asked about before they are left.
 class RaceEditor : public Form {
     // What its text boxes are like.
     static constexpr TextBox::Kind Centred{
@@ -29,9 +30,9 @@ class RaceEditor : public Form {
         .Alignment = Align::Centre, .Border = false, .MultiLine = false, .ReadOnly = true};
 
   public:
-    /// `race` is the race of the program, and `showDisplay` opens it; `question` stands for the whole run
-    /// of the program.
-    RaceEditor(const Settings& settings, RaceControl& race, Services& services, FileQuestion& question,
+    /// `race` is the race of the program, and `showDisplay` opens it and closes the editor, which stays
+    /// open where there is nothing to show.
+    RaceEditor(const Settings& settings, RaceControl& race, Services& services,
                std::function<void()> showDisplay);
 
     /// The race as it stands in the editor.
@@ -64,8 +65,9 @@ class RaceEditor : public Form {
     TextBox Text6{*this, "Text6", Centred};
     Label Label13{*this, "Label13"};  // "Pre Start Time <min>"
     TextBox Text12{*this, "Text12", Centred};
-    ListBox List1{*this, "List1"};  // the boats
-    Frame Frame1{*this, "Frame1"};  // track file chooser
+    ListBox List1{*this, "List1"};         // the boats
+    Button Command14{*this, "Command14"};  // "Choose several GPS files ..."
+    Frame Frame1{*this, "Frame1"};         // track file chooser
     ComboBox Combo1{Frame1, "Combo1"};
     Button Command2{Frame1, "Command2"};  // "OK"
     Button Command3{Frame1, "Command3"};  // "CANCEL"
@@ -86,9 +88,12 @@ class RaceEditor : public Form {
     Button Command11{*this, "Command11"};  // "Clear"
     Label Label11{*this, "Label11"};       // "Wind Data"
     TextBox Text11{*this, "Text11", Shown};
-    Button Command5{*this, "Command5"};  // "Edit Race Control File with NotePad"
-    Button Command7{*this, "Command7"};  // "Choose Wind Data File"
+    Button Command5{*this, "Command5"};    // "Edit Race Control File with NotePad"
+    Button Command7{*this, "Command7"};    // "Choose Wind Data File"
+    Button Command13{*this, "Command13"};  // "Clear"
 
+    Button Command12{*this, "Command12"};          // "Take marks and course from ..."
+    Label Label17{*this, "Label17"};               // how many the race has
     Button Command4{*this, "Command4"};            // "Save File and Show Race"
     Button Command8{*this, "Command8"};            // "EXIT"
     TextBox Text13{*this, "Text13", OneLineNote};  // hint of the boat list
@@ -106,6 +111,7 @@ class RaceEditor : public Form {
     void ApplyColours();
     void ConnectFields();
     void ConnectButtons();
+    void ConnectBoats();
     void ConnectHints();
 
     void Command1_Click();
@@ -115,8 +121,14 @@ class RaceEditor : public Form {
     void Command7_Click();
     void Command10_Click();
     void Command11_Click();
+    void Command12_Click();
+    void Command13_Click();
+    void Command14_Click();
     void List1_MouseDown(const MouseEvent& event);
     void List1_MouseMove();
+    void List1_Written(int row, const std::string& name);
+    void List1_Dragged(int from, int to);
+    void Form_QueryUnload(bool& keptOpen);
     void Text3_Change();
 
     std::string TimeDiffText() const;
@@ -124,9 +136,18 @@ class RaceEditor : public Form {
     void ShowUnlessTyped(std::size_t field, std::string_view text);
     void ForgetTyped();
     void FillLists();
-    void TakeFirstTrack(const std::string& boatFile, bool firstBoat);
-    bool AskFile(FileQuestion::Mode mode, std::string_view folder, std::string_view extension);
+    void FindBoats(const std::filesystem::path& file, std::vector<BoatEntry>& found,
+                   std::vector<std::string>& notes) const;
+    void LeaveTaken(std::vector<BoatEntry>& found) const;
+    void AddBoat(const BoatEntry& boat, std::vector<std::string>& notes);
+    void TellTracks(const std::vector<std::string>& notes) const;
+    bool AskFile(FileQuestion::Mode mode, std::string_view folder, std::string_view extension,
+                 std::string_view proposal);
+    bool OpenNamed(RaceControl& race) const;
+    bool MayLose(const Text& question) const;
+    bool SettleDates();
     bool SaveDraft();
+    bool SaveAs(const std::string& raceFileName);
     void SaveAndShow();
     DraftFields Fields() const;
 
@@ -134,12 +155,13 @@ class RaceEditor : public Form {
     RaceControl& race_;
     Services& services_;
     Voice voice_;
-    FileQuestion& question_;
+    FileQuestion question_;
     std::function<void()> showDisplay_;
     RaceControl draft_;
     std::optional<TrackTimes> firstTrack_;  // of the first boat added whose file has a fix
     std::vector<TypedField> typed_;
-    int chosenRow_ = -1;  // of List1 at the last click
+    int chosenRow_ = -1;    // of List1 at the last click
+    bool unsaved_ = false;  // something was entered since the draft was made, opened or saved
 };
 
 }  // namespace keelview

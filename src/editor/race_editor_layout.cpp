@@ -24,8 +24,8 @@ void FillRounded(Surface& surface, double inset, double radius, Colour colour) {
 
 void RaceEditor::LayOut() {
     SetCaption(voice_.In({"Edit Race Control FIle", "レース管理ファイル編集"}));
-    for (Label* label :
-         {&Label14, &Label10, &Label2, &Label3, &Label1, &Label6, &Label15, &Label4, &Label16, &Label11})
+    for (Label* label : {&Label14, &Label10, &Label2, &Label3, &Label1, &Label6, &Label15, &Label4,
+                         &Label16, &Label11, &Label17})
         label->SetAlignment(Align::Centre);
     LayOutRequired();
     LayOutOptional();
@@ -36,6 +36,10 @@ void RaceEditor::LayOut() {
             {Command9, {376, 336, 153, 25}, save},
             {Command4, {480, 536, 161, 25}, save},
             {Command8, {480, 568, 161, 22}, {"EXIT", "戻　　　　る"}},
+            {Command12,
+             {64, 540, 257, 22},
+             {"Take marks and course from ...", "他のレースからマーク、コースを取込"}},
+            {Label17, {64, 570, 257, 17}},
         },
         voice_.English());
 }
@@ -60,10 +64,13 @@ void RaceEditor::LayOutRequired() {
              Both("BOAT NAME　＆  GPS FILE　　　　　 (　Shift + ｸﾘｯｸで削除　）")},
             {List1, {248, 136, 377, 124}},
             {Command1, {32, 136, 209, 25}, {"Choose GPS file", "GPSﾃﾞｰﾀﾌｧｲﾙ選択"}},
+            {Command14,
+             {32, 166, 209, 25},
+             {"Choose several GPS files ...", "複数のGPSﾃﾞｰﾀﾌｧｲﾙを選択 ..."}},
             {Frame1, {32, 166, 209, 73}},
             {Combo1, {8, 16, 193, 20}},
             {Command2, {8, 48, 89, 17}, Both("OK")},
-            {Command3, {112, 48, 89, 17}, Both("CANCEL")},
+            {Command3, {112, 48, 89, 17}, {"CANCEL", "キャンセル"}},
             {Label10, {27, 244, 89, 17}, {"LayLine <UP>", "ﾚｲﾗｲﾝ(UP)"}},
             {Text9, {112, 242, 37, 18}},
             {Label7, {168, 245, 25, 12}, Both("(DN)")},
@@ -104,7 +111,8 @@ void RaceEditor::LayOutOptional() {
             {Label11, {352, 474, 105, 17}, {"Wind Data", "風ﾃﾞｰﾀﾌｧｲﾙ"}},
             {Text11, {448, 472, 177, 18}},
             {Command5, {64, 496, 257, 17}, {"Edit Race Control File with NotePad", "直接テキストを編集"}},
-            {Command7, {376, 496, 249, 17}, {"Choose Wind Data File", "風データを選択"}},
+            {Command7, {376, 496, 193, 17}, {"Choose Wind Data File", "風データを選択"}},
+            {Command13, {576, 496, 49, 19}, {"Clear", "クリア"}},
         },
         voice_.English());
 }

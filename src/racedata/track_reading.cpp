@@ -87,13 +87,6 @@ const Recording* Choose(const std::vector<Recording>& recordings, std::string_vi
     return found != recordings.end() ? &*found : nullptr;
 }
 
-Refusal FetchFile(const std::filesystem::path& path, std::string& bytes) {
-    const auto size = FileSize(path);
-    if (!size) return Refusal::Missing;
-    if (*size > LargestFile) return Refusal::TooLarge;
-    return ReadWholeFile(path, LargestFile, bytes) ? Refusal::None : Refusal::Broken;
-}
-
 void SetClock(double offset, TrackReading& reading) {
     const auto late = static_cast<UnixMs>(std::round(offset * 1000));
     if (late == 0) return;
@@ -105,7 +98,7 @@ void ReadBoatsOf(const TrackFile& file, const OneBased<BoatEntry, MaxBoats>& boa
     std::string bytes;
     TrackFileContent content;
     std::optional<TrackReading> lines;
-    content.Refused = FetchFile(file.Path, bytes);
+    content.Refused = FetchTrackFile(file.Path, bytes);
     if (content.Refused == Refusal::None && IsLinesFile(file.Name, bytes))
         lines = ReadLinesFile(bytes);
     else if (content.Refused == Refusal::None)
@@ -151,6 +144,13 @@ std::string TrackFileName(const std::filesystem::path& appPath, const std::strin
     if (sign == std::string::npos || isThere(boatFile)) return boatFile;
     const std::string file = boatFile.substr(0, sign);
     return isThere(file) ? file : boatFile;
+}
+
+Refusal FetchTrackFile(const std::filesystem::path& path, std::string& bytes) {
+    const auto size = FileSize(path);
+    if (!size) return Refusal::Missing;
+    if (*size > LargestFile) return Refusal::TooLarge;
+    return ReadWholeFile(path, LargestFile, bytes) ? Refusal::None : Refusal::Broken;
 }
 
 std::filesystem::path TrackPath(const std::filesystem::path& appPath, const std::string& boatFile) {

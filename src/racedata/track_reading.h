@@ -38,6 +38,9 @@ std::string TrackFileName(const std::filesystem::path& appPath, const std::strin
 /// The path of that file, found without regard to case.
 std::filesystem::path TrackPath(const std::filesystem::path& appPath, const std::string& boatFile);
 
+/// All bytes of a track file; why not, where there are none: Missing, TooLarge or Broken.
+Refusal FetchTrackFile(const std::filesystem::path& path, std::string& bytes);
+
 /// What a file tells of one boat: of the recording with that number, or of this boat (or the first without
 /// regard to case), or of the first one where `choice` is empty.
 TrackReading TakeRecording(const TrackFileContent& content, std::string_view choice);

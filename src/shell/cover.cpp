@@ -91,7 +91,9 @@ void Cover::ConnectButtons() {
     Command5.OnClick = [this] { Command5_Click(); };
     Command6.OnClick = [this] { Frame1.Hide(); };
     Command10.OnClick = [this] { OpenDocument(settings_, services_, ManualPath(settings_).string()); };
-    Command4.OnClick = [this] { services_.platform.EndProcess(); };
+    Command4.OnClick = [this] {
+        if (!doors_.MayEnd || doors_.MayEnd()) services_.platform.EndProcess();
+    };
 }
 
 void Cover::ConnectHints() {

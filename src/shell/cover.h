@@ -22,6 +22,7 @@ struct CoverDoors {
     std::function<void()> ShowDisplay;       ///< opens the race or single track of the shared state
     std::function<void()> ShowEditor;        ///< opens the race control editor
     std::function<void()> ShowDistribution;  ///< opens the distribution builder and waits for its end
+    std::function<bool()> MayEnd;            ///< asked before the program ends; it may where there is none
 };
 
 /// The menu of the full program. It names the race that the display is to open, and keeps in the settings

@@ -18,17 +18,24 @@ void Program::ShowMenu() {
     menu_ = std::make_unique<Cover>(app_.settings, app_.race, services_,
                                     CoverDoors{.ShowDisplay = [this] { ShowDisplay(); },
                                                .ShowEditor = [this] { ShowEditor(); },
-                                               .ShowDistribution = [this] { ShowDistribution(); }});
+                                               .ShowDistribution = [this] { ShowDistribution(); },
+                                               .MayEnd = [this] { return LeaveEditor(); }});
     menu_->ShowNow();
 }
 
 void Program::ShowEditor() {
     if (!editor_ || editor_->Closed()) {
-        editor_ = std::make_unique<RaceEditor>(app_.settings, app_.race, services_, question_,
-                                               [this] { ShowDisplay(); });
+        editor_ = std::make_unique<RaceEditor>(app_.settings, app_.race, services_,
+                                               [this] { later_([this] { ShowSavedRace(); }); });
         editor_->OnUnload = [this] { later_([this] { LetGoOfEditor(); }); };
     }
     editor_->ShowNow();
+}
+
+/// False if the person stays, as something there is not saved.
+bool Program::LeaveEditor() {
+    if (editor_) editor_->Close();
+    return !editor_ || editor_->Closed();
 }
 
 void Program::LetGoOfEditor() {
@@ -41,6 +48,11 @@ void Program::ShowDistribution() {
 
 void Program::ShowDisplay() {
     later_([this] { OpenDisplay(); });
+}
+
+/// The editor is done with a race that is shown; one that is not is to be put right there.
+void Program::ShowSavedRace() {
+    if (OpenDisplay() && editor_) editor_->Close();
 }
 
 bool Program::OpenDisplay() {

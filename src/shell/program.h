@@ -3,7 +3,6 @@
 #include <functional>
 #include <memory>
 
-#include "editor/file_select.h"
 #include "editor/race_editor.h"
 #include "instruments/race_desk.h"
 #include "session/app_state.h"
@@ -43,9 +42,11 @@ class Program {
 
     void ShowMenu();
     void ShowEditor();
+    bool LeaveEditor();
     void LetGoOfEditor();
     void ShowDistribution();
     void ShowDisplay();
+    void ShowSavedRace();
     bool OpenDisplay();
     void ConnectDisplay();
     void Display_Closed();
@@ -55,7 +56,6 @@ class Program {
     AppState& app_;
     Services& services_;
     Later later_;
-    FileQuestion question_;
     std::unique_ptr<Cover> menu_;
     std::unique_ptr<RaceEditor> editor_;
     std::unique_ptr<Opened> opened_;

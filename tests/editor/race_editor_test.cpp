@@ -7,9 +7,11 @@
 #include <memory>
 #include <string>
 #include <tuple>
+#include <vector>
 
 #include "editor/file_select.h"
 #include "editor/race_draft.h"
+#include "editor/track_files.h"
 #include "racedata/race_file.h"
 #include "support/qt_driver.h"
 #include "support/race_tree.h"
@@ -87,7 +89,7 @@ TEST(RaceDraft, TheFirstTrackGivesZoneStartAndFinish) {
         ProposeTimes(TrackTimes{.FirstLongitude = 139 * 60}, other);
         EXPECT_EQ(other.TimeDiff, 0);
     }
-    EXPECT_EQ(NewDraft({}, 0).TimeDiff, std::nullopt);
+    EXPECT_EQ(NewDraft(0).TimeDiff, std::nullopt);
 }
 
 TEST(RaceDraft, FilesThatAreNoTrackGiveNoTimes) {
@@ -113,18 +115,9 @@ TEST(RaceDraft, NamesThatABoatLineCannotHold) {
         EXPECT_FALSE(FitsBoatLine(bad)) << bad;
 }
 
-TEST(RaceDraft, ADraftIsNewButForWhatWasSetOnTheWaterOrOpenedWithItsBoatsAndCoastCells) {
-    RaceControl last;
-    last.RaceFileName = "R1.txt";
-    last.Start = RaceTime("2004/8/5 12:30:00");
-    last.RaceTitle1 = "Cup";
-    last.MagVariation = 11.5;
-    last.Marks.Resize(2);
-    last.Boats.Resize(3);
-    RaceControl draft = NewDraft(last, -5);
-    EXPECT_TRUE(draft.RaceFileName.empty() && draft.Start.Empty() && draft.Boats.Empty());
-    EXPECT_TRUE(draft.Marks.Count() == 2 && draft.TimeDiff == -5 && draft.MagVariation == 11.5);
-    EXPECT_EQ(draft.RaceTitle1, "Cup");
+TEST(RaceDraft, ADraftIsEmptyOrOpenedWithItsBoatsAndCoastCells) {
+    RaceControl draft = NewDraft(-5);
+    EXPECT_TRUE(draft.TimeDiff == -5 && draft.MagVariation == 0 && draft.BoatLength == 4.7);
     RaceTree tree;
     tree.Race("R1.txt", "BN, gone.trk, Ghost\r\nMAP, 5339\r\nMAP, 5239\r\n");
     ASSERT_TRUE(OpenDraft(tree.Root(), "R1.txt", draft));
@@ -140,21 +133,61 @@ TEST(RaceDraft, ADraftIsNewButForWhatWasSetOnTheWaterOrOpenedWithItsBoatsAndCoas
 }
 
 TEST(RaceDraft, TimesSetByHandStayWithTheirBoats) {
-    RaceControl draft;
-    for (const char* name : {"A", "B", "C"}) draft.Boats.Add({std::string(name) + ".trk", name});
-    draft.CourseOrder = {"L1"};
-    draft.HandPasses = {{1, 1, 100}, {2, 1, 200}, {3, 1, {}}};
-    RemoveBoat(draft, 2);
-    ASSERT_EQ(draft.HandPasses.Count(), 2);
-    EXPECT_EQ(draft.HandPasses[1].Seconds, 100);
-    EXPECT_EQ(draft.HandPasses[2].BoatNumber, 2);  // C, which moved up
-    EXPECT_FALSE(draft.HandPasses[2].Seconds);
+    // By the boat that they were set for: 1 for A, 2 for B, ...
+    const auto setFor = [](const RaceControl& draft) {
+        std::string boats;
+        for (const HandPass& pass : draft.HandPasses)
+            boats += draft.Boats[pass.BoatNumber].BoatName + NumberText(*pass.Seconds) + " ";
+        return boats;
+    };
+    RaceControl race;
+    for (const char* name : {"A", "B", "C", "D"}) race.Boats.Add({std::string(name) + ".trk", name});
+    race.HandPasses = {{1, 1, 1}, {2, 1, 2}, {3, 1, 3}, {4, 1, 4}};
+    for (const auto& [from, to, wanted] :
+         {std::tuple{1, 3, "B2 C3 A1 D4 "}, {4, 2, "A1 D4 B2 C3 "}, {2, 2, "A1 B2 C3 D4 "}}) {
+        RaceControl draft = race;
+        MoveBoat(draft, from, to);
+        EXPECT_EQ(setFor(draft), wanted);
+    }
+    RemoveBoat(race, 2);
+    EXPECT_EQ(setFor(race), "A1 C3 D4 ");
+    RaceControl other;
+    other.CourseOrder = {"L1", "MK1"};
+    TakeCourse(other, race);  // on another course they mean nothing
+    EXPECT_TRUE(race.CourseOrder.Count() == 2 && race.HandPasses.Empty() && race.Boats.Count() == 3);
+}
+
+TEST(TrackFiles, AFileIsBroughtOnceAndReplacesNone) {
+    RaceTree tree;
+    tree.Boat("a.trk", RaceTree::Lat, RaceTree::Lon, 0.001, 0, 0, 30);
+    tree.Boat("b.trk", RaceTree::Lat, RaceTree::Lon, 0.002, 0, 0, 30);
+    tree.Write("stick/other.trk", tree.Read("gpsdat/b.trk"));
+    tree.Write("stick/A.TRK", tree.Read("gpsdat/b.trk"));
+    tree.Write("stick/photo.jpg", std::string(3000, '\xd8'));
+    tree.Write("stick/fleet.csv",
+               "Time,Lat,Lon,Boat\n2024-01-01T00:00:00Z,35,139,Alcyone\n"
+               "2024-01-01T00:00:01Z,35,139,Alcyone\n"
+               "2024-01-01T00:00:00Z,35,139,Bora\n2024-01-01T00:00:01Z,35,139,Bora\n");
+    const auto boats = [&](const std::string& file) {
+        std::string text;
+        for (const BoatEntry& boat : BringTracks(tree.Root(), tree.Root() / file).Boats)
+            text += boat.BoatName + "=" + boat.BoatFile + " ";
+        return text;
+    };
+    for (const auto& [file, wanted] : {std::pair{"gpsdat/a.trk", "a=a.trk "},
+                                       {"stick/other.trk", "other=other.trk "},
+                                       {"stick/A.TRK", "A=A 2.TRK "},
+                                       {"stick/A.TRK", "A=A 2.TRK "},
+                                       {"stick/photo.jpg", ""},
+                                       {"stick/fleet.csv", "Alcyone=fleet.csv#1 Bora=fleet.csv#2 "},
+                                       {"stick/gone.trk", ""}})
+        EXPECT_EQ(boats(file), wanted);
+    EXPECT_EQ(tree.Files(tree.Root() / "gpsdat"), "A 2.TRK a.trk b.trk fleet.csv other.trk ");
 }
 
 namespace fs = std::filesystem;
 
 struct RaceEditorTest : testing::Test, TestWorld {
-    FileQuestion question;
     int shows = 0;
     std::unique_ptr<RaceEditor> editor;
 
@@ -165,8 +198,7 @@ struct RaceEditorTest : testing::Test, TestWorld {
         tree.Boat("later.trk", 35 * 60, 139.75 * 60, 0.001, 0, 3600, 4000);
         tree.Write("gpsdat/empty.trk", "");
         fs::create_directory(tree.Root() / "raceadmin");
-        editor =
-            std::make_unique<RaceEditor>(app.settings, app.race, services, question, [this] { ++shows; });
+        editor = std::make_unique<RaceEditor>(app.settings, app.race, services, [this] { ++shows; });
         editor->ShowNow();
     }
     /// Chooses a track and answers the question for the boat's name.
@@ -194,6 +226,8 @@ struct RaceEditorTest : testing::Test, TestWorld {
 TEST_F(RaceEditorTest, ARaceIsMadeFromTracksSavedAndShown) {
     driver::Click(editor->Command9);  // no boats: nothing happens
     EXPECT_TRUE(dialogs.All().empty());
+    tree.Race("Old.txt", "MK, 2117.2, 8369\r\nLN, 2117, 8369, 2117, 8370\r\nCRS, L1, MK1\r\nAT, a.pdf\r\n");
+    PressAndName(editor->Command12, "Old");
     EXPECT_EQ(editor->Text3.Text(), "9");
     Choose("a.trk", "Alpha, 艇 \"1\"");
     EXPECT_FALSE(editor->Frame1.Visible());
@@ -207,12 +241,13 @@ TEST_F(RaceEditorTest, ARaceIsMadeFromTracksSavedAndShown) {
     dialogs.AnswerYesNo(true);
     dialogs.AnswerYesNo(true);
     PressAndName(editor->Command9, "New race");
-    EXPECT_TRUE(dialogs.AllAnswered() && editor->Closed() && shows == 1);
+    EXPECT_TRUE(dialogs.AllAnswered() && !editor->Closed() && shows == 1);  // who shows it closes it
     EXPECT_EQ(app.race.RaceFileName, "New race.txt");
     EXPECT_EQ(tree.Read("raceadmin/New race.txt"),
               "T1, Spring Cup\r\nMG, -6.5\r\nLG, 4.7\r\nST, 2004/08/05 12:29:00\r\n"
               "FT, 2004/08/05 12:45:00\r\nTD, 9\r\nNU, 1\r\nBN, a.trk, Alpha, \x92\xF8 \"1\"\r\n"
-              "BN, later.trk, Beta\r\nLL, 45,160\r\nBT,5\r\n");
+              "BN, later.trk, Beta\r\nMK, 2117.2, 8369\r\nLN, 2117, 8369, 2117, 8370\r\nCRS, L1, MK1\r\n"
+              "LL, 45,160\r\nBT,5\r\n");
 }
 
 TEST_F(RaceEditorTest, TracksThatCannotBeTakenAreToldAndTheFormStaysOpen) {
@@ -228,9 +263,12 @@ TEST_F(RaceEditorTest, TracksThatCannotBeTakenAreToldAndTheFormStaysOpen) {
     dialogs.AnswerInput("Ghost");
     dialogs.AnswerOk();
     Choose("empty.trk");  // has no fix: it is told, and gives no times
-    EXPECT_NE(Said().find("No GPS data"), std::string::npos);
+    EXPECT_NE(Said().find("no GPS data"), std::string::npos);
     EXPECT_EQ(editor->Text1.Text() + editor->Text2.Text(), "");
+    dialogs.AnswerYesNo(false);
+    Choose("EMPTY.trk");  // a boat of the race already
     for (const std::optional<std::string>& none : {std::optional<std::string>(), {"  "}}) {
+        dialogs.AnswerYesNo(true);
         Choose("empty.trk", none);
         EXPECT_EQ(editor->Draft().Boats.Count(), 1);
     }
@@ -238,7 +276,7 @@ TEST_F(RaceEditorTest, TracksThatCannotBeTakenAreToldAndTheFormStaysOpen) {
     dialogs.AnswerInput("Beta");
     dialogs.AnswerOk();  // faulty fixes are told, and the first track with a fix tells the times
     Choose("b.trk");
-    EXPECT_TRUE(Said().ends_with("b.trk : 1"));
+    EXPECT_TRUE(Said().find("b.trk : faulty") != std::string::npos && Said().ends_with(" 1"));
     EXPECT_EQ(editor->Text1.Text() + editor->Text3.Text(), "2004/08/05 12:29:009");
 }
 
@@ -260,30 +298,102 @@ TEST_F(RaceEditorTest, AWrongFieldIsToldAndNothingTypedIsLost) {
     Choose("a.trk", "Alpha");
     driver::Type(editor->Text1, "5 August");
     driver::Type(editor->Text5, "long");
+    dialogs.AnswerYesNo(true);
     Choose("a.trk", "Alpha 2");  // does not take away what was typed
     dialogs.AnswerOk();
     driver::Click(editor->Command4);
     EXPECT_EQ(Said(), "Incorrect start date or time");
     EXPECT_EQ(editor->Text1.Text() + editor->Text5.Text(), "5 Augustlong");
-    driver::Type(editor->Text1, "2004/8/5 12:30:00");
+    driver::Type(editor->Text1, "04/08/2004 12:30");  // of April or of August
     driver::Type(editor->Text5, "5.2");
+    for (const bool means : {false, false}) dialogs.AnswerYesNo(means);
+    driver::Click(editor->Command4);
+    EXPECT_EQ(editor->Text1.Text(), "04/08/2004 12:30");
+    for (const bool means : {false, true}) dialogs.AnswerYesNo(means);
     dialogs.AnswerYesNo(false);
     driver::Click(editor->Command4);
     EXPECT_TRUE(Said() == "Save Race Control File ?" && !editor->Closed());
+    EXPECT_EQ(editor->Draft().Start.Typed(), "2004/08/04 12:30:00");
 }
 
-TEST_F(RaceEditorTest, BoatsAreDeletedByAClickWithAKeyHeld) {
-    for (int boat = 1; boat <= 4; ++boat) Choose("a.trk", "Boat " + std::to_string(boat));
+TEST_F(RaceEditorTest, TwelveBoatsAreEnteredInSixClicks) {
+    std::vector<fs::path> picked{tree.Root() / "gpsdat/empty.trk", tree.Root() / "gpsdat/b, c.trk"};
+    for (int boat = 10; boat < 22; ++boat) {
+        const std::string file = "stick/boat" + std::to_string(boat) + ".trk";
+        tree.Write(file, tree.Read("gpsdat/a.trk"));
+        picked.push_back(tree.Root() / file);
+    }
+    int clicks = 0;
+    const auto click = [&clicks](auto& what) { ++clicks, driver::Click(what); };
+    dialogs.AnswerFiles(picked);
+    dialogs.AnswerOk();
+    click(editor->Command14);
+    EXPECT_TRUE(dialogs.AllAnswered() && Said().find("empty.trk : ") != std::string::npos &&
+                Said().find("b, c.trk : ") != std::string::npos);
+    driver::WhenModal("FmFileSelect", [&] {
+        driver::Strike("Twelve");
+        driver::Strike(Qt::Key_Return);
+    });
+    for (const bool saveAndShow : {true, true}) dialogs.AnswerYesNo(saveAndShow), ++clicks;
+    click(editor->Command4);
+    EXPECT_TRUE(shows == 1 && clicks <= 6);
+    const std::string race = tree.Read("raceadmin/Twelve.txt");
+    for (int boat = 10; boat < 22; ++boat) {
+        const std::string name = "boat" + std::to_string(boat);
+        EXPECT_NE(race.find("BN, " + name + ".trk, " + name + "\r\n"), std::string::npos) << race;
+    }
+    dialogs.AnswerFiles({picked.back(), tree.Root() / "gpsdat/later.trk"});
+    dialogs.AnswerYesNo(false);  // once is enough
+    driver::Click(editor->Command14);
+    EXPECT_EQ(editor->Draft().Boats.Count(), 13);
+}
+
+TEST_F(RaceEditorTest, BoatsAreNamedOrderedAndDeletedInTheirList) {
+    for (const char* file : {"c.trk", "d.trk"})
+        tree.Write("gpsdat/" + std::string(file), tree.Read("gpsdat/a.trk"));
+    Choose("a.trk", "1"), Choose("later.trk", "2"), Choose("c.trk", "3"), Choose("d.trk", "4");
     driver::MoveTo(editor->List1, {20, 5});
-    EXPECT_EQ(editor->Text13.Text(), "Shift + Click to Delete One Data.");
+    EXPECT_EQ(editor->Text13.Text(), "Shift + Click deletes, double click renames, drag moves.");
+    const auto rows = [this] {
+        std::string rows;
+        for (int row = 0; row < editor->List1.ListCount(); ++row) rows += editor->List1.Item(row) + "|";
+        return rows;
+    };
+    driver::DoubleClickRow(editor->List1, 1);
+    driver::Strike("Solo, 2"), driver::Strike(Qt::Key_Return);
+    driver::DoubleClickRow(editor->List1, 3);
+    driver::Strike("not this"), driver::Strike(Qt::Key_Escape);
+    EXPECT_EQ(rows(), "1        a.trk|Solo, 2        later.trk|3        c.trk|4        d.trk|");
+    driver::DragRow(editor->List1, 0, 2);
+    EXPECT_EQ(rows(), "Solo, 2        later.trk|3        c.trk|1        a.trk|4        d.trk|");
+    EXPECT_EQ(editor->List1.ListIndex(), 2);
     driver::ClickRow(editor->List1, 1);
     EXPECT_EQ(editor->Draft().Boats.Count(), 4);
     driver::ClickRow(editor->List1, 1, Qt::ControlModifier);
     driver::ClickRow(editor->List1, 0, Qt::ShiftModifier);
     driver::ClickRow(editor->List1, 1, Qt::AltModifier);
     driver::ClickAt(editor->List1, {20, 100}, Qt::LeftButton, Qt::ShiftModifier);  // no row there
-    ASSERT_EQ(editor->List1.ListCount(), 1);
-    EXPECT_EQ(editor->List1.Item(0), "Boat 3        a.trk");
+    EXPECT_EQ(rows(), "1        a.trk|");
+}
+
+TEST_F(RaceEditorTest, BoatsThatAreNotSavedAreAskedAbout) {
+    driver::Type(editor->Text7, "no boats yet");
+    Choose("a.trk", "Alpha");
+    tree.Race("R1.txt", "BN, later.trk, Beta\r\n");
+    dialogs.AnswerYesNo(false);
+    driver::Click(editor->Command6);  // another race would take their place
+    for (const bool leaves : {false, true}) {
+        dialogs.AnswerYesNo(leaves);
+        driver::Click(editor->Command8);
+        EXPECT_EQ(editor->Closed(), leaves);
+        EXPECT_TRUE(dialogs.AllAnswered() && Said().find("not saved") != std::string::npos);
+    }
+    editor->ShowNow();
+    dialogs.AnswerYesNo(true);
+    PressAndName(editor->Command6, "R1");
+    EXPECT_EQ(editor->Text7.Text() + "/" + editor->Draft().Boats[1].BoatName, "Spring Cup/Beta");
+    driver::Click(editor->Command8);  // as it stands in its file
+    EXPECT_TRUE(editor->Closed());
 }
 
 TEST_F(RaceEditorTest, AnOpenedRaceFillsTheFormAndIsEditedOnDisc) {
@@ -308,11 +418,12 @@ TEST_F(RaceEditorTest, AnOpenedRaceFillsTheFormAndIsEditedOnDisc) {
         "FT, 2004/8/5 12:40:00\r\nTD, 9\r\nWD, 210\r\nNU, 1\r\nBN, gone.trk, Ghost\r\nLL, "
         "45,160\r\nBT,3\r\n";
     PressAndName(editor->Command10, "notice, 1.pdf");
-    dialogs.AnswerYesNo(true);  // the wind file is there
     PressAndName(editor->Command7, "w");
     EXPECT_EQ(editor->Text11.Text() + NumberText(editor->List2.ListCount()), "w.csv2");
     EXPECT_EQ(tree.Read("raceadmin/R1.txt"), "WF, w.csv\r\n" + race + "AT, a.pdf\r\nAT, notice, 1.pdf\r\n");
     PressAndName(editor->Command7, {});
+    EXPECT_EQ(editor->Text11.Text(), "w.csv");
+    driver::Click(editor->Command13);
     driver::Click(editor->Command11);
     EXPECT_EQ(editor->Text11.Text() + NumberText(editor->List2.ListCount()), "0");
     EXPECT_EQ(tree.Read("raceadmin/R1.txt"), race);
@@ -327,9 +438,13 @@ TEST_F(RaceEditorTest, AFileThatCannotBeWrittenIsToldAndTheFormStays) {
     fs::permissions(tree.Root() / "raceadmin", fs::perms::owner_all);
     EXPECT_NE(Said().find("could not be written"), std::string::npos);
     EXPECT_TRUE(!editor->Closed() && shows == 0 && app.race.RaceFileName.empty());
-    dialogs.AnswerYesNo(true);  // a cancelled dialog ends the form without saving
-    PressAndName(editor->Command9, {});
-    EXPECT_TRUE(editor->Closed() && fs::is_empty(tree.Root() / "raceadmin"));
+    dialogs.AnswerYesNo(true);
+    PressAndName(editor->Command9, {});  // a cancelled dialog leads back
+    EXPECT_TRUE(!editor->Closed() && fs::is_empty(tree.Root() / "raceadmin"));
+    dialogs.AnswerYesNo(true);
+    dialogs.AnswerYesNo(false);
+    PressAndName(editor->Command9, "R9");
+    EXPECT_TRUE(editor->Closed() && fs::exists(tree.Root() / "raceadmin/R9.txt"));
 }
 
 struct FileSelectTest : testing::Test, TestWorld {
@@ -346,19 +461,22 @@ struct FileSelectTest : testing::Test, TestWorld {
 TEST_F(FileSelectTest, NamesAreTestedByTheModeOfTheQuestion) {
     constexpr auto In = FileQuestion::Mode::MustExist;
     constexpr auto Out = FileQuestion::Mode::ToWrite;
+    constexpr auto Name = FileQuestion::Mode::ToName;
     using Case = std::tuple<FileQuestion::Mode, std::string, std::string>;  // the name is empty: told
     for (const auto& [mode, typed, name] :
          {Case{In, "  R1  ", "R1.txt"}, Case{In, "r1.TXT", "r1.TXT"}, Case{In, "*.txt", ""},
           Case{In, "", ""}, Case{In, "R7", ""}, Case{In, "plain", ""}, Case{In, "../secret.txt", ""},
           Case{In, "..", ""}, Case{Out, "*.*", ""}, Case{Out, "", ""}, Case{Out, "/tmp/x.txt", ""},
-          Case{Out, "a\\b", ""}, Case{Out, "New one", "New one.txt"}, Case{Out, "R2.dat", "R2.dat"}}) {
+          Case{Out, "a\\b", ""}, Case{Out, "New one", "New one.txt"}, Case{Out, "R2.dat", "R2.dat"},
+          Case{Name, "R1", "R1.txt"}, Case{Name, "new", "new.txt"}, Case{Name, "", ""}}) {
         SCOPED_TRACE(typed);
         question.FileMode = mode;
         FileSelect form(app.settings, dialogs, question);
         form.ShowNow();
-        driver::Type(form.Text1, typed);
+        driver::Strike(Qt::Key_Delete);  // the whole text is chosen
+        driver::Strike(typed);
         if (name.empty()) dialogs.AnswerOk();
-        driver::Click(form.Command1);
+        driver::Strike(Qt::Key_Return);
         EXPECT_TRUE(dialogs.AllAnswered());
         EXPECT_EQ(form.Closed(), !name.empty());
         EXPECT_EQ(question.FileResultName, name);
@@ -376,7 +494,7 @@ TEST_F(FileSelectTest, NamesAreTestedByTheModeOfTheQuestion) {
 
 TEST_F(FileSelectTest, AnExistingFileAsksBeforeItIsOverwrittenAndCancelLeavesNothing) {
     question.FileMode = FileQuestion::Mode::ToWrite;
-    question.FilePattern = "R1";  // the text of an earlier dialog
+    question.Proposal = "R1";
     for (const bool over : {false, true}) {
         question.ShellTarget = "of an earlier dialog";
         FileSelect form(app.settings, dialogs, question);
@@ -385,7 +503,7 @@ TEST_F(FileSelectTest, AnExistingFileAsksBeforeItIsOverwrittenAndCancelLeavesNot
         driver::Click(form.Command1);
         EXPECT_EQ(Said(), "Same File Name Exists.\r\nOverwight?.");
         EXPECT_EQ(form.Closed(), over);
-        if (!over) driver::Click(form.Command2);
+        if (!over) driver::Strike(Qt::Key_Escape);
         EXPECT_TRUE(form.Closed());
         EXPECT_EQ(question.ShellTarget.filename(), over ? "R1.txt" : "");
     }

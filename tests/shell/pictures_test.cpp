@@ -5,7 +5,6 @@
 #include <string>
 
 #include "distribution/distribution_form.h"
-#include "editor/file_select.h"
 #include "editor/race_editor.h"
 #include "shell/cover.h"
 #include "shell/reference_viewer.h"
@@ -88,8 +87,7 @@ TEST_P(PicturesTest, TheOtherFormsLookAsEver) {
     driver::MoveTo(menu.Command4, {5, 5});
     ExpectLooksAsEver(menu, Name("menu"));
     menu.Close();
-    FileQuestion question;
-    RaceEditor editor(app.settings, app.race, services, question, [] {});
+    RaceEditor editor(app.settings, app.race, services, [] {});
     editor.ShowNow();
     ExpectLooksAsEver(editor, Name("editor"));
     editor.Close();

@@ -134,6 +134,51 @@ TEST_F(ProgramTest, TheEditorOpensTheRaceThatItSaved) {
     EXPECT_TRUE(Menu().Visible() && program->TheEditor() == nullptr);
 }
 
+TEST_F(ProgramTest, ARaceBesideItsTracksTellsBothPeriodsAndCanBePutRight) {
+    const std::string off =
+        "ST, 2004/8/5 12:30:00\r\nFT, 2004/8/5 12:40:00\r\nTD, 0\r\nBN, a.trk, Alpha\r\n";
+    tree.Write("raceadmin/Off.txt", off);
+    Start();
+    dialogs.AnswerYesNo(false);
+    Choose(Menu().Command3, "Off.txt");
+    EXPECT_NE(Said().find("Race:  2004/08/05 12:30:00  -  2004/08/05 12:40:00\r\n"
+                          "Tracks:  2004/08/05 03:26:40  -  2004/08/05 03:40:20\r\n"
+                          "They would meet with the time difference of the tracks' place: 9"),
+              std::string::npos)
+        << Said();
+    EXPECT_TRUE(Menu().Visible() && tree.Read("raceadmin/Off.txt") == off);
+
+    driver::Click(Menu().Command2);
+    RaceEditor& editor = *program->TheEditor();
+    const auto inDialog = [](const Control& button) {
+        driver::WhenModal("FmFileSelect", [] {
+            driver::Strike("Off.txt");
+            driver::Strike(Qt::Key_Return);
+        });
+        driver::Click(button);
+    };
+    inDialog(editor.Command6);
+    for (const bool answer : {true, true, true, false})
+        dialogs.AnswerYesNo(answer);  // save, over, show, times
+    inDialog(editor.Command9);
+    EXPECT_TRUE(editor.Visible() && program->TheDesk() == nullptr && dialogs.AllAnswered());
+    driver::Type(editor.Text3, "x");
+    dialogs.AnswerYesNo(false);
+    driver::Click(Menu().Command4);  // ends the program, but for what is not saved
+    EXPECT_FALSE(platform.Ended);
+    driver::Type(editor.Text3, "9");
+    for (const bool answer : {true, true, true}) dialogs.AnswerYesNo(answer);
+    inDialog(editor.Command9);
+    EXPECT_TRUE(program->TheEditor() == nullptr && Display().Visible());
+    CloseDisplay();
+
+    tree.Write("raceadmin/Off.txt", off);
+    dialogs.AnswerYesNo(true);
+    Choose(Menu().Command3, "Off.txt");
+    EXPECT_EQ(Display().Text9.Text() + Display().Text10.Text(), "2004/08/05 03:30:402004/08/05 03:40:20");
+    EXPECT_NE(tree.Read("raceadmin/Off.txt").find("ST, 2004/08/05 03:30:40\r\n"), std::string::npos);
+}
+
 TEST_F(ProgramTest, BrowseOnlyShowsOneRaceAndEndsWithIt) {
     Start(false);
     EXPECT_TRUE(program->TheMenu() == nullptr && !platform.Ended && Display().Combo1.Visible());
@@ -175,10 +220,11 @@ struct CoverTest : testing::Test, TestWorld {
 
     Cover& Open(bool useEnglish = true) {
         app.settings.UseEnglish = useEnglish;
-        cover = std::make_unique<Cover>(
-            app.settings, app.race, services,
-            CoverDoors{[this] { shown += "display "; }, [this] { shown += "editor "; },
-                       [this] { shown += "distribution "; }});
+        cover = std::make_unique<Cover>(app.settings, app.race, services,
+                                        CoverDoors{[this] { shown += "display "; },
+                                                   [this] { shown += "editor "; },
+                                                   [this] { shown += "distribution "; },
+                                                   {}});
         cover->ShowNow();
         return *cover;
     }
