@@ -1,6 +1,7 @@
 #include "base/files.h"
 
 #include <algorithm>
+#include <fstream>
 #include <string>
 #include <utility>
 
@@ -77,6 +78,15 @@ bool ReadWholeFile(const fs::path& path, std::uintmax_t limit, std::string& byte
     return ReadRegularFile(path, limit, bytes);
 }
 
+std::string ReadFileHead(const fs::path& path, std::size_t size) {
+    if (!IsFile(path)) return {};
+    std::ifstream file(path.c_str(), std::ios::binary);
+    std::string bytes(size, '\0');
+    file.read(bytes.data(), static_cast<std::streamsize>(size));
+    bytes.resize(static_cast<std::size_t>(file.gcount()));
+    return bytes;
+}
+
 std::error_code WriteFileAtomically(const fs::path& path, std::string_view bytes) {
     return ReplaceWholeFile(path, bytes);
 }
@@ -98,6 +108,30 @@ bool IsFile(const fs::path& path) {
 
 std::optional<std::uintmax_t> FileSize(const fs::path& path) {
     return RegularFileSize(path);
+}
+
+void RemoveFile(const fs::path& path) {
+    RemoveFromFolder(path);
+}
+
+std::vector<fs::path> FilesBelow(const fs::path& path) {
+    std::vector<fs::path> files;
+    std::vector<fs::path> open{path};
+    if (IsFile(path)) return open;
+    while (!open.empty()) {
+        const fs::path folder = std::move(open.back());
+        open.pop_back();
+        for (const std::string& name : NamesInFolder(folder)) {
+            if (name.starts_with('.')) continue;
+            fs::path entry = folder / name;
+            if (IsFile(entry))
+                files.push_back(std::move(entry));
+            else if (IsFolderItself(entry))
+                open.push_back(std::move(entry));
+        }
+    }
+    std::ranges::sort(files);
+    return files;
 }
 
 std::vector<std::string> ListFiles(const fs::path& folder, std::string_view pattern) {

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
 #include <filesystem>
 #include <optional>
@@ -19,6 +20,9 @@ std::optional<std::string> ReadWholeFile(const std::filesystem::path& path,
 /// and the buffer then holds anything.
 bool ReadWholeFile(const std::filesystem::path& path, std::uintmax_t limit, std::string& bytes);
 
+/// The first bytes of a regular file, `size` of them at most; empty if it cannot be read.
+std::string ReadFileHead(const std::filesystem::path& path, std::size_t size);
+
 /// Replaces a file as a whole: writes aside in the same folder, flushes to the disc, renames. A folder that
 /// is not there yet is made. On failure the old file stands untouched, nothing is left beside it, and the
 /// error says why. Permissions of an old file are kept, and a file that may not be written is not replaced.
@@ -35,6 +39,14 @@ bool IsFile(const std::filesystem::path& path);
 
 /// The size of a regular file in bytes; nothing if there is none.
 std::optional<std::uintmax_t> FileSize(const std::filesystem::path& path);
+
+/// Removes a file; one that is not there is no fault.
+void RemoveFile(const std::filesystem::path& path);
+
+/// The regular files that a path means: itself, or all those in and below a folder, in the order of their
+/// names. Folders that a link leads to are not entered, but for the path itself, nor is what cannot be
+/// read; files and folders whose names begin with a point are passed over. None where nothing is there.
+std::vector<std::filesystem::path> FilesBelow(const std::filesystem::path& path);
 
 /// The names of the regular files of a folder that match a pattern with `*` and `?` ("*.*" is every name),
 /// in ascending order, both without regard to case. Empty if the folder cannot be read. Names are UTF-8.

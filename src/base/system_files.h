@@ -22,6 +22,12 @@ bool PathExists(const std::filesystem::path& path);
 /// The names (UTF-8) of all that is in a folder, in no order; none if it cannot be read.
 std::vector<std::string> NamesInFolder(const std::filesystem::path& folder);
 
+/// True for a folder, and false for a link that leads to one.
+bool IsFolderItself(const std::filesystem::path& path);
+
+/// Takes a file out of its folder, if it is there.
+void RemoveFromFolder(const std::filesystem::path& path);
+
 /// Reads a regular file. False if it is none (a folder, a pipe), cannot be read or is longer than `limit`.
 bool ReadRegularFile(const std::filesystem::path& path, std::uintmax_t limit, std::string& bytes);
 

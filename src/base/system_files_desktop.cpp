@@ -45,6 +45,16 @@ std::vector<std::string> NamesInFolder(const fs::path& folder) {
     return names;
 }
 
+bool IsFolderItself(const fs::path& path) {
+    std::error_code error;
+    return fs::is_directory(fs::symlink_status(path, error));
+}
+
+void RemoveFromFolder(const fs::path& path) {
+    std::error_code unseen;
+    fs::remove(path, unseen);
+}
+
 std::error_code ReplaceWholeFile(const fs::path& path, std::string_view bytes) {
     std::error_code error;
     // The target of a link is replaced, not the link.

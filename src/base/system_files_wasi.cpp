@@ -61,6 +61,15 @@ std::vector<std::string> NamesInFolder(const fs::path& folder) {
     return names;
 }
 
+bool IsFolderItself(const fs::path& path) {
+    struct stat status {};
+    return ::lstat(path.c_str(), &status) == 0 && S_ISDIR(status.st_mode);
+}
+
+void RemoveFromFolder(const fs::path& path) {
+    ::unlink(path.c_str());
+}
+
 bool ReadRegularFile(const fs::path& path, std::uintmax_t limit, std::string& bytes) {
     const std::optional<std::uintmax_t> size = RegularFileSize(path);
     if (!size || *size > limit) return false;

@@ -24,6 +24,7 @@ constexpr std::size_t UsualLine = 48;           // bytes, in a file of lines; fe
 constexpr std::uintmax_t LargestFile = std::uintmax_t{1} << 30;
 constexpr UnixMs FarthestTime = 253'402'300'800'000;  // the year 10000; and so far back
 constexpr std::size_t HeadSize = 65536;  // bytes; where the first fix stands in a file of any name
+constexpr std::uintmax_t LargestGuess = 1U << 20U;  // bytes of a file that is read before its kind is known
 
 /// A file and the boats that are in it.
 struct TrackFile {
@@ -87,6 +88,11 @@ const Recording* Choose(const std::vector<Recording>& recordings, std::string_vi
     return found != recordings.end() ? &*found : nullptr;
 }
 
+/// True for the reasons that the head of a file is enough for.
+bool IsForeign(Refusal why) {
+    return why == Refusal::Unknown || why == Refusal::Velocitek || why == Refusal::Sail2;
+}
+
 void SetClock(double offset, TrackReading& reading) {
     const auto late = static_cast<UnixMs>(std::round(offset * 1000));
     if (late == 0) return;
@@ -95,22 +101,15 @@ void SetClock(double offset, TrackReading& reading) {
 
 void ReadBoatsOf(const TrackFile& file, const OneBased<BoatEntry, MaxBoats>& boats,
                  OneBased<TrackReading>& readings) {
-    std::string bytes;
-    TrackFileContent content;
-    std::optional<TrackReading> lines;
-    content.Refused = FetchTrackFile(file.Path, bytes);
-    if (content.Refused == Refusal::None && IsLinesFile(file.Name, bytes))
-        lines = ReadLinesFile(bytes);
-    else if (content.Refused == Refusal::None)
-        content = ReadTrackFile(bytes);
+    TrackFileReading read = ReadTrackFileAt(file.Path, file.Name);
     for (const int boat : file.Boats) {
         std::string_view choice = boats[boat].BoatFile;
         choice = Trim(choice.substr(std::min(choice.size(), file.Name.size() + 1)));
         TrackReading& reading = readings[boat];
-        if (!lines)
-            reading = TakeRecording(content, choice);
+        if (!read.Lines)
+            reading = TakeRecording(read.Content, choice);
         else if (choice.empty() || choice == "1")
-            reading = file.Boats.size() == 1 ? std::move(*lines) : *lines;
+            reading = file.Boats.size() == 1 ? std::move(*read.Lines) : *read.Lines;
         else
             reading.Refused = Refusal::NoRecording;
         SetClock(boats[boat].ClockOffset, reading);
@@ -155,6 +154,30 @@ Refusal FetchTrackFile(const std::filesystem::path& path, std::string& bytes) {
 
 std::filesystem::path TrackPath(const std::filesystem::path& appPath, const std::string& boatFile) {
     return FindBelow(appPath, "gpsdat/" + TrackFileName(appPath, boatFile));
+}
+
+TrackFileReading ReadTrackBytes(const std::string& name, std::string_view bytes) {
+    TrackFileReading reading;
+    if (IsLinesFile(name, bytes)) {
+        reading.Lines = ReadLinesFile(bytes);
+        reading.Content.Format = LinesFormat;
+        reading.Content.Refused = reading.Lines->Refused;
+    } else {
+        reading.Content = ReadTrackFile(bytes, name);
+    }
+    return reading;
+}
+
+TrackFileReading ReadTrackFileAt(const std::filesystem::path& path, const std::string& name) {
+    TrackFileReading reading;
+    std::string bytes;
+    if (FileSize(path).value_or(0) > LargestGuess && !HasTrackExtension(name)) {
+        reading = ReadTrackBytes(name, ReadFileHead(path, HeadSize));
+        if (IsForeign(reading.Content.Refused)) return reading;
+        reading = {};
+    }
+    reading.Content.Refused = FetchTrackFile(path, bytes);
+    return reading.Content.Refused == Refusal::None ? ReadTrackBytes(name, bytes) : reading;
 }
 
 TrackReading TakeRecording(const TrackFileContent& content, std::string_view choice) {

@@ -2,6 +2,7 @@
 
 #include <filesystem>
 #include <functional>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -40,6 +41,19 @@ std::filesystem::path TrackPath(const std::filesystem::path& appPath, const std:
 
 /// All bytes of a track file; why not, where there are none: Missing, TooLarge or Broken.
 Refusal FetchTrackFile(const std::filesystem::path& path, std::string& bytes);
+
+/// A track file as it was read, whatever its format.
+struct TrackFileReading {
+    TrackFileContent Content;           ///< of a file of lines its format and its refusal alone
+    std::optional<TrackReading> Lines;  ///< the one track of a file of lines
+};
+
+/// Reads the bytes of a file of that name. The kind of a file is found by its content. One of lines that
+/// begin with T (TrackLineReader) and of 500 bytes or fewer gives no fix.
+TrackFileReading ReadTrackBytes(const std::string& name, std::string_view bytes);
+
+/// Reads a file. Of a large one that begins like no track, such as a photograph, the head alone is read.
+TrackFileReading ReadTrackFileAt(const std::filesystem::path& path, const std::string& name);
 
 /// What a file tells of one boat: of the recording with that number, or of this boat (or the first without
 /// regard to case), or of the first one where `choice` is empty.
