@@ -1,9 +1,11 @@
 // keelview-report TREE RACEFILE [--at SECONDS]... [--walk] [--csv time|distance|speed] [--tracks]
+// keelview-report --new TREE RACEFILE FILE... [--replace]
 // Prints the numbers of a race as one JSON object, or one table of it as CSV for a spreadsheet, or with
 // --tracks what its track files hold. A file that cannot be read is told on standard error. TREE is a
 // folder with raceadmin, gpsdat, winddat and coastline, RACEFILE a race control file in raceadmin. With
 // --walk the pass times are those that the walk along each track finds by itself, bare numbers with 0 for
-// an entry that it did not find. Nothing is written to the tree.
+// an entry that it did not find. Nothing is written to the tree, but with --new: that makes a race of the
+// track files and folders, copies them into the tree, and prints what was found in them.
 
 #include <cstdio>
 #include <filesystem>
@@ -16,6 +18,7 @@
 #include "base/numbers.h"
 #include "racedata/refusal_text.h"
 #include "report/leg_report.h"
+#include "report/new_race.h"
 #include "report/race_report.h"
 #include "report/track_report.h"
 
@@ -26,16 +29,19 @@ namespace {
 constexpr int WrongUse = 2;
 constexpr std::string_view Usage =
     "usage: keelview-report TREE RACEFILE [--at SECONDS]... [--walk] [--csv time|distance|speed] "
-    "[--tracks]";
+    "[--tracks]\n       keelview-report --new TREE RACEFILE FILE... [--replace]";
 
 struct Request {
     std::filesystem::path Tree;
     std::string RaceFile;
     std::vector<double> At;
-    bool Walk = false;            ///< the walk's times alone
-    std::optional<StatKind> Csv;  ///< the table that is wanted in place of the whole
-    bool Tracks = false;          ///< what the track files hold, in place of the whole
-    std::string Fault;            ///< what is wrong with the command line; empty when nothing is
+    bool Walk = false;                         ///< the walk's times alone
+    std::optional<StatKind> Csv;               ///< the table that is wanted in place of the whole
+    bool Tracks = false;                       ///< what the track files hold, in place of the whole
+    bool New = false;                          ///< the race is to be made of files
+    bool Replace = false;                      ///< even where there is one of its name
+    std::vector<std::filesystem::path> Files;  ///< of a new race
+    std::string Fault;  ///< what is wrong with the command line; empty when nothing is
 };
 
 Request ReadCommandLine(const std::vector<std::string_view>& arguments) {
@@ -52,6 +58,10 @@ Request ReadCommandLine(const std::vector<std::string_view>& arguments) {
             request.Walk = true;
         } else if (argument == "--tracks") {
             request.Tracks = true;
+        } else if (argument == "--new") {
+            request.New = true;
+        } else if (argument == "--replace") {
+            request.Replace = true;
         } else if (argument == "--csv") {
             request.Csv = ++i < arguments.size() ? TableKind(arguments[i]) : std::nullopt;
             if (!request.Csv) request.Fault = "--csv needs time, distance or speed";
@@ -61,9 +71,10 @@ Request ReadCommandLine(const std::vector<std::string_view>& arguments) {
             names.push_back(argument);
         }
     }
-    if (names.size() == 2) {
+    if (request.New ? names.size() > 2 : names.size() == 2) {
         request.Tree = names[0];
         request.RaceFile = names[1];
+        request.Files.assign(names.begin() + 2, names.end());
     } else if (request.Fault.empty()) {
         request.Fault = Usage;
     }
@@ -100,9 +111,22 @@ void WalkAlone(RaceNumbers& numbers) {
     ComputeMarkPassDist(numbers.race, numbers.tracks, numbers.passes);
 }
 
+int Print(const std::string& text) {
+    const bool written = std::fwrite(text.data(), 1, text.size(), stdout) == text.size();
+    if (std::fflush(stdout) != 0 || !written) return Complain("cannot write the report");
+    return 0;
+}
+
+int MakeNew(const Request& request) {
+    const NewRace made = MakeNewRace(request.Tree, request.RaceFile, request.Files, request.Replace);
+    const int printed = Print(made.Report + "\n");
+    return made.Trouble.empty() ? printed : Complain(made.Trouble);
+}
+
 int Run(const std::vector<std::string_view>& arguments) {
     const Request request = ReadCommandLine(arguments);
     if (!request.Fault.empty()) return Complain(request.Fault);
+    if (request.New) return MakeNew(request);
     if (!IsFile(FindBelow(FindBelow(request.Tree, "raceadmin"), request.RaceFile)))
         return Complain("no race file " + request.RaceFile + " in " + request.Tree.string() + "/raceadmin");
     RaceNumbers numbers;
@@ -111,10 +135,7 @@ int Run(const std::vector<std::string_view>& arguments) {
     if (!numbers.report.Opened) return Complain("cannot read race file " + request.RaceFile);
     TellRefusals(numbers);
     if (request.Walk) WalkAlone(numbers);
-    const std::string text = TextOf(numbers, request);
-    const bool written = std::fwrite(text.data(), 1, text.size(), stdout) == text.size();
-    if (std::fflush(stdout) != 0 || !written) return Complain("cannot write the report");
-    return 0;
+    return Print(TextOf(numbers, request));
 }
 
 }  // namespace
