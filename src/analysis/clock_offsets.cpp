@@ -1,6 +1,7 @@
 #include "analysis/clock_offsets.h"
 
 #include <algorithm>
+#include <array>
 #include <cmath>
 #include <cstddef>
 #include <cstdint>
@@ -24,7 +25,7 @@ constexpr int AroundZone = 120 / StepSeconds;
 constexpr int Coarse = 3;  // steps
 constexpr int FewestCommon = 600 / StepSeconds;
 constexpr int MostLooks = 240;
-constexpr int Stretch = 600 / StepSeconds;  // of the way, for which a lag is told
+constexpr int Stretch = 400 / StepSeconds;  // of the way, for which a lag is told
 constexpr int Around = 300 / StepSeconds;   // from the lag of the whole way
 constexpr int Beside = 60 / StepSeconds;
 constexpr double StandsOut = 1.25;
@@ -128,17 +129,16 @@ struct Told {
 /// The lags near one that the stretches of the way tell by themselves: those where a lag stands out, as it
 /// does not while boats wait for the start.
 std::vector<Told> LagsAlong(const Pair& pair, int lag) {
-    // Held off the ends, so that every lag of the search has its fixes.
     const Beats common = pair.Common(lag);
     std::vector<Told> told;
-    for (std::int64_t begin = common.Begin + Around; begin + Stretch <= common.End - Around;
-         begin += Stretch / 2) {
+    for (std::int64_t begin = common.Begin; begin + Stretch <= common.End; begin += Stretch / 2) {
         const Beats beats{begin, begin + Stretch};
         const auto cost = [&](int each) { return pair.Metres(beats, each); };
         BestLag best;
         best.Search(lag - Around, lag + Around, 1, cost);
-        const double beside = std::min(cost(best.Lag - Beside), cost(best.Lag + Beside));
-        if (beside == Unknown || beside < StandsOut * best.Metres) continue;
+        const std::array beside{cost(best.Lag - Beside), cost(best.Lag + Beside)};
+        if (std::ranges::max(beside) == Unknown || std::ranges::min(beside) < StandsOut * best.Metres)
+            continue;
         told.push_back({static_cast<double>(begin - common.Begin) * StepSeconds / 60, 1.0 * best.Lag});
     }
     return told;

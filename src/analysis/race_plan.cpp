@@ -169,10 +169,6 @@ double TimeDiffOf(const std::vector<const RaceHints*>& hints, const PlannedBoat&
     return told.value_or(TimeZoneOfLongitude(boat.Track.Way.front().Lon));
 }
 
-CivilTime LocalSecond(const RacePlan& plan, UnixMs time) {
-    return static_cast<CivilTime>(std::floor(static_cast<double>(time) / 1000 + plan.TimeDiff * 3600));
-}
-
 /// The gun that devices heard in the period, of several the one in the middle.
 void SettleStart(const std::vector<const RaceHints*>& hints, RacePlan& plan) {
     std::vector<UnixMs> guns;
@@ -283,6 +279,17 @@ void SettleCourseAndTimes(RacePlan& plan) {
     plan.TimeDiff = TimeDiffOf(hints, *boats.front());
     SettleStart(hints, plan);
     SettleCourse(hints, Water(boats), plan);
+}
+
+void MoveClock(RacePlan& plan, double timeDiff) {
+    const auto later = static_cast<CivilTime>((timeDiff - plan.TimeDiff) * 3600);
+    for (std::optional<CivilTime>* const time : {&plan.Start, &plan.Finish})
+        if (*time) **time += later;
+    plan.TimeDiff = timeDiff;
+}
+
+CivilTime LocalSecond(const RacePlan& plan, UnixMs time) {
+    return static_cast<CivilTime>(std::floor(static_cast<double>(time) / 1000 + plan.TimeDiff * 3600));
 }
 
 std::string BoatFileOf(const RacePlan& plan, const PlannedBoat& boat) {

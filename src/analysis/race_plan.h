@@ -61,6 +61,12 @@ RacePlan PlanRace(std::vector<FoundFile> files);
 /// Works out begin, end, time difference, start, finish, marks and line anew from the boats that are taken.
 void SettleCourseAndTimes(RacePlan& plan);
 
+/// Sets the time difference by hand; the times of the plan are the same moments on the new clock.
+void MoveClock(RacePlan& plan, double timeDiff);
+
+/// A moment on the clock of the plan, whole seconds.
+CivilTime LocalSecond(const RacePlan& plan, UnixMs time);
+
 /// What a race control file calls the recording of a boat: "regatta.csv#3".
 std::string BoatFileOf(const RacePlan& plan, const PlannedBoat& boat);
 
