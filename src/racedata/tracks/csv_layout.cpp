@@ -72,6 +72,7 @@ constexpr auto Names = std::to_array<ColumnName>({
     {"gpscourse", Column::Course},
     {"course", Column::Course},
     {"bearing", Column::Course},
+    {"direction", Column::Course},
     {"対地針路", Column::Course},
     {"針路", Column::Course},
     {"hdg", Column::Heading},
@@ -92,6 +93,7 @@ constexpr auto Names = std::to_array<ColumnName>({
     {"truewinddirection", Column::WindFrom},
     {"winddirection", Column::WindFrom},
     {"winddir", Column::WindFrom},
+    {"winddirectionmag", Column::WindFrom},
     {"風向", Column::WindFrom},
     {"twa", Column::TrueAngle},
     {"truewindangle", Column::TrueAngle},
@@ -184,8 +186,8 @@ std::string PlainName(std::string_view cell) {
     return plain;
 }
 
-/// The layout that a line names; nothing without a place.
-std::optional<CsvLayout> LayoutOf(std::string_view line, char delimiter) {
+/// The layout that a line names; nothing without the columns that are needed.
+std::optional<CsvLayout> LayoutOf(std::string_view line, char delimiter, std::span<const Column> needed) {
     constexpr int mostUnits = 2;  // "heading (deg true)"
     const auto width = std::ranges::count(line, delimiter) + 1;
     if (width > MostColumns) return std::nullopt;
@@ -204,8 +206,8 @@ std::optional<CsvLayout> LayoutOf(std::string_view line, char delimiter) {
         layout.Places[meaning] = {static_cast<int>(index), column.Unit};
         layout.Width = std::max(layout.Width, index + 1);
     }
-    if (!layout.Has(Column::Lat) || !layout.Has(Column::Lon)) return std::nullopt;
-    return layout;
+    const bool isWhole = std::ranges::all_of(needed, [&](Column column) { return layout.Has(column); });
+    return isWhole ? std::optional(layout) : std::nullopt;
 }
 
 /// A cell in quotes, which may hold the delimiter. Takes it off the line with the delimiter behind it.
@@ -222,7 +224,7 @@ std::string_view TakeQuoted(std::string_view& line, char delimiter) {
 
 }  // namespace
 
-std::optional<CsvLayout> TakeCsvHead(std::string_view& text) {
+std::optional<CsvLayout> TakeCsvHead(std::string_view& text, std::span<const Column> needed) {
     constexpr std::string_view byteOrderMark = "\xEF\xBB\xBF";
     if (text.starts_with(byteOrderMark)) text.remove_prefix(byteOrderMark.size());
     const std::size_t size = text.size();
@@ -231,7 +233,7 @@ std::optional<CsvLayout> TakeCsvHead(std::string_view& text) {
         if (whole.size() > HeadBytes) return std::nullopt;
         const std::string line = DecodeText(whole).Utf8;
         for (const char delimiter : {',', ';', '\t'})
-            if (const auto layout = LayoutOf(line, delimiter)) return layout;
+            if (const auto layout = LayoutOf(line, delimiter, needed)) return layout;
     }
     return std::nullopt;
 }

@@ -47,11 +47,14 @@ struct CsvLayout {
     bool Has(Column column) const { return At(column).Index != Nowhere; }
 };
 
+/// The columns without which a table holds no fixes.
+inline constexpr std::array<Column, 2> PlaceColumns{Column::Lat, Column::Lon};
+
 /// Takes the head of a table off a text, up to the end of its line of names; nothing where none of the
-/// first lines names latitude and longitude. Names are known in English and Japanese, with or without a
-/// unit; capitals, blanks and signs in them do not matter. Of several columns with one meaning the one with
-/// the plainest name counts: `sog` before `speed`.
-std::optional<CsvLayout> TakeCsvHead(std::string_view& text);
+/// first lines names all columns that are needed. Names are known in English and Japanese, with or without
+/// a unit; capitals, blanks and signs in them do not matter. Of several columns with one meaning the one
+/// with the plainest name counts: `sog` before `speed`.
+std::optional<CsvLayout> TakeCsvHead(std::string_view& text, std::span<const Column> needed = PlaceColumns);
 
 /// Splits a line into as many cells as there is room for, without blanks and quotes around them; those that
 /// the line does not have are empty.
