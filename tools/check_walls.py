@@ -16,7 +16,7 @@ from pathlib import Path
 
 TOOLKIT_ROOM = "display/qt/"
 # Rooms of the desktop alone. All others are shared with the browser and the report.
-DESKTOP = (TOOLKIT_ROOM, "shell/", "editor/", "distribution/")
+DESKTOP = (TOOLKIT_ROOM, "shell/", "editor/", "distribution/", "import/")
 TOOLKIT_HEADER = re.compile(r"Q[A-Z]\w*|Qt\w*/.*|q[a-z]\w*\.h|private/q\w+\.h")
 INCLUDE = re.compile(r'^\s*#\s*include\s*[<"]([^>"]+)[>"]')
 

@@ -21,9 +21,11 @@ class Dialogs {
     /// A menu at the pointer; the index of the entry that the person chose, nothing when none is.
     virtual std::optional<std::size_t> Choose(const std::vector<std::string>& entries) = 0;
     /// Files that are there, as many as the person picks, in the order of their names; the choice begins in
-    /// a folder. None when the person cancels.
-    virtual std::vector<std::filesystem::path> Files(std::string_view title,
-                                                     const std::filesystem::path& folder) = 0;
+    /// `folder`, or where the last one was if that is empty. Names of the patterns ("*.gpx") are shown
+    /// first and all others on wish; without patterns all at once. None when the person cancels.
+    virtual std::vector<std::filesystem::path> ChooseFiles(std::string_view title,
+                                                           const std::filesystem::path& folder,
+                                                           const std::vector<std::string>& patterns) = 0;
 };
 
 }  // namespace keelview

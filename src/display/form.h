@@ -1,8 +1,10 @@
 #pragma once
 
+#include <filesystem>
 #include <functional>
 #include <string>
 #include <string_view>
+#include <vector>
 
 #include "display/control.h"
 
@@ -48,6 +50,8 @@ class Form : public Container {
     Event<> OnUnload;      ///< the window is closed
     Event<int> OnKeyDown;  ///< sees keys before any control of the form
     Event<int> OnKeyUp;
+    /// Files or folders were dropped on the window. It takes no drops while nobody listens.
+    Event<const std::vector<std::filesystem::path>&> OnFilesDropped;
     /// The window manager gave the window another inner size than it asked for.
     Event<> OnResize;
 };

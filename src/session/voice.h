@@ -45,7 +45,7 @@ class Voice {
     /// Files that are there, as many as the person picks, beginning in a folder.
     std::vector<std::filesystem::path> ChooseFiles(const Text& title,
                                                    const std::filesystem::path& folder) const {
-        return dialogs_.Files(In(title), folder);
+        return dialogs_.ChooseFiles(In(title), folder, {});
     }
     /// A menu at the pointer; which entry the person chose, nothing when none is.
     std::optional<std::size_t> Choose(std::initializer_list<Text> entries) const {

@@ -82,8 +82,8 @@ void Cover::LayOut() {
 }
 
 void Cover::ConnectButtons() {
-    Command1.OnClick = [this] { StartCompanion("TRACKDESK.exe"); };
-    Command8.OnClick = [this] { StartCompanion("GALEPLOT.exe"); };
+    Command1.OnClick = [this] { StartCompanion("TRACKDESK.exe", doors_.ShowImport); };
+    Command8.OnClick = [this] { StartCompanion("GALEPLOT.exe", doors_.ShowWind); };
     Command2.OnClick = [this] { doors_.ShowEditor(); };
     Command9.OnClick = [this] { doors_.ShowDistribution(); };
     Command3.OnClick = [this] { Command3_Click(); };
@@ -134,8 +134,10 @@ void Cover::ShowHint(double height, const Text& hint) {
     Text1.Show();
 }
 
-void Cover::StartCompanion(std::string_view name) {
-    if (services_.platform.StartProgram(FindBelow(settings_.AppPath, name))) return;
+void Cover::StartCompanion(std::string_view name, const std::function<void()>& instead) {
+    const auto companion = FindBelow(settings_.AppPath, name);
+    if (!IsFile(companion)) return instead();
+    if (services_.platform.StartProgram(companion)) return;
     voice_.Say({"The program could not be started", "プログラムを起動できません"}, name);
 }
 

@@ -22,6 +22,8 @@ struct CoverDoors {
     std::function<void()> ShowDisplay;       ///< opens the race or single track of the shared state
     std::function<void()> ShowEditor;        ///< opens the race control editor
     std::function<void()> ShowDistribution;  ///< opens the distribution builder and waits for its end
+    std::function<void()> ShowImport;        ///< asks for track files and makes a race of them
+    std::function<void()> ShowWind;          ///< opens the sheet for wind data and waits for its end
     std::function<bool()> MayEnd;            ///< asked before the program ends; it may where there is none
 };
 
@@ -56,7 +58,7 @@ class Cover : public Form {
     void Command3_Click();
     void Command5_Click();
     void Command7_Click();
-    void StartCompanion(std::string_view name);
+    void StartCompanion(std::string_view name, const std::function<void()>& instead);
     void OfferFiles(std::string_view folder, const std::vector<std::string>& patterns);
     void ShowHint(double height, const Text& hint);
 

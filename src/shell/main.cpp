@@ -1,3 +1,4 @@
+#include <algorithm>
 #include <functional>
 #include <memory>
 #include <utility>
@@ -17,6 +18,6 @@ int main(int argc, char** argv) {
     if (outcome == StartOutcome::End) return 0;
     Program program(*app, services,
                     [&application](std::function<void()> task) { application.Later(std::move(task)); });
-    program.Start(outcome);
+    program.Start(outcome, {argv + std::min(argc, 1), argv + argc});  // as the toolkit has left them
     return application.Run();
 }

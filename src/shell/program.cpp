@@ -3,6 +3,9 @@
 #include <utility>
 
 #include "distribution/distribution_form.h"
+#include "import/import_sheet.h"
+#include "import/wind_sheet.h"
+#include "racedata/tracks/formats.h"
 #include "shell/reference_viewer.h"
 
 namespace keelview {
@@ -10,8 +13,10 @@ namespace keelview {
 Program::Program(AppState& app, Services& services, Later later)
     : app_(app), services_(services), later_(std::move(later)) {}
 
-void Program::Start(StartOutcome outcome) {
-    if (outcome != StartOutcome::ShowRace || !OpenDisplay()) ShowMenu();
+void Program::Start(StartOutcome outcome, std::vector<std::filesystem::path> files) {
+    if (outcome == StartOutcome::ShowRace && OpenDisplay()) return;
+    ShowMenu();
+    if (app_.settings.EditMode && !files.empty()) MakeRaceOf(std::move(files));
 }
 
 void Program::ShowMenu() {
@@ -19,7 +24,10 @@ void Program::ShowMenu() {
                                     CoverDoors{.ShowDisplay = [this] { ShowDisplay(); },
                                                .ShowEditor = [this] { ShowEditor(); },
                                                .ShowDistribution = [this] { ShowDistribution(); },
+                                               .ShowImport = [this] { MakeRaceOf({}); },
+                                               .ShowWind = [this] { ShowWind(); },
                                                .MayEnd = [this] { return LeaveEditor(); }});
+    TakeDropsOn(*menu_);
     menu_->ShowNow();
 }
 
@@ -27,6 +35,7 @@ void Program::ShowEditor() {
     if (!editor_ || editor_->Closed()) {
         editor_ = std::make_unique<RaceEditor>(app_.settings, app_.race, services_,
                                                [this] { later_([this] { ShowSavedRace(); }); });
+        TakeDropsOn(*editor_);
         editor_->OnUnload = [this] { later_([this] { LetGoOfEditor(); }); };
     }
     editor_->ShowNow();
@@ -44,6 +53,36 @@ void Program::LetGoOfEditor() {
 
 void Program::ShowDistribution() {
     DistributionForm(app_.settings, services_).ShowModal();
+}
+
+void Program::ShowWind() {
+    WindSheet(app_.settings, services_).exec();
+}
+
+void Program::TakeDropsOn(Form& form) {
+    if (!app_.settings.EditMode) return;
+    form.OnFilesDropped = [this](const std::vector<std::filesystem::path>& files) { MakeRaceOf(files); };
+}
+
+void Program::MakeRaceOf(std::vector<std::filesystem::path> files) {
+    later_([this, files = std::move(files)]() mutable { ShowImport(std::move(files)); });
+}
+
+void Program::ShowImport(std::vector<std::filesystem::path> files) {
+    if (importing_ || services_.platform.Ending()) return;
+    const Voice voice(app_.settings, services_.dialogs);
+    if (files.empty())
+        files = services_.dialogs.ChooseFiles(voice.In({"Track files", "航跡ファイル"}), {},
+                                              TrackFilePatterns());
+    if (files.empty()) return;
+    importing_ = true;
+    const std::string made = ImportSheet(app_.settings, services_).MakeRace(std::move(files));
+    importing_ = false;
+    if (made.empty()) return;
+    if (opened_) return opened_->desk.session.OpenOtherRace(made);
+    ClearRaceState(app_.race);
+    app_.race.RaceFileName = made;
+    OpenDisplay();
 }
 
 void Program::ShowDisplay() {
@@ -82,6 +121,7 @@ void Program::ConnectDisplay() {
     opened_->desk.OnReferences = [this] {
         ReferenceViewer(app_.settings, app_.race, services_).ShowModal();
     };
+    TakeDropsOn(session.Display());
     if (!menu_) session.Display().OnQueryUnload = [this](bool&) { services_.platform.EndProcess(); };
 }
 

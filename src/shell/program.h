@@ -1,7 +1,9 @@
 #pragma once
 
+#include <filesystem>
 #include <functional>
 #include <memory>
+#include <vector>
 
 #include "editor/race_editor.h"
 #include "instruments/race_desk.h"
@@ -24,8 +26,13 @@ class Program {
     Program(AppState& app, Services& services, Later later);
 
     /// Shows the first form: the menu, or the race of the shared state, with whose closing the process
-    /// ends. Where that race has nothing to show the person has been told, and chooses from the menu.
-    void Start(StartOutcome outcome);
+    /// ends. Where that race has nothing to show the person has been told, and chooses from the menu. The
+    /// menu goes on to a race of the files that the program was started with.
+    void Start(StartOutcome outcome, std::vector<std::filesystem::path> files = {});
+
+    /// Has a race made of track files and folders, as soon as no event runs, and opens it. A race that is
+    /// shown stays where none is made. Without files the person is asked for some.
+    void MakeRaceOf(std::vector<std::filesystem::path> files);
 
     Cover* TheMenu() { return menu_.get(); }                            ///< none where one race is all
     RaceEditor* TheEditor() { return editor_.get(); }                   ///< none while it is closed
@@ -45,6 +52,9 @@ class Program {
     bool LeaveEditor();
     void LetGoOfEditor();
     void ShowDistribution();
+    void ShowImport(std::vector<std::filesystem::path> files);
+    void ShowWind();
+    void TakeDropsOn(Form& form);
     void ShowDisplay();
     void ShowSavedRace();
     bool OpenDisplay();
@@ -59,6 +69,7 @@ class Program {
     std::unique_ptr<Cover> menu_;
     std::unique_ptr<RaceEditor> editor_;
     std::unique_ptr<Opened> opened_;
+    bool importing_ = false;
 };
 
 }  // namespace keelview

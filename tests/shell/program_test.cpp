@@ -221,10 +221,11 @@ struct CoverTest : testing::Test, TestWorld {
     Cover& Open(bool useEnglish = true) {
         app.settings.UseEnglish = useEnglish;
         cover = std::make_unique<Cover>(app.settings, app.race, services,
-                                        CoverDoors{[this] { shown += "display "; },
-                                                   [this] { shown += "editor "; },
-                                                   [this] { shown += "distribution "; },
-                                                   {}});
+                                        CoverDoors{.ShowDisplay = [this] { shown += "display "; },
+                                                   .ShowEditor = [this] { shown += "editor "; },
+                                                   .ShowDistribution = [this] { shown += "distribution "; },
+                                                   .ShowImport = [this] { shown += "import "; },
+                                                   .ShowWind = [this] { shown += "wind "; }});
         cover->ShowNow();
         return *cover;
     }
@@ -276,8 +277,15 @@ TEST_F(CoverTest, AChoiceThatCannotBeOpenedIsToldAndTheChooserStays) {
 
 TEST_F(CoverTest, TheOtherButtonsLeadOnOrTellWhyNot) {
     Cover& form = Open();
-    for (const Button* button : {&form.Command2, &form.Command9, &form.Command1, &form.Command8})
-        driver::Click(*button);
+    const auto press = [&form] {
+        for (const Button* button : {&form.Command2, &form.Command9, &form.Command1, &form.Command8})
+            driver::Click(*button);
+    };
+    press();
+    EXPECT_EQ(shown, "editor distribution import wind ");
+    shown.clear();
+    for (const char* companion : {"TRACKDESK.exe", "GALEPLOT.exe"}) tree.Write(companion, "");
+    press();
     EXPECT_EQ(shown, "editor distribution ");
     EXPECT_EQ(platform.Programs,
               (std::vector{tree.Root() / "TRACKDESK.exe", tree.Root() / "GALEPLOT.exe"}));

@@ -81,8 +81,9 @@ class SoakDialogs : public Dialogs {
     std::optional<std::size_t> Choose(const std::vector<std::string>& entries) override {
         return real_.Choose(entries);
     }
-    std::vector<std::filesystem::path> Files(std::string_view /*title*/,
-                                             const std::filesystem::path& folder) override {
+    std::vector<std::filesystem::path> ChooseFiles(std::string_view /*title*/,
+                                                   const std::filesystem::path& folder,
+                                                   const std::vector<std::string>& /*patterns*/) override {
         std::vector<std::filesystem::path> files;
         for (const std::string& name : ListFiles(folder, "*"))
             if (dice_.OneIn(3)) files.push_back(folder / name);

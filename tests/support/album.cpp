@@ -41,8 +41,12 @@ bool Differ(QRgb one, QRgb other) {
 }  // namespace
 
 void ExpectLooksAsEver(const Form& form, const std::string& name) {
+    ExpectLooksAsEver(*driver::Face(form).window(), name);
+}
+
+void ExpectLooksAsEver(QWidget& window, const std::string& name) {
     driver::Settle();
-    const QImage now = Shrunk(driver::Face(form).window()->grab().toImage());
+    const QImage now = Shrunk(window.grab().toImage());
     const QString file = QString::fromStdString(KEELVIEW_PICTURES "/" + name + ".png");
     if (std::getenv("KEELVIEW_RENEW_PICTURES") != nullptr) {
         ASSERT_TRUE(now.save(file)) << file.toStdString();

@@ -4,6 +4,8 @@
 
 #include "display/form.h"
 
+class QWidget;
+
 namespace keelview {
 
 /// Expects that a form looks as it does in tests/pictures/`name`.png, where it is held a quarter as wide
@@ -12,5 +14,7 @@ namespace keelview {
 /// the picture is written in place of being compared: to be looked at, and committed where the change was
 /// meant.
 void ExpectLooksAsEver(const Form& form, const std::string& name);
+/// The same of a window of the toolkit's own.
+void ExpectLooksAsEver(QWidget& window, const std::string& name);
 
 }  // namespace keelview

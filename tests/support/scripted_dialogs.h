@@ -41,8 +41,9 @@ class ScriptedDialogs : public Dialogs {
         return Next("input", prompt, title).Text;
     }
     std::optional<std::size_t> Choose(const std::vector<std::string>& entries) override;
-    std::vector<std::filesystem::path> Files(std::string_view title,
-                                             const std::filesystem::path& folder) override {
+    std::vector<std::filesystem::path> ChooseFiles(std::string_view title,
+                                                   const std::filesystem::path& folder,
+                                                   const std::vector<std::string>& /*patterns*/) override {
         return Next("files", folder.string(), title).Picked;
     }
 

@@ -2,14 +2,17 @@
 
 #include <QAbstractButton>
 #include <QCloseEvent>
+#include <QDragEnterEvent>
 #include <QElapsedTimer>
 #include <QEventLoop>
 #include <QGuiApplication>
 #include <QIcon>
 #include <QKeyEvent>
+#include <QMimeData>
 #include <QPainter>
 #include <QPixmap>
 #include <QScreen>
+#include <QUrl>
 #include <QWindow>
 #include <set>
 
@@ -49,6 +52,7 @@ class FormWindow : public QWidget {
   public:
     explicit FormWindow(Form::Kind kind) : QWidget(nullptr, FlagsOf(kind)), kind_(kind) {
         setFocusPolicy(Qt::NoFocus);
+        setAcceptDrops(true);
     }
 
     Form* Owner = nullptr;
@@ -112,6 +116,17 @@ class FormWindow : public QWidget {
         if (Owner != nullptr) Owner->Close();
     }
 
+    void dragEnterEvent(QDragEnterEvent* event) override {
+        if (Owner != nullptr && Owner->OnFilesDropped && !PathsOf(*event->mimeData()).empty())
+            event->acceptProposedAction();
+    }
+
+    void dropEvent(QDropEvent* event) override {
+        const auto paths = PathsOf(*event->mimeData());
+        event->acceptProposedAction();
+        if (Owner != nullptr) Fire(Owner->OnFilesDropped, paths);
+    }
+
     void resizeEvent(QResizeEvent* event) override {
         QWidget::resizeEvent(event);
         if (event->oldSize().isValid() && !ClosedState && Owner != nullptr) Fire(Owner->OnResize);
@@ -125,6 +140,13 @@ class FormWindow : public QWidget {
     void paintEvent(QPaintEvent* event) override { QPainter(this).fillRect(event->rect(), ToQt(Ground)); }
 
   private:
+    static std::vector<std::filesystem::path> PathsOf(const QMimeData& data) {
+        std::vector<std::filesystem::path> paths;
+        for (const QUrl& url : data.urls())
+            if (url.isLocalFile()) paths.emplace_back(url.toLocalFile().toStdU16String());
+        return paths;
+    }
+
     void KeyDown(const QKeyEvent& event) {
         const int key = KeyOf(event);
         held_.insert(key);

@@ -57,16 +57,23 @@ class SystemDialogs : public Dialogs {
         return static_cast<std::size_t>(chosen);
     }
 
-    std::vector<std::filesystem::path> Files(std::string_view title,
-                                             const std::filesystem::path& folder) override {
-        QFileDialog box(AskingWindow(), TitleOf(title), QString::fromStdString(folder.string()));
+    std::vector<std::filesystem::path> ChooseFiles(std::string_view title,
+                                                   const std::filesystem::path& folder,
+                                                   const std::vector<std::string>& patterns) override {
+        QFileDialog box(AskingWindow(), TitleOf(title), QString::fromStdU16String(folder.u16string()));
         box.setFileMode(QFileDialog::ExistingFiles);
         box.setOption(QFileDialog::ReadOnly);
         box.setLabelText(QFileDialog::Accept, Word("OK"));
         box.setLabelText(QFileDialog::Reject, Word("Cancel"));
+        if (!patterns.empty()) {
+            QStringList names;
+            for (const std::string& pattern : patterns) names += {ToQt(pattern), ToQt(pattern).toUpper()};
+            names.removeDuplicates();
+            box.setNameFilters({names.join(' ').prepend('(').append(')'), "(*)"});
+        }
         if (box.exec() != QDialog::Accepted) return {};
         std::vector<std::filesystem::path> files;
-        for (const QString& file : box.selectedFiles()) files.emplace_back(file.toStdString());
+        for (const QString& file : box.selectedFiles()) files.emplace_back(file.toStdU16String());
         std::ranges::sort(files);
         return files;
     }

@@ -1,0 +1,181 @@
+#include "import/import_sheet.h"
+
+#include <gtest/gtest.h>
+
+#include <QApplication>
+#include <QClipboard>
+#include <QDropEvent>
+#include <QMimeData>
+#include <QTest>
+#include <QTimer>
+#include <memory>
+
+#include "analysis/race_plan_writing.h"
+#include "display/application.h"
+#include "import/wind_sheet.h"
+#include "shell/program.h"
+#include "support/album.h"
+#include "support/qt_driver.h"
+#include "support/sailed_race.h"
+#include "support/test_world.h"
+
+namespace keelview {
+namespace {
+
+/// A stick with the boats of a race, a boat that sailed elsewhere, and a photograph.
+struct ImportTest : testing::Test, TestWorld {
+    ImportTest() {
+        const SailedRace race(7, 4);
+        race.Write(tree, "x");
+        std::filesystem::rename(tree.Root() / "gpsdat", tree.Root() / "stick");
+        std::filesystem::remove_all(tree.Root() / "raceadmin");
+        race.Moved([](const Position& at) { return Position{at.Lat + 20, at.Lon}; }).Write(tree, "far");
+        std::filesystem::rename(tree.Root() / "gpsdat/far1.trk", tree.Root() / "stick/far.trk");
+        std::filesystem::remove_all(tree.Root() / "gpsdat");
+        std::filesystem::remove_all(tree.Root() / "raceadmin");
+        tree.Write("stick/IMG.JPG", "\xFF\xD8\xFF\xE0 no track");
+    }
+
+    /// Does something with the sheet as soon as it has read its files.
+    static void WhenReady(std::function<void(QWidget& sheet)> act) {
+        QTimer::singleShot(10, qApp, [act = std::move(act)] {
+            QWidget* const sheet = QApplication::activeModalWidget();
+            const auto* const ok = sheet ? sheet->findChild<QPushButton*>("Ok") : nullptr;
+            const bool ready = ok && ok->isEnabled() && sheet->findChild<QTableWidget*>()->rowCount() > 0;
+            ready ? act(*sheet) : WhenReady(act);
+        });
+    }
+    static QTableWidget& Table(QWidget& sheet) { return *sheet.findChild<QTableWidget*>(); }
+    static void Press(QWidget& sheet, const char* button) {
+        sheet.findChild<QPushButton*>(button)->click();
+    }
+    static void Enter(QWidget& sheet, const char* field, const char* text) {
+        auto* const line = sheet.findChild<QLineEdit*>(field);
+        line->selectAll();
+        QTest::keyClicks(line, text);
+    }
+    void Drop(const Control& on, const std::string& what) const {
+        QMimeData data;
+        data.setUrls({QUrl::fromLocalFile(QString::fromStdString((tree.Root() / what).string()))});
+        QWidget* const window = driver::Face(on).window();
+        QDragEnterEvent enter({5, 5}, Qt::CopyAction, &data, Qt::LeftButton, {});
+        QApplication::sendEvent(window, &enter);
+        ASSERT_TRUE(enter.isAccepted());
+        QDropEvent drop({5, 5}, Qt::CopyAction, &data, Qt::LeftButton, {});
+        QApplication::sendEvent(window, &drop);
+        driver::Settle();
+    }
+    std::string Written() const {
+        const auto list = [this](const char* folder) {
+            return std::filesystem::exists(tree.Root() / folder) ? tree.Files(folder) : std::string();
+        };
+        return list("gpsdat") + list("raceadmin");
+    }
+};
+
+TEST_F(ImportTest, AFolderDroppedOnTheMenuIsARaceThatIsShown) {
+    tree.Write("raceadmin/Ver.00", "0,1");
+    dialogs.AnswerYesNo(true);  // "Edit Data ?"
+    const StartOutcome outcome = SettleStart(app, services);
+    Program program(app, services,
+                    [](std::function<void()> task) { TheApplication().Later(std::move(task)); });
+    program.Start(outcome);
+    WhenReady([&](QWidget& sheet) {
+        QTableWidget& table = Table(sheet);
+        ASSERT_EQ(table.rowCount(), 5);
+        EXPECT_EQ(table.item(0, 0)->checkState(), Qt::Unchecked);  // the far boat
+        table.item(1, 0)->setText("Alcyone");
+        table.item(2, 0)->setCheckState(Qt::Unchecked);
+        Enter(sheet, "Title", "Autumn Cup");
+        Enter(sheet, "RaceFile", "R1");
+        Enter(sheet, "Start", "2004/8/5 12:30");
+        EXPECT_EQ(sheet.findChild<QListWidget*>("Unused")->count(), 1);
+        Press(sheet, "Ok");
+    });
+    Drop(*program.TheMenu(), "stick");
+    ASSERT_NE(program.TheDesk(), nullptr);
+    RaceDisp& display = program.TheDesk()->session.Display();
+    EXPECT_EQ(display.Caption(), " \"Keelview\" Race Browser   Autumn Cup   (R1.txt)");
+    EXPECT_EQ(display.Bnam[0].Caption() + display.Text9.Text(), "Alcyone2004/08/05 12:30:00");
+    EXPECT_EQ(app.tracks.Boats.Count(), 3);
+
+    // A second drop, on the race that is shown: cancelled it stays, taken it gives way.
+    for (const char* button : {"Cancel", "Ok"}) {
+        WhenReady([&](QWidget& sheet) {
+            Enter(sheet, "RaceFile", "R2");
+            Press(sheet, button);
+        });
+        Drop(display, "stick");
+        EXPECT_EQ(app.race.RaceFileName, button == std::string("Ok") ? "R2.txt" : "R1.txt");
+    }
+    EXPECT_EQ(tree.Files("gpsdat"), "x1.trk x2.trk x3.trk x4.trk ");
+    display.Close();
+    driver::Settle();
+}
+
+TEST_F(ImportTest, WhatCannotBeWrittenIsToldAndLeavesNothing) {
+    WhenReady([&](QWidget& sheet) {
+        for (const auto& [field, text] : {std::pair{"Start", "no date"}, {"TimeDiff", "x"}}) {
+            Enter(sheet, field, text);
+            dialogs.AnswerOk();
+            Press(sheet, "Ok");
+            EXPECT_NE(Said().find(text), std::string::npos);
+            Enter(sheet, field, field == std::string("Start") ? " " : "9");
+        }
+        std::filesystem::rename(tree.Root() / "stick/x3.trk", tree.Root() / "taken");
+        dialogs.AnswerOk();
+        Press(sheet, "Ok");
+        EXPECT_NE(Said().find("x3.trk"), std::string::npos);
+        EXPECT_EQ(Written(), "");
+        std::filesystem::rename(tree.Root() / "taken", tree.Root() / "stick/x3.trk");
+        Enter(sheet, "RaceFile", "mine.txt");
+        tree.Write("raceadmin/mine.txt", "T1, Mine");
+        dialogs.AnswerYesNo(false);
+        Press(sheet, "Ok");
+        EXPECT_EQ(tree.Read("raceadmin/mine.txt"), "T1, Mine");
+        Press(sheet, "Cancel");
+    });
+    EXPECT_EQ(ImportSheet(app.settings, services).MakeRace({tree.Root() / "stick"}), "");
+    EXPECT_TRUE(dialogs.AllAnswered());
+    EXPECT_EQ(Written(), "mine.txt ");
+}
+
+TEST_F(ImportTest, TheSheetsLookAsEver) {
+    for (const bool english : {true, false}) {
+        app.settings.UseEnglish = english;
+        WhenReady([&](QWidget& sheet) {
+            ExpectLooksAsEver(sheet, english ? "import_en" : "import_ja");
+            Press(sheet, "Cancel");
+        });
+        ImportSheet(app.settings, services).MakeRace({tree.Root() / "stick"});
+        WindSheet wind(app.settings, services);
+        wind.show();
+        wind.Take("12:30,8,210\n12:31,9.5,215\n");
+        ExpectLooksAsEver(wind, english ? "wind_sheet_en" : "wind_sheet_ja");
+    }
+}
+
+TEST_F(ImportTest, WindIsTypedPastedAndReadAndBecomesAFile) {
+    tree.Write("station.csv", "Date;UTC;TWD;TWS (m/s)\n2026-10-03;03:30:00Z;201,5;5\nx;y;z\n");
+    WindSheet sheet(app.settings, services);
+    sheet.show();
+    for (const auto& [field, text] : {std::pair{"Day", "2026/10/03"}, {"TimeDiff", "9"}, {"FileName", "w"}})
+        Enter(sheet, field, text);
+    dialogs.AnswerFiles({tree.Root() / "station.csv"});
+    dialogs.AnswerOk();  // a line was left out
+    Press(sheet, "Read");
+    QApplication::clipboard()->setText("12:31\t8\t210\n12:29\t\t190\n");
+    Press(sheet, "Paste");
+    QTableWidget& table = Table(sheet);
+    for (const auto& [column, text] : {std::pair{0, "12:45:30"}, {1, "9"}, {2, "220"}})
+        table.setItem(5, column, new QTableWidgetItem(text));
+    Press(sheet, "Ok");
+    EXPECT_TRUE(dialogs.AllAnswered() && !sheet.isVisible());
+    EXPECT_EQ(
+        tree.Read("winddat/w.csv"),
+        "TIME,WIND SPEED,WIND DIRECTION (Mag)\r\n2026/10/03 12:29:00,,190\r\n"
+        "2026/10/03 12:30:00,9.72,201.5\r\n2026/10/03 12:31:00,8,210\r\n2026/10/03 12:45:30,9,220\r\n");
+}
+
+}  // namespace
+}  // namespace keelview
