@@ -24,7 +24,7 @@ class Install(unittest.TestCase):
     def test_the_desktop_finds_program_icon_and_manual(self):
         share = self.usr / "share"
         entry = (share / "applications/org.keelview.Keelview.desktop").read_text(encoding="utf-8")
-        self.assertIn("\nExec=keelview\n", entry)
+        self.assertIn("\nExec=keelview %F\n", entry)
         self.assertIn("\nIcon=keelview\n", entry)
         self.assertTrue((share / "icons/hicolor/scalable/apps/keelview.svg").is_file())
         self.assertTrue((share / "metainfo/org.keelview.Keelview.metainfo.xml").is_file())
