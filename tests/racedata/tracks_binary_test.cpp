@@ -87,8 +87,7 @@ TEST(Fit, PartsAreChainedAndDamageAndWhatGivesNoFixAreCounted) {
          FitFile(one + Record(Second - 1)) + " =>  TimeBack 1", FitFile(one + "\x41") + " =>  Broken 1",
          FitFile(one + one.substr(0, 7)) + " =>  Broken 1", FitFile(one + "\x09") + " =>  Broken 1",
          FitFile(one + Record(0xF8000000)) + " =>  3000786368000 35 139 s5.832,"});
-    ExpectTold("", "", "",
-               {FitFile(none) + " => NoFixes", FitFile(Record(Second, FitAngle(112))) + " => NoFixes",
+    ExpectTold({FitFile(none) + " => NoFixes", FitFile(Record(Second, FitAngle(112))) + " => NoFixes",
                 FitFile(Record(0xFFFFFFFF)) + " => NoTimes", FitFile(one).substr(0, 11) + " => Unknown",
                 FitFile(Record(70)) + " => NoTimes"});  // since the device was switched on
 }
@@ -127,7 +126,6 @@ TEST(Vkx, RowsTellTheBoatAndItsRace) {
         {"\xFF" + Le(0, 7) + " => Unknown", "\xFF" + Le(16, 7) + " => Unknown",
          std::string(VkxHead) + "\x55 => Unknown", "\xFF" + Le(15, 7) + " => VKX /Vakaros: 0" + fix});
     ExpectTold(
-        "", "", "",
         {std::string(VkxHead) + FixAt(-Noon) + " => NoTimes", std::string(VkxHead) + " => NoFixes",
          std::string(VkxHead) + FixAt(4'102'444'799'999 - Noon) + " => VKX /Vakaros: 2311415999999" + fix});
 }
@@ -139,7 +137,6 @@ TEST(Packed, WhatIsInsideIsRead) {
         "<gpx><wpt lat='1' lon='2'><name>M1</name></wpt><trkpt lat='35' lon='139'>"
         "<time>2026-10-03T12:00:00Z</time></trkpt></gpx>";
     ExpectTold(
-        "", "", "",
         {Gz(Table) + " => CSV" + Told1, Gz(Gz(Table)) + " => CSV" + Told1,
          Gz(Gz(Gz(Table))) + " => TooLarge", Gz(Zip({{"a", Gz(Table)}})) + " => TooLarge",
          Gz("x") + " => Unknown", Zip({{"a", "x"}}) + " => Packed",
@@ -165,14 +162,13 @@ TEST(Packed, BrokenFilesAreCountedAndThoseBeyondTheLimitsRefused) {
                                   {"a", "T", 0, 8, 2},
                                   {"a", "Txyz", 0, 8, 2},
                                   {"a", "T", 0, 0, 2}})
-        ExpectTold("", "", "",
-                   {Zip({entry, {"b", Table}}) + " => CSV" + Told1 + " Broken 1",
+        ExpectTold({Zip({entry, {"b", Table}}) + " => CSV" + Told1 + " Broken 1",
                     Zip({entry}) + " => Broken Broken 1"});
     const std::string gz = Gz(Table), zip = Zip({{"a", Table}, {"b", Table}}), zeros(1'000'000, '\0');
     for (std::size_t size = 4; size < gz.size(); ++size)
         EXPECT_TRUE(Told(ReadTrackFile(gz.substr(0, size))).ends_with("Broken 1")) << size;
     for (std::size_t at = 4; at < zip.size(); ++at) {
-        ExpectTold("", "", "", {zip.substr(0, at) + " => Broken"});
+        ExpectTold({zip.substr(0, at) + " => Broken"});
         std::string damaged = zip;
         damaged[at] = static_cast<char>(damaged[at] ^ 0x55);
         EXPECT_LE(ReadTrackFile(damaged).Recordings.size(), 2U);
@@ -183,7 +179,6 @@ TEST(Packed, BrokenFilesAreCountedAndThoseBeyondTheLimitsRefused) {
     EXPECT_EQ(ReadTrackFile(Zip(many)).Recordings.size(), 1000U);
     many.push_back(many[0]);
     ExpectTold(
-        "", "", "",
         {Zip({{"a", "T", 0, 8, most}, {"b", Table}}) + " => CSV" + Told1 + " Broken 1",
          gz.substr(0, gz.size() - 4) + " => CSV" + Told1 + " Broken 1",  // its checksum alone is missing
          Zip({{"a", "T", 0, 8, most + 1}, {"b", Table}}) + " => TooLarge", Zip(many) + " => TooLarge",
@@ -196,8 +191,7 @@ TEST(TrackFile, ClosedFormatsAreToldByNameWhereNothingReadsThem) {
     EXPECT_EQ(ReadTrackFile(Zip({{"x", "{}"}}), "a.sail2").Refused, Refusal::Sail2);
     EXPECT_EQ(ReadTrackFile(Gz("x"), "dir/a.VTK.gz").Refused, Refusal::Velocitek);
     EXPECT_EQ(ReadTrackFile("", "a.vtk").Refused, Refusal::Empty);
-    ExpectTold("", "", "",
-               {Zip({{"a.sail2", "{}"}}) + " => Sail2", "\1VTK\1 => Velocitek", "hello => Unknown"});
+    ExpectTold({Zip({{"a.sail2", "{}"}}) + " => Sail2", "\1VTK\1 => Velocitek", "hello => Unknown"});
 }
 
 }  // namespace

@@ -28,7 +28,7 @@ TEST(OwnLines, AreReadInTheUnitAndTheDateOfTheFile) {
          "T N6 E6 03/10/2 12:00:01x 1", "T N1e300 E1 03/10/26 12:00:01 1"});
     ExpectTold(fix, "\n", "Keelview: 0 35.5 139.25,",
                {"", "H header", "T", " T N6 E6 03/10/26 12:00:01 1"});
-    ExpectTold("", "", "", {"T is the first letter of this text, and nothing else\n => Unknown"});
+    ExpectTold({"T is the first letter of this text, and nothing else\n => Unknown"});
 }
 
 TEST(Csv, TimesAreReadAsProgramsWriteThem) {
@@ -48,8 +48,7 @@ TEST(Csv, TimesAreReadAsProgramsWriteThem) {
     ExpectTold("time,lat,lon\n", ",35,139\n", "",
                {"1970-01-01T00:00:00Z => CSV: -1791028800000 35 139,", "0 => NoTimes",
                 "20000 => CSV: -2272190400000 35 139,", "0,1,2\n20000 => NoTimes"});
-    ExpectTold("", "", "",
-               {// A time of six digits is no day of a spreadsheet.
+    ExpectTold({// A time of six digits is no day of a spreadsheet.
                 "date,time,lat,lon\n2026-10-03,030000,35,139 => CSV: -32400000 35 139,",
                 "Date/Time,lat,lon\n10/3/2026 12:00:00 am,35,139 => CSV: -43200000 35 139,",
                 "time;lat;lon\n46298,5;35,5;139,25\n => CSV: 0 35.5 139.25,",
@@ -136,7 +135,6 @@ TEST(Nmea, SentencesOfOneSecondAreOneFix) {
                {"$HCHDM,2.0,M =>  s6.5 c270 h359,", "$HCHDG,2.0,1.0,W,4.0,E =>  s6.5 c270 h5,",
                 "$GPVTG,271.5,T,278.5,M,7.5,N,13.9,K =>  s7.5 c271.5,", Gga("120000") + " =>  s6.5 c270,"});
     ExpectTold(
-        "", "", "",
         {"$GPGGA,123519,4807.038,N,01131.000,E,1,08,0.9,545.4,M,46.9,M,,*47\r\n"
          "$GPRMC,123519,A,4807.038,N,01131.000,E,022.4,084.4,230394,003.1,W*6A\r\n$HCHDG,101.1,2.0,E,,"
          " => NMEA 0183: -1026602681000 48.1173 11.5166667 s22.4 c84.4 h100,",
@@ -153,7 +151,7 @@ TEST(Nmea, TimesAreThoseOfDateAndClock) {
          Rmc("000001") + Gga("120000") + " => -43199000 35.5 139.25 s6.5 c270, 0 -35.5 -70.25,",
          Rmc("120000", "A,35,N,139,E,,,010180,,") + " => -1475452800000 0.5833333 1.65,",   // 1980
          Rmc("120000", "A,35,N,139,E,,,010170,,") + " => 1364774400000 0.5833333 1.65,"});  // 2070
-    ExpectTold("", "", "", {Gga("120000") + " => NoTimes", Rmc("120002", "V,,,,,,,,,") + " => NoFixes"});
+    ExpectTold({Gga("120000") + " => NoTimes", Rmc("120002", "V,,,,,,,,,") + " => NoFixes"});
 }
 
 TEST(Nmea, LoggersWriteMoreThanSentencesAndWhatIsNoFixIsCounted) {
@@ -162,7 +160,7 @@ TEST(Nmea, LoggersWriteMoreThanSentencesAndWhatIsNoFixIsCounted) {
                {"@0.123 ", "\\s:gps,c:1791028800*1A\\", "$GPRMC,1159", "[12:00] <- ",
                 Sentence("PGRMC,A,3530.00"), "$GPWPL,3530.0,N,13915.0,W,M 1\n =>  mark M 1 35.5 -139.25",
                 "$GPWPL,3530.0,N,18015.0,W,Nowhere\n"});
-    ExpectTold("", "", "", {"$GPRMC,120000,A,3530.00,N,13915.00,E,6.5,270.0,031026,, \r\n => " + fix});
+    ExpectTold({"$GPRMC,120000,A,3530.00,N,13915.00,E,6.5,270.0,031026,, \r\n => " + fix});
     std::string wrong = Rmc("120001");
     wrong[20] ^= 1;
     ExpectTold(
@@ -180,7 +178,6 @@ TEST(Igc, HeadersExtensionsAndTheTaskAreRead) {
     const std::string date = "HFDTE031026\r\n", place = "3530000N13915000EA0010000200\r\n",
                       fix = "B120000" + place;
     ExpectTold(
-        "", "", "",
         {"AXYZ123:Logger\r\nHFDTEDATE:031026,01\r\nHFFTYFRTYPE:Maker,Type 2\r\nHFGIDGLIDERID:D-1234\r\n"
          "HFCIDCOMPETITIONID: JPN 5\r\nHFTZNTIMEZONE:-09:30\r\n"
          "I073638FXA3939TDS4040LAD4141LOD4244GSP4547TRT4850HDT\r\n"
@@ -274,7 +271,6 @@ TEST(Gpx, WhatGivesNoFixIsCounted) {
 
 TEST(TcxAndKml, TracksAndPointsInFoldersAreRecordings) {
     ExpectTold(
-        "", "", "",
         {R"(<TrainingCenterDatabase xmlns="x"><Activity><Lap><Trackpoint><Time>@0Z</Time></Trackpoint>
 <Trackpoint><Time>@0Z</Time><Position><LatitudeDegrees>35</LatitudeDegrees><LongitudeDegrees>9</LongitudeDegrees>
 </Position></Trackpoint></Lap><Lap><Trackpoint><Time>@1Z</Time><Position><LatitudeDegrees>36</LatitudeDegrees>
@@ -309,13 +305,12 @@ TEST(XmlTracks, AnyEncodingIsReadAndAFileThatIsNoneRefused) {
     for (const char c : gpx) wide += std::string{c, '\0'};
     ExpectTold("", "", "GPX: 0 35 139,",
                {wide, wide.substr(0, wide.size() - 9) + " =>  Broken 1", "\xEF\xBB\xBF \n" + gpx});
-    ExpectTold(
-        "", "", "",
-        {" => Empty", "<gpx => Broken", "< => Unknown", "<?xml version='1.0'?><!-- gpx --> => Unknown",
-         "<html><gpx/></html> => Unknown", "gpx <gpx></gpx> => Unknown", "<gpx/> => NoFixes",
-         "<gpx></trk> => NoFixes", "<gpx>" + std::string(100, '\0') + "</gpx> => NoFixes",
-         "<kml>" + Times("<Folder>", 199) + Times("</Folder>", 199) + "</kml> => NoFixes",
-         "<gpx a=''" + Times(" a=''", 1'000'000) + "/> => NoFixes"});
+    ExpectTold({" => Empty", "<gpx => Broken", "< => Unknown",
+                "<?xml version='1.0'?><!-- gpx --> => Unknown", "<html><gpx/></html> => Unknown",
+                "gpx <gpx></gpx> => Unknown", "<gpx/> => NoFixes", "<gpx></trk> => NoFixes",
+                "<gpx>" + std::string(100, '\0') + "</gpx> => NoFixes",
+                "<kml>" + Times("<Folder>", 199) + Times("</Folder>", 199) + "</kml> => NoFixes",
+                "<gpx a=''" + Times(" a=''", 1'000'000) + "/> => NoFixes"});
     ExpectTold("", "", "TooLarge",
                {"<kml>" + Times("<Folder>", 200), "<gpx>" + Times("<trk>", 10'000),
                 "<gpx>" + Times("<a>", 1'000'000), "<gpx>" + Times("<a/>", 1'000'000)});
@@ -327,7 +322,6 @@ TEST(GeoJson, LinesAndPointsWithTimesAreRecordings) {
     ExpectTold("", "", "GeoJSON A: 0 35 9, 1000 35 9.5, 1500 35 8,",
                {R"({"features": [)" + line + "]}", "\xEF\xBB\xBF\n" + line});
     ExpectTold(
-        "", "", "",
         {R"({"features": [
 {"geometry":{"coordinates":[1,2],"type":"Point"},"properties":{"boat":"B","time":"@0Z"}},
 {"geometry":{"coordinates":[3,4],"type":"Point"},"properties":{"boat":"A","timestamp":1791028801000}},

@@ -84,6 +84,10 @@ inline void ExpectTold(const std::string& head, const std::string& end, const st
     }
 }
 
+inline void ExpectTold(const std::vector<std::string>& rows) {
+    ExpectTold("", "", "", rows);
+}
+
 // ---- what is written ----
 
 inline constexpr double Knot = 1852.0 / 3600;  ///< in metres a second
