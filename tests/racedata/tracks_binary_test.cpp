@@ -105,9 +105,9 @@ TEST(Vkx, RowsTellTheBoatAndItsRace) {
     const auto ping = [](int end, float lat, float lon = -139) {
         return VkxRow(0x05, Noon, Le(end, 1) + Float(lat) + Float(lon));
     };
-    const std::string fix = " 35 -139 s10 c45 h60,", page = std::string(VkxHead) + FixAt(0),
+    const std::string fix = " 35 -139 s10 c45 h60,", page = VkxHead + FixAt(0),
                       noPage = "\xFF\x05 that looks like a head";
-    const std::string next = "\xFE" + Le(0, 2) + std::string(VkxHead) + FixAt(1000);
+    const std::string next = "\xFE" + Le(0, 2) + VkxHead + FixAt(1000);
     ExpectTold(
         page, "", "VKX /Vakaros: 0" + fix,
         {water(400, 4) + FixAt(2400, -20) + VkxRow(0x03, Noon, std::string(12, 'x')) + FixAt(2401, 765) +
@@ -121,32 +121,30 @@ TEST(Vkx, RowsTellTheBoatAndItsRace) {
              " =>  gun 9000 line 35 180 90 -139",
          "\xFE" + Le(0, 2) + noPage + next + " =>  1000" + fix + " Broken 1",
          FixAt((UnixMs{1} << 60U) - Noon) + next + " =>  1000" + fix + " NoTime 1"});  // a time of no world
-    ExpectTold(
-        "", FixAt(0), "",
-        {"\xFF" + Le(0, 7) + " => Unknown", "\xFF" + Le(16, 7) + " => Unknown",
-         std::string(VkxHead) + "\x55 => Unknown", "\xFF" + Le(15, 7) + " => VKX /Vakaros: 0" + fix});
-    ExpectTold(
-        {std::string(VkxHead) + FixAt(-Noon) + " => NoTimes", std::string(VkxHead) + " => NoFixes",
-         std::string(VkxHead) + FixAt(4'102'444'799'999 - Noon) + " => VKX /Vakaros: 2311415999999" + fix});
+    ExpectTold("", FixAt(0), "",
+               {"\xFF" + Le(0, 7) + " => Unknown", "\xFF" + Le(16, 7) + " => Unknown",
+                VkxHead + "\x55 => Unknown", "\xFF" + Le(15, 7) + " => VKX /Vakaros: 0" + fix});
+    ExpectTold({VkxHead + FixAt(-Noon) + " => NoTimes", VkxHead + " => NoFixes",
+                VkxHead + FixAt(4'102'444'799'999 - Noon) + " => VKX /Vakaros: 2311415999999" + fix});
 }
 
-const std::string Table = "time,lat,lon\n1791028800,35,139\n", Told1 = ": 0 35 139,";
+const std::string Table = "time,lat,lon\n1791028800,35,139\n", OneFix = ": 0 35 139,";
 
 TEST(Packed, WhatIsInsideIsRead) {
     const std::string marked =
         "<gpx><wpt lat='1' lon='2'><name>M1</name></wpt><trkpt lat='35' lon='139'>"
         "<time>2026-10-03T12:00:00Z</time></trkpt></gpx>";
     ExpectTold(
-        {Gz(Table) + " => CSV" + Told1, Gz(Gz(Table)) + " => CSV" + Told1,
+        {Gz(Table) + " => CSV" + OneFix, Gz(Gz(Table)) + " => CSV" + OneFix,
          Gz(Gz(Gz(Table))) + " => TooLarge", Gz(Zip({{"a", Gz(Table)}})) + " => TooLarge",
          Gz("x") + " => Unknown", Zip({{"a", "x"}}) + " => Packed",
-         Gz(Table.substr(0, 20)) + Gz(Table.substr(20)) + "filled up => CSV" + Told1,
-         Zip({{"a", Table}, {"logo.png", "\x89PNG"}}) + " => CSV" + Told1,
-         Zip({{"a", "lat,lon\n1,2\n"}, {"b", Table}}) + " => CSV" + Told1,
-         Zip({{"a/", ""}, {"a/1.csv", Table, 0, 0}, {"..\\J.7.csv.gz", Gz(Table)}}) + " => CSV 1" + Told1 +
-             " | J.7" + Told1,
-         Zip({{"x.zip", Zip({{"y.csv", Table}, {"z", Table}})}}) + " => CSV y" + Told1 + " | z" + Told1,
-         Zip({{"a", Table}, {"b", marked}}) + " => CSV a" + Told1 + " | b" + Told1 + " mark M1 1 2",
+         Gz(Table.substr(0, 20)) + Gz(Table.substr(20)) + "filled up => CSV" + OneFix,
+         Zip({{"a", Table}, {"logo.png", "\x89PNG"}}) + " => CSV" + OneFix,
+         Zip({{"a", "lat,lon\n1,2\n"}, {"b", Table}}) + " => CSV" + OneFix,
+         Zip({{"a/", ""}, {"a/1.csv", Table, 0, 0}, {"..\\J.7.csv.gz", Gz(Table)}}) + " => CSV 1" + OneFix +
+             " | J.7" + OneFix,
+         Zip({{"x.zip", Zip({{"y.csv", Table}, {"z", Table}})}}) + " => CSV y" + OneFix + " | z" + OneFix,
+         Zip({{"a", Table}, {"b", marked}}) + " => CSV a" + OneFix + " | b" + OneFix + " mark M1 1 2",
          Zip({{"a", "x"}, {"b", "lat,lon\n1,2\n"}, {"c", "<gpx/>"}}) + " => NoTimes"});
     std::string uneven = Table;  // more than one step of unpacking
     for (int k = 1; k < 100'000; ++k)
@@ -162,7 +160,7 @@ TEST(Packed, BrokenFilesAreCountedAndThoseBeyondTheLimitsRefused) {
                                   {"a", "T", 0, 8, 2},
                                   {"a", "Txyz", 0, 8, 2},
                                   {"a", "T", 0, 0, 2}})
-        ExpectTold({Zip({entry, {"b", Table}}) + " => CSV" + Told1 + " Broken 1",
+        ExpectTold({Zip({entry, {"b", Table}}) + " => CSV" + OneFix + " Broken 1",
                     Zip({entry}) + " => Broken Broken 1"});
     const std::string gz = Gz(Table), zip = Zip({{"a", Table}, {"b", Table}}), zeros(1'000'000, '\0');
     for (std::size_t size = 4; size < gz.size(); ++size)
@@ -179,8 +177,8 @@ TEST(Packed, BrokenFilesAreCountedAndThoseBeyondTheLimitsRefused) {
     EXPECT_EQ(ReadTrackFile(Zip(many)).Recordings.size(), 1000U);
     many.push_back(many[0]);
     ExpectTold(
-        {Zip({{"a", "T", 0, 8, most}, {"b", Table}}) + " => CSV" + Told1 + " Broken 1",
-         gz.substr(0, gz.size() - 4) + " => CSV" + Told1 + " Broken 1",  // its checksum alone is missing
+        {Zip({{"a", "T", 0, 8, most}, {"b", Table}}) + " => CSV" + OneFix + " Broken 1",
+         gz.substr(0, gz.size() - 4) + " => CSV" + OneFix + " Broken 1",  // its checksum alone is missing
          Zip({{"a", "T", 0, 8, most + 1}, {"b", Table}}) + " => TooLarge", Zip(many) + " => TooLarge",
          Zip({{"a", "T", 0, 8, 0xFFFFFFF0}}) + " => TooLarge", Gz(zeros) + " => TooLarge",
          Zip({{"a", Table}, {"b", zeros}}) + " => TooLarge"});

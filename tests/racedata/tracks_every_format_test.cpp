@@ -58,7 +58,9 @@ std::string Filled(std::string_view form, const RecordedFix& fix) {
 
 /// A format: what stands before the fixes, filled by the first of them, each fix, and what stands behind.
 struct Row {
-    const char *Format, *Head, *Fix, *End;
+    const char* Format;
+    std::string Head;
+    const char *Fix, *End;
     double Knots;  // to which the speed comes back; 0 where none is told
     bool HasCourse;
     int WhenCut;  // of a file cut off are read: 0 nothing, 1 whole fixes, 2 a part of the last one, too

@@ -82,6 +82,7 @@ TEST(Csv, SpeedsAnglesAndWindComeInTheUnitsOfTheirNames) {
         "time,lat,lon,hdg,", "", "CSV: 0 35 139 ",
         {"bsp,aws,awa\n1791028800,35,139,0,6,10,-53.1301 => h0 b6 w8 f270,",
          "sog,aws,awa\n1791028800,35,139,90,6,10,53.1301 => s6 h90 w8 f180,",
+         "bsp,tws,aws,awa\n1791028800,35,139,0,6,9,10,53.1301 => h0 b6 w9 f90,",
          "twa,tws\n1791028800,35,139,300,90,8 => h300 w8 f30,", "sog\n1791028800,35,139,9,1000001 => h9,",
          "sog\n1791028800,35,139,9, => h9,", "twd,twa\n1791028800,35,139,300,7,90 => h300 f7,"});
 }

@@ -125,7 +125,7 @@ inline std::string FitAngle(double degrees, bool big = false) {
     return (big ? Be : Le)(std::llround(degrees / 180 * 2147483648.0), 4);
 }
 
-inline constexpr const char* VkxHead = "\xFF\x05sealed";
+inline const std::string VkxHead = "\xFF\x05sealed";
 
 inline std::string VkxRow(int key, UnixMs time, const std::string& rest) {
     return Le(key, 1) + Le(time, 8) + rest;
