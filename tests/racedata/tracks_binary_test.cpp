@@ -85,6 +85,7 @@ TEST(Fit, PartsAreChainedAndDamageAndWhatGivesNoFixAreCounted) {
         {FitFile(one) + FitFile(Zone(3600)) + " =>  zone 1", flipped + " =>  Broken 1",
          unfinished + " =>  Broken 1", FitFile(one + one) + " =>  SameTime 1",
          FitFile(one + Record(Second - 1)) + " =>  TimeBack 1", FitFile(one + "\x41") + " =>  Broken 1",
+         FitFile(one + "\x60" + one.substr(1, 17)) + " =>  Broken 1",
          FitFile(one + one.substr(0, 7)) + " =>  Broken 1", FitFile(one + "\x09") + " =>  Broken 1",
          FitFile(one + Record(0xF8000000)) + " =>  3000786368000 35 139 s5.832,"});
     ExpectTold({FitFile(none) + " => NoFixes", FitFile(Record(Second, FitAngle(112))) + " => NoFixes",
