@@ -10,43 +10,34 @@ namespace {
 constexpr std::uint32_t Second = (Noon - FitEpoch) / 1000;                   // 0 in its low five bits
 const std::string Fix = " 0 35 139 s5.832,", Next = " 1000 35 139 s5.832,";  // 3 m/s
 
-/// A definition of FIT and a message that follows it, by the numbers and the bytes of its fields.
-std::string Message(int kind, const std::vector<std::pair<int, std::string>>& fields) {
-    std::vector<std::pair<int, int>> sizes;
-    std::string bytes = Le(0, 1);
-    for (const auto& [number, value] : fields) {
-        sizes.emplace_back(number, static_cast<int>(value.size()));
-        bytes += value;
-    }
-    return FitDefinition(0, kind, sizes) + bytes;
-}
 std::string Record(std::uint32_t time, const std::string& lat = FitAngle(35)) {
-    return Message(20, {{253, Le(time, 4)}, {0, lat}, {1, FitAngle(139)}, {6, Le(3000, 2)}});
+    return FitMessage(20, {{253, Le(time, 4)}, {0, lat}, {1, FitAngle(139)}, {6, Le(3000, 2)}});
 }
 std::string Device(int maker, int serial, const std::string& name = "") {
-    return Message(0, {{1, Le(maker, 2)}, {3, Le(serial, 4)}, {8, name}});
+    return FitMessage(0, {{1, Le(maker, 2)}, {3, Le(serial, 4)}, {8, name}});
 }
 std::string Mark(double lat, const std::string& name) {
-    return Message(32, {{2, FitAngle(lat)}, {3, FitAngle(139)}, {6, name}});
+    return FitMessage(32, {{2, FitAngle(lat)}, {3, FitAngle(139)}, {6, name}});
 }
 std::string Zone(int seconds) {
-    return Message(34, {{253, Le(Second, 4)}, {5, Le(Second + seconds, 4)}});
+    return FitMessage(34, {{253, Le(Second, 4)}, {5, Le(Second + seconds, 4)}});
 }
 
 TEST(Fit, MessagesOfAllKindsAreRead) {
     const std::string one = Record(Second), at = Le(Second, 4), lat = FitAngle(35), lon = FitAngle(139);
-    const std::string spot = Message(29, {{1, FitAngle(34)}, {2, lon}, {0, std::string("Spot\0x", 6)}});
-    std::string shortTimes = one + FitDefinition(0, 20, {{0, 4}, {1, 4}});
+    const std::string spot = FitMessage(29, {{1, FitAngle(34)}, {2, lon}, {0, std::string("Spot\0x", 6)}});
+    std::string shortTimes = one + FitMessage(20, {{0, lat}, {1, lon}}).substr(0, 12);
     for (const unsigned time : {3U, 31U, 33U, 64U}) shortTimes += Le(0x80U | (time & 31U), 1) + lat + lon;
     // A definition with a field of an application, three bytes long.
     const std::string application =
         "\x60" + one.substr(1, 17) + Le(1, 1) + Le(3 << 8, 3) + one.substr(18) + "abc";
     const auto fine = [&](std::uint64_t speed, int accuracy) {
         const std::string coarse = Le(3000, 2);
-        return Message(
+        return FitMessage(
             20, {{253, at}, {0, lat}, {1, lon}, {6, coarse}, {73, Le(speed, 4)}, {31, Le(accuracy, 1)}});
     };
-    const auto gps = [&](int ms) { return Message(160, {{253, at}, {0, Le(ms, 2)}, {1, lat}, {2, lon}}); };
+    const std::string gps = FitMessage(160, {{253, at}, {0, Le(0, 2)}, {1, lat}, {2, lon}});
+    const std::string later = FitMessage(160, {{253, at}, {0, Le(100, 2)}, {1, lat}, {2, lon}});
     ExpectTold(
         "", "", "FIT",
         {FitFile(Device(1, 4711) + one, 12) + " =>  /Garmin 4711:" + Fix,
@@ -56,8 +47,8 @@ TEST(Fit, MessagesOfAllKindsAreRead) {
          FitFile(application + Record(Second + 1)) + " => :" + Fix + Next,
          FitFile(fine(2000, 9)) + " => : 0 35 139 s3.888 a9,",
          FitFile(fine(0xFFFFFFFF, 255)) + " => :" + Fix,
-         FitFile(gps(0) + gps(100) + one) + " => : 0 35 139, 100 35 139,",  // the kind with more places
-         FitFile(gps(0) + one) + " => :" + Fix, FitFile(one + Zone(15 * 3600)) + " => :" + Fix,
+         FitFile(gps + later + one) + " => : 0 35 139, 100 35 139,",  // the kind with more places
+         FitFile(gps + one) + " => :" + Fix, FitFile(one + Zone(15 * 3600)) + " => :" + Fix,
          FitFile(one + Zone(-14 * 3600)) + " => :" + Fix + " zone -14",
          FitFile(one + Mark(35, "Buoy") + Mark(-90, "Pole") + Mark(91, "Off") + Mark(35, "") + spot +
                  Zone(19798)) +

@@ -27,9 +27,11 @@ std::string Minutes(double angle, int width) {
 }
 
 std::string FitFix(const RecordedFix& fix) {
-    return Le(2, 1) + Be((fix.Time - FitEpoch) / 1000, 4) + Be(fix.Time % 1000, 2) +
-           FitAngle(fix.Lat, true) + FitAngle(fix.Lon, true) + Be(std::lround(fix.Speed * Knot * 1000), 4) +
-           Be(std::lround(fix.Course * 100), 2);
+    const std::string lat = FitAngle(fix.Lat, true), lon = FitAngle(fix.Lon, true);
+    const std::string second = Be((fix.Time - FitEpoch) / 1000, 4), ms = Be(fix.Time % 1000, 2);
+    const std::string speed = Be(std::lround(fix.Speed * Knot * 1000), 4),
+                      course = Be(std::lround(fix.Course * 100), 2);
+    return FitMessage(160, {{253, second}, {0, ms}, {1, lat}, {2, lon}, {4, speed}, {5, course}}, true);
 }
 
 /// A form with what a fix tells: time %i, its day %d, clock %c and milliseconds %m, day %D and clock %C in
@@ -68,9 +70,7 @@ struct Row {
     std::string File(const Fixes& fixes) const {
         std::string text = Filled(Head, fixes.at(0));
         for (const RecordedFix& fix : fixes) text += Filled(Fix, fix);
-        if (Format != std::string("FIT")) return text + End;
-        return FitFile(FitDefinition(2, 160, {{253, 4}, {0, 2}, {1, 4}, {2, 4}, {4, 4}, {5, 2}}, true) +
-                       text);
+        return Format == std::string("FIT") ? FitFile(text) : text + End;
     }
 };
 const Row Rows[] = {

@@ -100,12 +100,14 @@ inline std::string Sentence(const std::string& body) {
     return "$" + body + "*" + digits[sum / 16] + digits[sum % 16] + "\r\n";
 }
 
-/// A definition of FIT: fields of a number and a size. Of their base types readers need nothing.
-inline std::string FitDefinition(int local, int message, const std::vector<std::pair<int, int>>& fields,
-                                 bool big = false) {
-    std::string text = Le(64 + local, 1) + Le(big ? 256 : 0, 2) + (big ? Be : Le)(message, 2);
-    text += Le(fields.size(), 1);
-    for (const auto& [number, size] : fields) text += Le(number, 1) + Le(size, 2);
+/// A message of FIT behind its definition, by the numbers and the bytes of its fields. Of their base types
+/// readers need nothing.
+inline std::string FitMessage(int kind, const std::vector<std::pair<int, std::string>>& fields,
+                              bool big = false) {
+    std::string text = Le(64, 1) + Le(big ? 256 : 0, 2) + (big ? Be : Le)(kind, 2) + Le(fields.size(), 1);
+    for (const auto& [number, bytes] : fields) text += Le(number, 1) + Le(bytes.size(), 2);
+    text += '\0';
+    for (const auto& [number, bytes] : fields) text += bytes;
     return text;
 }
 
