@@ -15,6 +15,8 @@ class Dialogs {
     virtual ~Dialogs() = default;
     virtual void Ok(std::string_view text, std::string_view title) = 0;
     virtual bool YesNo(std::string_view text, std::string_view title) = 0;
+    /// The same for what loses something: Return means no.
+    virtual bool Confirm(std::string_view text, std::string_view title) = 0;
     /// One line of text; nothing when the person cancels.
     virtual std::optional<std::string> Input(std::string_view prompt, std::string_view title,
                                              std::string_view proposal) = 0;

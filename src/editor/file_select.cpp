@@ -60,7 +60,7 @@ void FileSelect::Command1_Click() {
     if (question_.FileMode == FileQuestion::Mode::MustExist) {
         if (!IsFile(path)) return AskAnew();
     } else if (question_.FileMode == FileQuestion::Mode::ToWrite && IsFile(path) &&
-               !voice_.Ask(AskOverwrite)) {
+               !voice_.Confirm(AskOverwrite)) {
         return Text1.ChooseAll();
     }
     Take(path, name);

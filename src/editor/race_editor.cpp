@@ -170,7 +170,7 @@ void RaceEditor::Form_QueryUnload(bool& keptOpen) {
 
 /// Nothing would be lost, or the person does not mind.
 bool RaceEditor::MayLose(const Text& question) const {
-    return !unsaved_ || draft_.Boats.Empty() || voice_.Ask(question);
+    return !unsaved_ || draft_.Boats.Empty() || voice_.Confirm(question);
 }
 
 void RaceEditor::RefreshEditor() {

@@ -124,11 +124,13 @@ bool RaceSession::TellOutcome(const RaceNumbers& loaded, const LoadResult& resul
 /// True if the race file has the times of its tracks now.
 bool RaceSession::OfferTrackTimes(const std::string& said, const PeriodTrouble& trouble, RaceControl race) {
     TakeTrackPeriod(trouble.Tracks, race);
-    const Text offer{
-        "Write the tracks' times into the race?  (No: put it right in the editor, \"Edit GPS data\")",
-        "軌跡の日時をレースに書き込みますか？　（いいえ: Edit GPS data で修正できます）"};
-    const std::string times = race.Start.Typed() + "  -  " + race.Finish.Typed();
-    if (!services_.dialogs.YesNo(said + "\r\n\r\n" + voice_.Str(offer) + "\r\n" + times, {})) return false;
+    const std::string question =
+        said + "\r\n\r\n" +
+        voice_.Str({"Write the tracks' times into the race?", "軌跡の日時をレースに書き込みますか？"}) +
+        "\r\n" + race.Start.Typed() + "  -  " + race.Finish.Typed() + "\r\n" +
+        voice_.Str({"(No: the editor, \"Edit GPS data\", can put it right.)",
+                    "（いいえ: 編集画面 Edit GPS data で修正できます）"});
+    if (!services_.dialogs.YesNo(question, {})) return false;
     const std::error_code error = SaveRaceFile(app_.settings.AppPath, race);
     if (error) saver_.TellFailure(race.RaceFileName, error);
     return !error;

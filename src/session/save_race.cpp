@@ -32,7 +32,7 @@ bool RaceSaver::SaveAs(const std::string& name) {
     const auto folder = FindBelow(app_.settings.AppPath, "raceadmin");
     const auto path = FindBelow(folder, file);
     const bool isAnother = path != FindBelow(folder, app_.race.RaceFileName);
-    if (isAnother && IsFile(path) && !voice_.Ask(AskOverwrite)) return false;
+    if (isAnother && IsFile(path) && !voice_.Confirm(AskOverwrite)) return false;
     const std::string nameBefore = std::exchange(app_.race.RaceFileName, file);
     const bool toldBefore = std::exchange(failureTold_, false);
     if (Save()) return true;

@@ -35,7 +35,9 @@ class Voice {
     bool Ask(const Text& question, const Text& title) const {
         return dialogs_.YesNo(In(question), In(title));
     }
-    /// The same with what is asked about in lines of its own.
+    /// Whether to do what loses something; Return means no.
+    bool Confirm(const Text& question) const { return dialogs_.Confirm(In(question), settings_.AppTitle); }
+    /// Yes or no, with what is asked about in lines of its own.
     bool AskAbout(const Text& question, std::string_view about) const;
     /// One line of text; nothing when the person cancels.
     std::optional<std::string> AskLine(const Text& prompt, const Text& title,

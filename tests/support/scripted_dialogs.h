@@ -36,6 +36,7 @@ class ScriptedDialogs : public Dialogs {
     bool YesNo(std::string_view text, std::string_view title) override {
         return Next("yesno", text, title).Yes;
     }
+    bool Confirm(std::string_view text, std::string_view title) override { return YesNo(text, title); }
     std::optional<std::string> Input(std::string_view prompt, std::string_view title,
                                      std::string_view /*proposal*/) override {
         return Next("input", prompt, title).Text;

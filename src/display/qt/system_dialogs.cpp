@@ -30,11 +30,11 @@ class SystemDialogs : public Dialogs {
     }
 
     bool YesNo(std::string_view text, std::string_view title) override {
-        QMessageBox box(QMessageBox::Question, TitleOf(title), {}, QMessageBox::Yes | QMessageBox::No,
-                        AskingWindow());
-        box.setDefaultButton(QMessageBox::Yes);
-        box.setEscapeButton(QMessageBox::No);
-        return Say(box, text) == QMessageBox::Yes;
+        return Ask(text, title, QMessageBox::Yes);
+    }
+
+    bool Confirm(std::string_view text, std::string_view title) override {
+        return Ask(text, title, QMessageBox::No);
     }
 
     std::optional<std::string> Input(std::string_view prompt, std::string_view title,
@@ -80,6 +80,14 @@ class SystemDialogs : public Dialogs {
 
   private:
     static QString TitleOf(std::string_view title) { return ToQt(title.empty() ? OwnName : title); }
+
+    static bool Ask(std::string_view text, std::string_view title, QMessageBox::StandardButton atOnce) {
+        QMessageBox box(QMessageBox::Question, TitleOf(title), {}, QMessageBox::Yes | QMessageBox::No,
+                        AskingWindow());
+        box.setDefaultButton(atOnce);
+        box.setEscapeButton(QMessageBox::No);
+        return Say(box, text) == QMessageBox::Yes;
+    }
 
     static int Say(QMessageBox& box, std::string_view text) {
         box.setTextFormat(Qt::PlainText);
