@@ -2,7 +2,6 @@
 
 #include <gtest/gtest.h>
 
-#include <QLineEdit>
 #include <filesystem>
 #include <memory>
 #include <string>
@@ -92,29 +91,6 @@ TEST(RaceDraft, TheFirstTrackGivesZoneStartAndFinish) {
     EXPECT_EQ(NewDraft(0).TimeDiff, std::nullopt);
 }
 
-TEST(RaceDraft, FilesThatAreNoTrackGiveNoTimes) {
-    RaceTree tree;
-    tree.Write("gpsdat/small.trk", "T N3530.0 E13930.0 05/08/04 03:30:00 1\r\n");
-    tree.Write("gpsdat/text.trk", std::string(2000, 'x'));
-    tree.Write("gpsdat/zeros.trk", std::string(2000, '\0'));
-    for (const auto& [name, reason] : {std::pair{"small.trk", Refusal::NoFixes},
-                                       {"text.trk", Refusal::Unknown},
-                                       {"zeros.trk", Refusal::Unknown},
-                                       {"gone.trk", Refusal::Missing},
-                                       {"", Refusal::Missing}}) {
-        Refusal why = Refusal::None;
-        EXPECT_FALSE(ReadFirstTrackTimes(tree.Root(), name, why)) << name;
-        EXPECT_EQ(why, reason) << name;
-    }
-}
-
-TEST(RaceDraft, NamesThatABoatLineCannotHold) {
-    for (const char* good : {"a.trk", "my boat.trk", "艇 \"1\".trk"})
-        EXPECT_TRUE(FitsBoatLine(good)) << good;
-    for (const char* bad : {"", "a,b.trk", " a.trk", "a.trk ", "../a.trk", "x\\a.trk"})
-        EXPECT_FALSE(FitsBoatLine(bad)) << bad;
-}
-
 TEST(RaceDraft, ADraftIsEmptyOrOpenedWithItsBoatsAndCoastCells) {
     RaceControl draft = NewDraft(-5);
     EXPECT_TRUE(draft.TimeDiff == -5 && draft.MagVariation == 0 && draft.BoatLength == 4.7);
@@ -174,13 +150,11 @@ TEST(TrackFiles, AFileIsBroughtOnceAndReplacesNone) {
             text += boat.BoatName + "=" + boat.BoatFile + " ";
         return text;
     };
-    for (const auto& [file, wanted] : {std::pair{"gpsdat/a.trk", "a=a.trk "},
-                                       {"stick/other.trk", "other=other.trk "},
-                                       {"stick/A.TRK", "A=A 2.TRK "},
-                                       {"stick/A.TRK", "A=A 2.TRK "},
-                                       {"stick/photo.jpg", ""},
-                                       {"stick/fleet.csv", "Alcyone=fleet.csv#1 Bora=fleet.csv#2 "},
-                                       {"stick/gone.trk", ""}})
+    using Case = std::pair<const char*, const char*>;
+    for (const auto& [file, wanted] :
+         {Case{"gpsdat/a.trk", "a=a.trk "}, Case{"stick/other.trk", "other=other.trk "},
+          Case{"stick/A.TRK", "A=A 2.TRK "}, Case{"stick/A.TRK", "A=A 2.TRK "}, Case{"stick/photo.jpg", ""},
+          Case{"stick/gone", ""}, Case{"stick/fleet.csv", "Alcyone=fleet.csv#1 Bora=fleet.csv#2 "}})
         EXPECT_EQ(boats(file), wanted);
     EXPECT_EQ(tree.Files(tree.Root() / "gpsdat"), "A 2.TRK a.trk b.trk fleet.csv other.trk ");
 }
@@ -212,12 +186,10 @@ struct RaceEditorTest : testing::Test, TestWorld {
         driver::Click(editor->Command2);
         EXPECT_TRUE(dialogs.AllAnswered());
     }
-    /// Presses a button that opens the file dialog, and gives it a name there, or cancels.
+    /// Presses a button that opens the file dialog, and types a name there, or cancels.
     void PressAndName(const Control& button, const std::optional<std::string>& name) {
         driver::WhenModal("FmFileSelect", [name] {
-            dynamic_cast<QLineEdit&>(driver::Named("Text1"))
-                .setText(QString::fromStdString(name.value_or("")));
-            driver::Click(driver::Named(name ? "Command1" : "Command2"));
+            name ? driver::Strike(*name + "\n") : driver::Click(driver::Named("Command2"));
         });
         driver::Click(button);
     }
@@ -254,6 +226,7 @@ TEST_F(RaceEditorTest, TracksThatCannotBeTakenAreToldAndTheFormStaysOpen) {
     for (const auto& [file, said] : {std::pair{"", "Choose a GPS file"},
                                      {"gone.trk", "GPS file not found"},
                                      {"b, c.trk", "comma"},
+                                     {" a.trk", "blanks"},
                                      {"../a.trk", "slash"}}) {
         dialogs.AnswerOk();
         Choose(file);
@@ -330,10 +303,7 @@ TEST_F(RaceEditorTest, TwelveBoatsAreEnteredInSixClicks) {
     click(editor->Command14);
     EXPECT_TRUE(dialogs.AllAnswered() && Said().find("empty.trk : ") != std::string::npos &&
                 Said().find("b, c.trk : ") != std::string::npos);
-    driver::WhenModal("FmFileSelect", [&] {
-        driver::Strike("Twelve");
-        driver::Strike(Qt::Key_Return);
-    });
+    driver::WhenModal("FmFileSelect", [] { driver::Strike("Twelve\n"); });
     for (const bool saveAndShow : {true, true}) dialogs.AnswerYesNo(saveAndShow), ++clicks;
     click(editor->Command4);
     EXPECT_TRUE(shows == 1 && clicks <= 6);
@@ -359,10 +329,12 @@ TEST_F(RaceEditorTest, BoatsAreNamedOrderedAndDeletedInTheirList) {
         for (int row = 0; row < editor->List1.ListCount(); ++row) rows += editor->List1.Item(row) + "|";
         return rows;
     };
-    driver::DoubleClickRow(editor->List1, 1);
-    driver::Strike("Solo, 2"), driver::Strike(Qt::Key_Return);
-    driver::DoubleClickRow(editor->List1, 3);
-    driver::Strike("not this"), driver::Strike(Qt::Key_Escape);
+    driver::DoubleClickAt(editor->List1, {20, 20});
+    driver::Strike("Solo, 2\n");
+    driver::ClickRow(editor->List1, 3);
+    driver::Key(editor->List1, Qt::Key_F2);
+    driver::Strike("not this");
+    driver::Key(editor->List1, Qt::Key_Escape);
     EXPECT_EQ(rows(), "1        a.trk|Solo, 2        later.trk|3        c.trk|4        d.trk|");
     driver::DragRow(editor->List1, 0, 2);
     EXPECT_EQ(rows(), "Solo, 2        later.trk|3        c.trk|1        a.trk|4        d.trk|");
@@ -473,10 +445,9 @@ TEST_F(FileSelectTest, NamesAreTestedByTheModeOfTheQuestion) {
         question.FileMode = mode;
         FileSelect form(app.settings, dialogs, question);
         form.ShowNow();
-        driver::Strike(Qt::Key_Delete);  // the whole text is chosen
-        driver::Strike(typed);
+        driver::Key(form, Qt::Key_Delete);  // the whole text is chosen
         if (name.empty()) dialogs.AnswerOk();
-        driver::Strike(Qt::Key_Return);
+        driver::Strike(typed + "\n");
         EXPECT_TRUE(dialogs.AllAnswered());
         EXPECT_EQ(form.Closed(), !name.empty());
         EXPECT_EQ(question.FileResultName, name);
@@ -503,7 +474,7 @@ TEST_F(FileSelectTest, AnExistingFileAsksBeforeItIsOverwrittenAndCancelLeavesNot
         driver::Click(form.Command1);
         EXPECT_EQ(Said(), "Same File Name Exists.\r\nOverwight?.");
         EXPECT_EQ(form.Closed(), over);
-        if (!over) driver::Strike(Qt::Key_Escape);
+        if (!over) driver::Key(form, Qt::Key_Escape);
         EXPECT_TRUE(form.Closed());
         EXPECT_EQ(question.ShellTarget.filename(), over ? "R1.txt" : "");
     }

@@ -3,7 +3,6 @@
 #include <gtest/gtest.h>
 
 #include <QElapsedTimer>
-#include <QLineEdit>
 #include <QTest>
 #include <filesystem>
 #include <memory>
@@ -122,10 +121,7 @@ TEST_F(ProgramTest, TheEditorOpensTheRaceThatItSaved) {
     driver::Click(editor.Command2);
     dialogs.AnswerYesNo(true);  // save
     dialogs.AnswerYesNo(true);  // show
-    driver::WhenModal("FmFileSelect", [] {
-        dynamic_cast<QLineEdit&>(driver::Named("Text1")).setText("New, \"1\" 江の島");
-        driver::Click(driver::Named("Command1"));
-    });
+    driver::WhenModal("FmFileSelect", [] { driver::Strike("New, \"1\" 江の島\n"); });
     driver::Click(editor.Command9);
     ASSERT_NE(program->TheDesk(), nullptr);
     EXPECT_EQ(Display().Caption(), " \"Keelview\" Race Browser   Autumn Cup   (New, \"1\" 江の島.txt)");
@@ -151,15 +147,12 @@ TEST_F(ProgramTest, ARaceBesideItsTracksTellsBothPeriodsAndCanBePutRight) {
     driver::Click(Menu().Command2);
     RaceEditor& editor = *program->TheEditor();
     const auto inDialog = [](const Control& button) {
-        driver::WhenModal("FmFileSelect", [] {
-            driver::Strike("Off.txt");
-            driver::Strike(Qt::Key_Return);
-        });
+        driver::WhenModal("FmFileSelect", [] { driver::Strike("Off.txt\n"); });
         driver::Click(button);
     };
     inDialog(editor.Command6);
-    for (const bool answer : {true, true, true, false})
-        dialogs.AnswerYesNo(answer);  // save, over, show, times
+    // Save it, over the old one, and show it; but its times are wrong.
+    for (const bool answer : {true, true, true, false}) dialogs.AnswerYesNo(answer);
     inDialog(editor.Command9);
     EXPECT_TRUE(editor.Visible() && program->TheDesk() == nullptr && dialogs.AllAnswered());
     driver::Type(editor.Text3, "x");

@@ -98,8 +98,7 @@ class Soak : public QObject {
         });
         platform.Folder = tree_.Root();
         platform.Japanese = dice_.OneIn(3);
-        SoakDialogs dialogs(application_.TheDialogs(), dice_);
-        Services services{platform, dialogs};
+        Services services{platform, application_.TheDialogs()};
         app_ = std::make_unique<AppState>();
         const StartOutcome outcome = SettleStart(*app_, services);
         if (outcome != StartOutcome::End) {

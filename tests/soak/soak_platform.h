@@ -5,8 +5,6 @@
 #include <string>
 #include <utility>
 
-#include "base/files.h"
-#include "display/dialogs.h"
 #include "soak/person.h"
 #include "support/fake_platform.h"
 
@@ -66,33 +64,6 @@ class SoakPlatform : public FakePlatform {
     Platform& real_;
     Dice& dice_;
     std::function<void()> interrupt_;
-};
-
-/// The boxes of the toolkit, but for the choice of files: that one reads folders in a thread of its own.
-class SoakDialogs : public Dialogs {
-  public:
-    SoakDialogs(Dialogs& real, Dice& dice) : real_(real), dice_(dice) {}
-    void Ok(std::string_view text, std::string_view title) override { real_.Ok(text, title); }
-    bool YesNo(std::string_view text, std::string_view title) override { return real_.YesNo(text, title); }
-    std::optional<std::string> Input(std::string_view prompt, std::string_view title,
-                                     std::string_view proposal) override {
-        return real_.Input(prompt, title, proposal);
-    }
-    std::optional<std::size_t> Choose(const std::vector<std::string>& entries) override {
-        return real_.Choose(entries);
-    }
-    std::vector<std::filesystem::path> ChooseFiles(std::string_view /*title*/,
-                                                   const std::filesystem::path& folder,
-                                                   const std::vector<std::string>& /*patterns*/) override {
-        std::vector<std::filesystem::path> files;
-        for (const std::string& name : ListFiles(folder, "*"))
-            if (dice_.OneIn(3)) files.push_back(folder / name);
-        return files;
-    }
-
-  private:
-    Dialogs& real_;
-    Dice& dice_;
 };
 
 }  // namespace keelview

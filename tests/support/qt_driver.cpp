@@ -44,7 +44,8 @@ QWindow* KeyboardsWindow() {
 
 void StrikeIn(QWindow* window, std::string_view text) {
     for (const QChar letter : ToQt(text))
-        QTest::sendKeyEvent(QTest::Click, window, Qt::Key_unknown, QString(letter), {});
+        QTest::sendKeyEvent(QTest::Click, window, letter == '\n' ? Qt::Key_Return : Qt::Key_unknown,
+                            QString(letter), {});
     Settle();
 }
 
@@ -138,19 +139,10 @@ void ClickRow(const Control& listBox, int row, Qt::KeyboardModifiers held) {
     ClickAt(listBox, MiddleOf(listBox, row), Qt::LeftButton, held);
 }
 
-void DoubleClickRow(const Control& listBox, int row) {
-    DoubleClickAt(listBox, MiddleOf(listBox, row));
-}
-
 void DragRow(const Control& listBox, int from, int to) {
-    QWidget& face = Face(listBox);
-    Press(face, MiddleOf(listBox, from));
-    // The test's own mouse moves with no button held.
-    const QPoint at = InWindow(face, MiddleOf(listBox, to));
-    QMouseEvent move(QEvent::MouseMove, at, face.window()->mapToGlobal(at), Qt::NoButton, Qt::LeftButton,
-                     {});
-    QCoreApplication::sendEvent(WindowOf(face), &move);
-    Release(face, MiddleOf(listBox, to));
+    Press(Face(listBox), MiddleOf(listBox, from));
+    MoveTo(listBox, MiddleOf(listBox, to));
+    Release(Face(listBox), MiddleOf(listBox, to));
 }
 
 void KeyDown(const Control& inWindow, Qt::Key key, Qt::KeyboardModifiers held) {
@@ -170,11 +162,6 @@ void Key(const Control& inWindow, Qt::Key key, Qt::KeyboardModifiers held) {
 
 void Strike(std::string_view text) {
     StrikeIn(KeyboardsWindow(), text);
-}
-
-void Strike(Qt::Key key) {
-    QTest::keyClick(KeyboardsWindow(), key);
-    Settle();
 }
 
 void Type(const Control& field, std::string_view text) {

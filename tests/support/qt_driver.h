@@ -47,7 +47,6 @@ void MoveTo(const Control& control, QPoint at);
 /// Turns the wheel over a control by so many notches, down positive.
 void Wheel(const Control& control, QPoint at, int notches);
 void ClickRow(const Control& listBox, int row, Qt::KeyboardModifiers held = {});
-void DoubleClickRow(const Control& listBox, int row);
 /// Takes a row to the place of another with the left button held.
 void DragRow(const Control& listBox, int from, int to);
 
@@ -55,9 +54,8 @@ void DragRow(const Control& listBox, int from, int to);
 void KeyDown(const Control& inWindow, Qt::Key key, Qt::KeyboardModifiers held = {});
 void KeyUp(const Control& inWindow, Qt::Key key, Qt::KeyboardModifiers held = {});
 void Key(const Control& inWindow, Qt::Key key, Qt::KeyboardModifiers held = {});
-/// Types a text, or strikes a key, wherever the keyboard is.
+/// Types a text wherever the keyboard is; "\n" is the key Return.
 void Strike(std::string_view text);
-void Strike(Qt::Key key);
 /// Clicks into a field and types a text in place of what stands there.
 void Type(const Control& field, std::string_view text);
 
