@@ -120,12 +120,17 @@ class ToldNames {
             for (const std::string& name : told) ++uses_[name];
         }
         for (const FoundFile& file : files)
-            for (const FoundTrack& track : file.Tracks)
-                if (track.Alone && !IsOwn(track)) generic_.insert(file.Format);
+            for (const FoundTrack& track : file.Tracks) {
+                if (!track.Alone) continue;
+                ++alone_[file.Format];
+                if (IsOwn(track)) ++own_[file.Format];
+            }
     }
 
     bool Holds(const FoundFile& file, const FoundTrack& track) const {
-        return IsOwn(track) && !(track.Alone && generic_.contains(file.Format));
+        if (!IsOwn(track)) return false;
+        return !track.Alone ||
+               (alone_.at(file.Format) > 1 && own_.at(file.Format) == alone_.at(file.Format));
     }
 
   private:
@@ -134,8 +139,9 @@ class ToldNames {
         return !name.empty() && uses_.at(name) == 1;
     }
 
-    std::map<std::string, int> uses_;  // in how many files each occurs
-    std::set<std::string> generic_;    // formats whose single recordings are not called after boats
+    std::map<std::string, int> uses_;   // in how many files each occurs
+    std::map<std::string, int> alone_;  // by format, files of one recording
+    std::map<std::string, int> own_;    // of them, those that tell a name of their own
 };
 
 bool IsTaken(const std::string& name, const std::vector<std::string>& taken) {

@@ -20,9 +20,10 @@ std::vector<std::string> TargetNames(const std::vector<FoundFile>& files);
 std::string FreeName(const std::string& name, const std::vector<std::string>& taken);
 
 /// A name for the boat of each recording, file by file: what the recording says, unless it is a date, or
-/// another file says the same. A file's only recording must say something in each such file of that format,
-/// as trackers call every track alike. Else it is the name of the file without what all names begin and end
-/// with, whole words of them; for one of several recordings with its number. No two are alike.
+/// another file says the same. What a file's only recording says counts where each of several such files of
+/// that format says something of its own, as trackers call every track alike. Else it is the name of the
+/// file without what all names begin and end with, whole words of them; for one of several recordings with
+/// its number. No two are alike.
 std::vector<std::string> BoatNames(const std::vector<FoundFile>& files);
 
 /// What the names of all files begin with, whole words: "Spring Cup" of "Spring_Cup_GER7.gpx" and

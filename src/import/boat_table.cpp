@@ -11,35 +11,42 @@ namespace keelview {
 
 namespace {
 
+constexpr int RowRoom = 7;  // pixels above and below a text
+
 enum : int {
     NameColumn,
     FileColumn,
-    DeviceColumn,
+    ClockColumn,
+    WhyColumn,
     FirstColumn,
     LastColumn,
     FixesColumn,
     EveryColumn,
     GapsColumn,
     SkippedColumn,
-    ClockColumn,
-    WhyColumn,
+    DeviceColumn,
     ColumnCount
 };
 
 constexpr std::array<Text, ColumnCount> Heads{{{"Boat", "艇名"},
                                                {"Recording", "ファイル"},
-                                               {"Device", "機器"},
+                                               {"Clock", "時計の補正"},
+                                               {"Left out", "除外理由"},
                                                {"First fix", "最初の測位"},
                                                {"Last fix", "最後の測位"},
                                                {"Fixes", "測位数"},
                                                {"Every (s)", "間隔 (秒)"},
                                                {"Gaps", "欠落"},
                                                {"Skipped", "除外"},
-                                               {"Clock", "時計の補正"},
-                                               {"Left out because", "除外理由"}}};
+                                               {"Device", "機器"}}};
 
 QString Qt8(std::string_view text) {
     return QString::fromUtf8(text.data(), static_cast<qsizetype>(text.size()));
+}
+
+/// The time of a track's end, with its day where that is another than its beginning's.
+std::string LastText(CivilTime first, CivilTime last) {
+    return DateText(first) == DateText(last) ? TimeOfDayText(last) : DateTimeText(last);
 }
 
 Qt::CheckState Ticked(bool on) {
@@ -57,6 +64,7 @@ BoatTable::BoatTable(QWidget* parent, const Voice& voice)
     setSelectionBehavior(QAbstractItemView::SelectRows);
     setSelectionMode(QAbstractItemView::SingleSelection);
     verticalHeader()->setVisible(false);
+    verticalHeader()->setDefaultSectionSize(fontMetrics().height() + RowRoom);
     connect(this, &QTableWidget::itemChanged, this, [this](const QTableWidgetItem* item) {
         if (!filling_ && OnSet) OnSet(item->row());
     });
@@ -78,7 +86,7 @@ void BoatTable::ShowRow(int row, const RacePlan& plan, const PlannedBoat& boat) 
     item(row, FileColumn)->setToolTip(Qt8(plan.Files[boat.File].Name));
     Put(row, DeviceColumn, track.Device.empty() ? format : track.Device + " (" + format + ")");
     Put(row, FirstColumn, DateTimeText(LocalSecond(plan, track.First)));
-    Put(row, LastColumn, DateTimeText(LocalSecond(plan, track.Last)));
+    Put(row, LastColumn, LastText(LocalSecond(plan, track.First), LocalSecond(plan, track.Last)));
     Put(row, FixesColumn, std::to_string(track.Fixes));
     Put(row, EveryColumn,
         track.Rhythm.MedianInterval ? NumberText(RoundDecimals(*track.Rhythm.MedianInterval, 2)) : "");
@@ -89,6 +97,11 @@ void BoatTable::ShowRow(int row, const RacePlan& plan, const PlannedBoat& boat) 
     const QVariant clockTick =
         boat.ProposedClock ? QVariant(static_cast<int>(Ticked(boat.ClockOffset != 0))) : QVariant();
     item(row, ClockColumn)->setData(Qt::CheckStateRole, clockTick);
+    if (boat.ProposedClock)
+        item(row, ClockColumn)
+            ->setToolTip(
+                Qt8(voice_.In({"This boat's clock seems to be wrong by so much. Tick to add it.",
+                               "この艇の時計のずれと思われる値です。チェックすると加算します。"})));
     Put(row, WhyColumn, LeftOutText(voice_, boat.Lies));
     for (const int column : {FixesColumn, EveryColumn})
         item(row, column)->setTextAlignment(Qt::AlignRight | Qt::AlignVCenter);

@@ -24,7 +24,8 @@ namespace keelview {
 
 namespace {
 
-constexpr QSize Size(980, 600);
+constexpr QSize Size(1180, 620);
+constexpr int UnusedHeight = 110;
 
 QString Qt8(std::string_view text) {
     return QString::fromUtf8(text.data(), static_cast<qsizetype>(text.size()));
@@ -96,12 +97,13 @@ void ImportSheet::LayOut() {
     chart_ = new TrackChart(halves);
     halves->setStretchFactor(0, 3);
     halves->setStretchFactor(1, 1);
-    all->addWidget(halves, 4);
+    all->addWidget(halves, 1);
     unusedHead_ = new QLabel(Qt8(voice_.In({"Not used:", "使用しないファイル:"})), this);
     unused_ = new QListWidget(this);
     unused_->setObjectName("Unused");
+    unused_->setMaximumHeight(UnusedHeight);
     all->addWidget(unusedHead_);
-    all->addWidget(unused_, 1);
+    all->addWidget(unused_);
 
     auto* const buttons = new QHBoxLayout;
     const auto button = [&](const char* name, const Text& caption) {

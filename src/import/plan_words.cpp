@@ -39,6 +39,17 @@ std::string DaysText(const Voice& voice, double seconds) {
     return WholeText(size / day) + voice.Str({" days", "日"});
 }
 
+/// A number between the words before and behind it.
+std::string Around(const Voice& voice, const Text& before, const std::string& number, const Text& behind) {
+    return voice.Str(before) + number + voice.Str(behind);
+}
+
+std::string OtherTimeText(const Voice& voice, double away) {
+    if (away == 0) return voice.Str({"hardly at the time of the others", "他艇とほとんど重なりません"});
+    const Text behind = away < 0 ? Text{" before the others", "前"} : Text{" after the others", "後"};
+    return Around(voice, {"", "他艇より"}, DaysText(voice, away), behind);
+}
+
 }  // namespace
 
 std::string LeftOutText(const Voice& voice, const FleetPlace& lies) {
@@ -46,15 +57,10 @@ std::string LeftOutText(const Voice& voice, const FleetPlace& lies) {
         case LeftOut::No:
             return {};
         case LeftOut::OtherTime:
-            if (lies.Away == 0)
-                return voice.Str(
-                    {"hardly at the time of the others", "他艇とほとんど同時に走っていません"});
-            return DaysText(voice, lies.Away) + voice.Str(lies.Away < 0
-                                                              ? Text{" before the others", " 他艇より前"}
-                                                              : Text{" after the others", " 他艇より後"});
+            return OtherTimeText(voice, lies.Away);
         case LeftOut::OtherPlace:
-            return WholeText(lies.Away) +
-                   voice.Str({" miles from the others", "海里 他艇から離れています"});
+            return Around(voice, {"", "他艇から"}, WholeText(lies.Away),
+                          {" miles from the others", "海里"});
         case LeftOut::TooShort:
             return voice.Str({"too short", "短すぎます"});
         case LeftOut::TooMany:

@@ -21,6 +21,10 @@ constexpr double ReferenceTwips = 15.0;
 constexpr double PictureWidth = 333.0;
 constexpr double PictureHeight = 381.0;
 
+// The programs that may stand beside this one.
+constexpr std::string_view TrackCompanion = "TRACKDESK.exe";
+constexpr std::string_view WindCompanion = "GALEPLOT.exe";
+
 }  // namespace
 
 void ClearRaceState(RaceControl& race) {
@@ -82,8 +86,8 @@ void Cover::LayOut() {
 }
 
 void Cover::ConnectButtons() {
-    Command1.OnClick = [this] { StartCompanion("TRACKDESK.exe", doors_.ShowImport); };
-    Command8.OnClick = [this] { StartCompanion("GALEPLOT.exe", doors_.ShowWind); };
+    Command1.OnClick = [this] { StartCompanion(TrackCompanion, doors_.ShowImport); };
+    Command8.OnClick = [this] { StartCompanion(WindCompanion, doors_.ShowWind); };
     Command2.OnClick = [this] { doors_.ShowEditor(); };
     Command9.OnClick = [this] { doors_.ShowDistribution(); };
     Command3.OnClick = [this] { Command3_Click(); };
@@ -97,6 +101,21 @@ void Cover::ConnectButtons() {
 }
 
 void Cover::ConnectHints() {
+    // What a companion would do this program does, as far as it can, where the companion is not there.
+    const auto isThere = [this](std::string_view name) {
+        return IsFile(FindBelow(settings_.AppPath, name));
+    };
+    const Text tracks = isThere(TrackCompanion) ? Text{"Receive Track Data From GPS\r\nEdit GPS data",
+                                                       "GPSからﾃﾞｰﾀをﾀﾞｳﾝﾛｰﾄﾞ\r\n軌跡ﾃﾞｰﾀﾌｧｲﾙを読んで編集"}
+                                                : Text{"Make a race of track files\r\n(or drop them here)",
+                                                       "航跡ﾌｧｲﾙからﾚｰｽを作成\r\n(ここにﾄﾞﾛｯﾌﾟしても可)"};
+    const Text winds =
+        isThere(WindCompanion)
+            ? Both(
+                  "GALEPLOTを起動して風データを\r\n編集し、選定データの保存します。\r\n( CSVファイルを作成 "
+                  ")")
+            : Text{"Type, paste or read wind data\r\nand make a wind file of it.",
+                   "風データを入力、貼り付け、\r\n読み込んでファイルを作成\r\n( CSVファイルを作成 )"};
     struct ButtonHint {
         Button* Over;
         double Height;
@@ -104,10 +123,7 @@ void Cover::ConnectHints() {
     };
     // Some hints exist in Japanese only.
     const std::array<ButtonHint, 7> hints{{
-        {&Command1,
-         32,
-         {"Receive Track Data From GPS\r\nEdit GPS data",
-          "GPSからﾃﾞｰﾀをﾀﾞｳﾝﾛｰﾄﾞ\r\n軌跡ﾃﾞｰﾀﾌｧｲﾙを読んで編集"}},
+        {&Command1, 32, tracks},
         {&Command2,
          60,
          {"Edit each boat data.\r\n\r\nSelect GPS data and set\r\nstart and finish time.",
@@ -117,8 +133,7 @@ void Cover::ConnectHints() {
          {"Race scene can be seen\r\nif Edit data.", "編集データを選択すると\r\n複数艇のレースが見れます"}},
         {&Command4, 17, Both("プログラムを終了します")},
         {&Command7, 17, Both("1艇のみの軌跡を表示")},
-        {&Command8, 45,
-         Both("GALEPLOTを起動して風データを\r\n編集し、選定データの保存します。\r\n( CSVファイルを作成 )")},
+        {&Command8, 45, winds},
         {&Command9, 33, Both("配布するファイルを自動的に\r\n作成します。（WEB配信、CD焼付） ")},
     }};
     for (const ButtonHint& hint : hints)

@@ -161,6 +161,7 @@ TEST(RacePlan, BoatsAndFilesAreCalledByWhatTellsThemApart) {
           file("x/2025-06-21-ESP2-P02.gpx.gz", {"2025-06-21 P02"})},
          {"ESP1", "ESP2"}},
         {{file("1.gpx", {"Alcyone"}), file("2.gpx", {"Bounty"})}, {"Alcyone", "Bounty"}},
+        {{file("GER 7.gpx", {"Vela"})}, {"GER 7"}},
         {{file("1.gpx", {"Sailing"}), file("2.gpx", {"Sailing"})}, {"1", "2"}},
         {{file("Al/track.gpx", {""}), file("Bo/track.gpx", {""})}, {"Al", "Bo"}},
         {{file("fleet.gpx", {"", "Bo", "bo"})}, {"fleet 1", "Bo", "bo (2)"}},

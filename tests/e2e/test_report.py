@@ -1,6 +1,7 @@
 """keelview-report as a script meets it: one JSON object, or one line on standard error and exit status 2."""
 
 import json
+import shutil
 import subprocess
 import sys
 import tempfile
@@ -86,6 +87,26 @@ class Report(unittest.TestCase):
                 ran = self.run_report(*arguments)
                 self.assertEqual((ran.returncode, ran.stdout), (2, ""))
                 self.assertRegex(ran.stderr, r"\A[^\n]+\n\Z")
+
+    def test_a_new_race_is_made_of_files(self):
+        stick = self.tree / "stick/deep"
+        stick.mkdir(parents=True)
+        shutil.copy(self.tree / "gpsdat/a.trk", stick / "Alcyone.trk")
+        (stick / "photo.jpg").write_bytes(b"\xff\xd8\xff\xe0" * 500_000)
+        (stick / "self").symlink_to(".")
+        made = self.run_report("--new", self.tree, "New", stick.parent, self.tree / "gone.gpx")
+        report = json.loads(made.stdout)
+        self.assertEqual((made.returncode, made.stderr, report["race"]), (0, "", "New.txt"))
+        (boat,) = report["boats"]
+        self.assertEqual((boat["name"], boat["file"], boat["fixes"]), ("Alcyone", "Alcyone.trk", 59))
+        reasons = {file["file"]: file["refused"] for file in report["unused"]}
+        self.assertEqual(reasons, {"stick/deep/photo.jpg": "unknown", "gone.gpx": "missing"})
+        race = json.loads(self.run_report(self.tree, "New.txt").stdout)
+        self.assertEqual((race["race"]["start"], race["boats"][0]["points"]), ("2004/08/05 12:30:00", 59))
+        again = self.run_report("--new", self.tree, "New.txt", stick)
+        self.assertEqual(again.returncode, 2)
+        self.assertRegex(again.stderr, r"New.txt exists; --replace writes over it\n\Z")
+        self.assertEqual(self.run_report("--new", self.tree, "New.txt", stick, "--replace").returncode, 0)
 
 
 if __name__ == "__main__":
