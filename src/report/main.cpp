@@ -29,7 +29,7 @@ namespace {
 constexpr int WrongUse = 2;
 constexpr std::string_view Usage =
     "usage: keelview-report TREE RACEFILE [--at SECONDS]... [--walk] [--csv time|distance|speed] "
-    "[--tracks]\n       keelview-report --new TREE RACEFILE FILE... [--replace]";
+    "[--tracks] | --new TREE RACEFILE FILE... [--replace]";
 
 struct Request {
     std::filesystem::path Tree;
