@@ -1,7 +1,6 @@
 #include "base/files.h"
 
 #include <algorithm>
-#include <fstream>
 #include <string>
 #include <utility>
 
@@ -79,12 +78,7 @@ bool ReadWholeFile(const fs::path& path, std::uintmax_t limit, std::string& byte
 }
 
 std::string ReadFileHead(const fs::path& path, std::size_t size) {
-    if (!IsFile(path)) return {};
-    std::ifstream file(path.c_str(), std::ios::binary);
-    std::string bytes(size, '\0');
-    file.read(bytes.data(), static_cast<std::streamsize>(size));
-    bytes.resize(static_cast<std::size_t>(file.gcount()));
-    return bytes;
+    return ReadRegularHead(path, size);
 }
 
 std::error_code WriteFileAtomically(const fs::path& path, std::string_view bytes) {

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
 #include <filesystem>
 #include <optional>
@@ -30,6 +31,9 @@ void RemoveFromFolder(const std::filesystem::path& path);
 
 /// Reads a regular file. False if it is none (a folder, a pipe), cannot be read or is longer than `limit`.
 bool ReadRegularFile(const std::filesystem::path& path, std::uintmax_t limit, std::string& bytes);
+
+/// The first bytes of a regular file, `size` of them at most; none if it is none or cannot be read.
+std::string ReadRegularHead(const std::filesystem::path& path, std::size_t size);
 
 /// Replaces a file as a whole, as WriteFileAtomically promises it.
 std::error_code ReplaceWholeFile(const std::filesystem::path& path, std::string_view bytes);

@@ -80,6 +80,14 @@ bool ReadRegularFile(const fs::path& path, std::uintmax_t limit, std::string& by
     return std::ferror(file.get()) == 0;
 }
 
+std::string ReadRegularHead(const fs::path& path, std::size_t size) {
+    const File file(RegularFileSize(path) ? std::fopen(path.c_str(), "rb") : nullptr);
+    if (!file) return {};
+    std::string bytes(size, '\0');
+    bytes.resize(std::fread(bytes.data(), 1, size, file.get()));
+    return bytes;
+}
+
 std::error_code ReplaceWholeFile(const fs::path& path, std::string_view bytes) {
     if (const std::error_code error = MakeFolder(path.parent_path())) return error;
     // There are no rights here and no other writers: one name aside will do, and what a killed writer has
