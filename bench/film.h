@@ -18,8 +18,7 @@ inline void LayCoast(Coast& coast) {
         const double turn = i * 2 * std::numbers::pi / CoastPointCount;
         const double away = 1.0 + 40 * (1 - std::cos(turn)) + 0.01 * std::sin(i * 0.7);
         if (i % 100 == 0) coast.emplace_back();
-        coast.back().push_back(
-            {MiddleLat + away * std::cos(turn / 2), MiddleLon + away * std::sin(turn / 2)});
+        coast.back().Add({MiddleLat + away * std::cos(turn / 2), MiddleLon + away * std::sin(turn / 2)});
     }
 }
 

@@ -2,11 +2,13 @@
 
 #include <algorithm>
 #include <cmath>
+#include <filesystem>
 
 #include "analysis/track_derivation.h"
 #include "analysis/wind_at.h"
 #include "racedata/coastline.h"
 #include "racedata/gps_track.h"
+#include "racedata/shore_file.h"
 #include "racedata/wind_file.h"
 #include "target.h"
 
@@ -39,6 +41,14 @@ void LoadTrack(RaceControl& race) {
     Require(CoastCells({area.HomeCentreLat, area.HomeCentreLon, area.AreaSpan, scale.LonScale}).size() <=
                 MaxCells,
             "cells stay within their limit");
+}
+
+void RequireSoundCoast(const Coast& coast) {
+    for (const CoastLine& line : coast) {
+        Require(!line.Points.empty(), "a stretch of coast has points");
+        for (const Position& at : line.Points)
+            Require(std::isfinite(at.Lat) && std::isfinite(at.Lon), "the coast is finite");
+    }
 }
 
 }  // namespace
@@ -78,12 +88,26 @@ void ReadWind(std::string_view input) {
 
 void ReadCoast(std::string_view input) {
     Tree().Write("coastline/5339.cst", input);
-    const Coast coast = LoadCoastlines(Tree().Root(), {"5339"}, {2120, 8370, 20, 0.8});
-    for (const CoastLine& line : coast) {
-        Require(!line.empty(), "a stretch of coast has points");
-        for (const Position& at : line)
-            Require(std::isfinite(at.Lat) && std::isfinite(at.Lon), "the coast is finite");
+    RequireSoundCoast(LoadCoastlines(Tree().Root(), {"5339"}, {2120, 8370, 20, 0.8}));
+    std::filesystem::remove(Tree().Root() / "coastline/5339.cst");
+}
+
+void ReadShores(std::string_view input) {
+    const int tile = ShoreTileAt(2120, 8340);
+    for (const ShoreLine& line : ShoreLinesOf(tile, input, 1000)) {
+        Require(line.Points.size() >= 2 && line.Points.size() <= 1000, "a line has points up to the limit");
+        for (const Position& at : line.Points)
+            Require(at.Lat >= 2120 && at.Lat <= 2160 && at.Lon >= 8340 && at.Lon <= 8400,
+                    "a shore lies in its tile");
     }
+    const CoastArea area{2140, 8370, 40, 0.8};
+    Tree().Write("coastline/world.shore", input);
+    const Coast coast = LoadCoastlines(Tree().Root(), {}, area);
+    RequireSoundCoast(coast);
+    Tree().Write("coastline/world.shore", CutShores(Tree().Root(), {area}));
+    Require(CoastPoints(LoadCoastlines(Tree().Root(), {}, area)) == CoastPoints(coast),
+            "a cut of a shore file has the same coast");
+    std::filesystem::remove(Tree().Root() / "coastline/world.shore");
 }
 
 }  // namespace keelview::fuzz

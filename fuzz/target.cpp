@@ -8,13 +8,14 @@
 namespace keelview::fuzz {
 
 std::span<const Target> AllTargets() {
-    static constexpr std::array<Target, 19> Targets{{
+    static constexpr std::array<Target, 20> Targets{{
         {"race_display", "race_file", ReadRaceForDisplay},
         {"race_editor", "race_file", ReadRaceForEditor},
         {"race_distribution", "race_file", ReadRaceForDistribution},
         {"gps_track", "gps_track", ReadTrack},
         {"wind_file", "wind_file", ReadWind},
         {"coastline", "coastline", ReadCoast},
+        {"shore_file", "shore_file", ReadShores},
         {"start_files", "start_files", ReadStartFiles},
         {"race_tree", "race_tree", ReadTree},
         {"track_file", "track_file", ReadAnyTrackFile},

@@ -37,6 +37,7 @@ void ReadRaceForDistribution(std::string_view input);
 void ReadTrack(std::string_view input);
 void ReadWind(std::string_view input);
 void ReadCoast(std::string_view input);
+void ReadShores(std::string_view input);
 void ReadStartFiles(std::string_view input);
 void ReadTree(std::string_view input);
 void ReadAnyTrackFile(std::string_view input);

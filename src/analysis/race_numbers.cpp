@@ -64,8 +64,7 @@ void CountFrom(double meridian, RaceControl& race) {
 }
 
 void LoadCoast(const std::filesystem::path& appPath, RaceNumbers& numbers) {
-    const CoastArea area{numbers.area.HomeCentreLat, numbers.area.HomeCentreLon, numbers.area.AreaSpan,
-                         numbers.scale.LonScale};
+    const CoastArea area = CoastAreaOf(numbers);
     const std::vector<std::string> cells = CoastCells(area);
     numbers.race.MapFile = {cells.begin(), cells.end()};
     numbers.coast = LoadCoastlines(appPath, cells, area);
@@ -100,6 +99,11 @@ LoadResult LoadRace(const std::filesystem::path& appPath, RaceNumbers& numbers,
     else if (!hasFix)
         result.Outcome = LoadOutcome::NoFix;
     return result;
+}
+
+CoastArea CoastAreaOf(const RaceNumbers& numbers) {
+    return {numbers.area.HomeCentreLat, numbers.area.HomeCentreLon, numbers.area.AreaSpan,
+            numbers.scale.LonScale};
 }
 
 int LatestFixTime(const Tracks& tracks) {

@@ -47,6 +47,9 @@ struct LoadResult {
 LoadResult LoadRace(const std::filesystem::path& appPath, RaceNumbers& numbers,
                     const TrackProgress& progress = {});
 
+/// Where the coast of a race with a fix is wanted.
+CoastArea CoastAreaOf(const RaceNumbers& numbers);
+
 /// The largest time of any boat's last point, whole seconds from the start, rounded up; 0 at least.
 int LatestFixTime(const Tracks& tracks);
 

@@ -77,8 +77,16 @@ bool ReadWholeFile(const fs::path& path, std::uintmax_t limit, std::string& byte
     return ReadRegularFile(path, limit, bytes);
 }
 
+std::optional<std::string> ReadFilePart(const fs::path& path, std::uintmax_t begin, std::size_t size) {
+    std::string bytes;
+    if (begin + size > FileSize(path).value_or(0) || !ReadRegularFilePart(path, begin, size, bytes))
+        return std::nullopt;
+    return bytes;
+}
+
 std::string ReadFileHead(const fs::path& path, std::size_t size) {
-    return ReadRegularHead(path, size);
+    const auto there = static_cast<std::size_t>(std::min<std::uintmax_t>(size, FileSize(path).value_or(0)));
+    return ReadFilePart(path, 0, there).value_or("");
 }
 
 std::error_code WriteFileAtomically(const fs::path& path, std::string_view bytes) {

@@ -20,6 +20,11 @@ std::optional<std::string> ReadWholeFile(const std::filesystem::path& path,
 /// and the buffer then holds anything.
 bool ReadWholeFile(const std::filesystem::path& path, std::uintmax_t limit, std::string& bytes);
 
+/// `size` bytes of a regular file from `begin` on; nothing if it is none, cannot be read or has not so
+/// many.
+std::optional<std::string> ReadFilePart(const std::filesystem::path& path, std::uintmax_t begin,
+                                        std::size_t size);
+
 /// The first bytes of a regular file, `size` of them at most; empty if it cannot be read.
 std::string ReadFileHead(const std::filesystem::path& path, std::size_t size);
 

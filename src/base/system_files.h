@@ -32,8 +32,10 @@ void RemoveFromFolder(const std::filesystem::path& path);
 /// Reads a regular file. False if it is none (a folder, a pipe), cannot be read or is longer than `limit`.
 bool ReadRegularFile(const std::filesystem::path& path, std::uintmax_t limit, std::string& bytes);
 
-/// The first bytes of a regular file, `size` of them at most; none if it is none or cannot be read.
-std::string ReadRegularHead(const std::filesystem::path& path, std::size_t size);
+/// Reads `size` bytes of a regular file from `begin` on; false if it is none, cannot be read or has not so
+/// many.
+bool ReadRegularFilePart(const std::filesystem::path& path, std::uintmax_t begin, std::size_t size,
+                         std::string& bytes);
 
 /// Replaces a file as a whole, as WriteFileAtomically promises it.
 std::error_code ReplaceWholeFile(const std::filesystem::path& path, std::string_view bytes);

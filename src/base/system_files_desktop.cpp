@@ -1,7 +1,6 @@
 // What Linux and Windows do alike, by the standard library.
 
 #include <chrono>
-#include <fstream>
 
 #include "base/system_files.h"
 #include "base/system_replace.h"
@@ -54,15 +53,6 @@ bool IsFolderItself(const fs::path& path) {
 void RemoveFromFolder(const fs::path& path) {
     std::error_code unseen;
     fs::remove(path, unseen);
-}
-
-std::string ReadRegularHead(const fs::path& path, std::size_t size) {
-    if (!RegularFileSize(path)) return {};
-    std::ifstream file(path, std::ios::binary);
-    std::string bytes(size, '\0');
-    file.read(bytes.data(), static_cast<std::streamsize>(size));
-    bytes.resize(static_cast<std::size_t>(file.gcount()));
-    return bytes;
 }
 
 std::error_code ReplaceWholeFile(const fs::path& path, std::string_view bytes) {

@@ -3,6 +3,7 @@
 #include <unistd.h>
 
 #include <cerrno>
+#include <optional>
 #include <string>
 #include <utility>
 
@@ -43,6 +44,29 @@ class Descriptor {
 Descriptor OpenToRead(const fs::path& path) {
     // Without O_NONBLOCK a named pipe would hold the program until someone writes into it.
     return Descriptor(::open(path.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK));
+}
+
+/// The size of an open file; nothing if it is not open, or no regular file.
+std::optional<std::uintmax_t> SizeOfRegular(const Descriptor& file) {
+    struct stat status {};
+    if (!file.IsOpen() || ::fstat(file.Number(), &status) != 0 || !S_ISREG(status.st_mode)) return {};
+    return static_cast<std::uintmax_t>(status.st_size);
+}
+
+/// Reads so many bytes, or up to the end where the file was cut short by someone else meanwhile.
+bool ReadFrom(const Descriptor& file, std::uintmax_t begin, std::size_t size, std::string& bytes) {
+    bytes.resize(size);
+    std::size_t filled = 0;
+    while (filled < size) {
+        const ssize_t count = ::pread(file.Number(), bytes.data() + filled, size - filled,
+                                      static_cast<off_t>(begin + filled));
+        if (count < 0 && errno == EINTR) continue;
+        if (count < 0) return false;
+        if (count == 0) break;
+        filled += static_cast<std::size_t>(count);
+    }
+    bytes.resize(filled);
+    return true;
 }
 
 bool WriteAll(int file, std::string_view bytes) {
@@ -95,21 +119,14 @@ std::error_code WriteAside(Descriptor& file, std::string_view bytes, mode_t mode
 
 bool ReadRegularFile(const fs::path& path, std::uintmax_t limit, std::string& bytes) {
     const Descriptor file = OpenToRead(path);
-    struct stat status {};
-    if (!file.IsOpen() || ::fstat(file.Number(), &status) != 0 || !S_ISREG(status.st_mode)) return false;
-    const auto expected = static_cast<std::uintmax_t>(status.st_size);
-    if (expected > limit) return false;
-    bytes.resize(static_cast<std::size_t>(expected));
-    std::size_t filled = 0;
-    while (filled < bytes.size()) {
-        const ssize_t count = ::read(file.Number(), bytes.data() + filled, bytes.size() - filled);
-        if (count < 0 && errno == EINTR) continue;
-        if (count < 0) return false;
-        if (count == 0) break;  // cut short by someone else meanwhile
-        filled += static_cast<std::size_t>(count);
-    }
-    bytes.resize(filled);
-    return true;
+    const std::optional<std::uintmax_t> size = SizeOfRegular(file);
+    if (!size || *size > limit) return false;
+    return ReadFrom(file, 0, static_cast<std::size_t>(*size), bytes);
+}
+
+bool ReadRegularFilePart(const fs::path& path, std::uintmax_t begin, std::size_t size, std::string& bytes) {
+    const Descriptor file = OpenToRead(path);
+    return SizeOfRegular(file) && ReadFrom(file, begin, size, bytes) && bytes.size() == size;
 }
 
 std::error_code ReplaceTarget(const fs::path& target, std::string_view bytes) {

@@ -80,12 +80,12 @@ bool ReadRegularFile(const fs::path& path, std::uintmax_t limit, std::string& by
     return std::ferror(file.get()) == 0;
 }
 
-std::string ReadRegularHead(const fs::path& path, std::size_t size) {
-    const File file(RegularFileSize(path) ? std::fopen(path.c_str(), "rb") : nullptr);
-    if (!file) return {};
-    std::string bytes(size, '\0');
-    bytes.resize(std::fread(bytes.data(), 1, size, file.get()));
-    return bytes;
+bool ReadRegularFilePart(const fs::path& path, std::uintmax_t begin, std::size_t size, std::string& bytes) {
+    if (!RegularFileSize(path)) return false;
+    const File file(std::fopen(path.c_str(), "rb"));
+    if (!file || std::fseek(file.get(), static_cast<long>(begin), SEEK_SET) != 0) return false;
+    bytes.resize(size);
+    return std::fread(bytes.data(), 1, size, file.get()) == size;
 }
 
 std::error_code ReplaceWholeFile(const fs::path& path, std::string_view bytes) {

@@ -80,6 +80,16 @@ bool ReadRegularFile(const fs::path& path, std::uintmax_t limit, std::string& by
     return true;
 }
 
+bool ReadRegularFilePart(const fs::path& path, std::uintmax_t begin, std::size_t size, std::string& bytes) {
+    std::error_code error;
+    if (!fs::is_regular_file(path, error)) return false;
+    std::ifstream file(path, std::ios::binary);
+    bytes.resize(size);
+    file.seekg(static_cast<std::streamoff>(begin));
+    file.read(bytes.data(), static_cast<std::streamsize>(size));
+    return !file.fail();
+}
+
 std::error_code ReplaceTarget(const fs::path& target, std::string_view bytes) {
     if (const std::error_code error = CheckTarget(target)) return error;
     const fs::path aside = NameAside(target);

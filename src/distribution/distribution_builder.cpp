@@ -11,6 +11,7 @@
 #include "distribution/process.h"
 #include "racedata/race_control.h"
 #include "racedata/race_file.h"
+#include "racedata/shore_file.h"
 #include "racedata/track_reading.h"
 
 namespace keelview {
@@ -112,6 +113,7 @@ class Build {
     void CopyRaces() {
         for (const std::string& race : order_.RaceNames) CopyOneFile("raceadmin", race);
         for (const std::string& race : order_.RaceNames) GatherRaceFiles(race);
+        if (order_.AttachMap) WriteShores();
         if (order_.AttachMap) CopyMapLicences();
     }
 
@@ -131,13 +133,21 @@ class Build {
 
     /// The coast of a race. Squares of open water have no file. A race that was never saved on the
     /// display does not name its squares: they follow from its tracks.
-    void CopyMap(const RaceControl& race) const {
+    void CopyMap(const RaceControl& race) {
         for (const std::string& name : race.MapFile) CopyIfThere("coastline", name);
-        if (!race.MapFile.Empty()) return;
         RaceNumbers numbers;
         numbers.race.RaceFileName = race.RaceFileName;
         LoadRace(appPath_, numbers);
+        if (HasAnyFix(numbers.tracks)) areas_.push_back(CoastAreaOf(numbers));
+        if (!race.MapFile.Empty()) return;
         for (const std::string& cell : numbers.race.MapFile) CopyIfThere("coastline", cell + ".cst");
+    }
+
+    /// Of the shore files what lies round the races alone: some kilobytes of megabytes.
+    void WriteShores() const {
+        const std::string shores = CutShores(appPath_, areas_);
+        const fs::path file = root_ / "coastline" / WorldShoreFile;
+        if (!shores.empty()) Check(WriteFileAtomically(file, shores), file);
     }
 
     /// The coast data may be handed on with their notice and licence texts alone. Data of the person's own
@@ -174,6 +184,7 @@ class Build {
     const DistributionOrder& order_;
     const fs::path& root_;
     std::vector<std::string> missing_;
+    std::vector<CoastArea> areas_;  ///< of the races with a coast to bring
 };
 
 /// Packs a finished folder beside itself; the packed file, or nothing, and nothing left of it, if that

@@ -4,6 +4,7 @@
 #include <cmath>
 #include <numeric>
 #include <optional>
+#include <set>
 #include <string_view>
 
 #include "base/angles.h"
@@ -11,6 +12,7 @@
 #include "base/numbers.h"
 #include "base/strings.h"
 #include "racedata/limits.h"
+#include "racedata/shore_file.h"
 
 namespace keelview {
 
@@ -35,6 +37,8 @@ constexpr int PairsALine = 7;
 constexpr std::size_t PairWidth = 10;
 constexpr std::size_t FieldWidth = 5;
 constexpr std::uintmax_t FileLimit = 64U << 20U;
+constexpr double ShoreSpans = 2.0;                   // how far from the middle shore files are read
+constexpr std::size_t MostShorePoints = 4'000'000U;  // more than the world's file has
 
 std::string_view Field(std::string_view line, std::size_t from, std::size_t width) {
     return from < line.size() ? line.substr(from, width) : std::string_view();
@@ -54,6 +58,14 @@ struct Window {
     double West;
     double East;
 };
+
+/// The box that reaches so many spans from the middle of an area, in longitude no farther than half round.
+Window WindowOf(const CoastArea& area, double spans) {
+    const double reach = area.Span * spans;
+    const double reachLon = std::min(reach / area.LonScale, MinutesRound / 2);
+    return {area.CentreLat - reach, area.CentreLat + reach, area.CentreLon - reachLon,
+            area.CentreLon + reachLon};
+}
 
 /// Reads the lines of one cell into the coast.
 class CellReader {
@@ -93,7 +105,7 @@ class CellReader {
             const auto y = ShareOfSide(Field(line, pair * PairWidth + FieldWidth, FieldWidth));
             if (!x || !y) return;
             if (++point_ == 1) coast_.emplace_back();
-            coast_.back().push_back(TokyoToWgs84(lat0_ + *y * SquareLat, lon0_ + *x * SquareLon));
+            coast_.back().Add(TokyoToWgs84(lat0_ + *y * SquareLat, lon0_ + *x * SquareLon));
         }
     }
 
@@ -110,12 +122,45 @@ std::string TwoDigits(int number) {
     return (number < 10 ? "0" : "") + std::to_string(number);
 }
 
+/// The tile of the shore files that is the square of a cell.
+int TileOfCell(std::string_view cell) {
+    return ShoreTileAt(LenientNumber(Field(cell, 0, 2)) * BandMinutes,
+                       (LenientNumber(Field(cell, 2, 2)) + FirstColumn) * 60);
+}
+
+ShoreTiles ShoresRound(const std::filesystem::path& appPath, const CoastArea& area) {
+    const Window window = WindowOf(area, ShoreSpans);
+    return ReadShoreTiles(FindBelow(appPath, "coastline"),
+                          ShoreTilesOf(window.South, window.North, window.West, window.East));
+}
+
+/// Adds the shores round an area; in the tiles of `cells` those of lakes alone.
+void AddShores(const ShoreTiles& tiles, const std::set<int>& cells, double meridian, Coast& coast) {
+    std::size_t left = MostShorePoints;
+    for (const auto& [tile, packed] : tiles)
+        for (const ShoreLine& line : ShoreLinesOf(tile, packed, left)) {
+            left -= line.Points.size();
+            if (!line.Inland && cells.contains(tile)) continue;
+            const double west = line.Points.front().Lon;
+            const double turn = LongitudeNear(west, meridian) - west;
+            CoastLine& added = coast.emplace_back();
+            for (const Position& at : line.Points) added.Add({at.Lat, at.Lon + turn});
+        }
+}
+
 }  // namespace
 
 int CoastPoints(const Coast& coast) {
     return std::accumulate(coast.begin(), coast.end(), 0, [](int points, const CoastLine& line) {
-        return points + static_cast<int>(line.size());
+        return points + static_cast<int>(line.Points.size());
     });
+}
+
+void CoastLine::Add(const Position& at) {
+    if (Points.empty()) SouthWest = NorthEast = at;
+    SouthWest = {std::min(SouthWest.Lat, at.Lat), std::min(SouthWest.Lon, at.Lon)};
+    NorthEast = {std::max(NorthEast.Lat, at.Lat), std::max(NorthEast.Lon, at.Lon)};
+    Points.push_back(at);
 }
 
 Position TokyoToWgs84(double lat, double lon) {
@@ -150,17 +195,24 @@ std::vector<std::string> CoastCells(const CoastArea& area) {
 
 Coast LoadCoastlines(const std::filesystem::path& appPath, const std::vector<std::string>& cells,
                      const CoastArea& area) {
-    const double spanLon = area.Span / area.LonScale;
-    const Window window{area.CentreLat - area.Span, area.CentreLat + area.Span, area.CentreLon - spanLon,
-                        area.CentreLon + spanLon};
+    const Window window = WindowOf(area, 1);
     Coast coast;
+    std::set<int> read;
     for (const std::string& cell : cells) {
         const auto bytes = ReadWholeFile(FindBelow(appPath, "coastline/" + cell + ".cst"), FileLimit);
         if (!bytes) continue;
+        read.insert(TileOfCell(cell));
         CellReader reader(window, coast);
         for (std::string_view rest = *bytes; !rest.empty();) reader.Read(CutLine(rest));
     }
+    AddShores(ShoresRound(appPath, area), read, area.CentreLon, coast);
     return coast;
+}
+
+std::string CutShores(const std::filesystem::path& appPath, const std::vector<CoastArea>& areas) {
+    ShoreTiles tiles;
+    for (const CoastArea& area : areas) tiles.merge(ShoresRound(appPath, area));
+    return tiles.empty() ? std::string() : ShoreFileOf(tiles);
 }
 
 }  // namespace keelview

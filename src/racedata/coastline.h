@@ -8,8 +8,14 @@
 
 namespace keelview {
 
-/// A stretch of coast: joined points on WGS-84.
-using CoastLine = std::vector<Position>;
+/// A stretch of coast: joined points on WGS-84, and the box in which they lie.
+struct CoastLine {
+    std::vector<Position> Points;
+    Position SouthWest;
+    Position NorthEast;
+
+    void Add(const Position& at);
+};
 
 /// The coast of the race area; empty where nothing was found.
 using Coast = std::vector<CoastLine>;
@@ -34,10 +40,15 @@ Position TokyoToWgs84(double lat, double lon);
 /// equator to 66:40 N and from 100 E over the date line to 160 W: elsewhere there is no coast.
 std::vector<std::string> CoastCells(const CoastArea& area);
 
-/// Reads the named cells below `appPath`/coastline, of them the second-level squares that lie within a span
-/// of the middle; longitudes are counted as that of the middle is. A cell without a file is skipped; a line
-/// that cannot be read is skipped.
+/// Reads the coast from `appPath`/coastline; longitudes are counted as that of the middle is. Of the named
+/// cells come the second-level squares that lie within a span of the middle; a line that cannot be read is
+/// skipped. All tiles of the shore files within two spans, which is farther than the map can be led, add
+/// the coast where no such cell has a file, and the lakes, which cells do not have, everywhere.
 Coast LoadCoastlines(const std::filesystem::path& appPath, const std::vector<std::string>& cells,
                      const CoastArea& area);
+
+/// What the shore files below `appPath`/coastline hold for races in these areas, as the bytes of one shore
+/// file; empty where that is nothing.
+std::string CutShores(const std::filesystem::path& appPath, const std::vector<CoastArea>& areas);
 
 }  // namespace keelview

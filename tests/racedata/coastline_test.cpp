@@ -80,18 +80,18 @@ TEST(LoadCoastlines, ReadsTheSquaresNearTheRace) {
     const Coast coast = LoadCoastlines(tree.Root(), {"5239", "5339"}, area);
     EXPECT_EQ(CoastPoints(coast), 11);
     ASSERT_EQ(coast.size(), 2U);
-    ASSERT_EQ(coast[0].size(), 9U);
+    ASSERT_EQ(coast[0].Points.size(), 9U);
     // 5339, row 0, column 4: 35 20 N, 139 30 E; x runs east along 7.5 minutes, y north along 5.
     for (const auto& [point, tokyo] : {std::pair(0, Position{2120, 8370}), {8, {2122.5, 8376}}}) {
         const Position world = TokyoToWgs84(tokyo.Lat, tokyo.Lon);
-        EXPECT_NEAR(coast[0][point].Lat, world.Lat, 1e-9);
-        EXPECT_NEAR(coast[0][point].Lon, world.Lon, 1e-9);
+        EXPECT_NEAR(coast[0].Points[point].Lat, world.Lat, 1e-9);
+        EXPECT_NEAR(coast[0].Points[point].Lon, world.Lon, 1e-9);
     }
     // A race that counts its longitudes from the west has the coast where it is.
     tree.Write("coastline/5380.cst", "M 538000\n" + Head("2") + "    0    0 5000    0\n");
     const Coast beyond = LoadCoastlines(tree.Root(), {"5380"}, {2121, -10799, 4, 0.8});
     ASSERT_EQ(CoastPoints(beyond), 2);
-    EXPECT_NEAR(beyond[0][0].Lon, -10800, 0.6);
+    EXPECT_NEAR(beyond[0].Points[0].Lon, -10800, 0.6);
     // Fields of a point are digits.
     tree.Write("coastline/5339.cst", "M 533904\n" + Head("3") + "1e3081e3081e3081e308-0001-0001\n");
     EXPECT_TRUE(LoadCoastlines(tree.Root(), {"5339"}, {2120, 8370, 4, 0.8}).empty());
