@@ -87,6 +87,7 @@ void LegTables::ScrollPage(StatKind kind, bool onlyFocus) {
 /// What stays in sight of the page while it is scrolled.
 void LegTables::ShowHead(StatKind kind) {
     Surface& head = form_.Picture14;
+    if (form_.VScroll2.Max() == 0) return head.Hide();
     const bool analysis = kind == StatKind::Analysis;
     const PageHead part = analysis ? FactorHead(app_.race) : TableHead(app_.race);
     constexpr double edge = 1.0;
