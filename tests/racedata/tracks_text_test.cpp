@@ -169,7 +169,7 @@ TEST(Nmea, LoggersWriteMoreThanSentencesAndWhatIsNoFixIsCounted) {
         {wrong + " => Broken 1", Rmc("126100") + " => Broken 1", Rmc("120061") + " => Broken 1",
          Rmc("240000") + " => Broken 1", Rmc("120001.x") + " => Broken 1", "$GPGLL,1*7\n => Broken 1",
          Rmc("", "V") + " => NotValid 1", Rmc("120002", "V") + Gga("120002", ",,,,0") + " => NotValid 1",
-         Gga("120002", "3530.00,S,07015.00,W,0") + " => NotValid 1", Rmc("115959") + " => TimeBack 1",
+         Gga("120002", "3530.00,S,07015.00,W,0") + " => NotValid 1",
          "$IIGLL,3530.0,N,13915.0,E,120002,V\n => NotValid 1",
          Rmc("120003", "A,9930.0,N,3.0,E") + " => NoPlace 1",
          Rmc("120003", "A,3560.0,N,3.0,E") + " => NoPlace 1", Rmc("120003", "A,,,,") + " => NoPlace 1"});
