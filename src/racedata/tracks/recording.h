@@ -101,8 +101,8 @@ void Skip(std::vector<Skipped>& skipped, SkipReason why, int count = 1);
 /// digit (as receivers write before they know better), at the time of the last fix, or beyond MostFixes.
 void AddFix(Recording& recording, const RecordedFix& fix);
 
-/// When all fixes are there: leaves the most that can stand in the order of time, of several at one time the
-/// first, and counts the others. So one wrong time, ahead or back, costs one fix. The longest ascending
+/// When all fixes are there: leaves the most that can stand in the order of time, of several at one time
+/// the first, and counts the others. So one wrong time, ahead or back, costs one fix. The longest ascending
 /// subsequence by patience sorting (Fredman 1975).
 void KeepOrderOfTime(Recording& recording);
 
