@@ -162,6 +162,7 @@ std::optional<int> LagAtFirst(const std::vector<Told>& told) {
             slopes.push_back((told[i].Lag - told[j].Lag) / (told[i].Minute - told[j].Minute));
     const double slope = Median(slopes);
     std::vector<double> starts;
+    starts.reserve(told.size());
     for (const Told& each : told) starts.push_back(each.Lag - slope * (each.Minute - told.front().Minute));
     const double start = Median(starts);
     const double end = start + slope * (told.back().Minute - told.front().Minute);
@@ -239,7 +240,7 @@ std::optional<double> CommonLag(const std::vector<std::optional<int>>& lags,
                                 const std::vector<bool>& agreeing) {
     std::vector<int> told;
     for (std::size_t other = 0; other < lags.size(); ++other)
-        if (agreeing[other] && lags[other]) told.push_back(*lags[other]);
+        if (const auto& lag = lags[other]; agreeing[other] && lag) told.push_back(*lag);
     if (told.size() < 2) return {};
     std::ranges::sort(told);
     const int middle = told[told.size() / 2];
@@ -257,6 +258,7 @@ std::vector<std::optional<double>> ProposeClocks(const std::vector<const FoundTr
     const GpsFix& origin = tracks.front()->Way.front();
     const EarthScale scale = ComputeEarthScale(origin.Lat);
     std::vector<Beaten> beaten;
+    beaten.reserve(tracks.size());
     for (const FoundTrack* track : tracks) beaten.push_back(BeatOut(*track, scale, origin));
     const Lags lags = AllLags(beaten);
     const std::vector<bool> agreeing = AgreeingTracks(lags);

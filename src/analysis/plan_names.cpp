@@ -81,6 +81,7 @@ std::vector<std::string> Distinctive(const std::vector<std::string_view>& names)
     if (names.size() < 2) return kept;
     const std::size_t head = CommonWords(names);
     std::vector<std::string> turned;
+    turned.reserve(names.size());
     for (const std::string_view name : names)
         turned.emplace_back(name.rbegin(), name.rend() - static_cast<std::ptrdiff_t>(head));
     const std::size_t tail = CommonWords({turned.begin(), turned.end()});
@@ -177,7 +178,8 @@ std::vector<std::string> TargetNames(const std::vector<FoundFile>& files) {
     for (const FoundFile& file : files) {
         std::string name = SafeFileName(FileOf(file.Name));
         const std::string_view folder = FolderOf(file.Name);
-        if (IsTaken(name, names) && !folder.empty()) name = SafeFileName(std::string(folder) + "-" + name);
+        if (IsTaken(name, names) && !folder.empty())
+            name = SafeFileName(std::string(folder).append("-").append(name));
         names.push_back(FreeName(name, names));
     }
     return names;
@@ -205,6 +207,7 @@ std::vector<std::string> BoatNames(const std::vector<FoundFile>& files) {
 std::string CommonTitle(const std::vector<std::string>& fileNames) {
     if (fileNames.empty()) return {};
     std::vector<std::string_view> stems;
+    stems.reserve(fileNames.size());
     for (const std::string& name : fileNames) stems.push_back(StemOf(name));
     std::string_view title =
         stems.size() > 1 ? Bare(stems.front().substr(0, CommonWords(stems))) : stems.front();
