@@ -4,7 +4,7 @@
 #include <vector>
 
 /// What a demo race is like.
-struct RacePlan {
+struct DemoPlan {
     std::string File;
     std::string Title1;
     std::string Title2;
@@ -26,7 +26,7 @@ struct RacePlan {
     int Gap;      // boat with a gap in its track
 };
 
-inline RacePlan EnglishRace() {
+inline DemoPlan EnglishRace() {
     return {.File = "Enoshima_R1.txt",
             .Title1 = "Sagami Bay Autumn Series",
             .Title2 = "Race 1",
@@ -49,7 +49,7 @@ inline RacePlan EnglishRace() {
             .Gap = 4};
 }
 
-inline RacePlan JapaneseRace() {
+inline DemoPlan JapaneseRace() {
     return {.File = "Enoshima_R2.txt",
             .Title1 = "相模湾秋季シリーズ",
             .Title2 = "第2レース",
@@ -73,8 +73,8 @@ inline RacePlan JapaneseRace() {
 }
 
 /// A fleet of so many boats, known by their sail numbers.
-inline RacePlan FleetRace(int boats) {
-    RacePlan plan{.File = "Enoshima_Fleet.txt",
+inline DemoPlan FleetRace(int boats) {
+    DemoPlan plan{.File = "Enoshima_Fleet.txt",
                   .Title1 = "Sagami Bay Fleet Race",
                   .Title2 = std::to_string(boats) + " boats",
                   .Start = "2026/10/05 11:00:00",

@@ -48,7 +48,7 @@ class Dice {
     std::mt19937 engine_;
 };
 
-double WindAtSecond(const RacePlan& plan, double t) {
+double WindAtSecond(const DemoPlan& plan, double t) {
     return plan.Wind + plan.Swing * std::sin(t / 190.0 + plan.Seed) + 0.5 * plan.Swing * std::sin(t / 67.0);
 }
 
@@ -85,7 +85,7 @@ struct Course {
     Spot Leeward;
 };
 
-Course LayCourse(const RacePlan& plan, double lineMetres) {
+Course LayCourse(const DemoPlan& plan, double lineMetres) {
     Course course;
     const Spot lineMiddle = Along({}, plan.Wind + 180, plan.LegMetres / 2 + 120);
     course.Pin = Along(lineMiddle, plan.Wind - 90, lineMetres / 2);
@@ -98,7 +98,7 @@ Course LayCourse(const RacePlan& plan, double lineMetres) {
 /// One boat sailing the course second by second.
 class Sailor {
   public:
-    Sailor(const RacePlan& plan, const Course& course, int number, Dice& dice)
+    Sailor(const DemoPlan& plan, const Course& course, int number, Dice& dice)
         : plan_(plan), course_(course), dice_(dice), number_(number) {
         const double share = (number + 0.5) / static_cast<double>(plan.Names.size());
         slot_ = {course.Pin.East + (course.Committee.East - course.Pin.East) * (0.06 + 0.88 * share),
@@ -244,7 +244,7 @@ class Sailor {
         Move(wind + 100, rest_ < 90 ? 3.5 : 0.6);
     }
 
-    const RacePlan& plan_;
+    const DemoPlan& plan_;
     const Course& course_;
     Dice& dice_;
     int number_;
@@ -273,7 +273,7 @@ std::string Format(const char* form, auto... values) {
 /// The folder, the race and the earth under it, and everything that is written of them.
 class DemoRace {
   public:
-    DemoRace(std::filesystem::path folder, const RacePlan& plan)
+    DemoRace(std::filesystem::path folder, const DemoPlan& plan)
         : folder_(std::move(folder)), plan_(plan), scale_(ComputeEarthScale(plan.Lat)), dice_(plan.Seed) {}
 
     bool Write() {
@@ -362,7 +362,7 @@ class DemoRace {
     }
 
     std::filesystem::path folder_;
-    const RacePlan& plan_;
+    const DemoPlan& plan_;
     EarthScale scale_;
     Dice dice_;
     Course course_;
