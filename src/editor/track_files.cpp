@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <string>
+#include <utility>
 
 #include "base/files.h"
 #include "base/strings.h"
@@ -59,10 +60,12 @@ BroughtTracks BringTracks(const fs::path& appPath, const fs::path& file) {
     const std::string stem = file.stem().string();
     if (count == 1) brought.Boats.push_back({.BoatFile = name, .BoatName = stem});
     for (std::size_t i = 1; count > 1 && i <= count; ++i) {
-        const std::string told = OneLine(content.Recordings[i - 1].Boat);
         const std::string number = std::to_string(i);
-        brought.Boats.push_back(
-            {.BoatFile = name + "#" + number, .BoatName = told.empty() ? stem + " " + number : told});
+        std::string boat = OneLine(content.Recordings[i - 1].Boat);
+        if (boat.empty()) boat.append(stem).append(" ").append(number);
+        std::string recording = name;
+        recording.append("#").append(number);
+        brought.Boats.push_back({.BoatFile = std::move(recording), .BoatName = std::move(boat)});
     }
     return brought;
 }

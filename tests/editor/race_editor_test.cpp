@@ -474,7 +474,7 @@ TEST_F(FileSelectTest, AnExistingFileAsksBeforeItIsOverwrittenAndCancelLeavesNot
         driver::Click(form.Command1);
         EXPECT_EQ(Said(), "Same File Name Exists.\r\nOverwight?.");
         EXPECT_EQ(form.Closed(), over);
-        if (!over) driver::Key(form, Qt::Key_Escape);
+        if (!over) driver::KeyDown(form, Qt::Key_Escape);
         EXPECT_TRUE(form.Closed());
         EXPECT_EQ(question.ShellTarget.filename(), over ? "R1.txt" : "");
     }
