@@ -171,8 +171,6 @@ TEST_F(HintsTest, WhatIsGreyTellsWhyAndWhatToDo) {
     driver::Click(Form().Check5);
     for (const Button* tool : {&Form().Command2, &Form().Command3, &Form().Command5})
         EXPECT_NE(HintOver(*tool).find("untick AutoTrace"), std::string::npos);
-    driver::Click(Form().Check5);
-    EXPECT_EQ(HintOver(Form().Command2).find("Grey"), std::string::npos);
 }
 
 struct TimeSettingTest : DeskTest {
