@@ -8,10 +8,12 @@ std::optional<std::string> SettleDate(const Voice& voice, const std::string& typ
     const std::vector<CivilTime> readings = DateReadings(typed);
     if (readings.size() < 2) return typed;
     for (const CivilTime reading : readings) {
-        const std::string meant = DateTimeText(reading);
+        std::string meant = DateTimeText(reading);
+        std::string both = typed;
+        both.append("  =  ").append(meant);
         if (voice.AskAbout({"A date that can be read in more than one way. Year, month, day: is this it?",
                             "日付が何通りにも読めます。年/月/日の順で、次の日時ですか？"},
-                           typed + "  =  " + meant))
+                           both))
             return meant;
     }
     return std::nullopt;
