@@ -213,12 +213,14 @@ struct CoverTest : testing::Test, TestWorld {
 
     Cover& Open(bool useEnglish = true) {
         app.settings.UseEnglish = useEnglish;
+        const auto shows = [this](const char* what) { return [this, what] { shown += what; }; };
         cover = std::make_unique<Cover>(app.settings, app.race, services,
-                                        CoverDoors{.ShowDisplay = [this] { shown += "display "; },
-                                                   .ShowEditor = [this] { shown += "editor "; },
-                                                   .ShowDistribution = [this] { shown += "distribution "; },
-                                                   .ShowImport = [this] { shown += "import "; },
-                                                   .ShowWind = [this] { shown += "wind "; }});
+                                        CoverDoors{shows("display "),
+                                                   shows("editor "),
+                                                   shows("distribution "),
+                                                   shows("import "),
+                                                   shows("wind "),
+                                                   {}});
         cover->ShowNow();
         return *cover;
     }
