@@ -123,6 +123,9 @@ for folder in coastline help help-e; do
     collect "$folder" "$folder"
 done
 source_of[gun.wav]=assets/gun.wav
+for tool in coast_for shorelines.py; do
+    source_of[tools/$tool]=tools/$tool
+done
 settings
 lay_out_programs
 read_manifest

@@ -8,8 +8,11 @@ import struct
 from collections import defaultdict
 from pathlib import Path
 
-import netCDF4
-import numpy as np
+try:
+    import netCDF4
+    import numpy as np
+except ImportError:
+    raise SystemExit("install python3-netcdf4") from None
 
 TILE = np.array([60, 40])  # minutes
 COLUMNS, BANDS = 360, 270

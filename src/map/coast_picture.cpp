@@ -7,13 +7,16 @@ namespace keelview {
 
 namespace {
 
-/// True if a line surely lies off the picture: the circle round its box does.
-bool IsOff(const CoastLine& line, const Projection& projection, double side) {
+/// What cannot be told apart on the picture, as a share of its side.
+constexpr double FinestShare = 1.0 / 4000;
+
+/// True if nothing can be seen of a line: it is tiny, or the circle round its box lies off the picture.
+bool IsUnseen(const CoastLine& line, const Projection& projection, double side) {
     const Point a = projection.ToScreen(line.SouthWest);
     const Point b = projection.ToScreen(line.NorthEast);
     const double reach = std::hypot(b.X - a.X, b.Y - a.Y) / 2;
-    return std::abs((a.X + b.X) - side) / 2 > side / 2 + reach ||
-           std::abs((a.Y + b.Y) - side) / 2 > side / 2 + reach;
+    const auto off = [&](double middle) { return std::abs(middle - side / 2) > side / 2 + reach; };
+    return reach < FinestShare * side || off((a.X + b.X) / 2) || off((a.Y + b.Y) / 2);
 }
 
 }  // namespace
@@ -23,17 +26,21 @@ void DrawCoast(Canvas& picture, const Coast& coast, const Projection& projection
         return at.X > 0 && at.X < side && at.Y > 0 && at.Y < side;
     };
     std::vector<Point> run;  // joined stretches, each with an end inside
+    const auto isNear = [finest = FinestShare * side](const Point& a, const Point& b) {
+        return std::abs(a.X - b.X) < finest && std::abs(a.Y - b.Y) < finest;
+    };
     const auto flush = [&] {
         if (run.size() > 1) picture.Polyline(run, ink);
         run.clear();
     };
     for (const CoastLine& line : coast) {
-        if (IsOff(line, projection, side)) continue;
+        if (IsUnseen(line, projection, side)) continue;
         Point previous;
         bool previousInside = false;
         bool begins = true;
         for (const Position& position : line.Points) {
             const Point here = projection.ToScreen(position);
+            if (!begins && isNear(here, previous) && &position != &line.Points.back()) continue;
             const bool hereInside = inside(here);
             if (begins || !(previousInside || hereInside)) {
                 flush();
