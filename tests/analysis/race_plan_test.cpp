@@ -46,7 +46,7 @@ Fixes Moved(Fixes fixes, double north) {
 }
 
 Fixes Piece(const Fixes& fixes, int from, int to) {
-    return {fixes.begin() + from, fixes.begin() + to};
+    return {fixes.begin() + from, fixes.begin() + std::min<std::ptrdiff_t>(to, std::ssize(fixes))};
 }
 
 /// Files by their names, as they are handed in.
