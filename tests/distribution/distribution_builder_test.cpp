@@ -11,6 +11,7 @@
 #include "base/files.h"
 #include "distribution/distribution_form.h"
 #include "distribution/process.h"
+#include "racedata/shore_file.h"
 #include "support/qt_driver.h"
 #include "support/race_tree.h"
 #include "support/test_world.h"
@@ -108,13 +109,16 @@ TEST_F(DistributionTest, AWebMediumHoldsAllThatItsRacesName) {
     EXPECT_FALSE(DistributionExists(tree.Root(), "Spring"));
 }
 
-TEST_F(DistributionTest, ARaceThatNamesNoMapGetsTheSquaresUnderItsTracks) {
+TEST_F(DistributionTest, ARaceThatNamesNoMapGetsTheSquaresUnderItsTracksAndOfTheWorldItsOwnShores) {
     tree.Boat("off Enoshima.trk", RaceTree::Lat, RaceTree::Lon, 0.001, 0, 0, 20);
     tree.Write("coastline/5239.cst", "x");
+    const std::pair<const int, std::string> near{ShoreTileAt(2080, 8340), "near"};
+    tree.Write("coastline/world.shore", ShoreFileOf({{ShoreTileAt(0, 0), "far"}, near}));
     tree.Race("R1.txt", "BN, off Enoshima.trk, Alpha\r\n");
     order.RaceNames = {"R1.txt"};
     EXPECT_TRUE(Build().Missing.empty());
-    EXPECT_EQ(tree.Files(Built("coastline")), "5239.cst COPYING.LESSER NOTICE ");
+    EXPECT_EQ(tree.Files(Built("coastline")), "5239.cst COPYING.LESSER NOTICE world.shore ");
+    EXPECT_EQ(ReadWholeFile(Built("coastline/world.shore")), ShoreFileOf({near}));
 }
 
 TEST_F(DistributionTest, ACdRomStartsByItselfInItsLanguageAndWhatItLacksIsTold) {

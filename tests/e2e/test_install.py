@@ -32,7 +32,8 @@ class Install(unittest.TestCase):
             page = gzip.decompress((share / f"man/man1/{program}.1.gz").read_bytes()).decode()
             self.assertTrue(page.startswith(f".TH {program.upper()} 1"))
             self.assertTrue(os.access(self.usr / "bin" / program, os.X_OK))
-        self.assertTrue((share / "keelview/coastline/NOTICE").is_file())
+        for data in ("coastline/NOTICE", "coastline/world.shore", "tools/coast_for", "tools/shorelines.py"):
+            self.assertTrue((share / "keelview" / data).is_file(), data)
 
     def test_the_first_start_lays_the_users_folder_out(self):
         data = self.root / "data"
