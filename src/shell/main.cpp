@@ -14,7 +14,7 @@ int main(int argc, char** argv) {
     Application application(argc, argv, SettleDataFolder);
     Services services{application.ThePlatform(), application.TheDialogs()};
     const auto app = std::make_unique<AppState>();
-    const StartOutcome outcome = SettleStart(*app, services);
+    const StartOutcome outcome = SettleStart(*app, services, argc > 1);
     if (outcome == StartOutcome::End) return 0;
     Program program(*app, services,
                     [&application](std::function<void()> task) { application.Later(std::move(task)); });

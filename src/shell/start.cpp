@@ -60,7 +60,7 @@ std::string FirstRace(const Settings& settings) {
     return races.empty() ? std::string() : races.front();
 }
 
-StartOutcome SettleStart(AppState& app, Services& services) {
+StartOutcome SettleStart(AppState& app, Services& services, bool filesHanded) {
     Settings& settings = app.settings;
     settings.AppPath = services.platform.ProgramFolder();
     const StartSettings chosen = ReadStartSettings(settings.AppPath);
@@ -71,7 +71,7 @@ StartOutcome SettleStart(AppState& app, Services& services) {
     const Voice voice(settings, services.dialogs);
     if (InstalledFromDisc(settings, services.platform, voice)) return StartOutcome::End;
     UnpackBaseData(settings, services.platform, voice);
-    if (settings.EditMode)
+    if (settings.EditMode && !filesHanded)
         settings.EditMode = voice.Ask({"Edit Data ?", "編集しますか?"}, {"Keelview", {}});
     if (settings.EditMode) return StartOutcome::ShowMenu;
     app.race.RaceFileName = FirstRace(settings);

@@ -16,8 +16,8 @@ enum class StartOutcome {
 /// Settles everything that must stand before a form is shown: the program's folder, mode and language from
 /// Ver.00 (the person's own language where it tells none), fonts, the screen's scale, the installer of a
 /// CD-ROM, the base data and the question for the mode, and the first race where the program is to show
-/// nothing else.
-StartOutcome SettleStart(AppState& app, Services& services);
+/// nothing else. A full program that is handed files is to edit and asks nothing.
+StartOutcome SettleStart(AppState& app, Services& services, bool filesHanded = false);
 
 /// The name of the race to show at the start of a browse-only copy: the field of racefile.st, else the
 /// first race control file of the folder, else empty.

@@ -75,8 +75,7 @@ struct ImportTest : testing::Test, TestWorld {
 
 TEST_F(ImportTest, AFolderDroppedOnTheMenuIsARaceThatIsShown) {
     tree.Write("raceadmin/Ver.00", "0,1");
-    dialogs.AnswerYesNo(true);  // "Edit Data ?"
-    const StartOutcome outcome = SettleStart(app, services);
+    const StartOutcome outcome = SettleStart(app, services, true);  // without a question for the mode
     Program program(app, services,
                     [](std::function<void()> task) { TheApplication().Later(std::move(task)); });
     program.Start(outcome);
