@@ -140,9 +140,7 @@ class BitReader {
 class TileReader {
   public:
     TileReader(int tile, std::string_view packed)
-        : bits_(packed),
-          south_(SouthPole + tile / Columns * TileLat),
-          west_(West180 + tile % Columns * TileLon) {}
+        : bits_(packed), band_(tile / Columns), column_(tile % Columns) {}
 
     std::vector<ShoreLine> Read(std::size_t mostPoints) {
         std::vector<ShoreLine> lines;
@@ -178,7 +176,7 @@ class TileReader {
             y_ += bits_.Signed(orders_[3]);
             if (!AddPoint(line)) return false;
         }
-        if (isRing) line.Points.push_back(Position{line.Points.front()});
+        if (isRing) line.Points.emplace_back(line.Points.front());
         return true;
     }
 
@@ -186,13 +184,13 @@ class TileReader {
         const double north = static_cast<double>(y_) / static_cast<double>(units_);
         const double east = static_cast<double>(x_) / static_cast<double>(units_);
         if (!bits_.IsSound() || north < 0 || north > TileLat || east < 0 || east > TileLon) return false;
-        line.Points.push_back({south_ + north, west_ + east});
+        line.Points.push_back({SouthPole + band_ * TileLat + north, West180 + column_ * TileLon + east});
         return true;
     }
 
     BitReader bits_;
-    double south_;
-    double west_;
+    int band_;
+    int column_;
     std::int64_t units_ = 0;
     std::array<int, 4> orders_{};
     std::int64_t firstX_ = 0;
@@ -229,8 +227,9 @@ std::vector<int> ShoreTilesOf(double south, double north, double west, double ea
 
 ShoreTiles ReadShoreTiles(const fs::path& folder, const std::vector<int>& wanted) {
     std::vector<std::string> names = ListFiles(folder, "*.shore");
-    std::ranges::stable_partition(
-        names, [](const std::string& name) { return !EqualNoCase(name, WorldShoreFile); });
+    const auto world = std::ranges::find_if(
+        names, [](const std::string& name) { return EqualNoCase(name, WorldShoreFile); });
+    if (world != names.end()) std::rotate(world, world + 1, names.end());
     ShoreTiles tiles;
     for (const std::string& name : names) AddTiles(folder / name, wanted, tiles);
     return tiles;
