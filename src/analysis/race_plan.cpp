@@ -97,6 +97,7 @@ void AddBoats(std::vector<FoundFile>&& files, RacePlan& plan) {
 
 void ChooseFleet(RacePlan& plan) {
     std::vector<const FoundTrack*> tracks;
+    tracks.reserve(plan.Boats.size());
     for (const PlannedBoat& boat : plan.Boats) tracks.push_back(&boat.Track);
     const std::vector<FleetPlace> places = FindFleet(tracks);
     int taken = 0;
@@ -115,6 +116,7 @@ void CompareClocks(RacePlan& plan) {
         for (PlannedBoat& boat : plan.Boats)
             if (boat.Lies.Why == why && boats.size() < MostClocks) boats.push_back(&boat);
     std::vector<const FoundTrack*> tracks;
+    tracks.reserve(boats.size());
     for (const PlannedBoat* boat : boats) tracks.push_back(&boat->Track);
     const auto clocks = ProposeClocks(tracks);
     for (std::size_t i = 0; i < boats.size(); ++i) boats[i]->ProposedClock = clocks[i];
