@@ -123,7 +123,7 @@ void ImportSheet::LayOut() {
     ok_ = button("Ok", {"OK", "OK"});
     ok_->setDefault(true);
     all->addLayout(buttons);
-    work_.emplace(*bar_, *stop_);
+    work_ = std::make_unique<BackgroundWork>(*bar_, *stop_);
 }
 
 void ImportSheet::Connect() {
@@ -137,7 +137,7 @@ void ImportSheet::Connect() {
     boats_->OnSet = [this](int row) { Boat_Set(row); };
 }
 
-std::string ImportSheet::MakeRace(std::vector<std::filesystem::path> paths) {
+std::string ImportSheet::MakeRace(const std::vector<std::filesystem::path>& paths) {
     setWindowModality(Qt::ApplicationModal);
     show();
     if (!paths.empty()) Add(paths);
@@ -258,7 +258,7 @@ bool ImportSheet::TakeFields() {
 void ImportSheet::Ok_Clicked() {
     const auto taken = std::ranges::count_if(plan_.Boats, &PlannedBoat::Taken);
     if (taken == 0) return voice_.Say({"No boat is ticked", "艇が選択されていません"});
-    if (taken > MaxBoats) return voice_.Say({"A race has at most 50 boats", "1レースの艇数は50艇までです"});
+    if (taken > MaxBoats) return voice_.Say(TooManyBoats);
     if (!TakeFields()) return;
     const bool replace = RaceFileExists(settings_.AppPath, plan_);
     if (replace && !voice_.Ask({"A race file of this name exists. Replace it?",

@@ -8,6 +8,7 @@
 #include <QProgressBar>
 #include <QPushButton>
 #include <filesystem>
+#include <memory>
 #include <string>
 #include <vector>
 
@@ -28,7 +29,7 @@ class ImportSheet : public QDialog {
 
     /// Shows the sheet for some files and folders, and more that the person adds, and waits for its end.
     /// The name of the race file that was written; empty where none was.
-    std::string MakeRace(std::vector<std::filesystem::path> paths);
+    std::string MakeRace(const std::vector<std::filesystem::path>& paths);
 
     void reject() override;
 
@@ -75,7 +76,7 @@ class ImportSheet : public QDialog {
     QPushButton* stop_ = nullptr;
     QPushButton* cancel_ = nullptr;
     QPushButton* ok_ = nullptr;
-    std::optional<BackgroundWork> work_;
+    std::unique_ptr<BackgroundWork> work_;
 };
 
 }  // namespace keelview

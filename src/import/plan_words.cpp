@@ -64,7 +64,7 @@ std::string LeftOutText(const Voice& voice, const FleetPlace& lies) {
         case LeftOut::TooShort:
             return voice.Str({"too short", "短すぎます"});
         case LeftOut::TooMany:
-            return voice.Str({"a race has at most 50 boats", "1レースの艇数は50艇までです"});
+            return voice.Str(TooManyBoats);
     }
     return {};
 }

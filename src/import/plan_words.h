@@ -4,9 +4,13 @@
 
 #include "analysis/race_plan.h"
 #include "analysis/race_plan_writing.h"
+#include "racedata/limits.h"
 #include "session/voice.h"
 
 namespace keelview {
+
+inline constexpr Text TooManyBoats{"A race has at most 200 boats", "1レースの艇数は200艇までです"};
+static_assert(MaxBoats == 200, "the text names the limit");
 
 // What the sheet says of what was found, in the person's language.
 

@@ -76,7 +76,7 @@ void Program::ShowImport(std::vector<std::filesystem::path> files) {
                                               TrackFilePatterns());
     if (files.empty()) return;
     importing_ = true;
-    const std::string made = ImportSheet(app_.settings, services_).MakeRace(std::move(files));
+    const std::string made = ImportSheet(app_.settings, services_).MakeRace(files);
     importing_ = false;
     if (made.empty()) return;
     if (opened_) return opened_->desk.session.OpenOtherRace(made);
