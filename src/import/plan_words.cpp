@@ -74,7 +74,8 @@ std::string SkippedText(const Voice& voice, const std::vector<Skipped>& left) {
     for (const Skipped& each : left) {
         const std::string what = voice.Str(SkipText(each.Why));
         const std::string count = std::to_string(each.Count);
-        text += (text.empty() ? "" : ", ") + (voice.English() ? count + " " + what : what + " " + count);
+        if (!text.empty()) text += ", ";
+        text.append(voice.English() ? count : what).append(" ").append(voice.English() ? what : count);
     }
     return text;
 }
