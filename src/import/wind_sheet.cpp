@@ -101,13 +101,15 @@ WindTable WindSheet::Rows() const {
 void WindSheet::Show(const std::vector<WindRow>& rows) {
     table_->clearContents();
     table_->setRowCount(static_cast<int>(rows.size()) + EmptyRows);
-    for (std::size_t row = 0; row < rows.size(); ++row) {
+    int line = 0;
+    for (const WindRow& row : rows) {
         const auto put = [&](int column, const std::string& text) {
-            table_->setItem(static_cast<int>(row), column, new QTableWidgetItem(Qt8(text)));
+            table_->setItem(line, column, new QTableWidgetItem(Qt8(text)));
         };
-        put(0, DateTimeText(rows[row].Time));
-        put(1, rows[row].Speed ? NumberText(RoundDecimals(*rows[row].Speed, 2)) : "");
-        put(2, NumberText(RoundDecimals(rows[row].Direction, 1)));
+        put(0, DateTimeText(row.Time));
+        put(1, row.Speed ? NumberText(RoundDecimals(*row.Speed, 2)) : "");
+        put(2, NumberText(RoundDecimals(row.Direction, 1)));
+        ++line;
     }
 }
 
