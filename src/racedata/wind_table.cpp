@@ -56,8 +56,8 @@ CsvLayout TakeHead(std::string_view& text) {
 
 class WindReader {
   public:
-    WindReader(CsvLayout layout, double timeDiff, std::string_view day)
-        : layout_(std::move(layout)), timeDiff_(timeDiff), day_(day), cells_(layout_.Width) {}
+    WindReader(const CsvLayout& layout, double timeDiff, std::string_view day)
+        : layout_(layout), timeDiff_(timeDiff), day_(day), cells_(layout_.Width) {}
 
     std::optional<WindRow> Read(std::string_view line) {
         SplitCsvRow(line, layout_.Delimiter, cells_);

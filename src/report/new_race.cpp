@@ -120,7 +120,7 @@ std::string TroubleText(const PlanTrouble& trouble, const RacePlan& plan) {
 
 NewRace MakeNewRace(const std::filesystem::path& tree, const std::string& raceFile,
                     const std::vector<std::filesystem::path>& paths, bool replace) {
-    RacePlan plan = PlanRace(FindTracksIn(HandedFiles(paths), {}).value());
+    RacePlan plan = PlanRace(FindTracksIn(HandedFiles(paths), {}).value_or(std::vector<FoundFile>{}));
     plan.RaceFileName = SafeFileName(raceFile);
     if (!IsRaceFileName(plan.RaceFileName)) plan.RaceFileName += ".txt";
     SettleTargets(tree, plan);
