@@ -1,6 +1,7 @@
 #include "analysis/found_tracks.h"
 
 #include <algorithm>
+#include <atomic>
 #include <cstddef>
 #include <set>
 #include <utility>
@@ -15,7 +16,7 @@ namespace keelview {
 namespace {
 
 constexpr std::size_t MostWayFixes = 6000;
-constexpr int AtOnce = 8;  // files that are read before the next word of progress
+constexpr int StepsOfFile = 100;
 
 /// The fixes in the order of time, thinned by one rule for all tracks: so many a length of time, that the
 /// same track is thinned in the same way wherever it was read from.
@@ -76,8 +77,9 @@ FoundFile FindTracks(std::string name, std::string_view bytes) {
     return FoundIn(std::move(name), std::move(reading));
 }
 
-FoundFile FindTracksAt(std::string name, const std::filesystem::path& source) {
-    TrackFileReading reading = ReadTrackFileAt(source, name);
+FoundFile FindTracksAt(std::string name, const std::filesystem::path& source,
+                       const ReadingProgress& progress) {
+    TrackFileReading reading = ReadTrackFileAt(source, name, progress);
     FoundFile file = FoundIn(std::move(name), std::move(reading));
     file.Source = source;
     return file;
@@ -115,13 +117,22 @@ std::optional<std::vector<FoundFile>> FindTracksIn(const std::vector<HandedFile>
                                                    const StepProgress& progress) {
     const auto count = static_cast<int>(files.size());
     std::vector<FoundFile> found(files.size());
-    for (int done = 0; done < count; done += AtOnce) {
-        if (progress && !progress(done, count)) return {};
-        ForEachInParallel(std::min(AtOnce, count - done), [&](int number) {
-            const auto file = static_cast<std::size_t>(done + number - 1);
-            found[file] = FindTracksAt(files[file].Name, files[file].Path);
-        });
-    }
+    std::atomic<int> done = 0;
+    std::atomic<bool> stopped = progress && !progress(0, count * StepsOfFile);
+    ForEachInParallel(count, [&](int number) {
+        int told = 0;
+        const auto tell = [&](double share) {
+            const int now = static_cast<int>(share * StepsOfFile);
+            done += now - std::exchange(told, now);
+            if (progress && !progress(done, count * StepsOfFile)) stopped = true;
+            return !stopped;
+        };
+        if (stopped) return;
+        const auto file = static_cast<std::size_t>(number) - 1;
+        found[file] = FindTracksAt(files[file].Name, files[file].Path, tell);
+        tell(1);
+    });
+    if (stopped) return {};
     return found;
 }
 

@@ -42,8 +42,9 @@ struct FoundFile {
 /// What a file's bytes hold. One without a fix says why.
 FoundFile FindTracks(std::string name, std::string_view bytes);
 
-/// The same of a file on a disc.
-FoundFile FindTracksAt(std::string name, const std::filesystem::path& source);
+/// The same of a file on a disc. Progress is told of a packed one; a stopped reading gives what it has.
+FoundFile FindTracksAt(std::string name, const std::filesystem::path& source,
+                       const ReadingProgress& progress);
 
 /// Where a track is at a moment, straight on between its fixes, the longitude on from the fix before;
 /// nothing before its first fix and behind its last.
@@ -62,7 +63,8 @@ std::vector<HandedFile> HandedFiles(const std::vector<std::filesystem::path>& pa
 /// Told how many of how many are done; false stops the work.
 using StepProgress = std::function<bool(int done, int count)>;
 
-/// What is in all of them, read on all processors; nothing where the work was stopped.
+/// What is in all of them, read on all processors, which tell of their progress each by itself, inside
+/// packed files too; nothing where the work was stopped.
 std::optional<std::vector<FoundFile>> FindTracksIn(const std::vector<HandedFile>& files,
                                                    const StepProgress& progress);
 

@@ -22,11 +22,10 @@ class TrackWalk {
         : track_(track),
           times_(track.TrackTime),
           count_(track.Count()),
-          lowestUpTo_(times_),
-          highestFrom_(times_) {
-        for (int i = 2; i <= count_; ++i) lowestUpTo_[i] = std::min(lowestUpTo_[i], lowestUpTo_[i - 1]);
-        for (int i = count_ - 1; i >= 1; --i)
-            highestFrom_[i] = std::max(highestFrom_[i], highestFrom_[i + 1]);
+          earliest_(times_[1]),
+          latest_(times_[count_]),
+          inOrder_(std::ranges::is_sorted(times_)) {
+        if (!inOrder_) OrderTimes();
         for (int first = 1; first < count_; first += BlockSize) blocks_.Add(Enclose(first));
     }
 
@@ -36,7 +35,7 @@ class TrackWalk {
     /// The segment that holds second t, 0 if there is none; from one Restart to the next t must not fall.
     int SegmentAt(int t) {
         const int from = times_[segment_] <= t ? segment_ : FirstPointAtOrBefore(t);
-        if (from > count_ || highestFrom_[from] <= t) return 0;
+        if (from > count_ || HighestFrom(from) <= t) return 0;
         int next = from + 1;
         while (times_[next] <= t) ++next;
         return segment_ = next - 1;
@@ -66,8 +65,8 @@ class TrackWalk {
     /// After a lookup at t without a segment: the first second at which another one may find one; the
     /// largest int when none will.
     int NextChance(int t) const {
-        if (t < lowestUpTo_[count_]) return LastSecondBefore(lowestUpTo_[count_]) + 1;
-        const bool over = times_[segment_] <= t && highestFrom_[segment_] <= t;
+        if (t < LowestUpTo(count_)) return LastSecondBefore(LowestUpTo(count_)) + 1;
+        const bool over = times_[segment_] <= t && HighestFrom(segment_) <= t;
         return over ? std::numeric_limits<int>::max() : t + 1;
     }
 
@@ -83,6 +82,17 @@ class TrackWalk {
         double East = 0.0;
         int LastSecond = 0;  ///< the smallest int where times fall back: the walk may leave the block early
     };
+
+    void OrderTimes() {
+        lowest_ = highest_ = times_;
+        for (int i = 2; i <= count_; ++i) lowest_[i] = std::min(lowest_[i], lowest_[i - 1]);
+        for (int i = count_ - 1; i >= 1; --i) highest_[i] = std::max(highest_[i], highest_[i + 1]);
+    }
+
+    /// Smallest time of points 1 to i.
+    double LowestUpTo(int i) const { return inOrder_ ? earliest_ : lowest_[i]; }
+    /// Largest time of points i to the last.
+    double HighestFrom(int i) const { return inOrder_ ? latest_ : highest_[i]; }
 
     static int LastSecondBefore(double time) { return static_cast<int>(std::ceil(time)) - 1; }
 
@@ -102,17 +112,21 @@ class TrackWalk {
     }
 
     int FirstPointAtOrBefore(int t) const {
-        const auto found = std::partition_point(lowestUpTo_.begin(), lowestUpTo_.end(),
-                                                [t](auto lowest) { return lowest > t; });
-        return static_cast<int>(found - lowestUpTo_.begin()) + 1;
+        if (inOrder_) return earliest_ <= t ? 1 : count_ + 1;
+        const auto found =
+            std::partition_point(lowest_.begin(), lowest_.end(), [t](auto lowest) { return lowest > t; });
+        return static_cast<int>(found - lowest_.begin()) + 1;
     }
 
     const Track& track_;
     const OneBased<double>& times_;
     int count_ = 0;
     int segment_ = 1;
-    OneBased<double> lowestUpTo_;   ///< smallest time of points 1 to i
-    OneBased<double> highestFrom_;  ///< largest time of points i to the last
+    double earliest_ = 0.0;  // where the times are in order
+    double latest_ = 0.0;    // likewise
+    bool inOrder_ = false;
+    OneBased<double> lowest_;   // what LowestUpTo gives; empty where the times are in order
+    OneBased<double> highest_;  // likewise
     OneBased<Block> blocks_;
 };
 

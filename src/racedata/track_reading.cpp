@@ -156,19 +156,21 @@ std::filesystem::path TrackPath(const std::filesystem::path& appPath, const std:
     return FindBelow(appPath, "gpsdat/" + TrackFileName(appPath, boatFile));
 }
 
-TrackFileReading ReadTrackBytes(const std::string& name, std::string_view bytes) {
+TrackFileReading ReadTrackBytes(const std::string& name, std::string_view bytes,
+                                const ReadingProgress& progress) {
     TrackFileReading reading;
     if (IsLinesFile(name, bytes)) {
         reading.Lines = ReadLinesFile(bytes);
         reading.Content.Format = LinesFormat;
         reading.Content.Refused = reading.Lines->Refused;
     } else {
-        reading.Content = ReadTrackFile(bytes, name);
+        reading.Content = ReadTrackFile(bytes, name, progress);
     }
     return reading;
 }
 
-TrackFileReading ReadTrackFileAt(const std::filesystem::path& path, const std::string& name) {
+TrackFileReading ReadTrackFileAt(const std::filesystem::path& path, const std::string& name,
+                                 const ReadingProgress& progress) {
     TrackFileReading reading;
     std::string bytes;
     if (FileSize(path).value_or(0) > LargestGuess && !HasTrackExtension(name)) {
@@ -177,7 +179,8 @@ TrackFileReading ReadTrackFileAt(const std::filesystem::path& path, const std::s
         reading = {};
     }
     reading.Content.Refused = FetchTrackFile(path, bytes);
-    return reading.Content.Refused == Refusal::None ? ReadTrackBytes(name, bytes) : reading;
+    if (reading.Content.Refused != Refusal::None) return reading;
+    return ReadTrackBytes(name, bytes, progress);
 }
 
 TrackReading TakeRecording(const TrackFileContent& content, std::string_view choice) {

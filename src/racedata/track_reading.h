@@ -50,10 +50,12 @@ struct TrackFileReading {
 
 /// Reads the bytes of a file of that name. The kind of a file is found by its content. One of lines that
 /// begin with T (TrackLineReader) and of 500 bytes or fewer gives no fix.
-TrackFileReading ReadTrackBytes(const std::string& name, std::string_view bytes);
+TrackFileReading ReadTrackBytes(const std::string& name, std::string_view bytes,
+                                const ReadingProgress& progress = {});
 
 /// Reads a file. Of a large one that begins like no track, such as a photograph, the head alone is read.
-TrackFileReading ReadTrackFileAt(const std::filesystem::path& path, const std::string& name);
+TrackFileReading ReadTrackFileAt(const std::filesystem::path& path, const std::string& name,
+                                 const ReadingProgress& progress = {});
 
 /// What a file tells of one boat: of the recording with that number, or of this boat (or the first without
 /// regard to case), or of the first one where `choice` is empty.

@@ -94,9 +94,10 @@ std::vector<std::string> TrackFilePatterns() {
     return patterns;
 }
 
-TrackFileContent ReadTrackFile(std::string_view bytes, std::string_view name) {
+TrackFileContent ReadTrackFile(std::string_view bytes, std::string_view name,
+                               const ReadingProgress& progress) {
     if (!IsPacked(bytes)) return ReadUnpackedFile(bytes, name);
-    TrackFileContent content = ReadPacked(bytes, name, ReadUnpackedFile);
+    TrackFileContent content = ReadPacked(bytes, name, ReadUnpackedFile, progress);
     if (content.Refused == Refusal::Packed && EndsWith(name, ".sail2")) content.Refused = Refusal::Sail2;
     return content;
 }

@@ -32,7 +32,8 @@ std::vector<std::string> TrackFilePatterns();
 /// What a file tells, whatever its kind is, found by its content. Packed files (gz, zip) are unpacked in
 /// memory within limits. Recordings without a fix are left out; a file that gives none is refused with the
 /// reason. The name, which may be left out, tells of a file that cannot be read whether its kind is a
-/// closed one.
-TrackFileContent ReadTrackFile(std::string_view bytes, std::string_view name = {});
+/// closed one. Progress may be empty; it is told of packed files alone.
+TrackFileContent ReadTrackFile(std::string_view bytes, std::string_view name = {},
+                               const ReadingProgress& progress = {});
 
 }  // namespace keelview

@@ -184,7 +184,7 @@ bool HasAny(const RaceHints& hints) {
 /// Reads the files of a packed one, one after another, so that one at a time lies unpacked.
 class PackedReader {
   public:
-    explicit PackedReader(ReadUnpacked read) : read_(read) {}
+    PackedReader(ReadUnpacked read, const ReadingProgress& progress) : read_(read), progress_(progress) {}
 
     TrackFileContent Read(std::string_view bytes, std::string_view name, int depth) {
         if (!IsPacked(bytes)) return read_(bytes, name);
@@ -197,7 +197,10 @@ class PackedReader {
 
   private:
     ReadUnpacked read_;
+    const ReadingProgress& progress_;
     std::size_t left_ = MostUnpacked;
+    double share_ = 0;  // of the outermost file
+    bool stopped_ = false;
 
     static TrackFileContent Refused(Refusal why) {
         TrackFileContent content;
@@ -224,19 +227,28 @@ class PackedReader {
         if (!ListZip(zip, limit, entries, left_)) return Refused(Refusal::TooLarge);
         TrackFileContent all = Refused(Refusal::Packed);
         std::vector<std::string_view> files;  // that of each recording
+        std::size_t read = 0;
         for (const ZipEntry& entry : entries) {
+            if (stopped_) break;
             std::string unpacked;
             if (Unzip(zip, entry, unpacked))
                 Join(Read(unpacked, entry.Name, depth + 1), all);
             else
                 Skip(all.Left, SkipReason::Broken);
             files.resize(all.Recordings.size(), entry.Name);
+            Tell(++read, entries.size(), depth);
         }
         if (all.Refused == Refusal::Packed && !all.Left.empty()) all.Refused = Refusal::Broken;
         if (!files.empty() && files.front() != files.back())
             for (std::size_t k = 0; k < files.size(); ++k)
                 if (all.Recordings[k].Boat.empty()) all.Recordings[k].Boat = StemOf(files[k]);
         return all;
+    }
+
+    /// A zip in a file is one step of that, but can be stopped inside.
+    void Tell(std::size_t read, std::size_t all, int depth) {
+        if (depth == 0) share_ = static_cast<double>(read) / static_cast<double>(all);
+        stopped_ = stopped_ || (progress_ && !progress_(share_));
     }
 
     /// Adds what one file of several holds. What none of them gives is told as by the first of a known
@@ -260,8 +272,9 @@ bool IsPacked(std::string_view bytes) {
     return IsGz(bytes) || IsZip(bytes);
 }
 
-TrackFileContent ReadPacked(std::string_view bytes, std::string_view name, ReadUnpacked read) {
-    return PackedReader(read).Read(bytes, name, 0);
+TrackFileContent ReadPacked(std::string_view bytes, std::string_view name, ReadUnpacked read,
+                            const ReadingProgress& progress) {
+    return PackedReader(read, progress).Read(bytes, name, 0);
 }
 
 }  // namespace keelview

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstdint>
+#include <functional>
 #include <limits>
 #include <optional>
 #include <string>
@@ -93,6 +94,9 @@ struct TrackFileContent {
     std::vector<Skipped>
         Left;  ///< what was skipped of the file as a whole, as broken files of a packed one
 };
+
+/// Told how much of a file is read, from 0 to 1; false stops the reading.
+using ReadingProgress = std::function<bool(double share)>;
 
 /// Counts one more of a reason.
 void Skip(std::vector<Skipped>& skipped, SkipReason why, int count = 1);
