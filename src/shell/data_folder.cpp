@@ -12,6 +12,7 @@ namespace {
 namespace fs = std::filesystem;
 
 constexpr const char* RaceFolder = "raceadmin";
+constexpr const char* CoastFolder = "coastline";
 constexpr const char* StartFolder = "start";  // Ver.00 and racefile.st by language
 
 bool IsFolder(const fs::path& path) {
@@ -62,6 +63,16 @@ std::error_code LayOut(const fs::path& shared, const fs::path& folder, const fs:
     return error;
 }
 
+/// Copies the coasts that the folder lacks: a newer program may come with more. One that cannot be copied
+/// is for the next start.
+void AddCoasts(const fs::path& shared, const fs::path& folder) {
+    std::error_code error;
+    if (!IsFolder(folder / CoastFolder)) return;
+    for (fs::directory_iterator entry(shared / CoastFolder, error), end; !error && entry != end;
+         entry.increment(error))
+        LayOutEntry(shared / CoastFolder, folder / CoastFolder, entry->path().filename().string(), {});
+}
+
 /// Leads a link in the folder to the program, unless something of the user's has its name.
 void LinkProgram(const fs::path& program, const fs::path& folder) {
     const fs::path link = folder / program.filename();
@@ -83,6 +94,7 @@ fs::path SettleDataFolder(const fs::path& program, const fs::path& userFolder, b
     const fs::path startFiles = shared / StartFolder / (japanese ? "ja" : "en");
     if (!IsFolder(FindBelow(userFolder, RaceFolder)) && LayOut(shared, userFolder, startFiles))
         return shared;
+    AddCoasts(shared, userFolder);
     LinkProgram(program, userFolder);
     return userFolder;
 }

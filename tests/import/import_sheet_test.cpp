@@ -18,6 +18,7 @@
 #include "support/qt_driver.h"
 #include "support/sailed_race.h"
 #include "support/test_world.h"
+#include "support/told_recordings.h"
 
 namespace keelview {
 namespace {
@@ -36,13 +37,13 @@ struct ImportTest : testing::Test, TestWorld {
         tree.Write("stick/IMG.JPG", "\xFF\xD8\xFF\xE0 no track");
     }
 
-    /// Does something with the sheet as soon as it has read its files.
-    static void WhenReady(std::function<void(QWidget& sheet)> act) {
-        QTimer::singleShot(10, qApp, [act = std::move(act)] {
+    /// Does something with the sheet as soon as it has read its files and shows so many boats.
+    static void WhenReady(std::function<void(QWidget& sheet)> act, int rows = 1) {
+        QTimer::singleShot(10, qApp, [act = std::move(act), rows] {
             QWidget* const sheet = QApplication::activeModalWidget();
             const auto* const ok = sheet ? sheet->findChild<QPushButton*>("Ok") : nullptr;
-            const bool ready = ok && ok->isEnabled() && sheet->findChild<QTableWidget*>()->rowCount() > 0;
-            ready ? act(*sheet) : WhenReady(act);
+            const bool ready = ok && ok->isEnabled() && Table(*sheet).rowCount() >= rows;
+            ready ? act(*sheet) : WhenReady(act, rows);
         });
     }
     static QTableWidget& Table(QWidget& sheet) { return *sheet.findChild<QTableWidget*>(); }
@@ -110,6 +111,57 @@ TEST_F(ImportTest, AFolderDroppedOnTheMenuIsARaceThatIsShown) {
     EXPECT_EQ(tree.Files("gpsdat"), "x1.trk x2.trk x3.trk x4.trk ");
     display.Close();
     driver::Settle();
+}
+
+TEST_F(ImportTest, ALongReadingOfOneZipIsStoppedInTheWindowAndNothingIsTaken) {
+    std::string track = "time,lat,lon\n";
+    for (int second = 0; second < 4000; ++second)
+        track += std::to_string(1791028800 + second) + ",35." + std::to_string(1000 + second) + ",139.5\n";
+    tree.Write("all.zip", Zip(std::vector<ZipEntry>(400, {"a.csv", track})));
+    QTimer::singleShot(0, qApp, [this] {  // while the sheet waits for its work
+        auto* const stop = QApplication::activeModalWidget()->findChild<QPushButton*>("Stop");
+        EXPECT_TRUE(stop->isVisible());
+        QTest::mouseClick(stop, Qt::LeftButton);
+        const auto seen = [stop](QWidget& sheet) {
+            EXPECT_FALSE(stop->isVisible());
+            EXPECT_EQ(Table(sheet).rowCount() + sheet.findChild<QListWidget*>("Unused")->count(), 0);
+            Press(sheet, "Cancel");
+        };
+        WhenReady(seen, 0);
+    });
+    EXPECT_EQ(ImportSheet(app.settings, services).MakeRace({tree.Root() / "all.zip"}), "");
+    EXPECT_EQ(Written(), "");
+}
+
+TEST_F(ImportTest, BoatsThatAreNotSavedInTheEditorOutliveARaceOfDroppedFiles) {
+    tree.Write("raceadmin/Ver.00", "0,1");
+    const StartOutcome outcome = SettleStart(app, services, true);
+    Program program(app, services,
+                    [](std::function<void()> task) { TheApplication().Later(std::move(task)); });
+    program.Start(outcome);
+    std::filesystem::create_directories(tree.Root() / "gpsdat");
+    std::filesystem::copy_file(tree.Root() / "stick/x1.trk", tree.Root() / "gpsdat/mine.trk");
+    driver::Click(program.TheMenu()->Command2);
+    RaceEditor& editor = *program.TheEditor();
+    driver::Click(editor.Command1);
+    editor.Combo1.SetText("mine.trk");
+    dialogs.AnswerInput("Mine");
+    driver::Click(editor.Command2);
+    ASSERT_EQ(editor.Draft().Boats.Count(), 1);
+    WhenReady([&](QWidget& sheet) { Press(sheet, "Ok"); });
+    Drop(editor, "stick");
+    ASSERT_NE(program.TheDesk(), nullptr);
+    EXPECT_FALSE(editor.Visible());
+    program.TheDesk()->session.Display().Close();
+    driver::Settle();
+    EXPECT_TRUE(editor.Visible());
+    EXPECT_EQ(editor.Draft().Boats.Count(), 1);
+    for (const bool leaves : {false, true}) {
+        dialogs.AnswerYesNo(leaves);
+        driver::Click(editor.Command8);
+        EXPECT_TRUE(dialogs.AllAnswered() && Said().find("not saved") != std::string::npos);
+        EXPECT_EQ(program.TheEditor() == nullptr, leaves);
+    }
 }
 
 TEST_F(ImportTest, WhatCannotBeWrittenIsToldAndLeavesNothing) {

@@ -145,6 +145,21 @@ TEST(Packed, WhatIsInsideIsRead) {
         EXPECT_EQ(ReadTrackFile(packed).Recordings.at(0).Fixes.size(), 100'000U);
 }
 
+TEST(Packed, TellsHowFarItIsAndStopsWhenAsked) {
+    const std::string inner = Zip({{"d1", Table}, {"d2", Table}});
+    const std::string zip = Zip({{"a", Table}, {"b", "x"}, {"c.zip", inner}, {"e", Table}});
+    const std::vector all{0.25, 0.5, 0.5, 0.5, 0.75, 1.0};  // c.zip is one step, with two stops inside
+    for (const auto& [words, recordings] : {std::pair{1U, 1U}, {3U, 2U}, {6U, 4U}}) {
+        std::vector<double> told;
+        const TrackFileContent content = ReadTrackFile(zip, {}, [&, most = words](double share) {
+            told.push_back(share);
+            return told.size() < most;
+        });
+        EXPECT_EQ(told, std::vector(all.begin(), all.begin() + words));
+        EXPECT_EQ(content.Recordings.size(), recordings);
+    }
+}
+
 TEST(Packed, BrokenFilesAreCountedAndThoseBeyondTheLimitsRefused) {
     for (const ZipEntry& entry : {ZipEntry{"a", "T", 1},
                                   {"a", "T", 0, 12},

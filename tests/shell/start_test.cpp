@@ -154,7 +154,10 @@ TEST_F(DataFolderTest, TheFirstStartLaysTheUsersFolderOutAndLaterOnesLeaveItToTh
     fs::remove(user / "gpsdat/a.trk");
     fs::rename(tree.Root() / "usr", tree.Root() / "opt");  // installed anew in another place
     program = tree.Root() / "opt/bin/keelview";
+    tree.Write("opt/share/keelview/coastline/world.shore", "new");
+    tree.Write("opt/share/keelview/coastline/5339.cst", "new");
     EXPECT_EQ(Settle(), user);
+    EXPECT_EQ(UserFile("coastline/world.shore") + UserFile("coastline/5339.cst"), "newcoastline/5339.cst");
     EXPECT_EQ(UserFile("raceadmin/R1.txt") + UserFile("raceadmin/Ver.00"), "my marks1,0");
     EXPECT_TRUE(UserFile("keelview") == "program" && !fs::exists(user / "gpsdat/a.trk"));
 }
