@@ -65,7 +65,7 @@ bool LooksLikeGpx(std::string_view bytes) {
 }
 
 TrackFileContent ReadGpx(std::string_view bytes) {
-    return ReadXmlTracks(bytes, ReadElement);
+    return ReadXmlTracks(bytes, "</time>", ReadElement);
 }
 
 }  // namespace keelview

@@ -32,7 +32,7 @@ bool LooksLikeTcx(std::string_view bytes) {
 }
 
 TrackFileContent ReadTcx(std::string_view bytes) {
-    return ReadXmlTracks(bytes, ReadElement);
+    return ReadXmlTracks(bytes, "</Time>", ReadElement);
 }
 
 }  // namespace keelview

@@ -81,6 +81,7 @@ void WrittenFixes::Begin(std::string_view boat, std::string_view device) {
     auto& recordings = content_.Recordings;
     if (!recordings.empty() && recordings.back().Fixes.empty())
         recordings.pop_back();  // it would be left out
+    if (!recordings.empty()) recordings.back().Fixes.shrink_to_fit();
     Recording& recording = recordings.emplace_back(blank_);
     if (!boat.empty()) recording.Boat = NameOf(boat);
     if (!device.empty()) recording.Device = NameOf(device);
@@ -88,7 +89,9 @@ void WrittenFixes::Begin(std::string_view boat, std::string_view device) {
 
 Recording& WrittenFixes::Current() {
     if (content_.Recordings.empty()) Begin({});
-    return content_.Recordings.back();
+    Recording& current = content_.Recordings.back();
+    if (current.Fixes.capacity() == 0) current.Fixes.reserve(room_);
+    return current;
 }
 
 void WrittenFixes::Add(std::string_view time, const RecordedFix& fix) {

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstddef>
 #include <string_view>
 
 #include "racedata/tracks/iso_time.h"
@@ -27,6 +28,8 @@ class WrittenFixes {
   public:
     /// Tells what a recording is called that has no name of its own, and what made the file.
     void NameFile(std::string_view boat, std::string_view device);
+    /// Has room for so many fixes from the beginning: a list that grows is in memory twice.
+    void MakeRoom(std::size_t fixes) { room_ = fixes; }
     /// Opens a recording: what is added from now on is of this boat. Names may be in any encoding; they
     /// come out as one line of UTF-8, cut to 200 bytes.
     void Begin(std::string_view boat, std::string_view device = {});
@@ -49,6 +52,7 @@ class WrittenFixes {
     void NoteZone(const IsoTime& time);
 
     TrackFileContent content_;
+    std::size_t room_ = 0;
     Recording blank_;      // what each recording begins with
     bool zones_ = false;   // a time with a zone was met
     bool places_ = false;  // a place without a time was met

@@ -43,6 +43,14 @@ bool TakesTooMuch(std::string_view bytes) {
     return elements * elementSize + attributes * attributeSize > bytes.size() * mostTimes + always;
 }
 
+std::size_t CountOf(std::string_view what, std::string_view text) {
+    std::size_t count = 0;
+    for (std::size_t at = text.find(what); at != std::string_view::npos;
+         at = text.find(what, at + what.size()))
+        ++count;
+    return count;
+}
+
 /// The file up to the end of its last tag. In a file that was cut off, a number behind it may have lost
 /// digits.
 std::string_view UpToLastTag(std::string_view bytes) {
@@ -87,7 +95,7 @@ bool IsXmlOf(std::string_view bytes, std::string_view root) {
     return FirstTag(head) == root;
 }
 
-TrackFileContent ReadXmlTracks(std::string_view bytes, ReadXmlElement read) {
+TrackFileContent ReadXmlTracks(std::string_view bytes, std::string_view timeEnd, ReadXmlElement read) {
     if (TakesTooMuch(bytes)) return {{}, Refusal::TooLarge, {}, {}, {}};
     const std::string_view sound = UpToLastTag(bytes);
     constexpr unsigned options = pugi::parse_cdata | pugi::parse_escapes | pugi::parse_embed_pcdata;
@@ -95,6 +103,7 @@ TrackFileContent ReadXmlTracks(std::string_view bytes, ReadXmlElement read) {
     const bool whole = bool(document.load_buffer(sound.data(), sound.size(), options));
     if (!document.document_element()) return {{}, Refusal::Broken, {}, {}, {}};
     WrittenFixes fixes;
+    fixes.MakeRoom(CountOf(timeEnd, sound));
     if (!ReadElements(document, read, fixes)) return {{}, Refusal::TooLarge, {}, {}, {}};
     if (!whole) fixes.Leave(SkipReason::Broken);
     return fixes.Take();

@@ -17,8 +17,9 @@ using ReadXmlElement = bool (*)(pugi::xml_node element, WrittenFixes& fixes);
 /// as they are but for the standard ones. A file that was cut off, or is faulty somewhere, gives what
 /// stands before that place, without the text or the tag that was cut, and counts as one piece that is
 /// broken. Refused is a file without an element (Broken), and one whose elements lie deeper than 200, or
-/// are so many for its size that they would take more than some times of it in memory (TooLarge).
-TrackFileContent ReadXmlTracks(std::string_view bytes, ReadXmlElement read);
+/// are so many for its size that they would take more than some times of it in memory (TooLarge). The tag
+/// that usually ends a time ("</time>") tells how many fixes there is room to be made for.
+TrackFileContent ReadXmlTracks(std::string_view bytes, std::string_view timeEnd, ReadXmlElement read);
 
 /// The name of an element without its prefix.
 std::string_view LocalName(pugi::xml_node element);
