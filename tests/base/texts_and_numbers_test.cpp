@@ -210,9 +210,9 @@ TEST(TextEncoding, EachCharacterFindsItsPlaceOrIsSeenToHaveNone) {
     for (const char* text : {"ñ", "\xFF"}) EXPECT_FALSE(EncodeText(text, TextEncoding::ShiftJis));
     EXPECT_EQ(EncodeText("ñ", TextEncoding::Utf8), "ñ");
     for (const char* bytes :
-         {"\xC0\xAF", "\xED\xA0\x80", "\xF4\x90\x80\x80", "\xE0\x80\x80", "\xC3", "\x80"})
+         {"\xC0\xAF", "\xED\xA0\x80", "\xF4\x90\x80\x80", "\xE0\x9F\xBF", "\xC3", "\x80"})
         EXPECT_FALSE(IsValidUtf8(bytes));
-    EXPECT_TRUE(IsValidUtf8("\xF4\x8F\xBF\xBF\xED\x9F\xBF"));
+    EXPECT_TRUE(IsValidUtf8("\xF4\x8F\xBF\xBF\xED\x9F\xBF\xE0\xA0\x80"));
 }
 
 }  // namespace

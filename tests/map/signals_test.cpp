@@ -28,7 +28,8 @@ TEST_F(SignalsTest, FlagsAndClockCountDownAndTheGunFiresOnce) {
     using Case = std::pair<double, const char*>;
     for (const auto& [time, shown] :
          {Case{-199, "B--00:03:19"}, Case{-58, "B7-00:00:58"}, Case{-50, "-7-00:00:50"},
-          Case{-20.5, "-7L00:00:21"}, Case{8, "--L00:00:08"}, Case{20, "---00:00:20"}}) {
+          Case{-20.5, "-7L00:00:21"}, Case{8, "--L00:00:08"}, Case{12, "---00:00:12"},
+          Case{20, "---00:00:20"}}) {
         Seek(time);
         const RaceDisp& form = Form();
         EXPECT_EQ(std::string(form.Blue_P.Visible() ? "B" : "-") + (form.Seven.Visible() ? "7" : "-") +
