@@ -22,8 +22,9 @@ struct DemoPlan {
     std::vector<std::string> Names;
     std::string Prefix;
     int Early;    // boat over the line too early, from 0
-    int Retires;  // boat that gives up
+    int Retires;  // boat that gives up on the last leg
     int Gap;      // boat with a gap in its track
+    int Close;    // boat that finishes within a second of another
 };
 
 inline DemoPlan EnglishRace() {
@@ -46,7 +47,8 @@ inline DemoPlan EnglishRace() {
             .Prefix = "r1_",
             .Early = 3,
             .Retires = 6,
-            .Gap = 4};
+            .Gap = 4,
+            .Close = 7};
 }
 
 inline DemoPlan JapaneseRace() {
@@ -69,7 +71,8 @@ inline DemoPlan JapaneseRace() {
             .Prefix = "r2_",
             .Early = 7,
             .Retires = 14,
-            .Gap = 9};
+            .Gap = 9,
+            .Close = 2};
 }
 
 /// A fleet of so many boats, known by their sail numbers.
@@ -92,7 +95,8 @@ inline DemoPlan FleetRace(int boats) {
                   .Prefix = "fleet_",
                   .Early = 3,
                   .Retires = 6,
-                  .Gap = 4};
+                  .Gap = 4,
+                  .Close = 1};
     for (int boat = 1; boat <= boats; ++boat) plan.Names.push_back("JPN " + std::to_string(4000 + boat));
     return plan;
 }

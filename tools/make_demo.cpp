@@ -9,6 +9,7 @@
 #include <cstdio>
 #include <cstdlib>
 #include <filesystem>
+#include <optional>
 #include <random>
 #include <span>
 #include <string>
@@ -29,6 +30,7 @@ using namespace keelview;
 
 constexpr double Variation = -7.0;  // degrees
 constexpr int TimeDiffHours = 9;
+constexpr int FirstSecond = -420;  // of the tracks, from the start
 
 /// Metres east and north of the race's middle.
 struct Spot {
@@ -98,15 +100,17 @@ Course LayCourse(const DemoPlan& plan, double lineMetres) {
 /// One boat sailing the course second by second.
 class Sailor {
   public:
-    Sailor(const DemoPlan& plan, const Course& course, int number, Dice& dice)
-        : plan_(plan), course_(course), dice_(dice), number_(number) {
+    /// A trim above 1 makes the boat so much faster.
+    Sailor(const DemoPlan& plan, const Course& course, int number, double trim)
+        : plan_(plan), course_(course), number_(number) {
+        Dice dice(plan.Seed * 1000 + static_cast<unsigned>(number));
         const double share = (number + 0.5) / static_cast<double>(plan.Names.size());
         slot_ = {course.Pin.East + (course.Committee.East - course.Pin.East) * (0.06 + 0.88 * share),
                  course.Pin.North + (course.Committee.North - course.Pin.North) * (0.06 + 0.88 * share)};
         const double aside = dice.Between(-80, 80);
         const double behind = dice.Between(40, 160);
         at_ = Along(Along(slot_, plan.Wind + 180, behind), plan.Wind + 90, aside);
-        skill_ = dice.Between(0.93, 1.03);
+        skill_ = trim * dice.Between(0.93, 1.03);
         height_ = dice.Between(-1.5, 1.5);
         tack_ = dice.Between(0, 1) < 0.6 ? 1 : -1;
         late_ = dice.Between(0, 6);
@@ -115,9 +119,9 @@ class Sailor {
     /// Moves on by the second that begins at t.
     void Sail(int t) {
         const double wind = WindAtSecond(plan_, t);
-        if (t < startAt()) {
+        if (t < StartAt()) {
             Jostle(t, wind);
-        } else if (finished_ || retired_) {
+        } else if (finish_ || HasRetired()) {
             SailHome(wind);
         } else {
             Race(t, wind);
@@ -126,23 +130,28 @@ class Sailor {
 
     const Spot& At() const { return at_; }
     bool Resting() const { return rest_ > 150; }
-    void Retire() { retired_ = true; }
+    /// The moment of the finish, in seconds from the start.
+    std::optional<double> Finish() const { return finish_; }
 
   private:
-    double startAt() const { return number_ == plan_.Early ? -14.0 : late_ - 18.0; }
+    double HoldMetres() const { return 50.0 + 8 * (number_ % 3); }
+
+    /// When it leaves its hold for the line, at some two metres a second.
+    double StartAt() const { return (number_ == plan_.Early ? -20.0 : late_) - HoldMetres() / 2; }
 
     void Move(double heading, double knots) {
-        heading_ += std::clamp(WrapDifference(heading - heading_), -14.0, 14.0);
-        heading_ = WrapDirection(heading_);
-        speed_ += std::clamp(knots - speed_, -0.35, 0.25);
-        if (std::abs(WrapDifference(heading - heading_)) > 20) speed_ *= 0.95;
+        constexpr double quickest = 14, gathering = 0.1, lost = 0.92;  // degrees, and shares, a second
+        const double turn = WrapDifference(heading - heading_);
+        heading_ = WrapDirection(heading_ + std::clamp(turn, -quickest, quickest));
+        speed_ += knots > speed_ ? gathering * (knots - speed_) : std::max(knots - speed_, -0.35);
+        if (std::abs(turn) > 30) speed_ *= lost;
         at_ = Along(at_, heading_, speed_ * MetresPerNauticalMile / 3600.0);
     }
 
     /// Reaches to and fro below the line and comes back to its slot for the run at it.
     void Jostle(int t, double wind) {
-        const Spot hold = Along(slot_, plan_.Wind + 135, 50 + 8 * (number_ % 3));
-        const double left = startAt() - t;
+        const Spot hold = Along(slot_, plan_.Wind + 135, HoldMetres());
+        const double left = StartAt() - t;
         const double side = std::fmod(t + 4000.0 + number_ * 17.0, 80.0) < 40 ? 90 : -90;
         const double away = DistanceTo(at_, hold);
         const bool comeBack = away > 70 || left < 35;
@@ -180,21 +189,26 @@ class Sailor {
             StartOff(t);
             return;
         }
-        const Spot target = Target();
-        if (leg_ > LastMark() && AlongWind(target) > 6) {
-            finished_ = true;
-            return;
-        }
-        if (leg_ <= LastMark() && DistanceTo(at_, target) < 9 + speed_) {
+        if (leg_ <= LastMark() && DistanceTo(at_, Target()) < 9 + speed_) {
             corner_ = (corner_ + 1) % 3;
             if (corner_ == 0) ++leg_;
             sinceTack_ = 0;
-            return;
         }
+        const Spot target = Target();
+        const double before = AlongWind(target);
         if (corner_ > 0)
-            Move(BearingTo(at_, target), 3.8);
+            Move(BearingTo(at_, target), 0.85 * plan_.Knots);
         else
             Beat(t, wind, target, Upwind(), Off());
+        const double after = AlongWind(target);
+        if (leg_ > LastMark() && after > 0) finish_ = t + before / (before - after);
+    }
+
+    /// Half way down the last leg.
+    bool HasRetired() {
+        retired_ = retired_ || (number_ == plan_.Retires && leg_ > LastMark() &&
+                                AlongWind(slot_) > -plan_.LegMetres / 2);
+        return retired_;
     }
 
     double Off() const { return leg_ % 2 == 1 ? 43.0 + height_ : 150.0 + height_; }
@@ -214,14 +228,12 @@ class Sailor {
         if (!fetches) {
             const double headed = WrapDifference(wind - plan_.Wind) * tack_;
             const double across = toTarget * tack_;
-            const double patience = 40 + 25 * (number_ % 4);
-            const double lay = upwind ? -off + 2 : -(180 - off);
-            const bool pastLay =
-                upwind ? across < lay + 6 : WrapDifference(across - 180) > 0 && across < off;
+            const double patience = 70 + 25 * (number_ % 4);
+            const bool pastLay = across < 0 && (upwind ? across < 1 - off : across > -1 - off);
             const bool shifted = (upwind ? headed : -headed) > 0.5 * plan_.Swing && sinceTack_ > patience;
             const bool wide = std::abs(Across(target)) > 0.42 * plan_.LegMetres &&
                               Across(target) * tack_ * (upwind ? -1 : 1) < 0;
-            if (sinceTack_ > 15 && (pastLay || shifted || wide || sinceTack_ > 260)) {
+            if (sinceTack_ > 30 && (pastLay || shifted || wide || sinceTack_ > 260)) {
                 tack_ = -tack_;
                 sinceTack_ = 0;
             }
@@ -246,7 +258,6 @@ class Sailor {
 
     const DemoPlan& plan_;
     const Course& course_;
-    Dice& dice_;
     int number_;
     Spot slot_;  // the place on the line that the boat starts from
     Spot at_;
@@ -260,7 +271,7 @@ class Sailor {
     int corner_ = 0;  // of the present mark
     int sinceTack_ = 0;
     int rest_ = 0;
-    bool finished_ = false;
+    std::optional<double> finish_;
     bool retired_ = false;
 };
 
@@ -274,12 +285,13 @@ std::string Format(const char* form, auto... values) {
 class DemoRace {
   public:
     DemoRace(std::filesystem::path folder, const DemoPlan& plan)
-        : folder_(std::move(folder)), plan_(plan), scale_(ComputeEarthScale(plan.Lat)), dice_(plan.Seed) {}
+        : folder_(std::move(folder)), plan_(plan), scale_(ComputeEarthScale(plan.Lat)) {}
 
     bool Write() {
         const double lineMetres =
             std::max(120.0, static_cast<double>(plan_.Names.size()) * plan_.BoatLength * 1.6);
         course_ = LayCourse(plan_, lineMetres);
+        SettleCloseFinish();
         for (std::size_t boat = 0; boat < plan_.Names.size(); ++boat) WriteTrack(static_cast<int>(boat));
         WriteWind();
         WriteControlFile();
@@ -287,6 +299,31 @@ class DemoRace {
     }
 
   private:
+    double TrimOf(int boat) const { return boat == plan_.Close ? closeTrim_ : 1.0; }
+
+    std::optional<double> FinishOf(int boat, double trim) const {
+        Sailor sailor(plan_, course_, boat, trim);
+        for (int t = FirstSecond; t <= plan_.Duration && !sailor.Resting(); ++t) sailor.Sail(t);
+        return sailor.Finish();
+    }
+
+    /// Trims the boat of the close finish, as little as it takes, to come in half a second behind another.
+    void SettleCloseFinish() {
+        constexpr double behind = 0.5, near = 0.2, widest = 0.03, step = 0.0001;
+        std::vector<double> others;
+        for (int boat = 0; boat < static_cast<int>(plan_.Names.size()); ++boat)
+            if (const auto finish = FinishOf(boat, 1.0); finish && boat != plan_.Close)
+                others.push_back(*finish);
+        for (double aside = 0; aside <= widest; aside += step)
+            for (const double trim : {1 - aside, 1 + aside})
+                if (const auto finish = FinishOf(plan_.Close, trim))
+                    for (const double other : others)
+                        if (std::abs(*finish - other - behind) < near) {
+                            closeTrim_ = trim;
+                            return;
+                        }
+    }
+
     double LatOf(const Spot& at) const { return plan_.Lat + at.North / scale_.MetresPerLatMinute; }
     double LonOf(const Spot& at) const { return plan_.Lon + at.East / scale_.MetresPerLonMinute; }
     CivilTime Start() const { return ParseDateTime(plan_.Start).value_or(0); }
@@ -318,13 +355,13 @@ class DemoRace {
         const bool degrees = boat % 5 == 3;
         std::string text = "H  SOFTWARE NAME & VERSION\r\nI  Keelview demo\r\nM WGS84\r\n";
         if (degrees) text += "U LAT LON DEG\r\n";
-        Sailor sailor(plan_, course_, boat, dice_);
+        Sailor sailor(plan_, course_, boat, TrimOf(boat));
+        Dice dice(plan_.Seed * 1000 + 500 + static_cast<unsigned>(boat));
         Spot noise;
-        for (int t = -420; t <= plan_.Duration + 60; ++t) {
-            if (boat == plan_.Retires && t > plan_.Duration * 2 / 5) sailor.Retire();
+        for (int t = FirstSecond; t <= plan_.Duration + 60; ++t) {
             sailor.Sail(t);
-            noise = {0.97 * noise.East + dice_.Between(-0.18, 0.18),
-                     0.97 * noise.North + dice_.Between(-0.18, 0.18)};
+            noise = {0.97 * noise.East + dice.Between(-0.18, 0.18),
+                     0.97 * noise.North + dice.Between(-0.18, 0.18)};
             const bool lost = boat == plan_.Gap && t > 1100 && t < 1300;
             if (!lost)
                 text += Fix({sailor.At().East + noise.East, sailor.At().North + noise.North}, t, degrees);
@@ -364,8 +401,8 @@ class DemoRace {
     std::filesystem::path folder_;
     const DemoPlan& plan_;
     EarthScale scale_;
-    Dice dice_;
     Course course_;
+    double closeTrim_ = 1.0;
     bool sound_ = true;
 };
 

@@ -26,6 +26,7 @@ FOLDER_NAME, FIRST_RACE, SECOND_RACE, FIRST_CHOSEN, BUILD_BUTTON = (150, 33), (1
 MAP_SIDE, MAP_LEFT, MAP_TOP = 970, 7, 7
 RACE_CLOCK, BOAT_LIST = (865, 948, 95, 20), (1015, 178, 265, 160)
 FORWARD, STOP, BACK, GRAPH_VIEW, MAP_VIEW = (1038, 681), (1038, 695), (1038, 709), (1215, 696), (1215, 682)
+OPEN_WATER = (200, 800)  # no boat ever comes there
 SET_MARK, SET_LINE, SET_COURSE, AUTO_TRACE = (1030, 759), (1112, 759), (1199, 759), (1038, 888)
 RACE_FILES, SHOW = (1155, 761), (1250, 761)  # in a copy that shows races only
 GRAPH_GROUND = (224, 224, 224)
@@ -70,12 +71,13 @@ class Regatta(OnScreen):
         self.window(re.escape(f"({RACE})"))
         self.display.click(*STOP)
         wait_until(self.leave_auto_trace, 30, "the position under the pointer in the title")
-        self.display.xdotool("mousemove", 500, 500, "keydown", "shift", "click", 3, "keyup", "shift")
+        self.display.xdotool("mousemove", *OPEN_WATER, "keydown", "shift", "click", 3, "keyup", "shift")
 
     def leave_auto_trace(self):
         """Auto trace comes by itself, two seconds after the start; until then its box does not take a click."""
         self.display.click(*AUTO_TRACE)
-        self.display.xdotool("mousemove", 499, 500, "sleep", 0.1, "mousemove", 500, 500, "sleep", 0.1)
+        x, y = OPEN_WATER
+        self.display.xdotool("mousemove", x - 1, y, "sleep", 0.1, "mousemove", x, y, "sleep", 0.1)
         return self.display.window_titled(r"N [0-9:.]+'/E [0-9:.]+'$")
 
     def click_until_filed(self, button, positions, line, count):
