@@ -76,7 +76,7 @@ TEST(Csv, SpeedsAnglesAndWindComeInTheUnitsOfTheirNames) {
                {"sog_kts =>  s9.26,", "Speed =>  s9.26,", "Speed (km/h) =>  s5,", "speed mph =>  s8.047,",
                 "SOG [m/s] =>  s18,", "速度(ノット) =>  s9.26,", "hdg_true =>  h9.26,", "Bsp =>  b9.26,",
                 "hacc =>  a9.26,", "Course (deg true) =>  c9.26,", "Twd =>  f9.26,",
-                "cog_rad =>  c530.559,", "TWS (mps) =>  w18,", "cog deg true t => ,", "speed,sog =>  s2,"});
+                "cog_rad =>  c170.559,", "TWS (mps) =>  w18,", "cog deg true t => ,", "speed,sog =>  s2,"});
     // 8 knots of wind across a boat that makes 6 to the north are felt as 10 from 53.13 degrees.
     ExpectTold(
         "time,lat,lon,hdg,", "", "CSV: 0 35 139 ",

@@ -6,7 +6,6 @@
 #include <vector>
 
 #include "base/strings.h"
-#include "base/text_encoding.h"
 #include "racedata/tracks/csv_cells.h"
 #include "racedata/tracks/csv_clock.h"
 #include "racedata/tracks/csv_layout.h"
@@ -106,7 +105,7 @@ class CsvTable {
             if (IsFull()) return nullptr;
             lastTrack_ = content_.Recordings.size();
             boats_.emplace(boat, lastTrack_);
-            content_.Recordings.emplace_back().Boat = DecodeText(Unquoted(boat)).Utf8;
+            content_.Recordings.emplace_back().Boat = SoundName(Unquoted(boat));
         }
         lastBoat_ = boat;
         return &content_.Recordings[lastTrack_];

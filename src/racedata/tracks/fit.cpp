@@ -151,7 +151,7 @@ class PartReader {
     /// What the part recorded. A device that tells its places by both kinds of messages tells them twice.
     Recording Recorded() {
         Recording& more = gps_.Fixes.size() > records_.Fixes.size() ? gps_ : records_;
-        more.Device = std::move(device_);
+        more.Device = SoundName(device_);
         return std::move(more);
     }
     RaceHints Hints;
@@ -238,9 +238,7 @@ class PartReader {
     void AddMark(const MessageAt& message) {
         const auto lat = message.Degrees(Lat);
         const auto lon = message.Degrees(Lon);
-        std::string name = message.Text(Name);
-        if (lat && lon && !name.empty() && std::abs(*lat) <= 90.0)
-            Hints.Marks.push_back({std::move(name), *lat, *lon});
+        if (lat && lon) keelview::AddMark(Hints, {message.Text(Name), *lat, *lon});
     }
 
     void SetZone(const MessageAt& message) {

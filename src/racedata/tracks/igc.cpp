@@ -7,7 +7,6 @@
 
 #include "base/dates.h"
 #include "base/strings.h"
-#include "base/text_encoding.h"
 #include "racedata/tracks/numbers.h"
 
 namespace keelview {
@@ -83,7 +82,7 @@ class IgcRecord {
   private:
     /// "AXXX001": three letters of the maker and the number of the device, until a header names its type.
     void ReadMaker(std::string_view line) {
-        if (track_.Device.empty()) track_.Device = DecodeText(Trim(line.substr(1))).Utf8;
+        if (track_.Device.empty()) track_.Device = SoundName(line.substr(1));
     }
 
     /// "HFDTE210625" and "HFDTEDATE:210625,01"; of the others what stands behind the colon.
@@ -99,9 +98,9 @@ class IgcRecord {
         if (code == "DTE") return ReadDate(value.substr(0, 6));
         if (value.empty()) return;
         if (code == "TZN") return ReadZone(value);
-        if (code == "FTY") track_.Device = DecodeText(value).Utf8;
+        if (code == "FTY") track_.Device = SoundName(value);
         const bool isSailNumber = code == "CID";
-        if (isSailNumber || (code == "GID" && track_.Boat.empty())) track_.Boat = DecodeText(value).Utf8;
+        if (isSailNumber || (code == "GID" && track_.Boat.empty())) track_.Boat = SoundName(value);
     }
 
     void ReadDate(std::string_view ddmmyy) {
@@ -173,7 +172,7 @@ class IgcRecord {
     void ReadTurnPoint(std::string_view line) {
         constexpr std::size_t nameAt = 18;
         if (line.size() <= nameAt) return;
-        AddMark(content_.Hints, {DecodeText(Trim(line.substr(nameAt))).Utf8, Latitude(line.substr(1, 8)),
+        AddMark(content_.Hints, {std::string(Trim(line.substr(nameAt))), Latitude(line.substr(1, 8)),
                                  Longitude(line.substr(9, 9))});
     }
 

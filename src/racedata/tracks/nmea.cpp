@@ -9,7 +9,6 @@
 
 #include "base/dates.h"
 #include "base/strings.h"
-#include "base/text_encoding.h"
 #include "racedata/tracks/nmea_sentence.h"
 #include "racedata/tracks/numbers.h"
 #include "racedata/tracks/relative_wind.h"
@@ -238,7 +237,7 @@ class NmeaLog {
 
     void ReadWpl(const NmeaSentence& sentence) {
         AddMark(content_.Hints,
-                {DecodeText(sentence.Field(5)).Utf8, Latitude(sentence, 1), Longitude(sentence, 3)});
+                {std::string(sentence.Field(5)), Latitude(sentence, 1), Longitude(sentence, 3)});
     }
 
     TrackFileContent& content_;

@@ -241,7 +241,7 @@ class PackedReader {
         if (all.Refused == Refusal::Packed && !all.Left.empty()) all.Refused = Refusal::Broken;
         if (!files.empty() && files.front() != files.back())
             for (std::size_t k = 0; k < files.size(); ++k)
-                if (all.Recordings[k].Boat.empty()) all.Recordings[k].Boat = StemOf(files[k]);
+                if (all.Recordings[k].Boat.empty()) all.Recordings[k].Boat = SoundName(StemOf(files[k]));
         return all;
     }
 

@@ -6,6 +6,8 @@
 #include <utility>
 
 #include "base/position.h"
+#include "base/strings.h"
+#include "base/text_encoding.h"
 
 namespace keelview {
 namespace {
@@ -35,7 +37,28 @@ std::vector<bool> LongestAscending(const std::vector<RecordedFix>& fixes) {
     return kept;
 }
 
+bool IsInsideCharacter(char byte) {
+    return (static_cast<unsigned char>(byte) & 0xC0U) == 0x80U;
+}
+
+float SoundDirection(float degrees) {
+    if (!(std::abs(degrees) <= 720.0F)) return NotTold;
+    const float direction = degrees - 360.0F * std::floor(degrees / 360.0F);
+    return direction >= 0.0F && direction < 360.0F ? direction : 0.0F;  // rounding may end just beside
+}
+
 }  // namespace
+
+std::string SoundName(std::string_view text) {
+    constexpr std::size_t longest = 200;
+    std::string name = IsValidUtf8(text) ? std::string(text) : DecodeText(text).Utf8;
+    std::size_t end = std::min(name.size(), longest);
+    while (end > 0 && end < name.size() && IsInsideCharacter(name[end])) --end;
+    name.resize(end);
+    for (char& sign : name)
+        if (static_cast<unsigned char>(sign) < ' ') sign = ' ';
+    return std::string(Trim(name));
+}
 
 void Skip(std::vector<Skipped>& skipped, SkipReason why, int count) {
     const auto found = std::ranges::find(skipped, why, &Skipped::Why);
@@ -50,7 +73,9 @@ void AddFix(Recording& recording, const RecordedFix& fix) {
     if (recording.Fixes.size() >= MostFixes) return Skip(recording.Left, SkipReason::TooMany);
     if (!recording.Fixes.empty() && fix.Time == recording.Fixes.back().Time)
         return Skip(recording.Left, SkipReason::SameTime);
-    recording.Fixes.push_back(fix);
+    RecordedFix& added = recording.Fixes.emplace_back(fix);
+    for (float* const direction : {&added.Course, &added.Heading, &added.WindFrom})
+        *direction = SoundDirection(*direction);
 }
 
 void KeepOrderOfTime(Recording& recording) {
@@ -69,6 +94,7 @@ void KeepOrderOfTime(Recording& recording) {
 }
 
 void AddMark(RaceHints& hints, NamedPlace mark) {
+    mark.Name = SoundName(mark.Name);
     if (mark.Name.empty() || !IsPlace(mark.Lat, mark.Lon) || hints.Marks.size() >= MostMarks) return;
     hints.Marks.push_back(std::move(mark));
 }

@@ -5,6 +5,7 @@
 #include <limits>
 #include <optional>
 #include <string>
+#include <string_view>
 #include <vector>
 
 namespace keelview {
@@ -101,8 +102,12 @@ using ReadingProgress = std::function<bool(double share)>;
 /// Counts one more of a reason.
 void Skip(std::vector<Skipped>& skipped, SkipReason why, int count = 1);
 
+/// A name in UTF-8, on one line and cut to 200 bytes, whatever the file made of it.
+std::string SoundName(std::string_view text);
+
 /// Adds a fix, or counts why not: one with a place off the globe or that is no number, at 0, 0 to the last
 /// digit (as receivers write before they know better), at the time of the last fix, or beyond MostFixes.
+/// Directions are taken into 0 up to below 360 degrees; one beyond two turns is none.
 void AddFix(Recording& recording, const RecordedFix& fix);
 
 /// When all fixes are there: leaves the most that can stand in the order of time, of several at one time

@@ -95,15 +95,6 @@ UnixMs TimeAt(const char* at) {
 
 constexpr auto DegreesPerRadian = static_cast<float>(180.0 / std::numbers::pi);
 
-/// A direction in radians as degrees, 0 up to below 360; NotTold for what is no direction.
-float DirectionOf(float radians) {
-    const float degrees = radians * DegreesPerRadian;
-    if (!(std::abs(degrees) <= 720.0F)) return NotTold;
-    const float turns = std::floor(degrees / 360.0F);
-    const float direction = degrees - 360.0F * turns;
-    return direction >= 0.0F && direction < 360.0F ? direction : 0.0F;  // rounding may end just beside
-}
-
 float Knots(float metresPerSecond) {
     constexpr auto knots = static_cast<float>(KnotsPerMetreSecond);
     return std::abs(metresPerSecond) <= 1000.0F ? metresPerSecond * knots : NotTold;
@@ -114,7 +105,7 @@ float HeadingOf(const char* attitude) {
     const float w = FloatAt(attitude), x = FloatAt(attitude + 4), y = FloatAt(attitude + 8),
                 z = FloatAt(attitude + 12);
     const float east = 2 * (w * z + x * y), north = w * w + x * x - y * y - z * z;
-    return east == 0 && north == 0 ? NotTold : DirectionOf(std::atan2(east, north));
+    return east == 0 && north == 0 ? NotTold : std::atan2(east, north) * DegreesPerRadian;
 }
 
 /// What the rows of a file tell, one after another.
@@ -162,7 +153,7 @@ class RowReader {
         fix.Lat = static_cast<std::int32_t>(UnsignedAt<std::uint32_t>(row + 8)) / 1e7;
         fix.Lon = static_cast<std::int32_t>(UnsignedAt<std::uint32_t>(row + 12)) / 1e7;
         fix.Speed = Knots(FloatAt(row + 16));
-        fix.Course = DirectionOf(FloatAt(row + 20));
+        fix.Course = FloatAt(row + 20) * DegreesPerRadian;
         fix.Heading = HeadingOf(row + 28);
         if (std::abs(fix.Time - waterTime_) <= holds) fix.WaterSpeed = waterSpeed_;
         if (std::abs(fix.Time - windTime_) <= holds) WorkOutWind(fix, wind_);

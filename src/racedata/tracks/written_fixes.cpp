@@ -6,28 +6,10 @@
 
 #include "base/angles.h"
 #include "base/numbers.h"
-#include "base/strings.h"
-#include "base/text_encoding.h"
 
 namespace keelview {
 
 namespace {
-
-bool IsInsideCharacter(char byte) {
-    return (static_cast<unsigned char>(byte) & 0xC0U) == 0x80U;
-}
-
-/// A name in UTF-8, short and on one line, whatever the file made of it.
-std::string NameOf(std::string_view text) {
-    constexpr std::size_t longest = 200;
-    std::string name = IsValidUtf8(text) ? std::string(text) : DecodeText(text).Utf8;
-    std::size_t end = std::min(name.size(), longest);
-    while (end > 0 && end < name.size() && IsInsideCharacter(name[end])) --end;
-    name.resize(end);
-    for (char& sign : name)
-        if (static_cast<unsigned char>(sign) < ' ') sign = ' ';
-    return std::string(Trim(name));
-}
 
 bool Follows(const Recording& later, const Recording& earlier) {
     return later.Boat == earlier.Boat && later.Device == earlier.Device &&
@@ -73,8 +55,8 @@ double DegreesOf(std::string_view degrees) {
 }
 
 void WrittenFixes::NameFile(std::string_view boat, std::string_view device) {
-    blank_.Boat = NameOf(boat);
-    blank_.Device = NameOf(device);
+    blank_.Boat = SoundName(boat);
+    blank_.Device = SoundName(device);
 }
 
 void WrittenFixes::Begin(std::string_view boat, std::string_view device) {
@@ -83,8 +65,8 @@ void WrittenFixes::Begin(std::string_view boat, std::string_view device) {
         recordings.pop_back();  // it would be left out
     if (!recordings.empty()) recordings.back().Fixes.shrink_to_fit();
     Recording& recording = recordings.emplace_back(blank_);
-    if (!boat.empty()) recording.Boat = NameOf(boat);
-    if (!device.empty()) recording.Device = NameOf(device);
+    if (!boat.empty()) recording.Boat = SoundName(boat);
+    if (!device.empty()) recording.Device = SoundName(device);
 }
 
 Recording& WrittenFixes::Current() {
@@ -124,7 +106,7 @@ void WrittenFixes::NoteZone(const IsoTime& time) {
 void WrittenFixes::AddMark(std::string_view name, double lat, double lon) {
     const bool onGlobe = lat >= -90 && lat <= 90 && lon >= -180 && lon <= 180;
     if (!onGlobe) return Leave(SkipReason::NoPlace);
-    content_.Hints.Marks.push_back({NameOf(name), lat, lon});
+    keelview::AddMark(content_.Hints, {std::string(name), lat, lon});
 }
 
 void WrittenFixes::Leave(SkipReason why, int count) {
