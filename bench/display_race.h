@@ -2,6 +2,7 @@
 
 #include <memory>
 
+#include "analysis/track_details.h"
 #include "instruments/race_desk.h"
 #include "long_race.h"
 #include "support/fake_platform.h"
@@ -22,6 +23,7 @@ struct Display {
         app->settings.UseEnglish = true;
         app->race = LongRace(boats);
         SailFleet(app->race, app->tracks, app->area, app->scale);
+        app->details = DetailsOf(app->tracks, app->scale.LonScale);
         BlowWind(windSamples, app->race, app->wind);
         desk = std::make_unique<RaceDesk>(*app, services);
         app->view.CentreOn({MiddleLat, MiddleLon});

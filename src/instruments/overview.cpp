@@ -1,10 +1,8 @@
 #include "instruments/overview.h"
 
-#include <cmath>
-#include <vector>
-
 #include "analysis/track_at.h"
 #include "map/coast_picture.h"
+#include "map/track_picture.h"
 #include "session/boat_colours.h"
 
 namespace keelview {
@@ -13,8 +11,6 @@ namespace {
 
 /// How far up and to the left of its boat's place a marker begins, pixels.
 constexpr double MarkerOffset = 2.0;
-/// Fixes closer to the last drawn one than this cannot be told apart on the overview, pixels.
-constexpr double FinestStep = 0.25;
 
 }  // namespace
 
@@ -44,21 +40,9 @@ void Overview::Draw() {
     drawnUp_ = app_.view.ScreenUpDirection;
     projection_ = Projection({app_.area.HomeCentreLat, app_.area.HomeCentreLon}, {height / 2, height / 2},
                              drawnUp_, latScale, latScale * app_.scale.LonScale);
-    for (int boat = 1; boat <= app_.tracks.Boats.Count(); ++boat) DrawTrack(boat);
+    for (int boat = 1; boat <= app_.tracks.Boats.Count(); ++boat)
+        DrawTrackLine(overview, app_, boat, 1, app_.tracks.Boats[boat].Count(), projection_);
     DrawCoast(overview, app_.coast, projection_, height, app_.shown.InkColour);
-}
-
-void Overview::DrawTrack(int boat) {
-    const Track& track = app_.tracks.Boats[boat];
-    const double step = FinestStep / pixelsPerUnit_.Y;
-    std::vector<Point> points;
-    for (int fix = 1; fix <= track.Count(); ++fix) {
-        const Point here = projection_.ToScreen(track.At(fix));
-        const bool apart = points.empty() || std::abs(here.X - points.back().X) > step ||
-                           std::abs(here.Y - points.back().Y) > step;
-        if (apart || fix == track.Count()) points.push_back(here);
-    }
-    form_.Picture6.Polyline(points, BoatColour(boat));
 }
 
 void Overview::Show(const Moment& now) {

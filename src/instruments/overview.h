@@ -31,7 +31,6 @@ class Overview : public Instrument {
     void PlaceMarker(int boat, const Position& at);
     void HideMarker(int boat);
     void Draw();
-    void DrawTrack(int boat);
 
     const AppState& app_;
     RaceDisp& form_;

@@ -11,6 +11,7 @@
 #include "base/numbers.h"
 #include "map/coast_picture.h"
 #include "map/course_picture.h"
+#include "map/track_picture.h"
 #include "session/boat_colours.h"
 
 namespace keelview {
@@ -86,10 +87,7 @@ void Chart::DrawTrack(int boat, const Projection& projection) {
     const int first = std::max(1, FindSegment(track, app_.clock.ReplayRangeStart));
     int last = FindSegment(track, app_.clock.ReplayRangeEnd);
     if (last < first) last = track.Count() - 1;
-    std::vector<Point> points;
-    points.reserve(static_cast<std::size_t>(std::max(0, last - first + 1)));
-    for (int point = first; point <= last; ++point) points.push_back(projection.ToScreen(track.At(point)));
-    form_.Picture1.Polyline(points, BoatColour(boat));
+    DrawTrackLine(form_.Picture1, app_, boat, first, last, projection);
 }
 
 void Chart::DrawScaleBar(double pixelsPerMetre) {

@@ -72,6 +72,7 @@ struct Shown {
 /// The one shared state, made at the start and handed on by reference: the numbers of the open race, and
 /// how they are seen now.
 struct AppState : RaceNumbers {
+    OneBased<OneBased<float>> details;  ///< of the tracks, by boat (analysis/track_details)
     Settings settings;
     View view;
     Clock clock;

@@ -4,6 +4,7 @@
 #include <initializer_list>
 #include <utility>
 
+#include "analysis/track_details.h"
 #include "base/bilingual.h"
 #include "base/files.h"
 #include "base/numbers.h"
@@ -96,6 +97,7 @@ bool RaceSession::ReadRaceData() {
     if (result.Outcome != LoadOutcome::Sound) return false;
     otherBoats_ = otherBoats_ || app_.race.Boats.Count() != next.race.Boats.Count();
     static_cast<RaceNumbers&>(app_) = std::move(next);
+    app_.details = DetailsOf(app_.tracks, app_.scale.LonScale);
     app_.view.ScreenUpDirection = ScreenUp(app_.race);
     return true;
 }

@@ -1,0 +1,65 @@
+#include <gtest/gtest.h>
+
+#include <QImage>
+#include <QWidget>
+#include <algorithm>
+#include <cstdlib>
+
+#include "support/sailed_race.h"
+#include "support/test_desk.h"
+
+namespace keelview {
+namespace {
+
+struct TrackPictureTest : testing::Test, TestDesk {
+    QImage Drawn(const Control& picture) const {
+        desk->session.TheStage().Repaint(Changed::All);
+        driver::Settle();
+        return driver::Face(picture).grab().toImage();
+    }
+};
+
+int Apart(QRgb one, QRgb other) {
+    return std::max({std::abs(qRed(one) - qRed(other)), std::abs(qGreen(one) - qGreen(other)),
+                     std::abs(qBlue(one) - qBlue(other))});
+}
+
+/// The most that a colour of a pixel differs, of 255, from all in the other image that are there or beside
+/// it: smooth edges apart.
+int Furthest(const QImage& image, const QImage& other) {
+    int most = 0;
+    for (int y = 1; y + 1 < image.height(); ++y)
+        for (int x = 1; x + 1 < image.width(); ++x) {
+            int least = 255;
+            for (int k = 0; k < 9 && least > most; ++k)
+                least =
+                    std::min(least, Apart(image.pixel(x, y), other.pixel(x + k % 3 - 1, y + k / 3 - 1)));
+            most = std::max(most, least);
+        }
+    return most;
+}
+
+TEST_F(TrackPictureTest, FromAFractionOfTheFixesTracksLookAsFromAllOfThem) {
+    SailedRace(3, 5).Write(tree, "R1.txt");
+    Open();
+    const auto details = app.details;
+    ASSERT_EQ(details.Count(), 5);
+    // On the small overview dozens of fixes to a pixel make a line of all of them denser than a line is.
+    for (const auto& [picture, most] :
+         {std::pair<const Control*, int>{&Map(), 100}, {&Form().Picture6, 160}})
+        for (const double zoom : {0.5, 1.0, 4.0, 30.0}) {
+            app.view.ZoomFactor = app.view.ManualZoom = zoom;
+            app.details = details;
+            const QImage fast = Drawn(*picture);
+            app.details.Clear();
+            const QImage slow = Drawn(*picture);
+            EXPECT_LE(std::max(Furthest(fast, slow), Furthest(slow, fast)), 160) << zoom;
+        }
+    app.details = details;
+    const QImage before = Drawn(Map());
+    for (auto& boat : app.details) boat.Assign(boat.Count(), 0.0F);  // nothing but the ends
+    EXPECT_GT(Furthest(before, Drawn(Map())), 200);
+}
+
+}  // namespace
+}  // namespace keelview
