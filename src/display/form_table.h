@@ -8,7 +8,7 @@
 namespace keelview {
 
 /// A text that is the same in both languages.
-constexpr Text Both(std::string_view words) {
+consteval Text Both(std::string_view words) {
     return {words, words};
 }
 

@@ -211,7 +211,7 @@ fs::path Pack(const fs::path& distribution, const std::string& folderName) {
 
 std::optional<Text> FolderNameTrouble(std::string_view name) {
     if (Trim(name).empty())
-        return Text{"Input folder name to be saved", "収納するフォルダー名を入れてください"};
+        return Text{"Input the name of the folder", "収納するフォルダー名を入れてください"};
     const bool forbidden = name.find_first_of(ForbiddenInNames) != std::string_view::npos ||
                            std::ranges::any_of(name, [](unsigned char c) { return c < ' '; });
     if (forbidden || name.front() == '.' || name.front() == '-' || name.back() == '.' ||

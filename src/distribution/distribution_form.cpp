@@ -54,14 +54,14 @@ void DistributionForm::LayOut() {
         {
             {Label3,
              {12, 8, 297, 14},  // clear of the box below
-             {"Folder Name to be Saved  ( to be New Name ) ",
+             {"Name of the Folder to be Made  ( a new name )",
               "配布データを収納するフォルダー名　(新しい名称）"}},
             {Combo1, {11, 23, 289, 20}},
-            {Label1, {8, 56, 289, 17}, {"Choose Race File Name to Distribute ", "レースファイル選択 "}},
+            {Label1, {8, 56, 289, 17}, {"Choose Race Files to Distribute", "レースファイル選択 "}},
             {List1, {8, 72, 225, 64}},
-            {Label2, {12, 148, 209, 17}, {"List of Race File", "配布レースファイルのリスト"}},
+            {Label2, {12, 148, 209, 17}, {"List of Race Files", "配布レースファイルのリスト"}},
             {List2, {8, 168, 225, 100}},
-            {Command3, {248, 168, 57, 25}, {"ReDO", "やり直し"}},
+            {Command3, {248, 168, 57, 25}, {"Redo", "やり直し"}},
             {Label4,
              {8, 280, 305, 17},
              {"Startup Race Name ( Click Name listed above )",
@@ -71,7 +71,7 @@ void DistributionForm::LayOut() {
             {Option1, {8, 14, 97, 17}, {"WEB", "ＷＥＢ配信用"}},
             {Option2, {8, 33, 97, 17}, {"CD-ROM", "CD-ROM作成"}},
             {Check1, {136, 336, 137, 17}, {"Attach Map Data", "地図データ添付"}},
-            {Check2, {136, 360, 153, 17}, Both("データサイズ最小化")},
+            {Check2, {136, 360, 153, 17}, {"Smallest Data Size", "データサイズ最小化"}},
             {Command2, {8, 392, 145, 25}, {"Cancel", "キャンセル"}},
             {Command1, {160, 392, 145, 25}, {"Create Distribution File", "配布ファイル作成"}},
         },
@@ -145,12 +145,12 @@ bool DistributionForm::MayBuild(const DistributionOrder& order) const {
     }
     if (DistributionExists(settings_.AppPath, order.FolderName)) {
         voice_.SayUnder(voice_.In({"Keelview", "フォルダー名"}),
-                        voice_.In({"The same name folder exists. Input other name.",
+                        voice_.In({"A folder of this name exists. Input another name.",
                                    "同名のフォルダーがあります。新しい名前を入れてください。"}));
         return false;
     }
     return voice_.Ask(
-        {"Do you want to create new folder for distribution ?", "配布データフォルダーを作成しますか？"},
+        {"Do you want to create a new folder for distribution ?", "配布データフォルダーを作成しますか？"},
         {"Keelview", "配布用フォルダー名"});
 }
 

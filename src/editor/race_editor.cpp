@@ -174,7 +174,7 @@ bool RaceEditor::MayLose(const Text& question) const {
 }
 
 void RaceEditor::RefreshEditor() {
-    SetCaption(voice_.Str({"Edit Race Control FIle   ", "レース管理ファイル編集   "}) +
+    SetCaption(voice_.Str({"Edit Race Control File   ", "レース管理ファイル編集   "}) +
                draft_.RaceFileName);
     ShowUnlessTyped(TitleField1, draft_.RaceTitle1);
     ShowUnlessTyped(TitleField2, draft_.RaceTitle2);
@@ -276,7 +276,7 @@ void RaceEditor::SaveAndShow() {
     unsaved_ = false;
     RefreshEditor();
     Command5.SetEnabled(true);
-    if (voice_.Ask({"Show racing ？", "レースを表示しますか？"}))
+    if (voice_.Ask({"Show racing ?", "レースを表示しますか？"}))
         showDisplay_();
     else
         Close();

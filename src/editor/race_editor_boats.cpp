@@ -61,8 +61,8 @@ void RaceEditor::Command2_Click() {
     if (draft_.Boats.IsFull()) return voice_.Say(NoRoom);
     if (BoatOfFile(draft_, file) > 0 && !voice_.AskAbout(TakenAlready, file)) return;
 
-    const auto name = voice_.AskLine({"Input Boat Name to be Displayed\r\n(Max 13 Ltrs)",
-                                      "表示される艇名を入力してください\r\n(Max 13 Ltrs)"},
+    const auto name = voice_.AskLine({"Input Boat Name to be Displayed\r\n(at most 13 letters)",
+                                      "表示される艇名を入力してください\r\n(13文字まで)"},
                                      {}, ProposedBoatName(draft_, file));
     Frame1.Hide();
     if (!name || Trim(*name).empty()) return;

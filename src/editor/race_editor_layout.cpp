@@ -23,7 +23,7 @@ void FillRounded(Surface& surface, double inset, double radius, Colour colour) {
 }  // namespace
 
 void RaceEditor::LayOut() {
-    SetCaption(voice_.In({"Edit Race Control FIle", "レース管理ファイル編集"}));
+    SetCaption(voice_.In({"Edit Race Control File", "レース管理ファイル編集"}));
     for (Label* label : {&Label14, &Label10, &Label2, &Label3, &Label1, &Label6, &Label15, &Label4,
                          &Label16, &Label11, &Label17})
         label->SetAlignment(Align::Centre);
@@ -46,9 +46,9 @@ void RaceEditor::LayOut() {
 
 void RaceEditor::LayOutRequired() {
     const Text instructions{
-        "At least, GPS data are to be filled to show the race, (* can be ignored)  When all data are "
-        "filled, click ' Save \r\nand Show Race' button. Mark ,Line and other data can be set in Race "
-        "Screen.",
+        "To show a race, GPS files at least must be chosen (* can be left out). When all data are filled "
+        "in, click\r\n'Save File and Show Race'. Marks, lines and other data can be set in the race "
+        "screen.",
         "最低限GPSファイルを選択、指定してください。　この枠内のデータを入力後「保存→レース表示ボタンで\r\n"
         "レースを表示してからマーク、ライン、スタート時刻などを入力可能です。　(*印は省略可)"};
     ApplyTable(
@@ -61,7 +61,8 @@ void RaceEditor::LayOutRequired() {
             {Text8, {96, 96, 329, 18}},
             {Label12,
              {249, 115, 361, 17},
-             Both("BOAT NAME　＆  GPS FILE　　　　　 (　Shift + ｸﾘｯｸで削除　）")},
+             {"BOAT NAME  &  GPS FILE          ( Shift + click deletes )",
+              "BOAT NAME　＆  GPS FILE　　　　　 (　Shift + ｸﾘｯｸで削除　）"}},
             {List1, {248, 136, 377, 124}},
             {Command1, {32, 136, 209, 25}, {"Choose GPS file", "GPSﾃﾞｰﾀﾌｧｲﾙ選択"}},
             {Command14,
@@ -77,7 +78,7 @@ void RaceEditor::LayOutRequired() {
             {Text10, {200, 242, 41, 18}},
             {Label2, {24, 275, 84, 17}, {"Start Time", "ｽﾀｰﾄ日時"}},
             {Text1, {104, 272, 201, 18}},
-            {Label3, {24, 296, 81, 17}, {"FinishTime", "ﾌｨﾆｯｼｭ日時"}},
+            {Label3, {24, 296, 81, 17}, {"Finish Time", "ﾌｨﾆｯｼｭ日時"}},
             {Text2, {104, 296, 201, 18}},
             {Label1, {312, 275, 65, 14}, {"Time Diff", "時差"}},
             {Text3, {376, 272, 33, 18}},
@@ -97,11 +98,11 @@ void RaceEditor::LayOutOptional() {
             {Shape2, {16, 368, 625, 161}},
             {Label15,
              {40, 376, 577, 17},
-             {"All data in this frame can be changed at Show Race Screen.",
+             {"All data in this frame can be changed in the race screen.",
               "この枠内のデータはレース表示画面で設定可能です。"}},
             {Frame2, {344, 400, 97, 65}, {"Map Direction", "コース表示"}},
             {Option2, {8, 16, 81, 17}, {"WindWd", "風向が上"}},
-            {Option1, {8, 40, 81, 17}, {"NothWd", "北が上"}},
+            {Option1, {8, 40, 81, 17}, {"NorthWd", "北が上"}},
             {Label4, {456, 408, 109, 17}, {"Wind Direction", "平均風向"}},
             {Text4, {569, 405, 49, 18}},
             {Label16, {32, 408, 73, 17}, {"Att Files", "添付資料"}},
@@ -110,7 +111,7 @@ void RaceEditor::LayOutOptional() {
             {Command11, {272, 472, 49, 19}, {"Clear", "クリア"}},
             {Label11, {352, 474, 105, 17}, {"Wind Data", "風ﾃﾞｰﾀﾌｧｲﾙ"}},
             {Text11, {448, 472, 177, 18}},
-            {Command5, {64, 496, 257, 17}, {"Edit Race Control File with NotePad", "直接テキストを編集"}},
+            {Command5, {64, 496, 257, 17}, {"Edit Race Control File with Notepad", "直接テキストを編集"}},
             {Command7, {376, 496, 193, 17}, {"Choose Wind Data File", "風データを選択"}},
             {Command13, {576, 496, 49, 19}, {"Clear", "クリア"}},
         },

@@ -160,7 +160,7 @@ void WindSheet::Ok_Clicked() {
     std::string name = SafeFileName(name_->text().toStdString());
     if (name.find('.') == std::string::npos) name += ".csv";
     const auto path = FindBelow(settings_.AppPath, "winddat/" + name);
-    if (IsFile(path) && !voice_.Ask({"Same File Name Exists.\r\nOverwrite?",
+    if (IsFile(path) && !voice_.Ask({"A file of this name exists.\r\nOverwrite?",
                                      "同名のファイルがあります。\r\n上書きしますか？"}))
         return;
     if (const std::error_code error = WriteWindTable(settings_.AppPath, name, table.Rows))

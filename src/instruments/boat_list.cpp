@@ -19,10 +19,10 @@ constexpr double SpriteSide = 15.0;  // of a boat at its usual size on the map
 constexpr double TitleTop = 25.0;
 
 constexpr Text FocusHint{
-    "Cecked boats are focused.\nUnchecked boats are out of focus.\n\nRight button to focus only 1 boat.",
+    "Checked boats are focused.\nUnchecked boats are out of focus.\n\nRight button to focus only 1 boat.",
     "チェックを入れた艇をフォーカスします\nフォーカスを外すと航跡、速度グラフなどが"
     "\n除外されてフォーカス艇が見やすくなります\n\n右ｸﾘｯｸで1艇だけのﾌｫｰｶｽも可能です。"};
-constexpr Text RingHint{"Cecked boat is focused and his\nname are shown during it is checked.",
+constexpr Text RingHint{"A checked boat is focused, and its\nname is shown while it is checked.",
                         "チェックを入れた艇をフォーカスします\nこれにより常時艇名,艇速が表示されます"};
 constexpr Text AllHint{"Click to focus all boats", "ここをクリックすると全艇にチェックが入ります"};
 

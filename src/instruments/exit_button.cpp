@@ -8,10 +8,10 @@ namespace keelview {
 
 namespace {
 
-constexpr Text SaveQuestion{"Save Race Control File？", "管理ファイルを保存しますか？"};
-constexpr Text NamePrompt{"Input Race Control File Name\r\n（ex. JapanCup2005_R2)",
+constexpr Text SaveQuestion{"Save Race Control File ?", "管理ファイルを保存しますか？"};
+constexpr Text NamePrompt{"Input race control file name\r\n(ex. JapanCup2004_R2)",
                           "レース管理ファイル名を入力してください\r\n（ex. JapanCup2004_R2)"};
-constexpr Text NameTitle{"Race Control File name", "レース管理ファイル名"};
+constexpr Text NameTitle{"Race Control File Name", "レース管理ファイル名"};
 
 }  // namespace
 

@@ -20,7 +20,7 @@ constexpr double AxisIndent = 93.0;
 
 constexpr Colour AxisColour = Rgb(0, 255, 255);
 
-constexpr Text Title{"<Speed and Dist factor>  <Time＝Dist/SPD>",
+constexpr Text Title{"<Speed and Dist factor>  <Time=Dist/SPD>",
                      "<速度、帆走距離の要因分析>  <時間＝距離／速度>"};
 constexpr Text WholeRace{"TTL", "総合"};
 
@@ -33,14 +33,16 @@ struct LegendLine {
 constexpr LegendLine Legend[] = {
     {Black,
      45,
-     {"= elapse time by each leg : %  <lesser the better>  (best boat＝100%)",
+     {"= Ratio of elapsed time : %  <the less the better>  (best boat=100%)",
       "= レグ毎の所要時間比率 : %    <少ないほど良い>　（ベストタイム艇＝100%）"}},
     {Red,
      65,
-     {"= Ratio of sailed dist : %  <shorter the better>", "= レグ毎帆走距離比率:％  　  <少ないほど良い>"}},
+     {"= Ratio of sailed dist : %  <the shorter the better>",
+      "= レグ毎帆走距離比率:％  　  <少ないほど良い>"}},
     {Blue,
      85,
-     {"= Ratio of boat speed : %  <faster the better>", "= レグ毎の速度比率:％　　　　<大きいほど良い>"}},
+     {"= Ratio of boat speed : %  <the faster the better>",
+      "= レグ毎の速度比率:％　　　　<大きいほど良い>"}},
 };
 
 double AnaColWidth(const RaceControl& race) {

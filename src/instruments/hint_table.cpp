@@ -22,33 +22,32 @@ ControlHint AtRight(Control& owner, HintGate gate, HintSize size, double inset, 
 /// The film's speed, the race file, the course.
 std::vector<ControlHint> RaceDataHints(RaceDisp& form) {
     return {
-        AtRight(
-            form.Text2, Always, {270, 16}, 10,
-            {"Change Playback Speed with the Right Slide Bar", "早送り速度を右のスライドバーで変更します"}),
+        AtRight(form.Text2, Always, {270, 16}, 10,
+                {"Change the playback speed by the slide bar", "早送り速度を右のスライドバーで変更します"}),
         AtRight(form.Command2, HintsOn, {200, 45}, 5,
-                {"Click this button and Set the\n"
-                 "Mark on the Map.\n"
+                {"Click this button, then click the\n"
+                 "place of the mark on the map.\n"
                  "< Auto trace is to be Off >",
                  "このボタンを押してから地図をクリック\n"
                  "するとマークを設定できます。\n"
                  "<自動追尾をOffにすること>"}),
         AtRight(form.Command3, HintsOn, {220, 45}, 5,
-                {"Click this button, then click the End Of\n"
-                 "Line on the map.   < 2Pnts >\n"
+                {"Click this button, then click both ends\n"
+                 "of the line on the map.\n"
                  "< Auto trace is to be Off >",
                  "このボタンを押してから地図を2点クリック\n"
                  "するとラインを設定できます。\n"
                  "<自動追尾をOffにすること>"}),
         AtRight(form.Command5, HintsOn, {220, 45}, 5,
-                {"Click this button, then click Lines\n"
-                 "and Marks to set the course order\n"
+                {"Click this button, then click lines\n"
+                 "and marks in the order of the course.\n"
                  "< Auto trace is to be Off >",
                  "このボタンを押してから地図上のライン、\n"
                  "マークを押してコースを設定します。\n"
                  "<自動追尾をOffにすること>"}),
         AtRight(form.Command9, HintsOn, {230, 32}, 10,
-                {"Choose Race File in Left Box.\n"
-                 "Then Click Here to Show.",
+                {"Choose a race file in the box at the left,\n"
+                 "then click here to show it.",
                  "左の窓でレースを選択してからこの\n"
                  "ボタンを押せば選択したレースが見れます"}),
     };
@@ -56,44 +55,46 @@ std::vector<ControlHint> RaceDataHints(RaceDisp& form) {
 
 std::vector<ControlHint> CheckBoxHints(RaceDisp& form) {
     ControlHint hintSwitch =
-        AtLeft(form.Check3, Always, {170, 16}, {"ON/OFF of HINT", "ヒントをON/OFFします"});
+        AtLeft(form.Check3, Always, {170, 16}, {"Switch the hints on or off", "ヒントをON/OFFします"});
     hintSwitch.Gap = 4;
     ControlHint enlarge = AtLeft(form.Check10, HintsOn, {200, 30},
-                                 {"Enlarge minimum boat size\n"
-                                  "when checked",
+                                 {"When checked, boats are drawn no\n"
+                                  "smaller than can be seen well.",
                                   "艇の最低表示サイズを拡大します。\n"
                                   "ﾁｪｯｸを外すと実ｻｲｽﾞで表示します。"});
     enlarge.Column = HintColumn::OnControl;
     enlarge.Inset = -150;
     enlarge.HidesBoatLabel = true;
     return {
-        AtLeft(form.Check9, Always, {150, 15}, {"Show all boat name or not", "全艇名の表示をon-offします"}),
-        AtLeft(form.Check7, Always, {170, 16}, {"Draw coast line or not", "海岸線の表示をon-offします"}),
+        AtLeft(form.Check9, Always, {150, 15},
+               {"Show all boat names or not", "全艇名の表示をon-offします"}),
+        AtLeft(form.Check7, Always, {170, 16}, {"Draw the coastline or not", "海岸線の表示をon-offします"}),
         hintSwitch,
         enlarge,
         AtLeft(form.Check4, HintsOn, {170, 32},
-               {"Draw cross wind line\n"
-                "to compare the height.",
+               {"Draw a line across the wind\n"
+                "to compare the heights.",
                 "各艇の高さを比較します\n"
                 "（風上が上の時に有効です）"}),
         AtLeft(form.Check6, HintsOn, {170, 32},
-               {"Draw all tracks.\n"
+               {"Draw all tracks or not.\n"
                 "( When auto trace is off )",
                 "航跡描画をON/OFFします\n"
                 "（自動追尾時は無効です）"}),
         AtLeft(form.Check2, Always, {220, 81},
-               {"Range and bearing from first clicked\n"
-                "point to present mouse point can be\n"
-                "measured when checked.\n"
-                "< Uncheck to exit measuring mode>",
+               {"When checked, range and bearing are\n"
+                "measured from the first click on the\n"
+                "map to the place of the pointer.\n"
+                "< Uncheck to end measuring >",
                 "地図で距離・方位を測定します。\n"
                 "このボタンを押すと測定モードになります\n"
                 "測定モードの状態で地図をクリックすると\n"
                 "測定の基点が設定され、マウスを移動して\n"
                 "そこからの距離・方位を測定します\n"
                 "（再度押すと測定モードを解除）"}),
-        AtLeft(form.Check5, HintsOn, {170, 16}, {"On-off the auto trace mode", "自動追尾をON/OFFします"}),
-        AtLeft(form.Check8, Always, {170, 15}, {"Draw lay line or not", "レイラインの表示をon-offします"}),
+        AtLeft(form.Check5, HintsOn, {170, 16}, {"Switch auto trace on or off", "自動追尾をON/OFFします"}),
+        AtLeft(form.Check8, Always, {170, 15},
+               {"Draw the lay lines or not", "レイラインの表示をon-offします"}),
     };
 }
 
@@ -101,7 +102,8 @@ std::vector<ControlHint> CheckBoxHints(RaceDisp& form) {
 std::vector<ControlHint> ColourCellHints(RaceDisp& form) {
     std::vector<ControlHint> hints;
     for (Surface* cell : form.ColourCells()) {
-        ControlHint hint = AtLeft(*cell, HintsOn, {160, 17}, {"Change sea color", "海面の色を変更します"});
+        ControlHint hint =
+            AtLeft(*cell, HintsOn, {160, 17}, {"Change the sea colour", "海面の色を変更します"});
         hint.Inset = 20;
         hint.OnOwnColour = true;
         hint.Ink = cell == &form.BCOL1 ? Black : White;
@@ -113,7 +115,7 @@ std::vector<ControlHint> ColourCellHints(RaceDisp& form) {
 /// Picture, documents, manual, web page, exit.
 std::vector<ControlHint> DoorHints(RaceDisp& form) {
     ControlHint manual =
-        AtLeft(form.btnHATENA, Always, {100, 17, 150}, {"Show HELP", "操作マニュアルを表示します。"});
+        AtLeft(form.btnHATENA, Always, {100, 17, 150}, {"Show the manual", "操作マニュアルを表示します。"});
     manual.Column = HintColumn::LeftOfControl;
     manual.Inset = 5;
     manual.Row = HintRow::Below;
@@ -121,22 +123,22 @@ std::vector<ControlHint> DoorHints(RaceDisp& form) {
     return {
         manual,
         AtLeft(form.Command10, Always, {220, 40},
-               {"Start up graphical software\n"
-                "and show present screen on it.\n"
-                "（to retouch, print, save ）",
+               {"Start the graphics software and\n"
+                "show the present screen in it.\n"
+                "( to retouch, print or save )",
                 "画像処理ソフトを立ち上げて現在\n"
                 "表示されている画面の画像を表示します。\n"
                 "（書き加え、修正、保存など可能）"}),
         AtLeft(form.Command13, Always, {220, 32},
-               {"Show Reffernce Data.\n"
-                "<ex. Saling Notice, Race Results >",
+               {"Show the documents of the race.\n"
+                "<ex. Sailing Instructions, Results >",
                 "関係する資料を参照します。\n"
                 "<　例.　帆走指示書、レース結果、写真>"}),
         AtLeft(form.Command1, MenuBehind, {180, 17},
-               {"Exit and return to Menu", "メニュー画面に戻ります。"}),
+               {"Exit and return to the menu", "メニュー画面に戻ります。"}),
         AtRight(form.Label1, Always, {280, 32}, 10,
-                {"Link to Quaymark Ltd site\n"
-                 "( for latest information )",
+                {"Open the site of Quaymark Ltd\n"
+                 "( for the latest information )",
                  "ｸｴｲﾏｰｸ（QMK）のﾎｰﾑﾍﾟｰｼﾞを開きます\n"
                  "ここから最新データをﾀﾞｳﾝﾛｰﾄﾞできます(準備中)"}),
     };

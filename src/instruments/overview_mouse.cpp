@@ -12,7 +12,7 @@ namespace {
 
 constexpr Text MoveHint{"L-btn => Move center of map", "左ｸﾘｯｸで地図中心を移動"};
 constexpr Text TurnHint{"R-btn => change Wind Dir", "右ｸﾘｯｸで風向を回転"};
-constexpr Text TurnCondition{"（Select Windward btn）", "（「風向が上」にする）"};
+constexpr Text TurnCondition{"(Select Windwd btn)", "（「風向が上」にする）"};
 
 }  // namespace
 

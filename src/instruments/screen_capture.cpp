@@ -12,7 +12,7 @@ namespace keelview {
 
 namespace {
 
-constexpr std::string_view CaptureFile = "gpsdat/無題.bmp";
+constexpr Text CaptureFile{"gpsdat/untitled.bmp", "gpsdat/無題.bmp"};
 
 constexpr double Margin = 5.0;
 constexpr double ColumnGap = 10.0;  // from the view to the column at its right
@@ -32,7 +32,7 @@ ScreenCapture::ScreenCapture(const AppState& app, RaceDisp& form, Services& serv
 }
 
 void ScreenCapture::Command10_Click() {
-    const auto file = FindBelow(app_.settings.AppPath, CaptureFile);
+    const auto file = FindBelow(app_.settings.AppPath, voice_.In(CaptureFile));
     if (!Compose().SaveBitmap(file))
         voice_.Say(NotWritten, file.string());
     else if (!OpenDocument(app_.settings, services_, file.string()))
@@ -60,8 +60,8 @@ Picture ScreenCapture::Compose() {
 
 void ScreenCapture::PrintRace(double left, double top) {
     form_.Picture13.ForeColor = Black;
-    PrintFitted(left, top, "ファイル名： " + app_.race.RaceFileName);
-    PrintFitted(left, form_.Picture13.CurrentY, "日時： " + form_.Text1.Text());
+    PrintFitted(left, top, voice_.Str({"File:  ", "ファイル名： "}) + app_.race.RaceFileName);
+    PrintFitted(left, form_.Picture13.CurrentY, voice_.Str({"Time:  ", "日時： "}) + form_.Text1.Text());
 }
 
 /// Prints a line in letters small enough for the column, if that can be.

@@ -12,10 +12,10 @@ namespace {
 
 constexpr CivilTime FarthestSeconds = 240 * 3600;  // of a start or finish from the tracks
 
-constexpr Text BadTimes{"Incorrect data format !  Be sure the date format ",
+constexpr Text BadTimes{"Incorrect date or time !  Type it in the form that stands there.",
                         "日時のﾃﾞｰﾀが正しくありません。必ず同じスタイルで入力してください。"};
-constexpr Text SaveQuestion{"Do you want to save Race Cintrol File？", "管理ファイルを保存しますか？"};
-constexpr Text NamePrompt{"Input race control file name\n（ex. JapanCup2004_R2)",
+constexpr Text SaveQuestion{"Do you want to save the race control file ?", "管理ファイルを保存しますか？"};
+constexpr Text NamePrompt{"Input race control file name\n(ex. JapanCup2004_R2)",
                           "レース管理ファイル名を入力してください\n（ex. JapanCup2004_R2)"};
 constexpr Text NameTitle{"File Name", "レース管理ファイル名"};
 

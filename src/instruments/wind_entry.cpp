@@ -13,9 +13,9 @@ constexpr int FirstGuardTime = -300;  // seconds from the start
 
 constexpr Text SaveQuestion{"Do you want to save Wind Data File ?", "風データファイルを書き込みます"};
 constexpr Text SaveTitle{"Create Wind Data File", "風データの作成"};
-constexpr Text OverwriteQuestion{"Do you want to overwrite Wind File？",
+constexpr Text OverwriteQuestion{"Do you want to overwrite Wind File ?",
                                  "風データファイルを書き換えますか？"};
-constexpr Text OverwriteTitle{"Overwrite of wind file ", "風データの作成"};
+constexpr Text OverwriteTitle{"Overwrite Wind Data File", "風データの作成"};
 constexpr Text NoRaceFile{"Wind data can be made for a race with a race control file only.",
                           "風データの作成にはレース管理ファイルが必要です。"};
 constexpr Text NotWritten{"Wind data file could not be written.", "風データファイルを書き込めません。"};

@@ -11,14 +11,14 @@ namespace keelview {
 
 namespace {
 
-/// "59度／66mag  1532m": the bearing in whole degrees, true and magnetic, and the range.
+/// "59° / 66° mag  1532m": the bearing in whole degrees, true and magnetic, and the range.
 std::string Readout(const EarthScale& scale, double variation, const Position& from, const Position& to) {
     const double north = to.Lat - from.Lat;
     const double east = (to.Lon - from.Lon) * scale.LonScale;
     const double bearing = FloorToInt(BearingOf(east, north) + 0.5) % 360;
     const int magnetic = FloorToInt(WrapDirection(TurnBetween(variation, bearing)) + 0.5) % 360;
     const double metres = std::floor(std::hypot(east, north) * scale.MetresPerLatMinute + 0.5);
-    return WholeText(bearing) + "度／" + std::to_string(magnetic) + "mag  " + NumberText(metres) + "m";
+    return WholeText(bearing) + "° / " + std::to_string(magnetic) + "° mag  " + NumberText(metres) + "m";
 }
 
 }  // namespace

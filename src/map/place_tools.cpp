@@ -1,7 +1,6 @@
 #include "map/place_tools.h"
 
 #include <cmath>
-#include <string_view>
 
 #include "analysis/nearest_entry.h"
 #include "display/hint_box.h"
@@ -11,10 +10,9 @@ namespace keelview {
 
 namespace {
 
-// These hints exist in Japanese only.
-constexpr std::string_view MarkHint = "地図をクリックしてマーク設定";
-constexpr std::string_view FirstEndHint = "まずは１点目をクリック";
-constexpr std::string_view SecondEndHint = "続いて2点目をクリック";
+constexpr Text MarkHint{"Click the place of the mark", "地図をクリックしてマーク設定"};
+constexpr Text FirstEndHint{"Click the first end", "まずは１点目をクリック"};
+constexpr Text SecondEndHint{"Click the second end", "続いて2点目をクリック"};
 constexpr double MarkHintWidth = 200.0;
 constexpr double LineHintWidth = 150.0;
 
@@ -32,13 +30,14 @@ Click PlaceTool::Press(const MouseEvent& event, const Position& at) {
     return Click::Picked;
 }
 
-void PlaceTool::ShowToolHint(const MouseEvent& event, std::string_view hint, double width) {
+void PlaceTool::ShowToolHint(const MouseEvent& event, const Text& hint, double width) {
     constexpr double Gap = 10.0;
     const double mapLeft = form_.Picture1.Left();
     double left = mapLeft + event.X - width - Gap;
     if (left < mapLeft) left = mapLeft + event.X + Gap;
     if (form_.Check3.Value())
-        ShowHint(form_.Text7, hint, {.Left = left, .Top = event.Y, .Width = width, .Height = 17});
+        ShowHint(form_.Text7, hint.In(app_.settings.UseEnglish),
+                 {.Left = left, .Top = event.Y, .Width = width, .Height = 17});
     else
         form_.Text7.Hide();
     form_.Picture1.Refresh();

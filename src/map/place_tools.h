@@ -2,6 +2,7 @@
 
 #include <optional>
 
+#include "base/bilingual.h"
 #include "map/map_tool.h"
 #include "session/app_state.h"
 #include "session/race_changes.h"
@@ -19,7 +20,7 @@ class PlaceTool : public MapTool {
     PlaceTool(const AppState& app, RaceDisp& form, RaceChanges& changes);
 
     /// Says beside the pointer what to do, where hints are wanted.
-    void ShowToolHint(const MouseEvent& event, std::string_view hint, double width);
+    void ShowToolHint(const MouseEvent& event, const Text& hint, double width);
     /// Its hint has been followed, and may lie where the next click goes.
     Click Finish();
 

@@ -1,7 +1,6 @@
 #include "session/documents.h"
 
 #include <array>
-#include <string_view>
 #include <utility>
 
 #include "base/bilingual.h"
@@ -12,20 +11,19 @@ namespace keelview {
 bool OpenDocument(const Settings& settings, Services& services, const std::string& target) {
     const int result = services.platform.OpenDocument(target, settings.AppPath);
     if (result > 32) return true;
-    // These messages exist in Japanese only.
-    static constexpr std::array<std::pair<int, std::string_view>, 7> Messages{{
-        {0, "メモリまたはリソースが足りません。"},
-        {2, "ファイルが見つかりません。"},
-        {3, "パスが見つかりません。"},
-        {5, "アクセスは拒否されました。"},
-        {11, "不正な形式の実行ファイルです。"},
-        {27, "関連付けが不完全です。"},
-        {31, "関連付けが指定されていません。"},
+    static constexpr std::array<std::pair<int, Text>, 7> Messages{{
+        {0, {"Not enough memory or resources.", "メモリまたはリソースが足りません。"}},
+        {2, {"The file was not found.", "ファイルが見つかりません。"}},
+        {3, {"The path was not found.", "パスが見つかりません。"}},
+        {5, {"Access was denied.", "アクセスは拒否されました。"}},
+        {11, {"The program file is damaged.", "不正な形式の実行ファイルです。"}},
+        {27, {"The program for this kind of file is not known completely.", "関連付けが不完全です。"}},
+        {31, {"There is no program for this kind of file.", "関連付けが指定されていません。"}},
     }};
-    std::string_view message = "ファイルを開けません。";
+    Text message{"The file cannot be opened.", "ファイルを開けません。"};
     for (const auto& [code, text] : Messages)
         if (code == result) message = text;
-    services.dialogs.Ok(message, {});
+    services.dialogs.Ok(message.In(settings.UseEnglish), {});
     return false;
 }
 

@@ -30,7 +30,7 @@ std::string AbsentTracks(const RaceControl& race, bool useEnglish) {
     for (const AbsentBoat& absent : race.AbsentBoats) names.push_back(absent.Entry.BoatFile);
     if (!useEnglish)
         return "GPSfile -- " + Listed(names) + " -- はありませんでした。\r\nこの艇を無視して表示します。";
-    return "GPSfile -- " + Listed(names) + " -- could not be found\r\n" +
+    return "GPS file -- " + Listed(names) + " -- could not be found\r\n" +
            (names.size() == 1 ? "This boat will be ignored" : "These boats will be ignored");
 }
 
@@ -41,7 +41,7 @@ void NoteRefusedTracks(const RaceNumbers& numbers, bool useEnglish, std::vector<
         refused[numbers.tracks.Boats[boat].Refused].push_back(numbers.race.Boats[boat].BoatFile);
     for (const Refusal told : {Refusal::None, Refusal::Missing}) refused.erase(told);
     for (const auto& [why, names] : refused)
-        notes.push_back("GPSfile -- " + Listed(names) + " -- " + RefusalText(why).Str(useEnglish) +
+        notes.push_back("GPS file -- " + Listed(names) + " -- " + RefusalText(why).Str(useEnglish) +
                         Text{"\r\nShown without a track", "。\r\n軌跡なしで表示します。"}.Str(useEnglish));
 }
 

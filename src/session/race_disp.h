@@ -202,7 +202,7 @@ class RaceDisp : public Form {
     Surface BCOL5{Picture7, "BCOL5", BorderStyle::Flat};
     Surface BCOL6{Picture7, "BCOL6", BorderStyle::Flat};
     Button Command10{Picture7, "Command10"};  // "Save/Print"
-    Button Command13{Picture7, "Command13"};  // "Refference"
+    Button Command13{Picture7, "Command13"};  // "Reference"
     Button Command1{Picture7, "Command1"};    // "EXIT"
     Label Label1{Picture7, "Label1"};         // the maker's web page
 

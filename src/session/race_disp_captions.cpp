@@ -84,7 +84,7 @@ void RaceDisp::LayOutChoices(bool useEnglish) {
             {Check1, {96, 232, 65, 17}, {"TimeMk", "時間点"}},
             {Check8, {168, 232, 73, 17}, {"LayLine", "ﾚｲﾗｲﾝ"}},
             {Command10, {16, 276, 89, 17}, {"Save/Print", "画像処理"}},
-            {Command13, {112, 276, 65, 17}, {"Refference", "資料参照"}},
+            {Command13, {112, 276, 65, 17}, {"Reference", "資料参照"}},
             {Command1, {184, 276, 65, 17}, {"EXIT", "戻る"}},
             {Label1, {64, 295, 185, 17}},
         },

@@ -148,7 +148,7 @@ std::string RaceSession::TroubleText(const std::string& name, const LoadResult& 
             return voice_.English() ? "Race control file  (" + name + ") could not be read."
                                     : "レース管理ファイル (" + name + ") を読み込めません。";
         case LoadOutcome::NoTrackFile:
-            return voice_.English() ? "No GPS file  (" + missing + ")　be sure！"
+            return voice_.English() ? "No GPS file  (" + missing + ")  Check its name!"
                                     : "GPSファイルがありません。(" + missing + ")　ファイル名を正確に！！";
         case LoadOutcome::NoFix:
             return voice_.Str({"No boat of this race has a GPS position in its period.",

@@ -9,7 +9,7 @@
 namespace keelview {
 
 /// Asked before a file of that name is written over.
-inline constexpr Text AskOverwrite{"Same File Name Exists.\r\nOverwight?.",
+inline constexpr Text AskOverwrite{"A file of this name exists.\r\nOverwrite?",
                                    "同名のファイルがあります。\r\n上書きしますか？"};
 
 /// The one door from the open race to its race control file.

@@ -71,7 +71,7 @@ void Cover::LayOut() {
             {Command1, {230, 424, 131, 17}, Both("GPS Download")},
             {Command8, {230, 448, 131, 17}, Both("Mk Wind Data")},
             {Command2, {230, 472, 131, 17}, Both("Edit GPS data")},
-            {Command9, {230, 496, 131, 17}, Both("Create Distibution File")},
+            {Command9, {230, 496, 131, 17}, Both("Create Distribution File")},
             {Command7, {230, 520, 131, 17}, Both("Show One Boat")},
             {Command3, {230, 544, 131, 17}, Both("Show Racing")},
             {Command10, {230, 568, 42, 17}, Both("?")},
@@ -80,7 +80,7 @@ void Cover::LayOut() {
             {Frame1, {16, 416, 185, 65}},
             {Combo1, {120 * pixel, 240 * pixel, 2535 * pixel, 20}},
             {Command5, {120 * pixel, 600 * pixel, 1215 * pixel, 255 * pixel}, Both("OK")},
-            {Command6, {1400 * pixel, 600 * pixel, 1215 * pixel, 255 * pixel}, Both("CANCEL")},
+            {Command6, {1400 * pixel, 600 * pixel, 1215 * pixel, 255 * pixel}, {"CANCEL", "キャンセル"}},
         },
         voice_.English());
 }
@@ -111,9 +111,9 @@ void Cover::ConnectHints() {
                                                        "航跡ﾌｧｲﾙからﾚｰｽを作成\r\n(ここにﾄﾞﾛｯﾌﾟしても可)"};
     const Text winds =
         isThere(WindCompanion)
-            ? Both(
-                  "GALEPLOTを起動して風データを\r\n編集し、選定データの保存します。\r\n( CSVファイルを作成 "
-                  ")")
+            ? Text{"Start GALEPLOT: edit wind\r\ndata and save what is chosen.\r\n( as a CSV file )",
+                   "GALEPLOTを起動して風データを\r\n編集し、選定データの保存します。\r\n( "
+                   "CSVファイルを作成 )"}
             : Text{"Type, paste or read wind data\r\nand make a wind file of it.",
                    "風データを入力、貼り付け、\r\n読み込んでファイルを作成\r\n( CSVファイルを作成 )"};
     struct ButtonHint {
@@ -121,20 +121,23 @@ void Cover::ConnectHints() {
         double Height;
         Text Words;
     };
-    // Some hints exist in Japanese only.
     const std::array<ButtonHint, 7> hints{{
         {&Command1, 32, tracks},
         {&Command2,
          60,
-         {"Edit each boat data.\r\n\r\nSelect GPS data and set\r\nstart and finish time.",
+         {"Edit the data of each boat.\r\n\r\nSelect GPS data and set\r\nstart and finish time.",
           "複数艇のﾃﾞｰﾀを編集\r\n\r\n各艇のﾃﾞｰﾀを選択し,ｽﾀｰﾄ時刻,\r\nﾌｨﾆｯｼｭ時刻などを指定します"}},
         {&Command3,
          32,
-         {"Race scene can be seen\r\nif Edit data.", "編集データを選択すると\r\n複数艇のレースが見れます"}},
-        {&Command4, 17, Both("プログラムを終了します")},
-        {&Command7, 17, Both("1艇のみの軌跡を表示")},
+         {"Show the boats of a race that\r\nwas made with Edit GPS data.",
+          "編集データを選択すると\r\n複数艇のレースが見れます"}},
+        {&Command4, 17, {"End the program", "プログラムを終了します"}},
+        {&Command7, 17, {"Show the track of one boat", "1艇のみの軌跡を表示"}},
         {&Command8, 45, winds},
-        {&Command9, 33, Both("配布するファイルを自動的に\r\n作成します。（WEB配信、CD焼付） ")},
+        {&Command9,
+         33,
+         {"Make a folder of races to hand\r\non ( for the web or a CD )",
+          "配布するファイルを自動的に\r\n作成します。（WEB配信、CD焼付） "}},
     }};
     for (const ButtonHint& hint : hints)
         hint.Over->OnMouseMove = [this, height = hint.Height, words = hint.Words](const MouseEvent&) {

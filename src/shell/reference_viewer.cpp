@@ -19,8 +19,8 @@ ReferenceViewer::ReferenceViewer(const Settings& settings, const RaceControl& ra
       services_(services),
       viewerSeconds_(viewerSeconds) {
     SetFont(settings.UiFontName, 9 * settings.FontScale);
-    SetCaption(Text{"Refference Files", "データ参照"}.In(settings.UseEnglish));
-    ApplyTable({{List1, {8, 8, 257, 100}}, {Command1, {65, 124, 121, 17}, Both("CANCEL")}},
+    SetCaption(Text{"Reference Files", "データ参照"}.In(settings.UseEnglish));
+    ApplyTable({{List1, {8, 8, 257, 100}}, {Command1, {65, 124, 121, 17}, {"CANCEL", "キャンセル"}}},
                settings.UseEnglish);
     for (const std::string& file : race.AttachFile) List1.AddItem(Trim(file));
     List1.OnClick = [this] { List1_Click(); };
@@ -32,7 +32,8 @@ void ReferenceViewer::List1_Click() {
     if (!race_.AttachFile.Holds(file)) return;
     const auto folder = FindBelow(settings_.AppPath, "attachment");
     const auto path = FindBelow(folder, Trim(race_.AttachFile[file]));
-    if (!IsFile(path)) return Voice(settings_, services_.dialogs).Say(Both("File Not Found"));
+    if (!IsFile(path))
+        return Voice(settings_, services_.dialogs).Say({"File Not Found", "ファイルがありません"});
 
     Hide();
     OpenDocument(settings_, services_, path.string());

@@ -28,8 +28,7 @@ bool InstalledFromDisc(const Settings& settings, Platform& platform, const Voice
     if (!IsFile(installer)) return false;
     if (!voice.Ask({"Do you want to install now ?", "今すぐインストールしますか？"})) return false;
     constexpr Text Advice{
-        "Start up software from Hard Disk after next time because the Software is already installed in HDD "
-        "now",
+        "The software will be installed on the hard disk now. Start it from there from the next time on.",
         "ソフトがインストールされますので次回からはHDDから起動してください"};
     voice.Say(Advice);
     platform.StartProgram(installer);
@@ -41,7 +40,7 @@ void UnpackBaseData(const Settings& settings, Platform& platform, const Voice& v
     std::error_code ignored;
     if (std::filesystem::is_directory(FindBelow(settings.AppPath, "gpsdat"), ignored) || !IsFile(archive))
         return;
-    const Text said{"Expand coast line data",
+    const Text said{"Expand the coastline data",
                     "海岸線などの基本データを解凍します\r\n約１分掛かりますがお待ちください。"};
     const Text title{"Expansion", "データの解凍"};
     voice.SayUnder(voice.In(title), voice.In(said));

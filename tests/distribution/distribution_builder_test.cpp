@@ -178,9 +178,9 @@ TEST_F(DistributionFormTest, RacesAreChosenByClicksAndBuilt) {
     driver::ClickRow(form.List2, 1);
     EXPECT_EQ(form.Text1.Text(), "R1.txt");
 
-    for (const auto& [name, said] : {std::pair{"  ", "Input folder name to be saved"},
+    for (const auto& [name, said] : {std::pair{"  ", "Input the name of the folder"},
                                      {"a/b", "A folder name must not"},
-                                     {"old", "The same name folder exists. Input other name."}}) {
+                                     {"old", "A folder of this name exists. Input another name."}}) {
         form.Combo1.SetText(name);
         dialogs.AnswerOk();
         driver::Click(form.Command1);

@@ -64,7 +64,7 @@ TEST_F(FileSelectTest, AnExistingFileAsksBeforeItIsOverwrittenAndCancelLeavesNot
         form.ShowNow();
         dialogs.AnswerYesNo(over);
         driver::Click(form.Command1);
-        EXPECT_EQ(Said(), "Same File Name Exists.\r\nOverwight?.");
+        EXPECT_EQ(Said(), "A file of this name exists.\r\nOverwrite?");
         EXPECT_EQ(form.Closed(), over);
         if (!over) driver::KeyDown(form, Qt::Key_Escape);
         EXPECT_TRUE(form.Closed());

@@ -234,7 +234,7 @@ TEST_F(RaceEditorTest, AnOpenedRaceFillsTheFormAndIsEditedOnDisc) {
     std::string shown = editor->Caption() + "/" + editor->List1.Item(0);
     for (const auto* field : {&editor->Text7, &editor->Text8, &editor->Text5, &editor->Text4})
         shown += "/" + field->Text();
-    EXPECT_EQ(shown, "Edit Race Control FIle   R1.txt/Ghost        gone.trk/Spring Cup/Race 2/7.5/210");
+    EXPECT_EQ(shown, "Edit Race Control File   R1.txt/Ghost        gone.trk/Spring Cup/Race 2/7.5/210");
     EXPECT_TRUE(editor->Option2.Value());  // the options wait for the person
     driver::Click(editor->Command5);
     EXPECT_EQ(platform.Documents.back(), (tree.Root() / "raceadmin/R1.txt").string());

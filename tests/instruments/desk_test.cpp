@@ -70,7 +70,7 @@ TEST_F(DeskTest, TheWindThatAPersonTypesIsTakenAndSavedAtOnce) {
 
 TEST_F(DeskTest, EachViewIsCapturedWithTheBoatsTheOverviewAndTheColours) {
     OpenFullRace();
-    const fs::path file = tree.Root() / "gpsdat/無題.bmp";
+    const fs::path file = tree.Root() / "gpsdat/untitled.bmp";
     const auto capture = [&](const Control& option) {
         driver::Click(option);
         driver::Click(Form().Command10);

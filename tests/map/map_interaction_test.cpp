@@ -307,7 +307,7 @@ TEST_F(MapTest, RangeAndBearingAreMeasuredFromTheLastClick) {
     for (const auto& [east, south, bearing, magnetic] : cases) {
         driver::MoveTo(Map(), from + QPoint(east, south));
         const double metres = std::hypot(east, south) / pixelsPerMetre;
-        EXPECT_EQ(Hint().Text(), std::to_string(bearing) + "度／" + std::to_string(magnetic) + "mag  " +
+        EXPECT_EQ(Hint().Text(), std::to_string(bearing) + "° / " + std::to_string(magnetic) + "° mag  " +
                                      NumberText(std::floor(metres + 0.5)) + "m");
         EXPECT_TRUE(Form().Line4.Visible() && std::abs(Form().Line4.X1() - 500) < 1e-6);
     }
