@@ -1,87 +1,75 @@
 #include "instruments/hint_table.h"
 
+#include <algorithm>
+
 namespace keelview {
 
 namespace {
 
 using enum HintGate;
 
-/// A hint above its control that begins at the left of the control panel.
-ControlHint AtLeft(Control& owner, HintGate gate, HintSize size, Text words) {
+ControlHint HintOf(Control& owner, HintGate gate, HintSize size, Text words) {
     return {.Owner = &owner, .Gate = gate, .Size = size, .Words = words};
-}
-
-/// A hint above its control that ends `inset` pixels before the right edge of the control panel.
-ControlHint AtRight(Control& owner, HintGate gate, HintSize size, double inset, Text words) {
-    ControlHint hint = AtLeft(owner, gate, size, words);
-    hint.Column = HintColumn::PanelRight;
-    hint.Inset = inset;
-    return hint;
 }
 
 /// The film's speed, the race file, the course.
 std::vector<ControlHint> RaceDataHints(RaceDisp& form) {
     return {
-        AtRight(form.Text2, Always, {270, 16}, 10,
-                {"Change the playback speed by the slide bar", "早送り速度を右のスライドバーで変更します"}),
-        AtRight(form.Command2, HintsOn, {200, 45}, 5,
-                {"Click this button, then click the\n"
-                 "place of the mark on the map.\n"
-                 "< Auto trace is to be Off >",
-                 "このボタンを押してから地図をクリック\n"
-                 "するとマークを設定できます。\n"
-                 "<自動追尾をOffにすること>"}),
-        AtRight(form.Command3, HintsOn, {220, 45}, 5,
-                {"Click this button, then click both ends\n"
-                 "of the line on the map.\n"
-                 "< Auto trace is to be Off >",
-                 "このボタンを押してから地図を2点クリック\n"
-                 "するとラインを設定できます。\n"
-                 "<自動追尾をOffにすること>"}),
-        AtRight(form.Command5, HintsOn, {220, 45}, 5,
-                {"Click this button, then click lines\n"
-                 "and marks in the order of the course.\n"
-                 "< Auto trace is to be Off >",
-                 "このボタンを押してから地図上のライン、\n"
-                 "マークを押してコースを設定します。\n"
-                 "<自動追尾をOffにすること>"}),
-        AtRight(form.Command9, HintsOn, {230, 32}, 10,
-                {"Choose a race file in the box at the left,\n"
-                 "then click here to show it.",
-                 "左の窓でレースを選択してからこの\n"
-                 "ボタンを押せば選択したレースが見れます"}),
+        HintOf(form.Text2, Always, {270, 16},
+               {"Change the playback speed by the slide bar", "早送り速度を右のスライドバーで変更します"}),
+        HintOf(form.Command2, HintsOn, {200, 45},
+               {"Click this button, then click the\n"
+                "place of the mark on the map.\n"
+                "< Auto trace is to be Off >",
+                "このボタンを押してから地図をクリック\n"
+                "するとマークを設定できます。\n"
+                "<自動追尾をOffにすること>"}),
+        HintOf(form.Command3, HintsOn, {220, 45},
+               {"Click this button, then click both ends\n"
+                "of the line on the map.\n"
+                "< Auto trace is to be Off >",
+                "このボタンを押してから地図を2点クリック\n"
+                "するとラインを設定できます。\n"
+                "<自動追尾をOffにすること>"}),
+        HintOf(form.Command5, HintsOn, {220, 45},
+               {"Click this button, then click lines\n"
+                "and marks in the order of the course.\n"
+                "< Auto trace is to be Off >",
+                "このボタンを押してから地図上のライン、\n"
+                "マークを押してコースを設定します。\n"
+                "<自動追尾をOffにすること>"}),
+        HintOf(form.Command9, HintsOn, {230, 32},
+               {"Choose a race file in the box at the left,\n"
+                "then click here to show it.",
+                "左の窓でレースを選択してからこの\n"
+                "ボタンを押せば選択したレースが見れます"}),
     };
 }
 
 std::vector<ControlHint> CheckBoxHints(RaceDisp& form) {
-    ControlHint hintSwitch =
-        AtLeft(form.Check3, Always, {170, 16}, {"Switch the hints on or off", "ヒントをON/OFFします"});
-    hintSwitch.Gap = 4;
-    ControlHint enlarge = AtLeft(form.Check10, HintsOn, {200, 30},
+    ControlHint enlarge = HintOf(form.Check10, HintsOn, {200, 30},
                                  {"When checked, boats are drawn no\n"
                                   "smaller than can be seen well.",
                                   "艇の最低表示サイズを拡大します。\n"
                                   "ﾁｪｯｸを外すと実ｻｲｽﾞで表示します。"});
-    enlarge.Column = HintColumn::OnControl;
-    enlarge.Inset = -150;
     enlarge.HidesBoatLabel = true;
     return {
-        AtLeft(form.Check9, Always, {150, 15},
+        HintOf(form.Check9, Always, {150, 15},
                {"Show all boat names or not", "全艇名の表示をon-offします"}),
-        AtLeft(form.Check7, Always, {170, 16}, {"Draw the coastline or not", "海岸線の表示をon-offします"}),
-        hintSwitch,
+        HintOf(form.Check7, Always, {170, 16}, {"Draw the coastline or not", "海岸線の表示をon-offします"}),
+        HintOf(form.Check3, Always, {170, 16}, {"Switch the hints on or off", "ヒントをON/OFFします"}),
         enlarge,
-        AtLeft(form.Check4, HintsOn, {170, 32},
+        HintOf(form.Check4, HintsOn, {170, 32},
                {"Draw a line across the wind\n"
                 "to compare the heights.",
                 "各艇の高さを比較します\n"
                 "（風上が上の時に有効です）"}),
-        AtLeft(form.Check6, HintsOn, {170, 32},
+        HintOf(form.Check6, HintsOn, {170, 32},
                {"Draw all tracks or not.\n"
                 "( When auto trace is off )",
                 "航跡描画をON/OFFします\n"
                 "（自動追尾時は無効です）"}),
-        AtLeft(form.Check2, Always, {220, 81},
+        HintOf(form.Check2, Always, {220, 81},
                {"When checked, range and bearing are\n"
                 "measured from the first click on the\n"
                 "map to the place of the pointer.\n"
@@ -92,8 +80,8 @@ std::vector<ControlHint> CheckBoxHints(RaceDisp& form) {
                 "測定の基点が設定され、マウスを移動して\n"
                 "そこからの距離・方位を測定します\n"
                 "（再度押すと測定モードを解除）"}),
-        AtLeft(form.Check5, HintsOn, {170, 16}, {"Switch auto trace on or off", "自動追尾をON/OFFします"}),
-        AtLeft(form.Check8, Always, {170, 15},
+        HintOf(form.Check5, HintsOn, {170, 16}, {"Switch auto trace on or off", "自動追尾をON/OFFします"}),
+        HintOf(form.Check8, Always, {170, 15},
                {"Draw the lay lines or not", "レイラインの表示をon-offします"}),
     };
 }
@@ -103,8 +91,7 @@ std::vector<ControlHint> ColourCellHints(RaceDisp& form) {
     std::vector<ControlHint> hints;
     for (Surface* cell : form.ColourCells()) {
         ControlHint hint =
-            AtLeft(*cell, HintsOn, {160, 17}, {"Change the sea colour", "海面の色を変更します"});
-        hint.Inset = 20;
+            HintOf(*cell, HintsOn, {160, 17}, {"Change the sea colour", "海面の色を変更します"});
         hint.OnOwnColour = true;
         hint.Ink = cell == &form.BCOL1 ? Black : White;
         hints.push_back(hint);
@@ -114,33 +101,29 @@ std::vector<ControlHint> ColourCellHints(RaceDisp& form) {
 
 /// Picture, documents, manual, web page, exit.
 std::vector<ControlHint> DoorHints(RaceDisp& form) {
-    ControlHint manual =
-        AtLeft(form.btnHATENA, Always, {100, 17, 150}, {"Show the manual", "操作マニュアルを表示します。"});
-    manual.Column = HintColumn::LeftOfControl;
-    manual.Inset = 5;
-    manual.Row = HintRow::Below;
-    manual.Gap = 0;
     return {
-        manual,
-        AtLeft(form.Command10, Always, {220, 40},
+        HintOf(form.btnHATENA, Always, {160, 32},
+               {"Show the manual\n( the key ? shows all keys )",
+                "操作マニュアルを表示します。\n（キー ? で全キーを表示）"}),
+        HintOf(form.Command10, Always, {220, 40},
                {"Start the graphics software and\n"
                 "show the present screen in it.\n"
                 "( to retouch, print or save )",
                 "画像処理ソフトを立ち上げて現在\n"
                 "表示されている画面の画像を表示します。\n"
                 "（書き加え、修正、保存など可能）"}),
-        AtLeft(form.Command13, Always, {220, 32},
+        HintOf(form.Command13, Always, {220, 32},
                {"Show the documents of the race.\n"
                 "<ex. Sailing Instructions, Results >",
                 "関係する資料を参照します。\n"
                 "<　例.　帆走指示書、レース結果、写真>"}),
-        AtLeft(form.Command1, MenuBehind, {180, 17},
+        HintOf(form.Command1, MenuBehind, {180, 17},
                {"Exit and return to the menu", "メニュー画面に戻ります。"}),
-        AtRight(form.Label1, Always, {280, 32}, 10,
-                {"Open the site of Quaymark Ltd\n"
-                 "( for the latest information )",
-                 "ｸｴｲﾏｰｸ（QMK）のﾎｰﾑﾍﾟｰｼﾞを開きます\n"
-                 "ここから最新データをﾀﾞｳﾝﾛｰﾄﾞできます(準備中)"}),
+        HintOf(form.Label1, Always, {280, 32},
+               {"Open the site of Quaymark Ltd\n"
+                "( for the latest information )",
+                "ｸｴｲﾏｰｸ（QMK）のﾎｰﾑﾍﾟｰｼﾞを開きます\n"
+                "ここから最新データをﾀﾞｳﾝﾛｰﾄﾞできます(準備中)"}),
     };
 }
 
@@ -160,28 +143,9 @@ ControlHint WindEntryHint(RaceDisp& form) {
         "\n"
         "再度このボタンを押すとデータが記録されて入力モード\n"
         "から脱出できます。"};
-    ControlHint hint = AtLeft(form.Command12, HintsOn, {300, 90}, Words);
-    hint.Column = HintColumn::OnControl;
-    hint.Inset = 0;
-    hint.Row = HintRow::Below;
-    hint.Gap = 21;
+    ControlHint hint = HintOf(form.Command12, HintsOn, {300, 90}, Words);
     hint.HidesBoatLabel = true;
     return hint;
-}
-
-double LeftOf(const ControlHint& hint, const RaceDisp& form, double controlLeft, double width) {
-    const double panelLeft = form.Picture7.Left();
-    switch (hint.Column) {
-        case HintColumn::PanelLeft:
-            return panelLeft + hint.Inset;
-        case HintColumn::PanelRight:
-            return panelLeft + form.Picture7.Width() - width - hint.Inset;
-        case HintColumn::OnControl:
-            return controlLeft + hint.Inset;
-        case HintColumn::LeftOfControl:
-            return controlLeft - width - hint.Inset;
-    }
-    return panelLeft;
 }
 
 }  // namespace
@@ -197,19 +161,19 @@ std::vector<ControlHint> ControlHints(RaceDisp& form) {
 std::vector<ControlHint> GreyHints(RaceDisp& form) {
     std::vector<ControlHint> hints;
     for (Control* tool : std::initializer_list<Control*>{&form.Command2, &form.Command3, &form.Command5})
-        hints.push_back(AtRight(*tool, AutoTrace, {230, 32}, 5,
-                                {"Grey while AutoTrace follows the boats:\n"
-                                 "untick AutoTrace first.",
-                                 "自動追尾中は使えません。\n"
-                                 "先に自動追尾をOffにしてください。"}));
-    const ControlHint lacksMarks = AtRight(form.Command5, Always, {230, 45}, 5,
-                                           {"Grey: a course needs two marks or lines.\n"
-                                            "Set them with \"Set Mark\" and\n"
-                                            "\"Set Line\" first.",
-                                            "マークとラインが合わせて2つ以上必要です。\n"
-                                            "先にマーク設定、ライン設定で\n"
-                                            "設定してください。"});
-    const ControlHint lacksCourse = AtLeft(form.Option11, Editing, {230, 45},
+        hints.push_back(HintOf(*tool, AutoTrace, {230, 32},
+                               {"Grey while AutoTrace follows the boats:\n"
+                                "untick AutoTrace first.",
+                                "自動追尾中は使えません。\n"
+                                "先に自動追尾をOffにしてください。"}));
+    const ControlHint lacksMarks = HintOf(form.Command5, Always, {230, 45},
+                                          {"Grey: a course needs two marks or lines.\n"
+                                           "Set them with \"Set Mark\" and\n"
+                                           "\"Set Line\" first.",
+                                           "マークとラインが合わせて2つ以上必要です。\n"
+                                           "先にマーク設定、ライン設定で\n"
+                                           "設定してください。"});
+    const ControlHint lacksCourse = HintOf(form.Option11, Editing, {230, 45},
                                            {"Grey: the tables need a course.\n"
                                             "Set marks and lines, then their order\n"
                                             "with \"Set Course\".",
@@ -217,25 +181,39 @@ std::vector<ControlHint> GreyHints(RaceDisp& form) {
                                             "マークとラインを設定し、ｺｰｽ設定で\n"
                                             "順番を指定してください。"});
     const ControlHint noCourse =
-        AtLeft(form.Option11, Always, {230, 17},
+        HintOf(form.Option11, Always, {230, 17},
                {"Grey: this race has no course", "このレースにはコースがありません"});
     const ControlHint noDocuments =
-        AtLeft(form.Command13, Always, {230, 17},
+        HintOf(form.Command13, Always, {230, 17},
                {"Grey: this race has no documents", "このレースには資料がありません"});
     hints.insert(hints.end(), {lacksMarks, lacksCourse, noCourse, noDocuments});
     return hints;
 }
 
+HintPlace BesidePanel(const RaceDisp& form, double top, double width, double height) {
+    constexpr double gap = 5.0;
+    const double mapTop = form.Picture1.Top();
+    const double lowest = mapTop + form.Text15.Top() - gap - height;  // above the readouts at the foot
+    HintPlace place{.Left = form.PicTimeBar.Left() - width - gap,
+                    .Top = std::max(std::min(top, lowest), mapTop + gap),
+                    .Width = width,
+                    .Height = height};
+    // The finish list grows down the same edge of the map.
+    const Surface& list = form.Position;
+    if (list.Visible() && form.Picture1.Visible() && place.Top < mapTop + list.Top() + list.Height() + gap)
+        place.Left = form.Picture1.Left() + list.Left() - width - gap;
+    return place;
+}
+
 HintPlace PlaceOf(const ControlHint& hint, const RaceDisp& form, bool useEnglish) {
-    const bool onGraphs = hint.Owner == &form.Command12;
-    const Control& parent = onGraphs ? static_cast<const Control&>(form.GPIC) : form.Picture7;
     const double width = useEnglish ? hint.Size.Width : hint.Size.WidthJapanese;
-    const double height = hint.Size.Height;
-    const double top = parent.Top() + hint.Owner->Top();
-    return {.Left = LeftOf(hint, form, parent.Left() + hint.Owner->Left(), width),
-            .Top = hint.Row == HintRow::Above ? top - height - hint.Gap : top + hint.Gap,
+    if (hint.Owner != &form.Command12)
+        return BesidePanel(form, form.Picture7.Top() + hint.Owner->Top(), width, hint.Size.Height);
+    // On the graphs, below the button and left of what it is about.
+    return {.Left = form.GPIC.Left() + hint.Owner->Left(),
+            .Top = form.GPIC.Top() + hint.Owner->Top() + hint.Owner->Height() + 4,
             .Width = width,
-            .Height = height};
+            .Height = hint.Size.Height};
 }
 
 }  // namespace keelview

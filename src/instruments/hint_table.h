@@ -24,30 +24,12 @@ struct HintSize {
     double WidthJapanese = Width;
 };
 
-/// Where the hint's left edge stands; the inset is counted from there, in pixels.
-enum class HintColumn {
-    PanelLeft,     ///< from the control panel's left edge
-    PanelRight,    ///< it ends the inset left of the control panel's right edge
-    OnControl,     ///< from the control's left edge
-    LeftOfControl  ///< it ends the inset left of the control
-};
-
-/// Where the hint's upper edge stands; the gap is counted from there, in pixels.
-enum class HintRow {
-    Above,  ///< it ends the gap above the control
-    Below   ///< it begins the gap below the control's upper edge
-};
-
 /// What one control tells about itself when the pointer comes to it.
 struct ControlHint {
     Control* Owner = nullptr;
     HintGate Gate = HintGate::Always;
     HintSize Size;
     Text Words;
-    HintColumn Column = HintColumn::PanelLeft;
-    double Inset = 10.0;
-    HintRow Row = HintRow::Above;
-    double Gap = 5.0;
     bool OnOwnColour = false;  ///< on the colour of the control, else on that of all hints
     Colour Ink = Black;
     bool HidesBoatLabel = false;  ///< the boat label on the map goes away too
@@ -60,6 +42,11 @@ std::vector<ControlHint> ControlHints(RaceDisp& form);
 /// Why controls are grey and what to do, told while they are; of those of one control the first whose gate
 /// is open.
 std::vector<ControlHint> GreyHints(RaceDisp& form);
+
+/// Where a hint of such a size stands that is about something in the right-hand column at this height of
+/// the form: on the map beside the time bar, so that it covers neither the column, where the pointer goes
+/// on, nor the readouts and the finish list at the map's edge.
+HintPlace BesidePanel(const RaceDisp& form, double top, double width, double height);
 
 /// Where a hint stands on the form as it is laid out now, in the language of the program.
 HintPlace PlaceOf(const ControlHint& hint, const RaceDisp& form, bool useEnglish);

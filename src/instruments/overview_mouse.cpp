@@ -5,6 +5,7 @@
 
 #include "base/angles.h"
 #include "display/hint_box.h"
+#include "instruments/hint_table.h"
 
 namespace keelview {
 
@@ -61,7 +62,7 @@ void OverviewMouse::Picture6_MouseMove() {
 void OverviewMouse::ShowOverviewHint() {
     std::string text = voice_.Str(MoveHint);
     if (app_.settings.EditMode) text += "\n" + voice_.Str(TurnHint) + "\n" + voice_.Str(TurnCondition);
-    ShowHint(form_.Text7, text, {form_.Picture5.Left() - 150, 50, 150, 45});
+    ShowHint(form_.Text7, text, BesidePanel(form_, 50, 150, 45));
 }
 
 }  // namespace keelview
