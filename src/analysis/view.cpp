@@ -14,6 +14,7 @@ constexpr double WholeChartZoom = 0.5;
 constexpr double SmallestBox = 0.02;  // minutes; a single boat would be shown at infinite zoom
 constexpr double BoxShare = 0.85;     // of the area's share of the map, at AutoTraceZoom 1
 constexpr double LongestBarPixels = 400.0;
+constexpr double MostPixelsPerMetre = 100.0;
 
 double PixelsPerLatMinute(const View& view, const TrackArea& area) {
     return view.MapSide / area.AreaSpan * view.MapFillFactor * view.ZoomFactor;
@@ -51,6 +52,26 @@ Projection MapProjection(const View& view, const TrackArea& area, const EarthSca
 double PixelsPerMetre(const View& view, const TrackArea& area, const EarthScale& scale) {
     const double metres = scale.MetresPerLatMinute > 0 ? scale.MetresPerLatMinute : MetresPerNauticalMile;
     return PixelsPerLatMinute(view, area) / metres;
+}
+
+double LargestZoom(const View& view, const TrackArea& area, const EarthScale& scale) {
+    const double zoom = view.ZoomFactor * (MostPixelsPerMetre / PixelsPerMetre(view, area, scale));
+    return std::isfinite(zoom) ? std::max(zoom, 1.0) : 1.0;
+}
+
+void BringUnder(const Position& place, const Point& pixel, const TrackArea& area, const EarthScale& scale,
+                View& view) {
+    const Position there = MapProjection(view, area, scale).ToEarth(pixel);
+    view.CentreOn({view.ViewCentreLat + place.Lat - there.Lat, view.ViewCentreLon + place.Lon - there.Lon});
+}
+
+void ZoomAt(const Point& pixel, double factor, const TrackArea& area, const EarthScale& scale, View& view) {
+    const Position place = MapProjection(view, area, scale).ToEarth(pixel);
+    const double from = factor > 1 ? std::max(view.ZoomFactor, WholeChartBelow) : view.ZoomFactor;
+    const double zoom = std::clamp(from * factor, WholeChartZoom, LargestZoom(view, area, scale));
+    view.ZoomFactor = zoom;
+    view.ManualZoom = zoom;
+    BringUnder(place, pixel, area, scale, view);
 }
 
 void SnapToWholeChart(const TrackArea& area, View& view) {

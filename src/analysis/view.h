@@ -71,6 +71,18 @@ Projection MapProjection(const View& view, const TrackArea& area, const EarthSca
 /// Pixels of the map for a metre. Without a track there is no scale yet; a minute is a nautical mile then.
 double PixelsPerMetre(const View& view, const TrackArea& area, const EarthScale& scale);
 
+/// The zoom at which a pixel of the map is a centimetre, 1 at least: nobody enlarges beyond it.
+double LargestZoom(const View& view, const TrackArea& area, const EarthScale& scale);
+
+/// Moves the view so that a position comes to lie under a pixel of the map.
+void BringUnder(const Position& place, const Point& pixel, const TrackArea& area, const EarthScale& scale,
+                View& view);
+
+/// Zooms what is shown by a factor, up to the largest zoom, and keeps the position under a pixel of the map
+/// where it is. ManualZoom follows. From the whole chart the zoom goes on at once, out of it no further
+/// than there.
+void ZoomAt(const Point& pixel, double factor, const TrackArea& area, const EarthScale& scale, View& view);
+
 /// The snap to the whole chart: a ZoomFactor below 0.6 becomes 0.5 around the home centre. ManualZoom
 /// stays.
 void SnapToWholeChart(const TrackArea& area, View& view);

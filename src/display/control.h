@@ -23,6 +23,14 @@ struct MouseEvent {
     bool AnyModifier = false;  ///< Shift, Ctrl or Alt is held
 };
 
+/// A turn of the wheel over a control, in the control's scale; both amounts are positive downwards.
+struct WheelEvent {
+    int Lines = 0;  ///< lines of text, as the person has set them; 0 where less than one has gathered
+    double Notches = 0.0;  ///< of the wheel; a touch pad turns by parts of one
+    double X = 0.0;
+    double Y = 0.0;
+};
+
 /// The toolkit's side of a control; only the implementation knows what stands in it.
 struct NativeControl;
 
@@ -70,9 +78,8 @@ class Control {
     Event<const MouseEvent&> OnMouseMove;  ///< with or without a button held
     Event<const MouseEvent&> OnGreyMove;   ///< the pointer moves over the control while it is disabled
     Event<> OnMouseLeave;                  ///< the pointer has gone elsewhere, not to a control on this one
-    /// The wheel was turned by so many lines of text, down positive. What neither a control nor its widget
-    /// has use for goes to its container.
-    Event<int> OnWheel;
+    /// The wheel was turned. What neither a control nor its widget has use for goes to its container.
+    Event<const WheelEvent&> OnWheel;
     Event<> OnTabbedTo;  ///< the keyboard has come to the control, by Tab or by an arrow key
 
   protected:
@@ -205,7 +212,8 @@ class TextBox : public Control {
     void SetText(std::string_view text);
     std::string Text() const;
     Event<> OnChange;
-    Event<> OnTyped;  ///< the text was changed by the person
+    Event<> OnTyped;    ///< the text was changed by the person
+    Event<> OnEntered;  ///< the person has pressed Return there or has left it; of one line
     /// Leads the keyboard there with the whole text chosen, so that typing replaces it; for one line.
     void ChooseAll();
 };

@@ -14,6 +14,14 @@ namespace keelview {
 inline constexpr int ShiftKey = 16;
 inline constexpr int OtherKey = 1;
 
+/// A key that means something wherever the keyboard is in a form.
+struct KeyPress {
+    enum class Name { Space, Left, Right, Home, End, Escape, F11, QuestionMark };
+    Name Key = Name::Space;
+    bool Shift = false;
+    bool Repeated = false;  ///< the key has been held down since it was told first
+};
+
 /// A window. Its places are pixels of its inner area.
 class Form : public Container {
   public:
@@ -42,6 +50,9 @@ class Form : public Container {
     /// form: the object stands until its owner lets go of it.
     void Close();
     bool Closed() const;
+    /// Takes the whole screen, without a frame; or gives it back.
+    void SetWholeScreen(bool whole);
+    bool WholeScreen() const;
     /// The buttons that Return and Escape push, wherever the keyboard is; on a button Return pushes that.
     void SetAnswers(Button& accept, Button& cancel);
 
@@ -50,6 +61,11 @@ class Form : public Container {
     Event<> OnUnload;      ///< the window is closed
     Event<int> OnKeyDown;  ///< sees keys before any control of the form
     Event<int> OnKeyUp;
+    /// A key was pressed that has a name here, without Ctrl and Alt, while no text was being typed and no
+    /// list hung open; one that is told true goes no further. Where somebody listens Return pushes the
+    /// button or box that has the keyboard, as the space bar may mean something else, and a field is left
+    /// by Return, by Escape and by a press of the mouse elsewhere.
+    Event<const KeyPress&, bool&> OnKey;
     /// Files or folders were dropped on the window. It takes no drops while nobody listens.
     Event<const std::vector<std::filesystem::path>&> OnFilesDropped;
     /// The window manager gave the window another inner size than it asked for.

@@ -39,7 +39,9 @@ BoatList::BoatList(RaceSession& session)
     form_.Picture5.OnMouseMove = [this](const MouseEvent&) { Picture5_MouseMove(); };
     form_.Picture7.OnMouseMove = [this](const MouseEvent&) { Picture7_MouseMove(); };
     form_.Picture8.OnMouseMove = [this](const MouseEvent&) { Picture8_MouseMove(); };
-    form_.Picture8.OnWheel = [this](int lines) { form_.VScroll1.SetValue(form_.VScroll1.Value() + lines); };
+    form_.Picture8.OnWheel = [this](const WheelEvent& turn) {
+        form_.VScroll1.SetValue(form_.VScroll1.Value() + turn.Lines);
+    };
     form_.VScroll1.OnChange = [this] { VScroll1_Change(); };
     form_.OnMouseMove = [this](const MouseEvent&) { Form_MouseMove(); };
 }

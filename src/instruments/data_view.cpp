@@ -32,8 +32,8 @@ DataView::DataView(RaceSession& session)
     form_.PicTime.OnMouseDown = [this](const MouseEvent& event) { PicTime_MouseDown(event); };
     form_.PicTime.OnMouseMove = [this](const MouseEvent& event) { PicTime_MouseMove(event); };
     form_.PicTime.OnMouseUp = [this](const MouseEvent& event) { PicTime_MouseUp(event); };
-    form_.PicTime.OnWheel = [this](int lines) { ScrollBy(lines * DataRowPitch); };
-    form_.Picture14.OnWheel = [this](int lines) { ScrollBy(lines * DataRowPitch); };
+    form_.PicTime.OnWheel = [this](const WheelEvent& turn) { ScrollBy(turn.Lines * DataRowPitch); };
+    form_.Picture14.OnWheel = [this](const WheelEvent& turn) { ScrollBy(turn.Lines * DataRowPitch); };
     form_.VScroll2.OnChange = [this] { VScroll2_Change(); };
 }
 
@@ -45,7 +45,9 @@ void DataView::ShowPage() {
 
 /// Back to the map if the person came from there straight, else to the graphs.
 void DataView::Command11_Click() {
-    (prevViewMode_ == ViewKind::Map ? form_.Option9 : form_.Option10).SetValue(true);
+    OptionButton& back = prevViewMode_ == ViewKind::Map ? form_.Option9 : form_.Option10;
+    back.SetValue(true);
+    back.SetFocus();  // the button goes with the page; the keyboard goes on where the person is now
 }
 
 void DataView::PicTime_MouseDown(const MouseEvent& event) {

@@ -13,7 +13,11 @@ constexpr Text TimesSpeed{" x spd", "倍速"};
 }  // namespace
 
 FilmControls::FilmControls(RaceSession& session)
-    : app_(session.App()), form_(session.Display()), film_(session.TheFilm()), voice_(session.TheVoice()) {
+    : app_(session.App()),
+      form_(session.Display()),
+      film_(session.TheFilm()),
+      stage_(session.TheStage()),
+      voice_(session.TheVoice()) {
     const auto connect = [](OptionButton& option, const std::function<void()>& act) {
         option.OnClick = act;
         option.OnAgain = act;
@@ -29,7 +33,15 @@ FilmControls::FilmControls(RaceSession& session)
 
 void FilmControls::Play(int direction) {
     film_.Release(Film::Hold::MapClick);
+    backward_ = direction < 0;
     film_.Play(direction);
+}
+
+/// A film that a click on a mark holds stands as well.
+void FilmControls::PlayOrStop() {
+    if (!film_.Stopped() && !film_.HeldFor(Film::Hold::MapClick)) return form_.Option7.SetValue(true);
+    OptionButton& way = backward_ ? form_.Option8 : form_.Option6;
+    way.Value() ? Play(backward_ ? -1 : 1) : way.SetValue(true);
 }
 
 void FilmControls::Option7_Click() {
@@ -39,9 +51,20 @@ void FilmControls::Option7_Click() {
     if (!onMap) form_.Check2.SetValue(false);
 }
 
-void FilmControls::Step(int direction) {
+void FilmControls::Step(int steps) {
     form_.Option7.SetValue(true);
-    film_.Step(direction);
+    film_.Step(steps);
+}
+
+void FilmControls::GoToStart() {
+    stage_.Repaint(Changed::Layers);  // the wakes and lay lines of the moment before go
+    film_.SeekStart();
+}
+
+void FilmControls::GoToFinish() {
+    form_.Option7.SetValue(true);
+    stage_.Repaint(Changed::Layers);
+    film_.SeekFinish();
 }
 
 /// Up to ten times by ones, then up to a hundred times by tens.

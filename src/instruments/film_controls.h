@@ -10,16 +10,25 @@ class FilmControls {
   public:
     explicit FilmControls(RaceSession& session);
 
+    /// Stops the film, or lets it go on the way it was played last.
+    void PlayOrStop();
+    /// Stops and moves by so many steps, back by a negative number.
+    void Step(int steps);
+    void GoToStart();
+    /// The film stops there: it would begin anew.
+    void GoToFinish();
+
   private:
     void Play(int direction);
     void Option7_Click();
-    void Step(int direction);
     void HScroll1_Change();
 
     const AppState& app_;
     RaceDisp& form_;
     Film& film_;
+    Stage& stage_;
     const Voice& voice_;
+    bool backward_ = false;  ///< the way it was played last
 };
 
 }  // namespace keelview

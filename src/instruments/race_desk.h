@@ -10,9 +10,11 @@
 #include "instruments/film_controls.h"
 #include "instruments/graph_cursors.h"
 #include "instruments/hints.h"
+#include "instruments/key_sheet.h"
 #include "instruments/leg_tables.h"
 #include "instruments/overview.h"
 #include "instruments/overview_mouse.h"
+#include "instruments/race_keys.h"
 #include "instruments/screen_capture.h"
 #include "instruments/time_bar.h"
 #include "instruments/time_bar_mouse.h"
@@ -62,7 +64,9 @@ struct RaceDesk {
           timeSetting(session),
           hints(app.race, app.settings, form),
           capture(app, form, services, session.TheVoice()),
-          exitButton(session) {
+          exitButton(session),
+          keySheet(form, session.TheVoice()),
+          keys(form, filmControls, mapInteraction, windEntry, keySheet) {
         // The sea first, as it wipes what is drawn on it; the boats stand on the chart.
         for (Instrument* instrument : std::initializer_list<Instrument*>{
                  &seaColours, &chart, &boats, &startSignals, &finishList, &mapInteraction, &windPanel,
@@ -108,6 +112,8 @@ struct RaceDesk {
     Hints hints;
     ScreenCapture capture;
     ExitButton exitButton;
+    KeySheet keySheet;
+    RaceKeys keys;
 };
 
 }  // namespace keelview

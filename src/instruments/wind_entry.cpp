@@ -42,6 +42,12 @@ void WindEntry::Command12_Click() {
     }
 }
 
+bool WindEntry::Leave() {
+    if (!windEntryMode_ || app_.shown.ViewMode != ViewKind::Graph) return false;
+    Command12_Click();
+    return true;
+}
+
 void WindEntry::SetMode(bool on) {
     windEntryMode_ = on;
     form_.Command12.SetBackColor(on ? Yellow : ButtonFace);

@@ -18,6 +18,8 @@ class WindEntry {
 
     /// The mode is on: presses set samples.
     bool WindEntryMode() const { return windEntryMode_; }
+    /// Leaves the mode as its button does. False where it is off, or the graphs are not shown.
+    bool Leave();
     /// Another view is shown.
     void ViewChanged() { HoldFilm(); }
 

@@ -8,6 +8,8 @@ namespace keelview {
 
 /// The wind field Text3 on the map: the wind direction of the race. What a person sets there, by typing or
 /// by turning the overview, is drawn everywhere and saved at once; what a load writes there does nothing.
+/// What is typed is taken when it is finished: with Return, when the field is left, or after a pause of a
+/// second.
 class WindField : public Instrument {
   public:
     WindField(const RaceControl& race, RaceDisp& form, RaceChanges& changes);
@@ -20,6 +22,7 @@ class WindField : public Instrument {
 
   private:
     void Text3_Typed();
+    void TakeTyped();
 
     const RaceControl& race_;
     RaceDisp& form_;

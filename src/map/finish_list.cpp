@@ -29,7 +29,9 @@ FinishList::FinishList(const RaceControl& race, const MarkPasses& passes, const 
                        Platform& platform, RaceDisp& form)
     : race_(race), passes_(passes), settings_(settings), platform_(platform), form_(form) {
     form_.VScroll3.OnChange = [this] { DrawList(); };
-    form_.Position.OnWheel = [this](int lines) { form_.VScroll3.SetValue(form_.VScroll3.Value() + lines); };
+    form_.Position.OnWheel = [this](const WheelEvent& turn) {
+        form_.VScroll3.SetValue(form_.VScroll3.Value() + turn.Lines);
+    };
 }
 
 void FinishList::Repaint(Changed changed) {

@@ -1,7 +1,6 @@
 #include "map/navigate.h"
 
 #include <algorithm>
-#include <cmath>
 #include <string>
 
 #include "base/bilingual.h"
@@ -23,8 +22,8 @@ constexpr Text ShowAllHint{"\n( Shift + R => Show all area)", "\n（Shift + 右�
 
 }  // namespace
 
-Navigate::Navigate(View& view, const TrackArea& area, RaceDisp& form, Stage& stage, const Voice& voice)
-    : view_(view), area_(area), form_(form), stage_(stage), voice_(voice) {}
+Navigate::Navigate(AppState& app, RaceDisp& form, Stage& stage, const Voice& voice)
+    : view_(app.view), area_(app.area), scale_(app.scale), form_(form), stage_(stage), voice_(voice) {}
 
 Click Navigate::Press(const MouseEvent& event, const Position& at) {
     if (!ShiftHeld(form_, event))
@@ -39,8 +38,8 @@ Click Navigate::Press(const MouseEvent& event, const Position& at) {
 void Navigate::Zoom(MouseButton button, const Position& at) {
     const double before = view_.ManualZoom;
     double zoom = button == MouseButton::Left ? before * ZoomStep : before / ZoomStep;
-    zoom = std::max(zoom, LeastZoom);
-    if (zoom == before || !std::isfinite(zoom)) return;
+    zoom = std::clamp(zoom, LeastZoom, LargestZoom(view_, area_, scale_));
+    if (zoom == before) return;
     if (zoom > HomeAbove && zoom <= HomeUpTo)
         ShowAround(Home(), 1);
     else

@@ -1,7 +1,7 @@
 #pragma once
 
-#include "analysis/view.h"
 #include "map/map_tool.h"
+#include "session/app_state.h"
 #include "session/race_disp.h"
 #include "session/stage.h"
 #include "session/voice.h"
@@ -12,7 +12,7 @@ namespace keelview {
 /// Shift the left one moves the view, any other one brings it home.
 class Navigate : public MapTool {
   public:
-    Navigate(View& view, const TrackArea& area, RaceDisp& form, Stage& stage, const Voice& voice);
+    Navigate(AppState& app, RaceDisp& form, Stage& stage, const Voice& voice);
 
     Click Press(const MouseEvent& event, const Position& at) override;
     void Follow(const MouseEvent& event, const Position& at) override;
@@ -25,6 +25,7 @@ class Navigate : public MapTool {
 
     View& view_;
     const TrackArea& area_;
+    const EarthScale& scale_;
     RaceDisp& form_;
     Stage& stage_;
     const Voice& voice_;

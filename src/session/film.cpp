@@ -78,16 +78,28 @@ void Film::Follow() {
     form_.Timer3.SetEnabled(open_ && !holds_.contains(Hold::Loading));
 }
 
-void Film::Step(int direction) {
+void Film::Step(int steps) {
     stopped_ = true;
     Follow();
     const double width = std::max(1.0, std::abs(app_.clock.ReplayStep));
-    app_.clock.ReplayStep = std::abs(app_.clock.ReplayStep) * direction;
-    Seek(app_.clock.ReplayTime + width * direction);
+    app_.clock.ReplayStep = std::copysign(app_.clock.ReplayStep, steps);
+    Seek(app_.clock.ReplayTime + width * steps);
 }
 
 void Film::Seek(double time) {
-    app_.clock.ReplayTime = InRange(time);
+    ShowTime(InRange(time));
+}
+
+void Film::SeekStart() {
+    ShowTime(std::max(std::min(0.0, LastTime()), app_.clock.ReplayRangeStart));
+}
+
+void Film::SeekFinish() {
+    ShowTime(std::max(LastTime(), app_.clock.ReplayRangeStart));
+}
+
+void Film::ShowTime(double time) {
+    app_.clock.ReplayTime = time;
     stage_.ShowMoment();
 }
 
@@ -102,14 +114,16 @@ void Film::SetSpeed(double multiplier) {
     if (ticksPerSecond_ != 0) SetStepFromSpeed();
 }
 
-/// The film goes round: behind one end of the range lies the other one. The tracks may end before it.
+/// The film goes round: behind one end of the range lies the other one.
 double Film::InRange(double time) const {
     const Clock& clock = app_.clock;
-    const double lastFix = LatestFixTime(app_.tracks);
-    if (time >= clock.ReplayRangeEnd || time > lastFix) time = clock.ReplayRangeStart;
-    if (time < clock.ReplayRangeStart)  // backward play has run out
-        time = std::min(clock.ReplayRangeEnd, lastFix);
-    return time;
+    if (time >= clock.ReplayRangeEnd || time > LatestFixTime(app_.tracks)) time = clock.ReplayRangeStart;
+    return time < clock.ReplayRangeStart ? LastTime() : time;  // backward play has run out
+}
+
+/// Of the range; the tracks may end before it.
+double Film::LastTime() const {
+    return std::min<double>(app_.clock.ReplayRangeEnd, LatestFixTime(app_.tracks));
 }
 
 void Film::ReplayTick() {

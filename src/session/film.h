@@ -17,6 +17,7 @@ class Film {
     enum class Hold {
         Loading,   ///< a race is being read
         MapClick,  ///< a click on a mark or line; until the pointer comes to a panel
+        MapDrag,   ///< the map is in the person's hand
         DataPage,  ///< nothing of the film is seen behind the data page
         WindEntry  ///< wind is being entered by hand
     };
@@ -36,11 +37,15 @@ class Film {
     bool Stopped() const { return stopped_; }
     void HoldFor(Hold reason);
     void Release(Hold reason);
+    bool HeldFor(Hold reason) const { return holds_.contains(reason); }
 
-    /// Moves by one step, a second at least, and shows where it stands.
-    void Step(int direction);
+    /// Moves by so many steps, back by a negative number, each a second at least; shows where it stands.
+    void Step(int steps);
     /// Goes to a moment and shows it.
     void Seek(double time);
+    /// Goes to the start and to the finish of the race, or as near as the range that is played comes.
+    void SeekStart();
+    void SeekFinish();
     /// Plays from now on between two moments, and goes to the first one.
     void SetRange(double from, double to);
     /// Replay seconds per real second.
@@ -50,6 +55,8 @@ class Film {
     void ReplayTick();
     void Timer3_Timer();
     double InRange(double time) const;
+    double LastTime() const;
+    void ShowTime(double time);
     void SkipToBoats();
     void CalibrateStep();
     void SetStepFromSpeed();

@@ -63,9 +63,9 @@ RaceDisp::RaceDisp(const Settings& settings)
     for (Control* control : std::initializer_list<Control*>{&Picture1, &Check9, &Check2, &Check5})
         control->SetEnabled(false);
     for (Control* control : std::initializer_list<Control*>{
-             &PicTime,   &Picture3, &Picture13, &Text8,     &Text12,   &Seven,    &Blue_P,
-             &Picture12, &Text4,    &Picture9,  &Command12, &Picture4, &Text7,    &PicTimeBar,
-             &GPIC,      &Position, &sWind,     &VScroll1,  &VScroll2, &VScroll3, &Picture14})
+             &PicTime, &Picture3, &Picture13, &Text8,    &Text12,    &Seven,      &Blue_P, &Picture12,
+             &Text4,   &Picture9, &Command12, &Picture4, &Text7,     &PicTimeBar, &GPIC,   &Position,
+             &sWind,   &VScroll1, &VScroll2,  &VScroll3, &Picture14, &Picture15})
         control->Hide();
     for (LineObject* line : {&Line4, &Line2, &Line3, &Line7}) line->SetVisible(false);
     Bar[0].SetVisible(false);
@@ -102,7 +102,7 @@ void RaceDisp::ApplyFonts(const Settings& settings) {
     Text4.SetFont(face, 72 * scale);
     btnHATENA.SetFont(face, 15.75, true);
     for (Surface* surface : {&PicTime, &GPIC, &Picture1, &PicTimeBar, &Picture8, &Picture3, &Picture13,
-                             &Position, &Picture2, &Picture6})
+                             &Position, &Picture2, &Picture6, &Picture15})
         surface->FontSize = 9 * scale;
     sWind.FontSize = 8 * scale;
 }
@@ -115,6 +115,7 @@ void RaceDisp::ApplyColours() {
     Picture8.SetBackColor(ButtonFace);
     Position.SetBackColor(Rgb(192, 255, 255));
     sWind.SetBackColor(Rgb(0, 192, 0));
+    Picture15.SetBackColor(HintBackground);
     Picture2.SetBackColor(Rgb(0, 255, 255));
     Picture12.SetBackColor(Rgb(0, 255, 255));
     Picture6.SetBackColor(Rgb(192, 255, 255));

@@ -93,6 +93,7 @@ class RaceDisp : public Form {
     Timer Timer1;                                              // replay tick
     Timer Timer2;  // switches auto trace on, 2 seconds after the start
     Timer Timer3;  // calibration of the film's speed, pass clock
+    Timer Timer4;  // takes the wind when its typing pauses
 
     // On the map.
     TextBox Text3{Picture1, "Text3", Field};                    // race wind direction
@@ -206,7 +207,8 @@ class RaceDisp : public Form {
     Button Command1{Picture7, "Command1"};    // "EXIT"
     Label Label1{Picture7, "Label1"};         // the maker's web page
 
-    TextBox Text7{*this, "Text7", Hint};  // the hint box, above everything
+    Surface Picture15{*this, "Picture15", BorderStyle::Flat};  // the sheet of the keys
+    TextBox Text7{*this, "Text7", Hint};                       // the hint box, above everything
 
   private:
     void PlaceAndCaption(bool useEnglish);

@@ -75,6 +75,42 @@ TEST_F(ViewTest, TheViewThatFollowsHasAllBoatsOnTheMap) {
     EXPECT_EQ(Sees(), (Seen{3 / 0.02 * 0.5 * 0.85, 1, 2101, 8401}));  // one boat: a box of 37 metres
 }
 
+TEST_F(ViewTest, TheWheelKeepsWhatIsUnderThePointerAndTurnsBackWhatItDid) {
+    for (const double up : {0.0, 77.0, 200.0})
+        for (const Point& pixel : {Point{400, 400}, {10, 700}, {799, 0}}) {
+            view.ScreenUpDirection = up;
+            view.ManualZoom = view.ZoomFactor = 3;
+            const Seen before = Sees();
+            const Position under = Map().ToEarth(pixel);
+            for (const double factor : {1.25, 1.07, 1 / 1.07, 1 / 1.25}) {
+                ZoomAt(pixel, factor, area, scale, view);
+                EXPECT_NEAR(Map().ToEarth(pixel).Lat, under.Lat, 1e-9) << up;
+                EXPECT_NEAR(Map().ToEarth(pixel).Lon, under.Lon, 1e-9) << up;
+                EXPECT_EQ(view.ManualZoom, view.ZoomFactor);
+            }
+            EXPECT_NEAR(view.ZoomFactor, std::get<0>(before), 1e-9);
+            EXPECT_NEAR(view.ViewCentreLat, std::get<2>(before), 1e-9);
+            const Position grabbed = Map().ToEarth({123, 456});
+            BringUnder(grabbed, pixel, area, scale, view);
+            EXPECT_NEAR(Map().ToScreen(grabbed).X, pixel.X, 1e-6);
+            EXPECT_NEAR(Map().ToScreen(grabbed).Y, pixel.Y, 1e-6);
+            view.CentreOn({2100, 8400});
+        }
+}
+
+TEST_F(ViewTest, TheZoomEndsAtACentimetreAPixelAndAtTheWholeChart) {
+    const Point pixel{100, 200};
+    for (int notch = 0; notch < 200; ++notch) ZoomAt(pixel, 1.25, area, scale, view);
+    EXPECT_NEAR(PixelsPerMetre(view, area, scale), 100, 1e-9);
+    const Seen largest = Sees();
+    ZoomAt(pixel, 1.25, area, scale, view);
+    EXPECT_NEAR(view.ViewCentreLat, std::get<2>(largest), 1e-9);
+    for (int notch = 0; notch < 200; ++notch) ZoomAt(pixel, 0.8, area, scale, view);
+    EXPECT_EQ(view.ZoomFactor, 0.5);
+    ZoomAt(pixel, 1.001, area, scale, view);  // the least turn leads out of the whole chart
+    EXPECT_GT(view.ZoomFactor, WholeChartBelow);
+}
+
 TEST(ScaleBar, IsTheLongestRoundLengthOfAtMost400Pixels) {
     using Case = std::tuple<double, double, int>;
     for (const auto& [pixelsPerMetre, metres, mantissa] :

@@ -54,17 +54,105 @@ TEST_F(DeskTest, EveryChoiceIsSeenAndTakenBackWithoutATrace) {
     }
 }
 
-TEST_F(DeskTest, TheWindThatAPersonTypesIsTakenAndSavedAtOnce) {
+TEST_F(DeskTest, TheWindThatAPersonTypesIsTakenWhenItIsFinishedAndSaved) {
     Open();
     driver::Click(Form().Option3);
     Form().Text3.SetText("77");  // by the program
     EXPECT_EQ(app.race.WindDirection, 0);
     for (const auto& [typed, wind] :
          {std::pair{"45", 45.0}, {"360", 360}, {"361", 0}, {"12.5 deg", 12.5}, {"-5", 0}}) {
+        const double before = app.race.WindDirection;
         driver::Type(Form().Text3, typed);
+        EXPECT_EQ(app.race.WindDirection, before);
+        driver::Strike("\n");
         EXPECT_EQ(app.now.WindNow.DirectionTrue, std::fmod(wind, 360)) << typed;
         EXPECT_EQ(app.view.ScreenUpDirection, wind);
         EXPECT_EQ(FileHolds("WD, " + NumberText(wind)), wind > 0) << File();
+    }
+}
+
+TEST_F(DeskTest, TypedWindIsTakenByAPauseOrWhenTheFieldIsLeft) {
+    Open();
+    driver::Type(Form().Text3, "45");
+    ASSERT_TRUE(Form().Timer4.Enabled());
+    Form().Timer4.OnTimer();
+    EXPECT_TRUE(app.race.WindDirection == 45 && !Form().Timer4.Enabled());
+    driver::Type(Form().Text3, "50");
+    driver::ClickAt(Map(), {400, 400}, Qt::MiddleButton);
+    EXPECT_EQ(app.race.WindDirection, 50);
+    app.race.WindDirection = 7;  // a field that is only visited takes nothing
+    driver::Click(Form().Text3);
+    driver::Key(Form(), Qt::Key_Escape);
+    EXPECT_EQ(app.race.WindDirection, 7);
+}
+
+TEST_F(DeskTest, KeysLeadTheFilmWhereverTheKeyboardIs) {
+    Open();
+    const RaceDisp& form = Form();
+    const auto press = [&](Qt::Key key, Qt::KeyboardModifiers held = {}) { driver::Key(form, key, held); };
+    for (const Control* focus : std::initializer_list<const Control*>{&form.Bnam[0], &form.Command2,
+                                                                      &form.Option3, &form.HScroll1}) {
+        driver::Face(*focus).setFocus();
+        Seek(50);
+        press(Qt::Key_Right);
+        press(Qt::Key_Right, Qt::ShiftModifier);
+        EXPECT_EQ(app.now.Time, 61);
+        press(Qt::Key_Left);
+        press(Qt::Key_Left, Qt::ShiftModifier);
+        EXPECT_EQ(app.now.Time, 50);
+        press(Qt::Key_End);
+        EXPECT_EQ(app.now.Time, 600);
+        press(Qt::Key_Home);
+        EXPECT_EQ(app.now.Time, 0);
+        press(Qt::Key_Space);
+        EXPECT_TRUE(form.Option6.Value() &&
+                    form.Timer1.Enabled());  // forward, though the last step went back
+        press(Qt::Key_Space);
+        EXPECT_TRUE(form.Option7.Value() && !form.Timer1.Enabled());
+    }
+    EXPECT_TRUE(form.InFocus(1) && form.Command2.GetBackColor() == ButtonFace && app.race.NorthUp);
+    EXPECT_EQ(form.HScroll1.Value(), 5);
+    driver::Click(form.Option8);
+    press(Qt::Key_Space);
+    press(Qt::Key_Space);
+    EXPECT_TRUE(form.Option8.Value() && app.clock.ReplayStep < 0);  // the way it was played
+    press(Qt::Key_Space);
+    driver::Type(Form().Text9, "2004");
+    const double time = app.now.Time;
+    for (const Qt::Key key : {Qt::Key_Space, Qt::Key_Left, Qt::Key_Home, Qt::Key_F11}) press(key);
+    driver::Strike("?");
+    EXPECT_TRUE(app.now.Time == time && form.Option7.Value() && !form.WholeScreen());
+    EXPECT_EQ(form.Text9.Text(), "?2004 ");
+}
+
+TEST_F(DeskTest, EscapeLeavesOneThingAfterTheOther) {
+    Open();
+    RaceDisp& form = Form();
+    driver::Key(form, Qt::Key_F11);
+    driver::Click(form.Command3);
+    driver::Key(form, Qt::Key_Question);
+    const auto state = [&] {
+        return std::string(form.Picture15.Visible() ? "sheet " : "") +
+               (form.Command3.GetBackColor() == Yellow ? "tool " : "") +
+               (form.WholeScreen() ? "whole" : "");
+    };
+    for (const char* then : {"sheet tool whole", "tool whole", "whole", "", ""}) {
+        EXPECT_EQ(state(), then);
+        driver::Key(form, Qt::Key_Escape);
+    }
+    for (const bool shown : {true, false}) {
+        driver::Key(form, Qt::Key_Question);
+        EXPECT_EQ(form.Picture15.Visible(), shown);
+    }
+}
+
+TEST_F(DeskTest, TheKeyboardGoesOnWhereExitLeads) {
+    OpenFullRace();
+    for (OptionButton* from : {&Form().Option9, &Form().Option10}) {
+        driver::Click(*from);
+        driver::Click(Form().Option11);
+        driver::Click(Form().Command11);
+        EXPECT_TRUE(from->Value() && QApplication::focusWidget() == &driver::Face(*from));
     }
 }
 
@@ -112,7 +200,7 @@ TEST_F(DeskTest, ExitOffersToSaveInEditModeAndStaysWhereThatFails) {
     }
 }
 
-TEST_F(DeskTest, TabComesToEveryControlWhereSpaceAndArrowsWorkAsTheMouseDoes) {
+TEST_F(DeskTest, TabComesToEveryControlWhereReturnAndArrowsWorkAsTheMouseDoes) {
     Open();
     std::set<QString> stops;
     for (int press = 0; press < 50; ++press) {
@@ -125,7 +213,7 @@ TEST_F(DeskTest, TabComesToEveryControlWhereSpaceAndArrowsWorkAsTheMouseDoes) {
         EXPECT_TRUE(stops.contains(name)) << name;
     for (const char* name : {"Command2", "BCOL6", "Bnam(0)"}) {
         driver::Named(name).setFocus();
-        driver::Key(Form(), Qt::Key_Space);
+        driver::Key(Form(), Qt::Key_Return);
     }
     EXPECT_TRUE(Form().Command2.GetBackColor() == Yellow && !Form().InFocus(1));
     EXPECT_EQ(Map().BackColor, Form().BCOL6.BackColor);
@@ -171,6 +259,33 @@ TEST_F(HintsTest, WhatIsGreyTellsWhyAndWhatToDo) {
     driver::Click(Form().Check5);
     for (const Button* tool : {&Form().Command2, &Form().Command3, &Form().Command5})
         EXPECT_NE(HintOver(*tool).find("untick AutoTrace"), std::string::npos);
+}
+
+TEST_F(HintsTest, NoHintCoversTheColumnItIsAboutNorWhatTheMapTells) {
+    Open();
+    RaceDisp& form = Form();
+    const auto boxOf = [](const Control& control) {
+        QWidget& face = driver::Face(control);
+        return QRect(face.mapTo(face.window(), QPoint()), face.size());
+    };
+    form.Position.Move(form.MapSide() - 217, 5, 212, 700);  // of a large fleet that has finished
+    form.Position.Show();
+    form.Picture12.Show();
+    std::vector<ControlHint> hints = ControlHints(form);
+    const std::vector<ControlHint> grey = GreyHints(form);
+    hints.insert(hints.end(), grey.begin(), grey.end());
+    for (const ControlHint& hint : hints) {
+        for (const bool english : {true, false}) {
+            const HintPlace at = PlaceOf(hint, form, english);
+            const QRect box = QRectF(at.Left, at.Top, at.Width, at.Height).toRect();
+            EXPECT_TRUE(driver::Face(form).rect().contains(box)) << hint.Words.English;
+            if (hint.Owner == &form.Command12) continue;  // on the graphs
+            for (const Control* kept : std::initializer_list<const Control*>{
+                     &form.Picture7, &form.Picture8, &form.PicTimeBar, &form.Position, &form.Text11,
+                     &form.Text15, &form.Picture12, &form.Text3})
+                EXPECT_FALSE(box.intersects(boxOf(*kept))) << hint.Words.English;
+        }
+    }
 }
 
 struct TimeSettingTest : DeskTest {

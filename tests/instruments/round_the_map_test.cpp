@@ -213,7 +213,7 @@ TEST_F(BoatListTest, AFleetBeyondTheRowsIsScrolledWithItsTicksAndByTheKeyboard) 
     form.Bnam[rows - 2].SetFocus();
     driver::Key(form, Qt::Key_Tab);
     EXPECT_EQ(form.VScroll1.Value(), std::min(rows - rows / 2, 90 - rows));
-    driver::Key(form, Qt::Key_Space);
+    driver::Key(form, Qt::Key_Return);
     EXPECT_TRUE(form.InFocus(rows) && !form.InFocus(90));
 }
 

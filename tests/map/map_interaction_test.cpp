@@ -56,12 +56,61 @@ TEST_F(MapTest, TheMapIsDeafInAutoTraceAndSoundAtAnyZoom) {
     EXPECT_EQ(app.view.ManualZoom, 1);
     Form().Check5.SetValue(false);
     driver::Settle();
-    for (int click = 0; click < 120; ++click) ClickMap(aside);
-    EXPECT_GT(app.view.ManualZoom, 1e17);
+    for (int click = 0; click < 40; ++click) ClickMap(aside);
+    EXPECT_NEAR(PixelsPerMetre(app.view, app.area, app.scale), 100, 1e-6);
     driver::KeyDown(Map(), Qt::Key_Shift);
     ClickMap(aside, Qt::RightButton);
     driver::KeyUp(Map(), Qt::Key_Shift);
     EXPECT_TRUE(app.view.ManualZoom == 1 && app.view.ViewCentreLat == app.area.HomeCentreLat);
+}
+
+TEST_F(MapTest, ADragMovesTheMapAndATrembleIsAClick) {
+    Open();
+    driver::Click(Form().Option6);
+    const auto drag = [&](Qt::MouseButton button, QPoint by) {
+        driver::Press(driver::Face(Map()), aside, button);
+        for (const QPoint& to : {aside + by / 2, aside + by}) driver::MoveTo(Map(), to);
+        EXPECT_EQ(Form().Timer1.Enabled(), by.manhattanLength() < 9) << "the map waits for the hand";
+        driver::Release(driver::Face(Map()), aside + by, button);
+        EXPECT_TRUE(Form().Timer1.Enabled());
+    };
+    for (const Qt::MouseButton button : {Qt::LeftButton, Qt::MiddleButton}) {
+        const Position grabbed = PositionAt(aside);
+        drag(button, {120, -90});
+        EXPECT_EQ(PixelOf(grabbed), aside + QPoint(120, -90));
+        EXPECT_EQ(app.view.ManualZoom, 1);
+    }
+    const Position pressed = PositionAt(aside);
+    drag(Qt::LeftButton, {2, 2});
+    EXPECT_TRUE(app.view.ManualZoom == 1.4 && std::abs(app.view.ViewCentreLat - pressed.Lat) < 1e-9);
+    driver::Click(Form().Command2);  // with a tool in hand, too
+    const Position grabbed = PositionAt(aside);
+    drag(Qt::LeftButton, {50, 60});
+    EXPECT_TRUE(PixelOf(grabbed) == aside + QPoint(50, 60) && Yellow(Form().Command2));
+    ClickMap(aside);
+    EXPECT_EQ(app.race.Marks.Count(), 1);
+}
+
+TEST_F(MapTest, TheWheelZoomsAtThePointerAndInAutoTraceWhatFollows) {
+    Open();
+    const Position under = PositionAt(aside);
+    driver::Wheel(Map(), aside, -2);
+    EXPECT_NEAR(app.view.ZoomFactor, 1.25 * 1.25, 1e-9);
+    EXPECT_EQ(PixelOf(under), aside);
+    driver::Wheel(Form().Picture2, {20, 60}, 1);  // what stands on the map hands the wheel on
+    EXPECT_NEAR(app.view.ZoomFactor, 1.25, 1e-9);
+    driver::Click(Form().Check5);
+    driver::Wheel(Map(), aside, 3);
+    EXPECT_TRUE(Form().HScroll2.Value() == 70 && std::abs(app.view.AutoTraceZoom - 0.7) < 1e-9);
+    // A drag takes the view as it is out of auto trace.
+    const double zoom = app.view.ZoomFactor;
+    const Position grabbed = PositionAt(aside);
+    driver::Press(driver::Face(Map()), aside);
+    driver::MoveTo(Map(), aside + QPoint(30, 40));
+    driver::Release(driver::Face(Map()), aside + QPoint(30, 40));
+    EXPECT_FALSE(Form().Check5.Value() || Form().Picture12.Visible());
+    EXPECT_EQ(app.view.ZoomFactor, zoom);
+    EXPECT_EQ(PixelOf(grabbed), aside + QPoint(30, 40));
 }
 
 TEST_F(MapTest, ShiftMovesTheViewWhateverIsBeingPlaced) {

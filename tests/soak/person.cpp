@@ -40,11 +40,11 @@ constexpr std::array Words{
     "nothing.", "dist 1", "../upwards", "1e300"};
 
 constexpr std::array Keys{
-    Qt::Key_Left,     Qt::Key_Right,  Qt::Key_Up,     Qt::Key_Down,   Qt::Key_Tab,       Qt::Key_Space,
-    Qt::Key_Return,   Qt::Key_Enter,  Qt::Key_Escape, Qt::Key_Delete, Qt::Key_Backspace, Qt::Key_Home,
-    Qt::Key_End,      Qt::Key_PageUp, Qt::Key_F1,     Qt::Key_F5,     Qt::Key_F12,       Qt::Key_Shift,
-    Qt::Key_Control,  Qt::Key_A,      Qt::Key_M,      Qt::Key_S,      Qt::Key_Z,         Qt::Key_5,
-    Qt::Key_PageDown, Qt::Key_Backtab};
+    Qt::Key_Left,     Qt::Key_Right,   Qt::Key_Up,      Qt::Key_Down,   Qt::Key_Tab,       Qt::Key_Space,
+    Qt::Key_Return,   Qt::Key_Enter,   Qt::Key_Escape,  Qt::Key_Delete, Qt::Key_Backspace, Qt::Key_Home,
+    Qt::Key_End,      Qt::Key_PageUp,  Qt::Key_F1,      Qt::Key_F5,     Qt::Key_F12,       Qt::Key_Shift,
+    Qt::Key_Control,  Qt::Key_A,       Qt::Key_M,       Qt::Key_S,      Qt::Key_Z,         Qt::Key_5,
+    Qt::Key_PageDown, Qt::Key_Backtab, Qt::Key_Question};
 
 constexpr std::array Buttons{Qt::LeftButton, Qt::LeftButton, Qt::RightButton, Qt::MiddleButton};
 

@@ -112,7 +112,7 @@ void Control::SetFocus() {
 
 void Control::SetTabStop() {
     native_->Outer->setFocusPolicy(Qt::TabFocus);
-    native_->ClickBySpace = true;
+    native_->ClickByKey = true;
 }
 
 void Control::Raise() {

@@ -1,20 +1,27 @@
 #include "display/form.h"
 
 #include <QAbstractButton>
+#include <QApplication>
 #include <QCloseEvent>
+#include <QComboBox>
 #include <QDragEnterEvent>
 #include <QElapsedTimer>
 #include <QEventLoop>
 #include <QGuiApplication>
 #include <QIcon>
 #include <QKeyEvent>
+#include <QLineEdit>
 #include <QMimeData>
 #include <QPainter>
 #include <QPixmap>
+#include <QPlainTextEdit>
 #include <QScreen>
 #include <QUrl>
 #include <QWindow>
+#include <array>
+#include <optional>
 #include <set>
+#include <utility>
 
 #include "display/qt/convert.h"
 #include "display/qt/native_control.h"
@@ -45,6 +52,27 @@ bool CoversScreen(Form::Kind kind) {
 
 int KeyOf(const QKeyEvent& event) {
     return event.key() == Qt::Key_Shift ? ShiftKey : OtherKey;
+}
+
+std::optional<KeyPress> Named(const QKeyEvent& event) {
+    using enum KeyPress::Name;
+    constexpr std::array Names{std::pair{Qt::Key_Space, Space}, std::pair{Qt::Key_Left, Left},
+                               std::pair{Qt::Key_Right, Right}, std::pair{Qt::Key_Home, Home},
+                               std::pair{Qt::Key_End, End},     std::pair{Qt::Key_Escape, Escape},
+                               std::pair{Qt::Key_F11, F11},     std::pair{Qt::Key_Question, QuestionMark}};
+    if ((event.modifiers() & (Qt::ControlModifier | Qt::AltModifier | Qt::MetaModifier)) != 0) return {};
+    for (const auto& [key, name] : Names)
+        if (event.key() == key)
+            return KeyPress{name, event.modifiers().testFlag(Qt::ShiftModifier), event.isAutoRepeat()};
+    return {};
+}
+
+/// A widget that takes what is typed, a combo box for the field in it.
+bool TakesText(const QWidget* widget) {
+    const auto* combo = qobject_cast<const QComboBox*>(widget);
+    return qobject_cast<const QLineEdit*>(widget) != nullptr ||
+           qobject_cast<const QPlainTextEdit*>(widget) != nullptr ||
+           (combo != nullptr && combo->isEditable());
 }
 
 /// The window of a form. What happens to the window is told to the form as long as it stands.
@@ -93,8 +121,9 @@ class FormWindow : public QWidget {
 
     bool eventFilter(QObject* watched, QEvent* event) override {
         if (watched == windowHandle()) {
-            if (event->type() == QEvent::KeyPress) KeyDown(static_cast<QKeyEvent&>(*event));
+            if (event->type() == QEvent::KeyPress) return KeyDown(static_cast<QKeyEvent&>(*event));
             if (event->type() == QEvent::KeyRelease) KeyUp(static_cast<QKeyEvent&>(*event));
+            if (event->type() == QEvent::MouseButtonPress) PressAt(static_cast<QMouseEvent&>(*event));
         }
         return QWidget::eventFilter(watched, event);
     }
@@ -104,10 +133,12 @@ class FormWindow : public QWidget {
     void keyPressEvent(QKeyEvent* event) override {
         const bool returned = event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter;
         QAbstractButton* answer = event->key() == Qt::Key_Escape ? Cancel.data() : nullptr;
-        if (returned && Accept) {
+        const bool keysAct = Owner != nullptr && Owner->OnKey;
+        if (returned && (Accept || keysAct)) {
             auto* focused = qobject_cast<QAbstractButton*>(focusWidget());
             answer = focused != nullptr ? focused : Accept.data();
         }
+        if (keysAct && (returned || event->key() == Qt::Key_Escape)) LeaveField();
         answer != nullptr ? answer->click() : QWidget::keyPressEvent(event);
     }
 
@@ -147,10 +178,29 @@ class FormWindow : public QWidget {
         return paths;
     }
 
-    void KeyDown(const QKeyEvent& event) {
+    /// True if it goes no further.
+    bool KeyDown(const QKeyEvent& event) {
         const int key = KeyOf(event);
         held_.insert(key);
         if (Owner != nullptr) Fire(Owner->OnKeyDown, key);
+        const auto named = Named(event);
+        bool taken = false;
+        if (Owner != nullptr && named && QApplication::activePopupWidget() == nullptr &&
+            !TakesText(focusWidget()))
+            Fire(Owner->OnKey, *named, taken);
+        return taken;
+    }
+
+    /// Where keys act, a field that keeps the keyboard would keep them from acting.
+    void PressAt(const QMouseEvent& event) {
+        if (Owner == nullptr || !Owner->OnKey || !TakesText(focusWidget())) return;
+        const QWidget* pressed = childAt(event.position().toPoint());
+        if (pressed == nullptr || !(pressed == focusWidget() || focusWidget()->isAncestorOf(pressed)))
+            LeaveField();
+    }
+
+    void LeaveField() {
+        if (TakesText(focusWidget())) focusWidget()->clearFocus();
     }
 
     void KeyUp(const QKeyEvent& event) {
@@ -266,6 +316,15 @@ void Form::Close() {
     window.hide();
     if (window.ModalLoop != nullptr) window.ModalLoop->quit();
     Fire(OnUnload);
+}
+
+void Form::SetWholeScreen(bool whole) {
+    QWidget& window = *Native().Outer;
+    window.setWindowState(window.windowState().setFlag(Qt::WindowFullScreen, whole));
+}
+
+bool Form::WholeScreen() const {
+    return Native().Outer->isFullScreen();
 }
 
 bool Form::Closed() const {

@@ -19,6 +19,10 @@ bool LeadsOn(int key) {
     return key == Qt::Key_Tab || key == Qt::Key_Backtab || key == Qt::Key_Up || key == Qt::Key_Down;
 }
 
+bool Pushes(int key) {
+    return key == Qt::Key_Space || key == Qt::Key_Return || key == Qt::Key_Enter;
+}
+
 }  // namespace
 
 bool ProcessEnded() {
@@ -81,7 +85,7 @@ bool NativeControl::eventFilter(QObject* watched, QEvent* event) {
             if (watched == Outer) Fire(Owner->OnMouseLeave);
             return false;
         case QEvent::KeyPress:
-            if (!ClickBySpace || static_cast<QKeyEvent&>(*event).key() != Qt::Key_Space) return false;
+            if (!ClickByKey || !Pushes(static_cast<QKeyEvent&>(*event).key())) return false;
             FireClick();
             return true;
         default:
@@ -89,11 +93,16 @@ bool NativeControl::eventFilter(QObject* watched, QEvent* event) {
     }
 }
 
+/// From pixels of the drawing area to whole ones in the control's scale.
+QPointF NativeControl::InScale(QPointF at) const {
+    at = {std::floor(at.x()), std::floor(at.y())};
+    return ToScale ? ToScale(at) : at;
+}
+
 MouseEvent NativeControl::Told(const QWidget& part, const QMouseEvent& event) const {
     QPointF at = event.position();
     if (&part != Inner) at = Inner->mapFrom(Inner->window(), part.mapTo(part.window(), at));
-    at = {std::floor(at.x()), std::floor(at.y())};
-    if (ToScale) at = ToScale(at);
+    at = InScale(at);
     MouseEvent told;
     Qt::MouseButton button = event.button();
     if (event.type() == QEvent::MouseMove)
@@ -110,13 +119,24 @@ MouseEvent NativeControl::Told(const QWidget& part, const QMouseEvent& event) co
     return told;
 }
 
+/// What is less than a line gathers for the next turn.
+WheelEvent NativeControl::Told(const QWheelEvent& event) {
+    constexpr int notch = QWheelEvent::DefaultDeltasPerStep;
+    const int turned = -event.angleDelta().y();
+    wheelRest_ += turned * QApplication::wheelScrollLines();
+    const QPointF at = InScale(Inner->mapFromGlobal(event.globalPosition()));
+    WheelEvent told{.Lines = wheelRest_ / notch,
+                    .Notches = static_cast<double>(turned) / notch,
+                    .X = at.x(),
+                    .Y = at.y()};
+    wheelRest_ %= notch;
+    return told;
+}
+
 bool NativeControl::FilterWheel(QWidget& part, QWheelEvent& event) {
     if (Owner->OnWheel && part.isEnabled()) {
-        wheelRest_ -= event.angleDelta().y() * QApplication::wheelScrollLines();
-        const int lines = wheelRest_ / QWheelEvent::DefaultDeltasPerStep;
-        wheelRest_ %= QWheelEvent::DefaultDeltasPerStep;
         event.accept();
-        if (lines != 0) Fire(Owner->OnWheel, lines);
+        if (event.angleDelta().y() != 0) Fire(Owner->OnWheel, Told(event));
         return true;
     }
     const QPointer<NativeControl> self(this);

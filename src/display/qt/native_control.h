@@ -35,8 +35,8 @@ struct NativeControl : public QObject {
     Control* Owner = nullptr;
     /// A press and a release of the left button make a click; off for widgets that know their clicks.
     bool ClickByMouse = true;
-    /// The space bar makes a click too; for widgets that know no keys.
-    bool ClickBySpace = false;
+    /// Space bar and Return make a click too; for widgets that know no keys.
+    bool ClickByKey = false;
     bool EnabledByOwner = true;
     std::optional<Colour> Back;
     std::optional<Colour> Fore;
@@ -64,6 +64,8 @@ struct NativeControl : public QObject {
     bool FilterWheel(QWidget& part, QWheelEvent& event);
     static void MoveBelow(const QWidget& part, const QMouseEvent& event);
     MouseEvent Told(const QWidget& part, const QMouseEvent& event) const;
+    WheelEvent Told(const QWheelEvent& event);
+    QPointF InScale(QPointF at) const;
     bool passing_ = false;  // the event is on its way to the widget itself
     bool pressed_ = false;  // the left button went down here
     int wheelRest_ = 0;     // of the wheel's turn, in 120ths of a line

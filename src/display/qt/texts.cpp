@@ -79,6 +79,7 @@ TextBox::TextBox(Container& parent, std::string_view name, Kind kind)
     if (auto* line = qobject_cast<QLineEdit*>(widget)) {
         QObject::connect(line, &QLineEdit::textChanged, &Native(), changed);
         QObject::connect(line, &QLineEdit::textEdited, &Native(), [this] { Fire(OnTyped); });
+        QObject::connect(line, &QLineEdit::editingFinished, &Native(), [this] { Fire(OnEntered); });
     } else if (auto* edit = qobject_cast<QPlainTextEdit*>(widget)) {
         QObject::connect(edit, &QPlainTextEdit::textChanged, &Native(), changed);
     } else {
