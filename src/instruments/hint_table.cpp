@@ -194,7 +194,7 @@ HintPlace BesidePanel(const RaceDisp& form, double top, double width, double hei
     constexpr double gap = 5.0;
     const double mapTop = form.Picture1.Top();
     const double lowest = mapTop + form.Text15.Top() - gap - height;  // above the readouts at the foot
-    HintPlace place{.Left = form.PicTimeBar.Left() - width - gap,
+    HintPlace place{.Left = form.Picture1.Left() + form.MapSide() - width - gap,
                     .Top = std::max(std::min(top, lowest), mapTop + gap),
                     .Width = width,
                     .Height = height};

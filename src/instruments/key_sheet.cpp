@@ -1,5 +1,6 @@
 #include "instruments/key_sheet.h"
 
+#include <algorithm>
 #include <cmath>
 #include <iterator>
 
@@ -9,7 +10,6 @@ namespace keelview {
 
 namespace {
 
-constexpr double Width = 400.0;
 constexpr double Margin = 15.0;
 constexpr double MeaningLeft = 150.0;
 constexpr double LinePitch = 21.0;
@@ -49,8 +49,12 @@ KeySheet::KeySheet(RaceDisp& form, const Voice& voice) : form_(form), voice_(voi
 void KeySheet::Toggle() {
     if (PutAway()) return;
     const double side = form_.MapSide();
-    form_.Picture15.Move(form_.Picture1.Left() + std::floor((side - Width) / 2),
-                         form_.Picture1.Top() + std::floor((side - Height) / 2), Width, Height);
+    double width = 0;
+    for (const KeyLine& line : Lines)
+        width = std::max(width, form_.Picture15.TextWidth(voice_.In(line.Meaning)));
+    width = std::ceil(MeaningLeft + width + Margin);
+    form_.Picture15.Move(form_.Picture1.Left() + std::floor((side - width) / 2),
+                         form_.Picture1.Top() + std::floor((side - Height) / 2), width, Height);
     Draw();
     form_.Picture15.Show();
 }

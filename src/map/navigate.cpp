@@ -16,9 +16,9 @@ constexpr double LeastZoom = 0.27;
 constexpr double HomeAbove = 0.9;  // a zoom above this, and up to the next, is the home view
 constexpr double HomeUpTo = 1.1;
 
-constexpr Text ZoomHint{"Click L-btn=> Enlarge Map\n      R-btn=> Shrink Map\n(shift + L => Move area)",
-                        "左ｸﾘｯｸで拡大/右ｸﾘｯｸで縮小\n（shift + 左ｸﾘｯｸで地図移動）"};
-constexpr Text ShowAllHint{"\n( Shift + R => Show all area)", "\n（Shift + 右ｸﾘｯｸで全図表示）"};
+constexpr Text ZoomHint{"Click: left enlarges, right shrinks\nWheel: zooms   Drag: moves the map",
+                        "左ｸﾘｯｸで拡大/右ｸﾘｯｸで縮小\nﾎｲｰﾙで拡大縮小/ﾄﾞﾗｯｸﾞで移動"};
+constexpr Text ShowAllHint{"\n( Shift + right: the whole area )", "\n（Shift + 右ｸﾘｯｸで全図表示）"};
 
 }  // namespace
 
@@ -65,13 +65,11 @@ void Navigate::Follow(const MouseEvent& event, const Position& /*at*/) {
 }
 
 void Navigate::ShowMapHint(const MouseEvent& event) {
-    const bool english = voice_.English();
     const bool showsPart = view_.ZoomFactor > WholeChartBelow;
     std::string hint = voice_.Str(ZoomHint);
     if (showsPart) hint += voice_.In(ShowAllHint);
     HintPlace place{
-        .Left = event.X + 15, .Top = event.Y + 30, .Width = 170, .Height = english ? 42.0 : 32.0};
-    if (showsPart) place.Height = english ? 54 : 42;
+        .Left = event.X + 15, .Top = event.Y + 30, .Width = 200, .Height = showsPart ? 45.0 : 32.0};
     if (place.Left + place.Width > 5 + form_.Picture1.Width()) place.Left = event.X - place.Width - 10;
     if (place.Top + place.Height > 5 + form_.Picture1.Height()) place.Top = event.Y - place.Height - 10;
     ShowHint(form_.Text7, hint, place);
