@@ -1,12 +1,12 @@
 #include "instruments/boat_graphs.h"
 
-#include <cmath>
+#include <algorithm>
+#include <limits>
 #include <string>
-#include <utility>
 
-#include "instruments/graph_axes.h"
+#include "analysis/track_smoothing.h"
+#include "base/numbers.h"
 #include "instruments/page_text.h"
-#include "map/screen_geometry.h"
 #include "session/boat_colours.h"
 
 namespace keelview {
@@ -15,9 +15,10 @@ namespace {
 
 constexpr double ChartTop = 30.0;
 constexpr double BottomMargin = 40.0;
-constexpr double EarliestShown = -60.0;  // seconds from the start
+constexpr int EarliestShown = -60;  // seconds from the start
 constexpr int GridSeconds = 300;
 constexpr double NarrowestGrid = 2.0;  // pixels between two lines of the time grid
+constexpr double LineReach = 4.0;      // pixels from a line to a pointer that means it
 
 constexpr Colour GridGrey = Rgb(192, 192, 192);
 constexpr Colour CompassBlue = Rgb(96, 96, 255);
@@ -27,30 +28,14 @@ constexpr Colour WindArea = Rgb(255, 225, 225);
 constexpr Colour PaleBoat = Rgb(225, 225, 225);
 constexpr Colour ReciprocalGrey = Rgb(128, 128, 128);
 
-/// Leaves of each run of points in the same row of pixels the two that stand furthest apart, the one nearer
-/// to the row before first: the same picture, as the line fills the row between them, from a fraction of
-/// the points and of the way. Long tracks have dozens of fixes in each row.
-void ThinRows(std::vector<Point>& line) {
-    std::size_t kept = 0;
-    for (std::size_t first = 0; first < line.size();) {
-        const double row = std::floor(line[first].Y);
-        std::size_t next = first + 1;
-        Point left = line[first];
-        Point right = left;
-        for (; next < line.size() && std::floor(line[next].Y) == row; ++next) {
-            if (line[next].X < left.X) left = line[next];
-            if (line[next].X > right.X) right = line[next];
-        }
-        if (next - first > 2) {
-            const double from = kept > 0 ? line[kept - 1].X : left.X;
-            if (std::abs(from - right.X) < std::abs(from - left.X)) std::swap(left, right);
-            line[kept++] = left;
-            line[kept++] = right;
-            first = next;
-        }
-        while (first < next) line[kept++] = line[first++];
+/// Calls each(begin, end) for each piece of the wind between two times, cut off there.
+template <class Each>
+void ForEachPiece(const WindData& wind, int from, int to, Each each) {
+    for (int sample = 1; sample < wind.Count(); ++sample) {
+        const int begin = std::max(wind[sample].WindTime, from);
+        const int end = std::min(wind[sample + 1].WindTime, to);
+        if (begin < end) each(BetweenSamples(wind, sample, begin), BetweenSamples(wind, sample, end));
     }
-    line.resize(kept);
 }
 
 /// The colour of the time grid's line number i: every 10, 30 and 60 minutes stand out.
@@ -69,34 +54,41 @@ std::string GridLabel(int i) {
 
 }  // namespace
 
+BoatGraphs::BoatGraphs(const AppState& app, RaceDisp& form) : app_(app), form_(form) {
+    for (OptionButton* option : {&form_.Option13, &form_.Option14, &form_.Option15})
+        option->OnClick = [this] { Repaint(Changed::Focus); };
+}
+
 void BoatGraphs::Repaint(Changed changed) {
     const Changed mine =
         Changed::Race | Changed::Boats | Changed::Wind | Changed::Size | Changed::Focus | Changed::Mode;
-    if (app_.shown.ViewMode == ViewKind::Graph && Any(changed, mine)) Draw();
+    if (app_.shown.ViewMode != ViewKind::Graph || !Any(changed, mine)) return;
+    if (changed != Changed::Focus) FindFastest();
+    Draw();
 }
 
 void BoatGraphs::Show(const Moment& now) {
     if (app_.shown.ViewMode != ViewKind::Graph || app_.shown.PointerOnTimeBar) return;
-    const double y = Axis().Y(now.Time);
-    form_.Line1.Place(CompassLeft, y, form_.GPIC.Width(), y);
+    const double y = Times().Y(now.Time);
+    form_.Line1.Place(GraphColumns::Left, y, form_.GPIC.Width(), y);
 }
 
 void BoatGraphs::Draw() {
     Surface& page = form_.GPIC;
-    PlaceWindButton();
+    PlaceControls();
     page.Cls();
     page.FontSize = 9 * app_.settings.FontScale;
     page.DrawWidth = 1;
     DrawGround();
-    const bool timed = !Axis().Empty();
+    const bool timed = !Times().Empty();
     const bool hasWind = HasWindFile(app_.race);
     if (hasWind && timed) DrawWindSpeed();
     DrawDirectionGrid();
     DrawSpeedGrid();
     if (!timed) return;
     DrawTimeGrid();
-    for (const bool course : {true, false})
-        for (const bool inFocus : {false, true}) DrawBoats(inFocus, course);
+    for (const Chart chart : {Chart::Course, Chart::Speed})
+        for (const bool inFocus : {false, true}) DrawBoats(inFocus, chart);
     if (hasWind) {
         DrawWindDirection(0, Black);
         DrawWindDirection(180, ReciprocalGrey);
@@ -108,77 +100,89 @@ double BoatGraphs::ChartBottom() const {
     return form_.GPIC.Height() - BottomMargin;
 }
 
-void BoatGraphs::PlaceWindButton() {
-    if (!app_.settings.EditMode) return;
-    form_.Command12.Move(5, 5, 113, 17);
-    form_.Command12.Show();
+double BoatGraphs::SmoothingSeconds() const {
+    if (form_.Option14.Value()) return 5.0;
+    return form_.Option15.Value() ? 15.0 : 0.0;
 }
 
-bool BoatGraphs::InRace(double seconds) const {
-    return seconds >= EarliestShown && seconds < app_.race.RaceDuration;
+void BoatGraphs::PlaceControls() {
+    Frame& choice = form_.Frame5;
+    choice.Move(Compass().Right() + GraphColumns::Gap / 2 - choice.Width() / 2, choice.Top(),
+                choice.Width(), choice.Height());
+    if (app_.settings.EditMode) form_.Command12.Show();
+}
+
+void BoatGraphs::FindFastest() {
+    fastest_ = 0.0;
+    for (const Track& track : app_.tracks.Boats)
+        fastest_ = std::max(fastest_, FastestHeld(track, EarliestShown, app_.race.RaceDuration));
+    if (!HasWindFile(app_.race)) return;
+    ForEachPiece(app_.wind, EarliestShown, app_.race.RaceDuration,
+                 [this](const WindSample& begin, const WindSample& end) {
+                     const double knots = std::max(begin.WindSpeed.value_or(0), end.WindSpeed.value_or(0));
+                     fastest_ = std::max(fastest_, knots / SpeedAxis::WindKnots);
+                 });
 }
 
 void BoatGraphs::DrawGround() {
     Surface& page = form_.GPIC;
     const bool hasWind = HasWindFile(app_.race);
-    page.FilledBox(CompassLeft, ChartTop, CompassRight, ChartBottom(), White);
-    page.FilledBox(SpeedAxisLeft, ChartTop, SpeedAxisRight, ChartBottom(), White);
+    const CompassAxis compass = Compass();
+    const SpeedAxis speeds = Speeds();
+    page.FilledBox(compass.Left(), ChartTop, compass.Right(), ChartBottom(), White);
+    page.FilledBox(speeds.Left(), ChartTop, speeds.Right(), ChartBottom(), White);
     page.ForeColor = Black;
-    PrintCentred(page, (CompassLeft + CompassRight) / 2, 10,
-                 hasWind ? "BCO (Mag) & TWD(Mag) " : "BCO (Mag)");
-    PrintCentred(page, (SpeedAxisLeft + SpeedAxisRight) / 2, 10, hasWind ? "BSP & TWS" : "BSP");
+    PrintCentred(page, compass.Middle(), 10, hasWind ? "BCO (Mag) & TWD(Mag) " : "BCO (Mag)");
+    PrintCentred(page, speeds.Middle(), 10, hasWind ? "BSP & TWS" : "BSP");
 }
 
 void BoatGraphs::DrawWindSpeed() {
     Surface& page = form_.GPIC;
-    const TimeAxis axis = Axis();
+    const TimeAxis times = Times();
+    const SpeedAxis speeds = Speeds();
     page.Fill = FillStyle::Solid;
     page.FillColor = WindArea;
     page.ForeColor = WindArea;
-    Point last;
-    for (int sample = 1; sample <= app_.wind.Count(); ++sample) {
-        const WindSample& wind = app_.wind[sample];
-        const Point at{WindSpeedToX(wind.WindSpeed.value_or(0.0)), axis.Y(wind.WindTime)};
-        if (sample > 1) {
-            if (last.Y < ChartBottom()) {
-                const Point corners[] = {at, last, {SpeedAxisLeft, last.Y}, {SpeedAxisLeft, at.Y}};
-                page.Polygon(corners);
-            }
-            page.Line(at.X, at.Y, last.X, last.Y, WindRed);
-        }
-        last = at;
-    }
+    const auto drawPiece = [&](const WindSample& begin, const WindSample& end) {
+        const Point from{speeds.WindX(begin.WindSpeed.value_or(0)), times.Y(begin.WindTime)};
+        const Point to{speeds.WindX(end.WindSpeed.value_or(0)), times.Y(end.WindTime)};
+        const Point corners[] = {to, from, {speeds.Left(), from.Y}, {speeds.Left(), to.Y}};
+        page.Polygon(corners);
+        page.Line(to.X, to.Y, from.X, from.Y, WindRed);
+    };
+    ForEachPiece(app_.wind, times.TimeUnder(ChartBottom()), app_.race.RaceDuration, drawPiece);
     page.ForeColor = Black;
 }
 
 void BoatGraphs::DrawDirectionGrid() {
     Surface& page = form_.GPIC;
-    // Not wrapped, unlike that of boats and wind: the direction at both edges has its line at the right
-    // one.
-    const double offset = app_.race.WindDirection - 90.0;
+    const CompassAxis compass = Compass();
     for (int i = 0; i <= 35; ++i) {
-        const double x = DirectionToX(offset, i * 10);
+        const double x = compass.X(i * 10);
         page.Line(x, ChartTop, x, ChartBottom(), i % 3 == 0 ? CompassBlue : GridGrey);
+        if (i % 3 == 0) PrintCentred(page, x, ChartBottom() + 4, std::to_string(i * 10));
     }
-    for (int i = 0; i <= 33; i += 3)
-        PrintCentred(page, DirectionToX(offset, i * 10), ChartBottom() + 4, std::to_string(i * 10));
 }
 
 void BoatGraphs::DrawSpeedGrid() {
     Surface& page = form_.GPIC;
-    for (int i = 0; i <= 10; ++i) {
-        const double x = SpeedToX(i);
+    const SpeedAxis speeds = Speeds();
+    for (int i = 0; i <= speeds.Steps(); ++i) {
+        const int knots = i * speeds.Step();
+        const double x = speeds.X(knots);
         page.Line(x, ChartTop, x, ChartBottom(), i % 5 == 0 ? SpeedGreen : GridGrey);
-        PrintCentred(page, x, ChartBottom() + 4, std::to_string(i));
+        PrintCentred(page, x, ChartBottom() + 4, std::to_string(knots));
         page.ForeColor = WindRed;
-        PrintCentred(page, x, ChartBottom() + 20, std::to_string(i * 2));
+        PrintCentred(page, x, ChartBottom() + 20, std::to_string(knots * SpeedAxis::WindKnots));
         page.ForeColor = Black;
     }
 }
 
 void BoatGraphs::DrawTimeGrid() {
     Surface& page = form_.GPIC;
-    const TimeAxis axis = Axis();
+    const TimeAxis axis = Times();
+    const CompassAxis compass = Compass();
+    const SpeedAxis speeds = Speeds();
     // A race of days has lines for whole hours, half days and so on, so that the grid never gets denser
     // than the pixels are.
     int step = 1;
@@ -186,54 +190,95 @@ void BoatGraphs::DrawTimeGrid() {
     while (step < last && axis.Scale() * GridSeconds * step < NarrowestGrid) step *= 12;
     for (int i = 0; i <= last; i += step) {
         const double y = axis.Y(static_cast<double>(i) * GridSeconds);
-        page.Line(CompassLeft + 1, y, CompassRight - 1, y, GridColour(i));
-        page.Line(SpeedAxisLeft + 1, y, SpeedAxisRight - 1, y, GridColour(i));
+        page.Line(compass.Left() + 1, y, compass.Right() - 1, y, GridColour(i));
+        page.Line(speeds.Left() + 1, y, speeds.Right() - 1, y, GridColour(i));
         page.PrintAt(5, y - 5, GridLabel(i));
     }
 }
 
-void BoatGraphs::DrawBoats(bool inFocus, bool course) {
-    std::vector<Point> line;
+void BoatGraphs::DrawBoats(bool inFocus, Chart chart) {
     for (int boat = app_.tracks.Boats.Count(); boat >= 1; --boat) {
         if (form_.InFocus(boat) != inFocus) continue;
-        TraceBoat(boat, course, line);
-        ThinRows(line);
-        form_.GPIC.Polyline(line, inFocus ? BoatColour(boat) : PaleBoat);
+        GraphLine line(form_.GPIC, inFocus ? BoatColour(boat) : PaleBoat);
+        DrawBoat(boat, chart, line);
     }
 }
 
-void BoatGraphs::TraceBoat(int boat, bool course, std::vector<Point>& line) const {
-    line.clear();
-    const TimeAxis axis = Axis();
-    const double offset = GraphDirOffset(app_.race);
+void BoatGraphs::DrawBoat(int boat, Chart chart, GraphLine& line) const {
+    const TimeAxis times = Times();
+    const CompassAxis compass = Compass();
+    const SpeedAxis speeds = Speeds();
     const Track& track = app_.tracks.Boats[boat];
+    SmoothedTrack smoothed(track, app_.scale.LonScale, SmoothingSeconds());
     for (int fix = 1; fix <= track.Count(); ++fix) {
         const double time = track.TrackTime[fix];
-        if (!InRace(time)) continue;
-        const double x = course ? DirectionToX(offset, track.TrackCourse[fix] - app_.race.MagVariation)
-                                : SpeedToX(track.TrackSpeed[fix]);
-        line.push_back({x, axis.Y(time)});
+        if (time < EarliestShown || time >= app_.race.RaceDuration) continue;
+        smoothed.GoTo(fix);
+        if (chart == Chart::Course)
+            line.ToDirection(compass, smoothed.Course() - app_.race.MagVariation, times.Y(time));
+        else
+            line.To(speeds.X(smoothed.Speed()), times.Y(time));
     }
+    line.End();
 }
 
 void BoatGraphs::DrawWindDirection(double turn, Colour colour) {
-    const TimeAxis axis = Axis();
-    const double offset = GraphDirOffset(app_.race);
-    std::vector<Point> run;
-    for (const WindSample& sample : app_.wind) {
-        // Each sample ends a segment only while it lies in the race, but always starts the next one.
-        if (!InRace(sample.WindTime)) {
-            if (run.size() > 1) form_.GPIC.Polyline(run, colour);
-            run.clear();
-        }
-        run.push_back({DirectionToX(offset, sample.WindDirection + turn), axis.Y(sample.WindTime)});
-    }
-    if (run.size() > 1) form_.GPIC.Polyline(run, colour);
+    const TimeAxis times = Times();
+    const CompassAxis compass = Compass();
+    GraphLine line(form_.GPIC, colour);
+    const auto addPiece = [&](const WindSample& begin, const WindSample& end) {
+        for (const WindSample* sample : {&begin, &end})
+            line.ToDirection(compass, sample->WindDirection + turn, times.Y(sample->WindTime));
+    };
+    ForEachPiece(app_.wind, EarliestShown, app_.race.RaceDuration, addPiece);
+    line.End();
 }
 
 void BoatGraphs::DrawStartAndFinish() {
-    for (const double y : {Axis().Y(0), TimeAxis::Margin})
+    for (const double y : {Times().Y(0), TimeAxis::Margin})
         form_.GPIC.Line(0, y, form_.MapSide(), y, StartFinishColour);
+}
+
+std::optional<int> BoatGraphs::BoatUnder(const Point& at) const {
+    const bool onCompass = Compass().Holds(at.X);
+    if (Times().Empty() || (!onCompass && !Speeds().Holds(at.X))) return {};
+    std::optional<int> nearest;
+    double least = LineReach;
+    for (int boat = 1; boat <= app_.tracks.Boats.Count(); ++boat) {
+        const double distance = DistanceTo(boat, onCompass ? Chart::Course : Chart::Speed, at);
+        // Of lines upon each other the one that lies on top is meant: in focus, of the lowest number.
+        const bool over = nearest && form_.InFocus(boat) && !form_.InFocus(*nearest);
+        if (distance > LineReach || (distance >= least && !over && nearest)) continue;
+        if (nearest && form_.InFocus(*nearest) && !form_.InFocus(boat)) continue;
+        nearest = boat;
+        least = distance;
+    }
+    return nearest;
+}
+
+/// Pixels across from a point to the nearest of what a boat's line covers in its row.
+double BoatGraphs::DistanceTo(int boat, Chart chart, const Point& at) const {
+    const Track& track = app_.tracks.Boats[boat];
+    const double time = Times().TimeUnder(at.Y);
+    const double halfRow = 0.5 / Times().Scale();
+    const int first = FindSegment(track, std::max<double>(time - halfRow, EarliestShown));
+    double distance = std::numeric_limits<double>::infinity();
+    if (first == 0) return distance;
+    const CompassAxis compass = Compass();
+    const SpeedAxis speeds = Speeds();
+    SmoothedTrack smoothed(track, app_.scale.LonScale, SmoothingSeconds());
+    std::optional<double> before;
+    for (int fix = first; fix <= track.Count(); ++fix) {
+        smoothed.GoTo(fix);
+        const double x = chart == Chart::Course ? compass.X(smoothed.Course() - app_.race.MagVariation)
+                                                : speeds.X(smoothed.Speed());
+        const auto [left, right] = std::minmax({x, before.value_or(x)});
+        if (right - left < compass.Width() / 2)
+            distance = std::min(distance, std::max({left - at.X, at.X - right, 0.0}));
+        before = x;
+        if (track.TrackTime[fix] > time + halfRow) break;
+    }
+    return distance;
 }
 
 }  // namespace keelview

@@ -1,7 +1,9 @@
 #pragma once
 
-#include <vector>
+#include <optional>
 
+#include "instruments/graph_axes.h"
+#include "instruments/graph_line.h"
 #include "instruments/time_axis.h"
 #include "session/app_state.h"
 #include "session/instrument.h"
@@ -10,12 +12,13 @@
 namespace keelview {
 
 /// The graphs GPIC: two strip charts side by side with time running up the page. Left the course over
-/// ground of each boat on a compass axis placed by the race's wind, right its speed; with a wind file the
-/// wind's direction lies over the left chart and its speed under the right one. Of what is drawn nothing
-/// follows the clock but a horizontal line.
+/// ground of each boat on a compass axis placed by the race's wind, right its speed, both as they are or as
+/// means over the seconds that a person chooses (Option13, Option14, Option15); with a wind file the wind's
+/// direction lies over the left chart and its speed under the right one. Of what is drawn nothing follows
+/// the clock but a horizontal line.
 class BoatGraphs : public Instrument {
   public:
-    BoatGraphs(const AppState& app, RaceDisp& form) : app_(app), form_(form) {}
+    BoatGraphs(const AppState& app, RaceDisp& form);
 
     /// While the graphs are shown: draws everything, boats in focus over the others. A race without a span
     /// gets axes without anything placed in time.
@@ -23,24 +26,34 @@ class BoatGraphs : public Instrument {
     /// Moves the line Line1 of the moment, unless the time bar has it under its pointer.
     void Show(const Moment& now) override;
 
+    TimeAxis Times() const { return {app_.race, form_.GPIC.Height()}; }
+    CompassAxis Compass() const { return {app_.race, form_.GPIC.Width()}; }
+    SpeedAxis Speeds() const { return {form_.GPIC.Width(), fastest_}; }
+    /// The boat whose line on either chart lies under a point, the nearest one; nothing where none is near.
+    std::optional<int> BoatUnder(const Point& at) const;
+
   private:
+    /// Along the course of the boats, or along their speed.
+    enum class Chart { Course, Speed };
     void Draw();
-    void PlaceWindButton();
+    void PlaceControls();
+    void FindFastest();
     void DrawGround();
     void DrawWindSpeed();
     void DrawDirectionGrid();
     void DrawSpeedGrid();
     void DrawTimeGrid();
-    void DrawBoats(bool inFocus, bool course);
-    void TraceBoat(int boat, bool course, std::vector<Point>& line) const;
+    void DrawBoats(bool inFocus, Chart chart);
+    void DrawBoat(int boat, Chart chart, GraphLine& line) const;
     void DrawWindDirection(double turn, Colour colour);
     void DrawStartAndFinish();
-    bool InRace(double seconds) const;
-    TimeAxis Axis() const { return {app_.race, form_.GPIC.Height()}; }
+    double DistanceTo(int boat, Chart chart, const Point& at) const;
+    double SmoothingSeconds() const;
     double ChartBottom() const;
 
     const AppState& app_;
     RaceDisp& form_;
+    double fastest_ = 0.0;  ///< knots that the speeds reach, of boats and half the wind's
 };
 
 }  // namespace keelview

@@ -1,45 +1,40 @@
 #include "instruments/graph_cursors.h"
 
 #include <algorithm>
-#include <string>
 
-#include "analysis/wind_at.h"
 #include "base/dates.h"
 #include "base/numbers.h"
 #include "display/hint_box.h"
-#include "instruments/graph_axes.h"
 
 namespace keelview {
 
 namespace {
 
-constexpr double CursorRight = 210.0;  // the reciprocal of a direction further right lies off the chart
 constexpr double CursorReach = 10.0;
-constexpr double HintWidth = 85.0;
+constexpr double LeastHintWidth = 85.0;
 
 }  // namespace
 
-GraphCursors::GraphCursors(const AppState& app, RaceDisp& form, Film& film)
-    : app_(app), form_(form), film_(film) {
+GraphCursors::GraphCursors(const AppState& app, RaceDisp& form, Film& film, const BoatGraphs& graphs)
+    : app_(app), form_(form), film_(film), graphs_(graphs) {
     form_.GPIC.OnMouseMove = [this](const MouseEvent& event) { GPIC_MouseMove(event); };
+    form_.GPIC.OnMouseLeave = [this] { HideCursors(), form_.Text7.Hide(); };
 }
 
 void GraphCursors::GPIC_MouseMove(const MouseEvent& event) {
-    const TimeAxis axis(app_.race, form_.GPIC.Height());
-    if (axis.Empty()) return;
+    if (graphs_.Times().Empty()) return;
     form_.LowerBoatList();
     film_.Release(Film::Hold::MapClick);
-    if (event.X < CompassLeft || event.X > CursorRight) {
+    const CompassAxis compass = graphs_.Compass();
+    if (event.X < compass.Left() || event.X > compass.Middle())
         HideCursors();
-        return;
-    }
-    PlaceCursors(event.X, event.Y);
-    ShowWindHint(axis, event.X, event.Y);
+    else
+        PlaceCursors(event.X, event.Y);
+    TellWhatIsAt({event.X, event.Y});
 }
 
 void GraphCursors::HideCursors() {
     for (LineObject* line : {&form_.Line2, &form_.Line7, &form_.Line3}) line->SetVisible(false);
-    form_.Text7.Hide();
 }
 
 void GraphCursors::PlaceCursors(double x, double y) {
@@ -47,27 +42,38 @@ void GraphCursors::PlaceCursors(double x, double y) {
         line.Place(at, y + CursorReach, at, y - CursorReach);
         line.SetVisible(true);
     };
-    place(form_.Line2, x - app_.race.LayLineUp);
-    place(form_.Line7, x + app_.race.LayLineUp);
-    place(form_.Line3, x + 180);
+    const CompassAxis compass = graphs_.Compass();
+    const double layLine = app_.race.LayLineUp * compass.PixelsPerDegree();
+    place(form_.Line2, x - layLine);
+    place(form_.Line7, x + layLine);
+    place(form_.Line3, x + compass.Width() / 2);
 }
 
-bool GraphCursors::WindKnownAt(int seconds) const {
-    if (!HasWindFile(app_.race)) return false;
-    const int sample = FindWindSample(app_.wind, seconds);
-    return sample > 0 && sample < app_.wind.Count();
-}
-
-void GraphCursors::ShowWindHint(const TimeAxis& axis, double x, double y) {
-    const int seconds = axis.TimeUnder(y);
-    const auto& start = app_.race.Start.At();
-    if (!start || !WindKnownAt(seconds)) return;
-    const std::string direction = SurfaceNumberText(DirectionUnderX(GraphDirOffset(app_.race), x));
-    ShowHint(form_.Text7, TimeOfDayText(*start + seconds) + " / " + direction,
-             {.Left = std::max(x - HintWidth / 2 + form_.GPIC.Left(), 5.0),
-              .Top = y - 30,
-              .Width = HintWidth,
+void GraphCursors::TellWhatIsAt(const Point& at) {
+    const std::string text = TextAt(at);
+    if (text.empty()) return form_.Text7.Hide();
+    const double width = std::max(form_.GPIC.TextWidth(text) + 12, LeastHintWidth);
+    const double rightmost = form_.GPIC.Left() + form_.GPIC.Width() - width;
+    form_.Text7.SetBackColor(HintBackground);
+    ShowHint(form_.Text7, text,
+             {.Left = std::max(std::min(at.X - width / 2 + form_.GPIC.Left(), rightmost), 5.0),
+              .Top = at.Y - 30,
+              .Width = width,
               .Height = 15});
+}
+
+std::string GraphCursors::TextAt(const Point& at) const {
+    const CompassAxis compass = graphs_.Compass();
+    const SpeedAxis speeds = graphs_.Speeds();
+    const bool onCompass = compass.Holds(at.X);
+    if (!onCompass && !speeds.Holds(at.X)) return {};
+    const int seconds = graphs_.Times().TimeUnder(at.Y);
+    const auto& start = app_.race.Start.At();
+    std::string text = start ? TimeOfDayText(*start + seconds) : DurationText(seconds);
+    text += " / " + (onCompass ? NumberText(compass.DirectionUnder(at.X))
+                               : SpeedText(speeds.KnotsUnder(at.X)) + " Kts");
+    if (const auto boat = graphs_.BoatUnder(at)) text += "  " + app_.race.Boats[*boat].BoatName;
+    return text;
 }
 
 }  // namespace keelview

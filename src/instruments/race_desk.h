@@ -56,7 +56,7 @@ struct RaceDesk {
           overviewMouse(session, overview, windField),
           timeBarMouse(session, timeBar, overview),
           windEntry(session),
-          graphCursors(app, form, session.TheFilm()),
+          graphCursors(app, form, session.TheFilm(), graphs),
           dataView(session),
           views(session, dataView, windEntry),
           panel(session),

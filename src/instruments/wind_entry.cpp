@@ -79,8 +79,8 @@ void WindEntry::OfferToSave() {
 void WindEntry::GPIC_MouseDown(const MouseEvent& event) {
     const TimeAxis axis(app_.race, form_.GPIC.Height());
     if (!windEntryMode_ || axis.Empty()) return;
-    if (event.X < CompassLeft || event.X > CompassRight) return;
-    EnterSample(axis.TimeUnder(event.Y), DirectionUnderX(GraphDirOffset(app_.race), event.X));
+    const CompassAxis compass(app_.race, form_.GPIC.Width());
+    if (compass.Holds(event.X)) EnterSample(axis.TimeUnder(event.Y), compass.DirectionUnder(event.X));
 }
 
 /// Wind that was read from a file since then is not what was entered.

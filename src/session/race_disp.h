@@ -125,9 +125,13 @@ class RaceDisp : public Form {
     TextBox Text8{Picture1, "Text8", PlainReadout};  // second hint box
 
     // On the graphs.
-    Button Command12{GPIC, "Command12"};                // "Make Wind Data"
-    LineObject Line1{GPIC, "Line1", Rgb(0, 255, 255)};  // horizontal cursor
-    LineObject Line2{GPIC, "Line2", Red};               // vertical cursors
+    Button Command12{GPIC, "Command12"};                  // "Make Wind Data"
+    Frame Frame5{GPIC, "Frame5"};                         // of the smoothing
+    OptionButton Option13{Frame5, "Option13", {}, true};  // "Raw"
+    OptionButton Option14{Frame5, "Option14"};            // "5 s"
+    OptionButton Option15{Frame5, "Option15"};            // "15 s"
+    LineObject Line1{GPIC, "Line1", Rgb(0, 255, 255)};    // horizontal cursor
+    LineObject Line2{GPIC, "Line2", Red};                 // vertical cursors
     LineObject Line3{GPIC, "Line3", Blue};
     LineObject Line7{GPIC, "Line7", Rgb(0, 192, 0)};
 

@@ -3,6 +3,7 @@
 #include <tuple>
 #include <utility>
 
+#include "analysis/track_smoothing.h"
 #include "instruments/data_page.h"
 #include "session/boat_colours.h"
 #include "support/album.h"
@@ -11,7 +12,8 @@
 namespace keelview {
 namespace {
 
-// One pixel a degree from x 30 on, the race's wind at x 120; 30 pixels a knot from x 400 on.
+// The compass from x 30 on, with the race's wind a quarter of its width from the left, takes six parts of
+// the width, the speed five, 10 pixels further right.
 struct BoatGraphsTest : testing::Test, TestDesk {
     int before = 240, finish = 600;  // seconds: four minutes and the race
 
@@ -22,6 +24,12 @@ struct BoatGraphsTest : testing::Test, TestDesk {
     /// The row of a second: between margins of 30 pixels, the finish on top.
     int Y(double second) const {
         return FloorToInt((finish - second) * (Form().GPIC.Height() - 60) / (finish + before) + 30.5);
+    }
+    int Room() const { return FloorToInt(Form().GPIC.Width()) - 55; }
+    /// The x of degrees from the left edge of the compass, and of knots where 10 are shown.
+    int Degrees(double degrees) const { return FloorToInt(30.5 + degrees * (Room() * 6 / 11) / 360); }
+    int Knots(double knots, double reach = 10) const {
+        return FloorToInt(Room() * 6 / 11 + 40.5 + knots * (Room() - Room() * 6 / 11) / reach);
     }
     /// The colour of a line lies within a pixel of the place.
     bool LineAt(int x, double second, Colour colour) const {
@@ -41,14 +49,16 @@ TEST_F(BoatGraphsTest, BoatsStandAtTheirCourseAndSpeedInTheirTime) {
     tree.Sail("b.trk", Lat, Lon, 263, 3, -150, 700);
     tree.Race("R1.txt", "MG, -7\r\nBN, a.trk, A\r\nBN, b.trk, B\r\n");
     OpenGraphs();
-    const int places[][3] = {{0, 210, 30}, {90, 120, 300}, {210, 360, 180}, {360, 210, 30}};
+    const int places[][3] = {{0, 180, 0}, {90, 90, 270}, {210, 330, 150}, {360, 180, 0}};
     for (const auto& [wind, first, second] : places) {
         desk->session.Changes().SetWindDirection(wind);
         driver::Settle();
-        EXPECT_TRUE(LineAt(first, 220, BoatColour(1)) && LineAt(second, 220, BoatColour(2))) << wind;
+        EXPECT_TRUE(LineAt(Degrees(first), 220, BoatColour(1)) &&
+                    LineAt(Degrees(second), 220, BoatColour(2)))
+            << wind;
     }
     for (const int second : {-66, -55, 595, 605})  // from a minute before the start to the finish
-        EXPECT_EQ(LineAt(580, second, BoatColour(1)), second > -60 && second < 600) << second;
+        EXPECT_EQ(LineAt(Knots(6), second, BoatColour(1)), second > -60 && second < 600) << second;
 }
 
 TEST_F(BoatGraphsTest, ALongTrackKeepsItsExtremes) {
@@ -63,7 +73,7 @@ TEST_F(BoatGraphsTest, ALongTrackKeepsItsExtremes) {
     tree.Race("R1.txt", "FT, 2004/8/5 14:30:00\r\nBN, a.trk, A\r\n");
     OpenGraphs();
     const auto red = [](int r, int g, int b) { return r > g + 60 && g == b; };
-    EXPECT_GT(CountPixels(Form().GPIC.Image(), 660, Y(7190), 660, Y(50), red), 65);
+    EXPECT_GT(CountPixels(Form().GPIC.Image(), Knots(9), Y(7190), Knots(9), Y(50), red), 65);
 }
 
 TEST_F(BoatGraphsTest, WindOfAFileIsReadUnderThePointer) {
@@ -71,34 +81,98 @@ TEST_F(BoatGraphsTest, WindOfAFileIsReadUnderThePointer) {
     tree.Wind("w.csv", {{-100, 9, 40}, {250, 9, 40}, {500, 9, 40}});
     OpenGraphs();
     const RaceDisp& form = Form();
-    driver::MoveTo(form.GPIC, {150, Y(300)});
-    const std::vector<double> cursors{form.Line2.X1(), form.Line7.X1(), form.Line3.X1()};
-    EXPECT_EQ(cursors, (std::vector<double>{105, 195, 330}));
+    const auto pointAt = [&](int x, double second) { driver::MoveTo(form.GPIC, {x, Y(second)}); };
+    pointAt(Degrees(120), 300);
+    EXPECT_NEAR(form.Line2.X1(), Degrees(75), 1);
+    EXPECT_NEAR(form.Line7.X1(), Degrees(165), 1);
+    EXPECT_NEAR(form.Line3.X1(), Degrees(300), 1);
     EXPECT_TRUE(form.Text7.Visible() && form.Line2.Visible());
     EXPECT_TRUE(form.Text7.Text() == "12:34:59 / 30" || form.Text7.Text() == "12:35:00 / 30");
-    driver::MoveTo(form.GPIC, {215, Y(300)});
-    EXPECT_FALSE(form.Line2.Visible() || form.Line3.Visible() || form.Text7.Visible());
-    driver::MoveTo(form.GPIC, {150, Y(550)});  // after the last sample there is no wind to tell of
-    EXPECT_TRUE(form.Line2.Visible() && !form.Text7.Visible());
-    EXPECT_TRUE(LineAt(160, 420, Black));
-    desk->session.Changes().SetWind(app.wind, "");  // the race has no wind file any more
+    pointAt(Degrees(182), 300);
+    EXPECT_FALSE(form.Line2.Visible() || form.Line3.Visible());
+    EXPECT_TRUE(LineAt(Degrees(130), 420, Black));
+    EXPECT_TRUE(LineAt(Degrees(130), 590, Black) == false);  // the wind is not known from 500 on
+    desk->session.Changes().SetWind(app.wind, "");           // the race has no wind file any more
     driver::Settle();
-    EXPECT_FALSE(LineAt(160, 420, Black));
+    EXPECT_FALSE(LineAt(Degrees(130), 420, Black));
+    // Under the pointer are a moment, what stands on the axis there, and the boat whose line it is.
+    pointAt(Knots(6), 300);
+    EXPECT_TRUE(form.Text7.Visible() && form.Text7.Text().ends_with(" Kts  Boat 1")) << form.Text7.Text();
+    pointAt(Knots(8), 300);
+    EXPECT_TRUE(form.Text7.Visible() && form.Text7.Text().ends_with(" Kts")) << form.Text7.Text();
+}
+
+TEST_F(BoatGraphsTest, TheSpeedsReachTheFastestBoatAndACourseAcrossTheEdgeIsNoLineAcross) {
+    tree.Sail("b.trk", Lat, Lon, 300, 14.2, -150, 700);
+    std::string track;
+    for (int piece = -3; piece < 14; ++piece) {  // the edge of the compass lies at north
+        tree.Sail("a.trk", Lat + piece, Lon, piece % 2 == 0 ? 5 : 355, 5, piece * 50, piece * 50 + 49);
+        track += tree.Read("gpsdat/a.trk");
+    }
+    tree.Write("gpsdat/a.trk", track);
+    tree.Race("R1.txt", "WD, 90\r\nBN, a.trk, A\r\nBN, b.trk, B\r\n");
+    OpenGraphs();
+    const int reach = app.tracks.Boats[2].TrackSpeed[9] > 15 ? 16 : 15;
+    EXPECT_TRUE(LineAt(Knots(14.2, reach), 300, BoatColour(2)));
+    desk->session.Changes().SetWindDirection(90);
+    driver::Settle();
+    const auto red = [](int r, int g, int b) { return r > g + 60 && g == b; };
+    const auto across = [&](double from, double to) {
+        return CountPixels(Form().GPIC.Image(), Degrees(from), Y(590), Degrees(to), Y(10), red);
+    };
+    EXPECT_EQ(across(20, 340), 0);
+    EXPECT_GT(across(2, 3), 8);
+    EXPECT_GT(across(357, 358), 8);
+}
+
+TEST_F(BoatGraphsTest, SmoothedASpeedIsThatOfTheWayAround) {
+    constexpr double fast = SixKnots * 1.4;
+    tree.Boat("a.trk", Lat, Lon, SixKnots, 0, -150, 299);
+    const std::string slow = tree.Read("gpsdat/a.trk");
+    tree.Boat("a.trk", Lat - 300 * (fast - SixKnots), Lon, fast, 0, 300, 700);
+    tree.Write("gpsdat/a.trk", slow + tree.Read("gpsdat/a.trk"));
+    tree.Race("R1.txt", "BN, a.trk, A\r\n");
+    OpenGraphs();
+    const Track& a = app.tracks.Boats[1];
+    SmoothedTrack smoothed(a, app.scale.LonScale, 15);
+    const auto at = [&](int second) {
+        smoothed.GoTo(FindSegment(a, second));
+        return smoothed.Speed();
+    };
+    EXPECT_NEAR(at(280), a.TrackSpeed[FindSegment(a, 280)], 0.02);
+    EXPECT_NEAR(at(300), (a.TrackSpeed[FindSegment(a, 280)] + a.TrackSpeed[FindSegment(a, 320)]) / 2, 0.1);
+    EXPECT_NEAR(at(320), a.TrackSpeed[FindSegment(a, 320)], 0.02);
+    const Picture raw = Form().GPIC.Image();
+    const auto differs = [&] {
+        const Picture now = Form().GPIC.Image();
+        for (int x = Knots(5); x < Knots(9.5); ++x)
+            for (int y = Y(310); y < Y(290); ++y)
+                if (now.PixelAt(x, y) != raw.PixelAt(x, y)) return true;
+        return false;
+    };
+    driver::Click(Form().Option15);
+    EXPECT_TRUE(differs());
+    driver::Click(Form().Option13);
+    EXPECT_FALSE(differs());
 }
 
 TEST_F(BoatGraphsTest, WindEnteredByHandIsSortedBetweenGuardsAndWritten) {
     OpenGraphs();
     const Button& entry = Form().Command12;
     Form().Option6.SetValue(true);  // the film plays
-    Enter(150, 100);                // the mode is off
+    Enter(Degrees(120), 100);       // the mode is off
     driver::Click(entry);
     EXPECT_TRUE(entry.GetBackColor() == Yellow && !Form().Timer1.Enabled());
-    for (const auto& [x, second] : {std::pair{29, 100}, {391, 100}, {150, 400}, {130, 100}, {170, 610}})
+    for (const auto& [x, second] : {std::pair{29, 100},
+                                    {Degrees(361), 100},
+                                    {Degrees(120), 400},
+                                    {Degrees(100), 100},
+                                    {Degrees(140), 610}})
         Enter(x, second);  // the first two are outside
     EXPECT_EQ(Directions(), (std::vector<double>{10, 10, 30, 50, 50}));
     EXPECT_NEAR(app.wind[2].WindTime, 100, 1);
     EXPECT_EQ(app.wind[4].WindTime, 600);  // past the finish counts as the finish
-    EXPECT_TRUE(app.wind[1].WindTime == -300 && LineAt(130, 20, Black));
+    EXPECT_TRUE(app.wind[1].WindTime == -300 && LineAt(Degrees(100), 20, Black));
     dialogs.AnswerYesNo(true);
     driver::Click(entry);
     EXPECT_EQ(Said(), "Do you want to save Wind Data File ?");
@@ -107,10 +181,10 @@ TEST_F(BoatGraphsTest, WindEnteredByHandIsSortedBetweenGuardsAndWritten) {
 
     dialogs.AnswerYesNo(true);  // the file may be written over, and the entry goes on where it ended
     driver::Click(entry);
-    Enter(140, 200);
+    Enter(Degrees(110), 200);
     EXPECT_EQ(Directions(), (std::vector<double>{10, 10, 20, 30, 50, 50}));
     app.wind = {{0, 5, 77}, {100, 6, 77}};  // unless other data was read meanwhile
-    Enter(140, 100);
+    Enter(Degrees(110), 100);
     EXPECT_EQ(Directions(), std::vector<double>(3, 20));
     EXPECT_EQ(app.wind[2].WindSpeed, 6);  // the hand sets directions alone
     driver::Click(entry);                 // a single sample is no file: no question
@@ -124,13 +198,14 @@ TEST_F(BoatGraphsTest, ALongPreStartHasItsWindAtItsTime) {
     WriteRace(1, "BT,10\r\n");
     OpenGraphs();
     driver::Click(Form().Command12);
-    Enter(150, -640);
-    Enter(130, -620);
+    Enter(Degrees(120), -640);
+    Enter(Degrees(100), -620);
     ASSERT_EQ(app.wind.Count(), 4);
     EXPECT_NEAR(app.wind[2].WindTime, -640, 2);
     EXPECT_NEAR(app.wind[3].WindTime, -620, 2);
     EXPECT_EQ(app.wind[1].WindTime, app.wind[2].WindTime);  // the guard lies before no entry
     EXPECT_EQ(app.wind[4].WindTime, 600);
+    EXPECT_TRUE(LineAt(Degrees(100), 590, Black));  // the line runs to the finish
 }
 
 /// Three lines, 0.0201, 0.3005 and 0.7005 miles north. Boat 1 sails north at 6 knots: 12, 180 and 420
