@@ -1,11 +1,11 @@
 #include "instruments/data_view.h"
 
+#include <algorithm>
 #include <cmath>
-#include <optional>
 #include <utility>
 
-#include "instruments/data_page.h"
-#include "instruments/factor_page.h"
+#include "base/numbers.h"
+#include "display/hint_box.h"
 
 namespace keelview {
 
@@ -19,13 +19,14 @@ constexpr Text AsFound{"As found", "航跡からの値に戻す"};
 
 }  // namespace
 
-DataView::DataView(RaceSession& session)
+DataView::DataView(RaceSession& session, LegTables& tables)
     : app_(session.App()),
       form_(session.Display()),
       stage_(session.TheStage()),
       film_(session.TheFilm()),
       changes_(session.Changes()),
-      voice_(session.TheVoice()) {
+      voice_(session.TheVoice()),
+      tables_(tables) {
     for (OptionButton* option : {&form_.Option1, &form_.Option4, &form_.Option5, &form_.Option12})
         option->OnClick = [this] { ShowPage(); };
     form_.Command11.OnClick = [this] { Command11_Click(); };
@@ -33,8 +34,8 @@ DataView::DataView(RaceSession& session)
     form_.PicTime.OnMouseMove = [this](const MouseEvent& event) { PicTime_MouseMove(event); };
     form_.PicTime.OnMouseUp = [this](const MouseEvent& event) { PicTime_MouseUp(event); };
     form_.PicTime.OnWheel = [this](const WheelEvent& turn) { ScrollBy(turn.Lines * DataRowPitch); };
-    form_.Picture14.OnWheel = [this](const WheelEvent& turn) { ScrollBy(turn.Lines * DataRowPitch); };
-    form_.VScroll2.OnChange = [this] { VScroll2_Change(); };
+    form_.PicTime.OnMouseLeave = [this] { form_.Text7.Hide(); };
+    for (ScrollBar* bar : {&form_.VScroll2, &form_.HScroll3}) bar->OnChange = [this] { tables_.Draw(); };
 }
 
 void DataView::ShowPage() {
@@ -51,32 +52,47 @@ void DataView::Command11_Click() {
 }
 
 void DataView::PicTime_MouseDown(const MouseEvent& event) {
-    dragY_ = event.Y;
+    dragFrom_ = {event.X, event.Y};
     dragged_ = false;
 }
 
 void DataView::PicTime_MouseMove(const MouseEvent& event) {
     form_.LowerBoatList();
-    if (!dragY_) return;
-    dragged_ = dragged_ || std::abs(event.Y - *dragY_) > DragFrom;
-    if (dragged_) ScrollBy(*dragY_ - event.Y);
+    TellWhatIsAt({event.X, event.Y});
+    if (!dragFrom_) return;
+    const double across = dragFrom_->X - event.X;
+    const double down = dragFrom_->Y - event.Y;
+    dragged_ = dragged_ || std::max(std::abs(across), std::abs(down)) > DragFrom;
+    if (!dragged_) return;
+    ScrollBy(down, across);
+    dragFrom_ = {event.X, event.Y};
 }
 
-void DataView::VScroll2_Change() {
-    const double scrolled = form_.VScroll2.Value();
-    form_.PicTime.SetTop(DataPageTop - scrolled);
-    const PageHead head = form_.Option12.Value() ? FactorHead(app_.race) : TableHead(app_.race);
-    form_.Picture14.SetVisible(head.Stays(scrolled));
+void DataView::ScrollBy(double down, double across) {
+    form_.VScroll2.SetValue(form_.VScroll2.Value() + FloorToInt(down));
+    form_.HScroll3.SetValue(form_.HScroll3.Value() + FloorToInt(across));
 }
 
-void DataView::ScrollBy(double pixels) {
-    form_.VScroll2.SetValue(form_.VScroll2.Value() + FloorToInt(pixels));
+void DataView::TellWhatIsAt(const Point& at) {
+    const std::string text = tables_.TextUnder(at);
+    if (text.empty()) return form_.Text7.Hide();
+    const Surface& page = form_.PicTime;
+    const double width = page.TextWidth(text) + 12;
+    form_.Text7.SetBackColor(HintBackground);
+    ShowHint(form_.Text7, text,
+             {.Left = std::max(std::min(page.Left() + at.X + 12, page.Left() + page.Width() - width), 5.0),
+              .Top = page.Top() + at.Y - 22,
+              .Width = width,
+              .Height = 16});
 }
 
 void DataView::PicTime_MouseUp(const MouseEvent& event) {
-    const bool clicked = std::exchange(dragY_, std::nullopt) && !dragged_;
-    const auto cell = StatCellAt(app_.race, {event.X, event.Y});
-    if (!clicked || !cell || form_.Option12.Value()) return;
+    const bool clicked = std::exchange(dragFrom_, std::nullopt) && !dragged_;
+    const Point at{event.X, event.Y};
+    if (!clicked) return;
+    if (tables_.InHead(at)) return tables_.SwitchClock();
+    const auto cell = tables_.CellAt(at);
+    if (!cell) return;
     if (event.Button == MouseButton::Left)
         GoTo(*cell);
     else if (app_.settings.EditMode)

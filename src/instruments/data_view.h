@@ -2,18 +2,20 @@
 
 #include <optional>
 
-#include "instruments/data_page.h"
+#include "base/point.h"
+#include "instruments/leg_tables.h"
 #include "session/app_state.h"
 #include "session/race_session.h"
 
 namespace keelview {
 
-/// What a person does on the data page: choose the table, drag a page that is higher than its place, or
-/// scroll it by its bar or the wheel, go to the moment and place of a rounding by a click on its cell, put
-/// a wrong time right by the right button (in EditMode), and leave the page.
+/// What a person does on the data page: choose the table, drag a page that is larger than its place, or
+/// scroll it by its bars or the wheel, have times told as h:mm:ss by a click on the head, read what is
+/// under the pointer, go to the moment and place of a rounding by a click on its cell, put a wrong time
+/// right by the right button (in EditMode), and leave the page.
 class DataView {
   public:
-    explicit DataView(RaceSession& session);
+    DataView(RaceSession& session, LegTables& tables);
 
     /// Shows the page with the chosen table, from its top.
     void ShowPage();
@@ -23,8 +25,8 @@ class DataView {
     void PicTime_MouseDown(const MouseEvent& event);
     void PicTime_MouseMove(const MouseEvent& event);
     void PicTime_MouseUp(const MouseEvent& event);
-    void VScroll2_Change();
-    void ScrollBy(double pixels);
+    void ScrollBy(double down, double across = 0.0);
+    void TellWhatIsAt(const Point& at);
     void GoTo(const StatCell& cell);
     void PutRight(const StatCell& cell);
 
@@ -34,8 +36,9 @@ class DataView {
     Film& film_;
     RaceChanges& changes_;
     const Voice& voice_;
+    LegTables& tables_;
     ViewKind prevViewMode_ = ViewKind::Map;  ///< in which ShowPage last began: Data after another table
-    std::optional<double> dragY_;            ///< y on the page where the drag began
+    std::optional<Point> dragFrom_;          ///< where on the page the press or its last move was
     bool dragged_ = false;                   ///< the press became a drag
 };
 

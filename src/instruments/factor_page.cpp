@@ -1,11 +1,10 @@
 #include "instruments/factor_page.h"
 
-#include <optional>
+#include <algorithm>
 #include <string_view>
 
-#include "analysis/leg_statistics.h"
+#include "base/numbers.h"
 #include "base/strings.h"
-#include "instruments/data_page.h"
 #include "instruments/page_text.h"
 #include "session/boat_colours.h"
 
@@ -13,16 +12,18 @@ namespace keelview {
 
 namespace {
 
-constexpr double RowPitch = 36.0;  // three bars are higher than a line of a table
-constexpr double FirstRowTop = 127.0;
 constexpr double HeaderTop = 105.0;
-constexpr double AxisIndent = 93.0;
+constexpr double NamesRight = 100.0;
+constexpr double ColumnsLeft = 110.0;
 
 constexpr Colour AxisColour = Rgb(0, 255, 255);
 
 constexpr Text Title{"<Speed and Dist factor>  <Time=Dist/SPD>",
                      "<速度、帆走距離の要因分析>  <時間＝距離／速度>"};
 constexpr Text WholeRace{"TTL", "総合"};
+constexpr Text TimeWord{"time ", "時間 "};
+constexpr Text DistanceWord{"dist ", "距離 "};
+constexpr Text SpeedWord{"speed ", "速度 "};
 
 /// A colour of the bars and what it means.
 struct LegendLine {
@@ -45,8 +46,29 @@ constexpr LegendLine Legend[] = {
       "= レグ毎の速度比率:％　　　　<大きいほど良い>"}},
 };
 
-double AnaColWidth(const RaceControl& race) {
-    return 2 * StatColWidth(race);
+/// Width of a column in a place of a width.
+double ColumnWidth(const RaceControl& race, double placeWidth) {
+    constexpr double narrowest = 60.0;
+    constexpr double widest = 120.0;
+    return std::clamp((placeWidth - ColumnsLeft - 5) / std::max(race.CourseOrder.Count(), 1), narrowest,
+                      widest);
+}
+
+/// The middle of a column, where its axis stands, on the page as it is scrolled.
+double AxisX(const RaceControl& race, const PageView& view, int entry) {
+    return ColumnsLeft + (entry - 0.5) * ColumnWidth(race, view.Width) - view.X;
+}
+
+double RowTop(const PageView& view, int boat) {
+    return FactorHeadBottom + 2 + (boat - 1) * FactorRowPitch - view.Y;
+}
+
+bool TooLong(const RaceControl& race) {
+    return race.CourseOrder.Count() > MaxAnalysisEntries;
+}
+
+std::string_view ColumnTitle(const RaceControl& race, int entry, bool english) {
+    return entry == 1 ? WholeRace.In(english) : Trim(race.CourseOrder[entry]);
 }
 
 void DrawLegend(Surface& page, bool english) {
@@ -57,14 +79,33 @@ void DrawLegend(Surface& page, bool english) {
     }
 }
 
-void DrawRow(const RaceControl& race, RaceDisp& form, int boat) {
-    Surface& page = form.PicTime;
-    const double y = FactorRowTop(boat);
-    page.Box(8, y - 1, 100, y + 31, BoatColour(boat));
-    PrintColoured(page, BoatColour(boat), 10, y, race.Boats[boat].BoatName);
-    if (!form.InFocus(boat)) return;
-    page.FilledBox(125, y - 1, 125 + AnaColWidth(race) * race.CourseOrder.Count() + 30, y + 31,
-                   DataFocusColour);
+bool IsSeen(const PageView& view, int boat) {
+    return RowTop(view, boat) > FactorHeadBottom - FactorRowPitch && RowTop(view, boat) < view.Height;
+}
+
+void DrawNames(const RaceControl& race, const PageView& view, Surface& page) {
+    page.FilledBox(0, FactorHeadBottom, ColumnsLeft - 4, view.Height, page.BackColor);
+    for (int boat = 1; boat <= race.Boats.Count(); ++boat) {
+        const double y = RowTop(view, boat);
+        if (!IsSeen(view, boat)) continue;
+        page.Box(DataNamesLeft, y - 1, NamesRight, y + 31, BoatColour(boat));
+        PrintColoured(page, BoatColour(boat), DataNamesLeft + 2, y, race.Boats[boat].BoatName);
+    }
+}
+
+void DrawHead(const RaceControl& race, const PageView& view, bool english, Surface& page) {
+    page.FilledBox(0, 0, view.Width + 20, FactorHeadBottom - 1, page.BackColor);
+    for (int entry = 1; entry <= race.CourseOrder.Count(); ++entry)
+        PrintCentred(page, AxisX(race, view, entry), HeaderTop, ColumnTitle(race, entry, english));
+    page.FilledBox(0, HeaderTop, ColumnsLeft - 4, FactorHeadBottom - 1, page.BackColor);
+    page.PrintAt(15, HeaderTop, BoatColumnTitle.In(english));
+    DrawLegend(page, english);
+    if (view.Y > 0) page.Line(0, FactorHeadBottom - 1, view.Width, FactorHeadBottom - 1, DataTitleColour);
+}
+
+/// "103.2 %"; a dash where there is none.
+std::string PercentText(const std::optional<double>& ratio) {
+    return ratio ? NumberText(RoundDecimals((*ratio + 1) * 100, 1)) + " %" : "-";
 }
 
 void DrawBar(Surface& page, const std::optional<double>& ratio, double axis, double scale, double top,
@@ -72,11 +113,12 @@ void DrawBar(Surface& page, const std::optional<double>& ratio, double axis, dou
     if (ratio) page.FilledBox(axis + LimitShare(*ratio) * scale, top, axis, top + 6, colour);
 }
 
-void DrawColumn(const FactorColumn& column, Surface& page, double axis, double scale) {
+void DrawColumn(const FactorColumn& column, Surface& page, const PageView& view, double axis,
+                double scale) {
     for (int boat = 1; boat <= column.Share.Count(); ++boat) {
         const FactorShare& share = column.Share[boat];
-        if (!share.Counts) continue;
-        const double y = FactorRowTop(boat);
+        if (!share.Counts || !IsSeen(view, boat)) continue;
+        const double y = RowTop(view, boat);
         DrawBar(page, share.Time, axis, scale, y + 2, Black);
         DrawBar(page, share.Distance, axis, scale, y + 10, Red);
         DrawBar(page, share.Speed, axis, scale, y + 18, Blue);
@@ -86,44 +128,41 @@ void DrawColumn(const FactorColumn& column, Surface& page, double axis, double s
 
 }  // namespace
 
-double FactorRowTop(int boat) {
-    return (boat - 1) * RowPitch + FirstRowTop;
+double FactorPageWidth(const RaceControl& race, double placeWidth) {
+    if (TooLong(race)) return 0.0;
+    return ColumnsLeft + race.CourseOrder.Count() * ColumnWidth(race, placeWidth) + 4;
 }
 
-PageHead FactorHead(const RaceControl& race) {
-    constexpr double margin = 2.0;
-    return {HeaderTop - margin, FirstRowTop - HeaderTop, FactorRowTop(race.Boats.Count() + 1)};
-}
-
-void DrawFactorHead(const RaceControl& race, bool useEnglish, double y, Surface& page) {
-    page.PrintAt(15, y, BoatColumnTitle.In(useEnglish));
-    for (int entry = 1; entry <= race.CourseOrder.Count(); ++entry) {
-        const std::string_view label =
-            entry == 1 ? WholeRace.In(useEnglish) : Trim(race.CourseOrder[entry]);
-        PrintRight(page, entry * AnaColWidth(race) + AxisIndent, y, label);
-    }
-}
-
-double FactorPageHeight(const RaceControl& race) {
-    return race.CourseOrder.Count() > MaxAnalysisEntries ? 0.0 : FactorRowTop(race.Boats.Count() + 1);
-}
-
-void DrawFactorAnalysis(const RaceControl& race, const MarkPasses& passes, bool useEnglish,
-                        RaceDisp& form) {
+void DrawFactorAnalysis(const RaceControl& race, const std::optional<FactorAnalysis>& analysis,
+                        bool useEnglish, const PageView& view, RaceDisp& form) {
     Surface& page = form.PicTime;
-    const int entries = race.CourseOrder.Count();
-    if (entries > MaxAnalysisEntries) {
+    if (TooLong(race)) {
         PrintColoured(page, DataTitleColour, 120, 25, Title.In(useEnglish));
         page.PrintAt(100, 45, CourseTooLongText(useEnglish));
         return;
     }
-    DrawLegend(page, useEnglish);
-    DrawFactorHead(race, useEnglish, HeaderTop, page);
-    for (int boat = 1; boat <= race.Boats.Count(); ++boat) DrawRow(race, form, boat);
-    const std::optional<FactorAnalysis> analysis = AnalyseFactors(race, passes);
-    if (!analysis) return;
-    for (int entry = 1; entry <= entries; ++entry)
-        DrawColumn((*analysis)[entry], page, entry * AnaColWidth(race) + AxisIndent, AnaColWidth(race) * 2);
+    const double right = FactorPageWidth(race, view.Width) - view.X;
+    for (int boat = 1; boat <= race.Boats.Count(); ++boat)
+        if (form.InFocus(boat) && IsSeen(view, boat))
+            page.FilledBox(ColumnsLeft - 2, RowTop(view, boat) - 1, right, RowTop(view, boat) + 31,
+                           DataFocusColour);
+    const double scale = ColumnWidth(race, view.Width) * 2;
+    for (int entry = 1; analysis && entry <= race.CourseOrder.Count(); ++entry)
+        DrawColumn((*analysis)[entry], page, view, AxisX(race, view, entry), scale);
+    DrawNames(race, view, page);
+    DrawHead(race, view, useEnglish, page);
+}
+
+std::string FactorText(const RaceControl& race, const std::optional<FactorAnalysis>& analysis,
+                       bool useEnglish, const PageView& view, const Point& at) {
+    const int boat = FloorToInt((at.Y + view.Y - FactorHeadBottom) / FactorRowPitch) + 1;
+    const int entry = FloorToInt((at.X + view.X - ColumnsLeft) / ColumnWidth(race, view.Width)) + 1;
+    if (!analysis || at.X < ColumnsLeft || !analysis->Holds(entry) || !race.Boats.Holds(boat)) return {};
+    const FactorShare& share = (*analysis)[entry].Share[boat];
+    if (!share.Counts) return {};
+    return race.Boats[boat].BoatName + "  " + std::string(ColumnTitle(race, entry, useEnglish)) + ":  " +
+           TimeWord.Str(useEnglish) + PercentText(share.Time) + "  " + DistanceWord.Str(useEnglish) +
+           PercentText(share.Distance) + "  " + SpeedWord.Str(useEnglish) + PercentText(share.Speed);
 }
 
 }  // namespace keelview

@@ -1,8 +1,9 @@
 #include "instruments/leg_charts.h"
 
 #include <algorithm>
+#include <cmath>
 #include <optional>
-#include <vector>
+#include <string_view>
 
 #include "base/numbers.h"
 #include "base/strings.h"
@@ -18,8 +19,8 @@ constexpr double PlotTop = 25.0;
 constexpr double PlotBottom = 300.0;
 constexpr double GridBottom = 310.0;
 constexpr double KeyTop = 316.0;
-constexpr double PlotIndent = 40.0;   // from the chart's left offset to its plot area
-constexpr double PointIndent = 20.0;  // from a column's left to its point, less one column
+constexpr double PlotIndent = 40.0;  // from the chart's left offset to its plot area
+constexpr double WidestColumn = 90.0;
 constexpr double PointRadius = 2.0;
 constexpr int FocusWidth = 4;
 
@@ -36,36 +37,41 @@ constexpr Text LegTitles[] = {{"( Diff of time by leg : sec)", "(レグ毎の時
 class DiffChart {
   public:
     DiffChart(const RaceControl& race, const MarkPasses& passes, bool useEnglish, RaceDisp& form,
-              StatKind kind, const LegTable& table, bool byLeg)
+              StatKind kind, bool byLeg)
         : race_(race),
           passes_(passes),
           useEnglish_(useEnglish),
           form_(form),
           kind_(kind),
-          table_(table),
           byLeg_(byLeg),
-          left_(byLeg ? race.CourseOrder.Count() * StatColWidth(race) + 60 : 0.0),
-          axis_(ChooseDiffAxis(table.Spread)),
-          pixelsPerUnit_((PlotBottom - PlotTop) / axis_.Max()) {}
+          left_(byLeg ? form.Picture3.Width() / 2 : 0.0),
+          columnWidth_(std::min(
+              (form.Picture3.Width() / 2 - PlotIndent - 15) / std::max(race.CourseOrder.Count(), 1),
+              WidestColumn)),
+          best_(race.CourseOrder.Count()) {
+        FindScale();
+    }
 
-    void Draw() {
+    void Draw(std::vector<ChartLine>& lines) {
         DrawFrame();
-        for (int boat = race_.Boats.Count(); boat >= 1; --boat) DrawBoat(boat);
+        const std::size_t first = lines.size();
+        for (int boat = 1; boat <= race_.Boats.Count(); ++boat) AddBoat(boat, lines);
+        for (std::size_t line = lines.size(); line > first; --line) DrawLine(lines[line - 1]);
     }
 
   private:
     bool BestOnTop() const { return kind_ == StatKind::Speed; }
-    int FirstFrameEntry() const { return byLeg_ ? 2 : 1; }
-    int FirstPoint() const { return byLeg_ || kind_ == StatKind::Speed ? 2 : 1; }
+    int FirstEntry() const { return byLeg_ || kind_ == StatKind::Speed ? 2 : 1; }
     double EntryX(int entry) const {
-        return left_ + (byLeg_ ? entry - 1 : entry) * StatColWidth(race_) + PointIndent;
+        return left_ + PlotIndent + (entry - (byLeg_ ? 1.5 : 0.5)) * columnWidth_;
     }
 
+    void FindScale();
     void DrawFrame();
     void DrawUnits(double right);
     void DrawEntries();
-    void DrawBoat(int boat);
-    void DrawRun(const std::vector<Point>& run, Colour colour);
+    void AddBoat(int boat, std::vector<ChartLine>& lines) const;
+    void DrawLine(const ChartLine& line);
     std::optional<double> ValueOf(int boat, int entry) const;
     double HeightOf(double value, int entry) const;
 
@@ -74,12 +80,32 @@ class DiffChart {
     bool useEnglish_;
     RaceDisp& form_;
     StatKind kind_;
-    const LegTable& table_;
     bool byLeg_;
     double left_;
+    double columnWidth_;
+    OneBased<double> best_;  ///< value at each entry
     DiffAxis axis_;
-    double pixelsPerUnit_;
+    double pixelsPerUnit_ = 0.0;
 };
+
+void DiffChart::FindScale() {
+    double spread = 0.0;
+    for (int entry = FirstEntry(); entry <= race_.CourseOrder.Count(); ++entry) {
+        std::optional<double> least;
+        std::optional<double> most;
+        for (int boat = 1; boat <= race_.Boats.Count(); ++boat) {
+            const std::optional<double> value = ValueOf(boat, entry);
+            if (!value) continue;
+            least = std::min(least.value_or(*value), *value);
+            most = std::max(most.value_or(*value), *value);
+        }
+        if (!least) continue;
+        best_[entry] = BestOnTop() ? *most : *least;
+        spread = std::max(spread, *most - *least);
+    }
+    axis_ = ChooseDiffAxis(spread);
+    pixelsPerUnit_ = (PlotBottom - PlotTop) / axis_.Max();
+}
 
 void DiffChart::DrawFrame() {
     Surface& page = form_.Picture3;
@@ -87,8 +113,8 @@ void DiffChart::DrawFrame() {
     const int title = static_cast<int>(kind_) - 1;
     PrintColoured(page, DataTitleColour, left_ + 50, 10,
                   (byLeg_ ? LegTitles : CumulativeTitles)[title].In(useEnglish_));
-    const int columns = std::max(race_.CourseOrder.Count() - FirstFrameEntry() + 1, 0);
-    const double right = left_ + PlotIndent + columns * StatColWidth(race_);
+    const int columns = std::max(race_.CourseOrder.Count() - (byLeg_ ? 1 : 0), 0);
+    const double right = left_ + PlotIndent + columns * columnWidth_;
     page.FilledBox(left_ + PlotIndent, PlotTop, right, GridBottom, PlotColour);
     DrawUnits(right);
     DrawEntries();
@@ -104,12 +130,19 @@ void DiffChart::DrawUnits(double right) {
     }
 }
 
+/// Names only as many entries as have room beside each other.
 void DiffChart::DrawEntries() {
     Surface& page = form_.Picture3;
-    for (int entry = FirstFrameEntry(); entry <= race_.CourseOrder.Count(); ++entry) {
+    constexpr double gap = 6.0;
+    double free = left_;
+    for (int entry = byLeg_ ? 2 : 1; entry <= race_.CourseOrder.Count(); ++entry) {
         const double x = EntryX(entry);
         page.Line(x, PlotTop, x, GridBottom, White);
-        PrintCentred(page, x, KeyTop, Trim(race_.CourseOrder[entry]));
+        const std::string_view name = Trim(race_.CourseOrder[entry]);
+        const double half = page.TextWidth(name) / 2;
+        if (x - half < free) continue;
+        PrintCentred(page, x, KeyTop, name);
+        free = x + half + gap;
     }
 }
 
@@ -124,49 +157,71 @@ std::optional<double> DiffChart::ValueOf(int boat, int entry) const {
 }
 
 double DiffChart::HeightOf(double value, int entry) const {
-    return BestOnTop() ? PlotTop + (table_.ColMax[entry] - value) * pixelsPerUnit_
-                       : PlotBottom - (value - table_.ColMin[entry]) * pixelsPerUnit_;
+    const double off = std::abs(value - best_[entry]) * pixelsPerUnit_;
+    return BestOnTop() ? PlotTop + off : PlotBottom - off;
 }
 
-void DiffChart::DrawBoat(int boat) {
-    form_.Picture3.DrawWidth = form_.InFocus(boat) ? FocusWidth : 1;
-    const Colour colour = BoatColour(boat);
-    std::vector<Point> run;
-    for (int entry = FirstPoint(); entry <= race_.CourseOrder.Count(); ++entry) {
-        if (const std::optional<double> value = ValueOf(boat, entry)) {
-            run.push_back({EntryX(entry), HeightOf(*value, entry)});
-            continue;
+void DiffChart::AddBoat(int boat, std::vector<ChartLine>& lines) const {
+    bool joins = false;
+    for (int entry = FirstEntry(); entry <= race_.CourseOrder.Count(); ++entry) {
+        const std::optional<double> value = ValueOf(boat, entry);
+        if (value) {
+            if (!joins) lines.push_back({boat, {}});
+            lines.back().Points.push_back({EntryX(entry), HeightOf(*value, entry)});
         }
-        DrawRun(run, colour);
-        run.clear();
+        joins = value.has_value();
     }
-    DrawRun(run, colour);
 }
 
-void DiffChart::DrawRun(const std::vector<Point>& run, Colour colour) {
-    if (run.size() < 2) return;
+void DiffChart::DrawLine(const ChartLine& line) {
     Surface& page = form_.Picture3;
-    page.Polyline(run, colour);
+    const Colour colour = BoatColour(line.Boat);
+    page.DrawWidth = form_.InFocus(line.Boat) ? FocusWidth : 1;
+    if (line.Points.size() > 1) page.Polyline(line.Points, colour);
     page.Fill = FillStyle::Solid;
     page.FillColor = colour;
-    for (const Point& point : run) page.Circle(point.X, point.Y, PointRadius, colour);
+    for (const Point& point : line.Points) page.Circle(point.X, point.Y, PointRadius, colour);
+}
+
+/// How far a point lies from the straight way between two others.
+double DistanceToWay(const Point& from, const Point& to, const Point& at) {
+    const double x = to.X - from.X;
+    const double y = to.Y - from.Y;
+    const double square = x * x + y * y;
+    const double along = square > 0 ? ((at.X - from.X) * x + (at.Y - from.Y) * y) / square : 0.0;
+    const double f = std::clamp(along, 0.0, 1.0);
+    return std::hypot(from.X + f * x - at.X, from.Y + f * y - at.Y);
 }
 
 }  // namespace
 
-void DrawLegCharts(const RaceControl& race, const MarkPasses& passes, const Settings& settings,
-                   const LegStatistics& statistics, RaceDisp& form) {
-    if (statistics.Kind == StatKind::Analysis) return;
+std::vector<ChartLine> DrawLegCharts(const RaceControl& race, const MarkPasses& passes,
+                                     const Settings& settings, StatKind kind, RaceDisp& form) {
     Surface& page = form.Picture3;
-    page.Move(page.Left(), page.Top(), form.PicTime.Width(), form.MapSide() / 2);
+    page.Move(page.Left(), page.Top(), form.PicTime.Width(), LegChartsHeight);
     page.FontSize = 9 * settings.FontScale;
     page.Cls();
+    std::vector<ChartLine> lines;
     for (const bool byLeg : {false, true})
-        DiffChart(race, passes, settings.UseEnglish, form, statistics.Kind,
-                  byLeg ? statistics.ByLeg : statistics.Cumulative, byLeg)
-            .Draw();
+        DiffChart(race, passes, settings.UseEnglish, form, kind, byLeg).Draw(lines);
     page.DrawWidth = 1;
-    form.PicTime.PaintPicture(page.Image(), 0, DataChartTop(race));
+    return lines;
+}
+
+int LineUnder(const std::vector<ChartLine>& lines, const Point& at) {
+    constexpr double reach = 5.0;
+    int boat = 0;
+    double nearest = reach;
+    for (const ChartLine& line : lines) {
+        for (std::size_t i = 0; i < line.Points.size(); ++i) {
+            const Point& from = line.Points[i == 0 ? 0 : i - 1];
+            const double distance = DistanceToWay(from, line.Points[i], at);
+            if (distance >= nearest) continue;
+            nearest = distance;
+            boat = line.Boat;
+        }
+    }
+    return boat;
 }
 
 }  // namespace keelview

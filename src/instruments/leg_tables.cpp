@@ -1,14 +1,9 @@
 #include "instruments/leg_tables.h"
 
 #include <algorithm>
-#include <optional>
-#include <string>
 
 #include "base/numbers.h"
-#include "base/strings.h"
-#include "instruments/data_page.h"
 #include "instruments/factor_page.h"
-#include "instruments/leg_charts.h"
 #include "instruments/page_text.h"
 #include "session/boat_colours.h"
 
@@ -18,6 +13,8 @@ namespace {
 
 constexpr double PageLeft = 5.0;
 constexpr double TitleTop = 45.0;
+constexpr double HeaderTop = 65.0;
+constexpr double BarWidth = 15.0;
 
 constexpr Text CumulativeTitles[] = {{"<Mk rnd time : sec>", "<マーク通過時間 : 秒>"},
                                      {"<Acc sailed dist : m>", "<累計帆走距離：ｍ>"},
@@ -25,6 +22,8 @@ constexpr Text CumulativeTitles[] = {{"<Mk rnd time : sec>", "<マーク通過�
 constexpr Text LegTitles[] = {{"< Time by leg : sec >", "<レグ毎の所要時間 : 秒 >"},
                               {"< Sailed dist by leg : m >", "<レグ毎の帆走距離 : ｍ >"},
                               {"< Speed by leg : Kts >", "<レグ毎の帆走速度：ノット>"}};
+constexpr Text CumulativeClockTitle{"<Mk rnd time : h:mm:ss>", "<マーク通過時間 : 時:分:秒>"};
+constexpr Text LegClockTitle{"< Time by leg : h:mm:ss >", "<レグ毎の所要時間 : 時:分:秒 >"};
 
 }  // namespace
 
@@ -32,75 +31,19 @@ void LegTables::Repaint(Changed changed) {
     const Changed mine =
         Changed::Race | Changed::Boats | Changed::Course | Changed::Size | Changed::Focus | Changed::Mode;
     if (app_.shown.ViewMode != ViewKind::Data || !Any(changed, mine)) return;
-    form_.PicTime.FontSize = 9 * app_.settings.FontScale;
-    const StatKind kind = ChosenKind();
-    PlacePage(kind);
-    ScrollPage(kind, changed == Changed::Focus);
-    ShowHead(kind);
-    form_.PicTime.Cls();
-    if (kind == StatKind::Analysis) {
-        DrawFactorAnalysis(app_.race, app_.passes, app_.settings.UseEnglish, form_);
-        return;
-    }
-    const LegStatistics statistics = ComputeLegStatistics(app_.race, app_.passes, kind);
-    DrawTables(statistics);
-    DrawLegCharts(app_.race, app_.passes, app_.settings, statistics, form_);
+    WorkOut();
+    PlacePage();
+    lines_.clear();
+    if (!Analyses()) lines_ = DrawLegCharts(app_.race, app_.passes, app_.settings, statistics_.Kind, form_);
+    ScrollPage(changed == Changed::Focus);
+    Draw();
 }
 
-void LegTables::PlacePage(StatKind kind) {
-    const double side = form_.MapSide();
-    const double least = kind == StatKind::Analysis ? FactorPageHeight(app_.race) : 0.0;
-    const double height = std::max(StatPageHeight(app_.race, side), least);
-    const bool scrolls = height > side;
-    form_.PicTime.Move(PageLeft, form_.PicTime.Top(), side, height);
-    constexpr double barWidth = 15.0;
-    form_.VScroll2.Move(PageLeft + side - barWidth, DataPageTop, barWidth, side);
-    form_.VScroll2.SetVisible(scrolls);
-    form_.VScroll2.SetView(FloorToInt(height - side), FloorToInt(DataRowPitch), FloorToInt(side));
-    constexpr double frameWidth = 276.0;
-    form_.Frame2.Move(side - (scrolls ? barWidth : 0.0) - frameWidth - 5, 3, frameWidth, 29);
-    form_.Option1.Move(8, 8, 49, 17);
-    form_.Option4.Move(64, 8, 49, 17);
-    form_.Option5.Move(112, 8, 49, 17);
-    form_.Option12.Move(160, 8, 49, 17);
-    form_.Command11.Move(224, 8, 49, 17);
-}
-
-void LegTables::ScrollPage(StatKind kind, bool onlyFocus) {
-    if (!onlyFocus) {
-        form_.VScroll2.SetValue(0);
-        form_.PicTime.SetTop(DataPageTop);
-        return;
-    }
-    const double from = form_.VScroll2.Value() + DataRowTop(1);
-    const double to = form_.VScroll2.Value() + form_.MapSide() - 2 * DataRowPitch;
-    std::optional<double> first;
-    for (int boat = 1; boat <= app_.race.Boats.Count(); ++boat) {
-        if (!form_.InFocus(boat)) continue;
-        const double top = kind == StatKind::Analysis ? FactorRowTop(boat) : DataRowTop(boat);
-        if (top >= from && top <= to) return;
-        if (!first) first = top;
-    }
-    if (first) form_.VScroll2.SetValue(FloorToInt(*first - form_.MapSide() / 2));
-}
-
-/// What stays in sight of the page while it is scrolled.
-void LegTables::ShowHead(StatKind kind) {
-    Surface& head = form_.Picture14;
-    if (form_.VScroll2.Max() == 0) return head.Hide();
-    const bool analysis = kind == StatKind::Analysis;
-    const PageHead part = analysis ? FactorHead(app_.race) : TableHead(app_.race);
-    constexpr double edge = 1.0;
-    const double height = DataPageTop + part.Height;  // the page may reach up to the edge of the form
-    head.Move(PageLeft + edge, 0, form_.VScroll2.Left() - PageLeft - edge, height);
-    head.FontSize = form_.PicTime.FontSize;
-    head.Cls();
-    if (analysis)
-        DrawFactorHead(app_.race, app_.settings.UseEnglish, DataPageTop + 2, head);
-    else
-        DrawHead(kind, part.Top - DataPageTop, head);
-    head.Line(0, height - 1, head.Width(), height - 1, DataTitleColour);
-    head.SetVisible(part.Stays(form_.VScroll2.Value()));
+void LegTables::SwitchClock() {
+    asClock_ = !asClock_;
+    WorkOut();
+    PlacePage();
+    Draw();
 }
 
 StatKind LegTables::ChosenKind() const {
@@ -110,66 +53,171 @@ StatKind LegTables::ChosenKind() const {
     return StatKind::Analysis;
 }
 
-void LegTables::DrawTables(const LegStatistics& statistics) {
-    for (int boat = 1; boat <= app_.race.Boats.Count(); ++boat) DrawBoatRow(boat);
-    DrawHead(statistics.Kind, 0, form_.PicTime);
-    DrawCumulativeTable(statistics);
-    DrawLegTable(statistics);
-}
-
-void LegTables::DrawBoatRow(int boat) {
-    Surface& page = form_.PicTime;
-    const double y = DataRowTop(boat);
-    const double width = StatColWidth(app_.race);
-    const int entries = app_.race.CourseOrder.Count();
-    page.FilledBox(8, y - 1, 100, y + 15, BoatColour(boat));
-    PrintColoured(page, White, 10, y, app_.race.Boats[boat].BoatName);
-    if (!form_.InFocus(boat)) return;
-    page.FilledBox(width + 73, y - 1, entries * width + StatNumberIndent, y + 12, DataFocusColour);
-    const double legs = LegTableLeft(app_.race);
-    page.FilledBox(legs, y - 1, legs + std::max(entries - 1, 0) * width, y + 12, DataFocusColour);
-}
-
-void LegTables::DrawCumulativeTable(const LegStatistics& statistics) {
-    for (int entry = 1; entry <= app_.race.CourseOrder.Count(); ++entry)
-        DrawColumn(statistics.Cumulative, statistics.Kind, {entry, entry},
-                   entry * StatColWidth(app_.race) + StatNumberIndent);
-}
-
-void LegTables::DrawLegTable(const LegStatistics& statistics) {
-    for (int entry = 2; entry <= app_.race.CourseOrder.Count(); ++entry)
-        DrawColumn(statistics.ByLeg, statistics.Kind, {entry - 1, entry},
-                   LegTableLeft(app_.race) + (entry - 2) * StatColWidth(app_.race) + LegNumberIndent);
-}
-
-/// Titles and column heads of both tables, so many pixels further up than they stand on the page.
-void LegTables::DrawHead(StatKind kind, double up, Surface& page) {
+std::string_view LegTables::Title(bool byLeg) const {
     const bool english = app_.settings.UseEnglish;
-    const int title = static_cast<int>(kind) - 1;
-    const double left = LegTableLeft(app_.race);
-    const double width = StatColWidth(app_.race);
-    const double y = DataHeaderTop - up;
-    PrintColoured(page, DataTitleColour, 120, TitleTop - up, CumulativeTitles[title].In(english));
-    PrintColoured(page, DataTitleColour, left + 20, TitleTop - up, LegTitles[title].In(english));
-    page.PrintAt(15, y, BoatColumnTitle.In(english));
-    for (int entry = 1; entry <= app_.race.CourseOrder.Count(); ++entry) {
-        const std::string key(Trim(app_.race.CourseOrder[entry]));
-        PrintRight(page, entry * width + StatNumberIndent, y, key);
-        if (entry > 1) page.PrintAt(left + (entry - 2) * width, y, ">" + key);
+    if (statistics_.Kind == StatKind::Time && asClock_)
+        return (byLeg ? LegClockTitle : CumulativeClockTitle).In(english);
+    return (byLeg ? LegTitles : CumulativeTitles)[static_cast<int>(statistics_.Kind) - 1].In(english);
+}
+
+void LegTables::WorkOut() {
+    Surface& page = form_.PicTime;
+    page.FontSize = 9 * app_.settings.FontScale;
+    statistics_ = ComputeLegStatistics(app_.race, app_.passes, ChosenKind());
+    factors_ = Analyses() ? AnalyseFactors(app_.race, app_.passes) : std::nullopt;
+    if (!Analyses())
+        layout_ = TableLayout(app_.race, statistics_, asClock_, page.TextWidth(Title(false)),
+                              [&page](std::string_view text) { return page.TextWidth(text); });
+}
+
+double LegTables::HeadBottom() const {
+    return Analyses() ? FactorHeadBottom : DataHeadBottom;
+}
+
+double LegTables::RowPitch() const {
+    return Analyses() ? FactorRowPitch : DataRowPitch;
+}
+
+double LegTables::RowTop(int boat) const {
+    return HeadBottom() + (boat - 1) * RowPitch() - form_.VScroll2.Value();
+}
+
+double LegTables::ChartTop() const {
+    return RowTop(app_.race.Boats.Count() + 1) + 2;
+}
+
+/// The place, its bars and options for what the page holds now.
+void LegTables::PlacePage() {
+    const double side = form_.MapSide();
+    const double rows = app_.race.Boats.Count() * RowPitch();
+    const double height = HeadBottom() + rows + (Analyses() ? 5 : LegChartsHeight);
+    const bool down = height > side - BarWidth;
+    const double seenWidth = side - (down ? BarWidth : 0);
+    const double width = Analyses() ? FactorPageWidth(app_.race, seenWidth) : layout_.Width();
+    const bool across = width > seenWidth;
+    form_.PicTime.Move(PageLeft, DataPageTop, side, side);
+    form_.VScroll2.Move(PageLeft + seenWidth, DataPageTop, BarWidth, side - (across ? BarWidth : 0));
+    form_.VScroll2.SetView(down ? FloorToInt(height - side + BarWidth) : 0, FloorToInt(RowPitch()),
+                           FloorToInt(side - HeadBottom()));
+    form_.VScroll2.SetVisible(down);
+    form_.HScroll3.Move(PageLeft, DataPageTop + side - BarWidth, seenWidth, BarWidth);
+    form_.HScroll3.SetView(across ? FloorToInt(width - seenWidth) + 1 : 0, FloorToInt(RowPitch()),
+                           FloorToInt(seenWidth / 2));
+    form_.HScroll3.SetVisible(across);
+    constexpr double frameWidth = 276.0;
+    form_.Frame2.Move(seenWidth - frameWidth - 5, 3, frameWidth, 29);
+    form_.Option1.Move(8, 8, 49, 17);
+    form_.Option4.Move(64, 8, 49, 17);
+    form_.Option5.Move(112, 8, 49, 17);
+    form_.Option12.Move(160, 8, 49, 17);
+    form_.Command11.Move(224, 8, 49, 17);
+}
+
+PageView LegTables::View() const {
+    const double side = form_.MapSide();
+    return {.X = static_cast<double>(form_.HScroll3.Value()),
+            .Y = static_cast<double>(form_.VScroll2.Value()),
+            .Width = side - (form_.VScroll2.Max() > 0 ? BarWidth : 0),
+            .Height = side};
+}
+
+void LegTables::ScrollPage(bool onlyFocus) {
+    if (!onlyFocus) {
+        form_.VScroll2.SetValue(0);
+        form_.HScroll3.SetValue(0);
+        return;
     }
+    std::optional<int> first;
+    for (int boat = 1; boat <= app_.race.Boats.Count(); ++boat) {
+        if (!form_.InFocus(boat)) continue;
+        if (RowTop(boat) >= HeadBottom() && RowTop(boat) <= form_.MapSide() - 2 * RowPitch()) return;
+        if (!first) first = boat;
+    }
+    if (first) form_.VScroll2.SetValue(FloorToInt((*first - 1) * RowPitch() - form_.MapSide() / 2));
+}
+
+void LegTables::Draw() {
+    form_.PicTime.Cls();
+    if (Analyses())
+        DrawFactorAnalysis(app_.race, factors_, app_.settings.UseEnglish, View(), form_);
+    else
+        DrawTables();
+}
+
+/// What stands still is drawn over what has been scrolled below it.
+void LegTables::DrawTables() {
+    for (const TableLayout::Column& column : layout_.Columns()) DrawColumn(column);
+    DrawNames();
+    form_.PicTime.PaintPicture(form_.Picture3.Image(), 0, ChartTop());
+    DrawHead();
 }
 
 /// Numbers that follow from a time set by hand are slanted.
-void LegTables::DrawColumn(const LegTable& table, StatKind kind, const Part& part, double right) {
+void LegTables::DrawColumn(const TableLayout::Column& column) {
     Surface& page = form_.PicTime;
+    const LegTable& table = column.ByLeg ? statistics_.ByLeg : statistics_.Cumulative;
+    const StatKind kind = statistics_.Kind;
+    const int from = column.ByLeg ? column.Entry - 1 : column.Entry;
+    const double right = column.Right - form_.HScroll3.Value();
+    if (right < layout_.NamesRight() || right - column.Width > form_.MapSide()) return;
     for (int boat = 1; boat <= app_.race.Boats.Count(); ++boat) {
-        const std::optional<double>& value = table.Value[boat][part.To];
-        page.FontItalic = IsByHand(app_.passes, boat, part.From) || IsByHand(app_.passes, boat, part.To);
-        page.ForeColor = IsBest(table, kind, boat, part.To) ? DataTitleColour : Black;
-        PrintRight(page, right, DataRowTop(boat), value ? SurfaceNumberText(*value) : "-");
+        const double y = RowTop(boat);
+        if (y < HeadBottom() - DataRowPitch || y > form_.MapSide()) continue;
+        if (form_.InFocus(boat))
+            page.FilledBox(right - column.Width + 3, y - 1, right + 2, y + 12, DataFocusColour);
+        // Up to the first entry, the start, there is no way that a speed could be that of.
+        if (kind == StatKind::Speed && !column.ByLeg && column.Entry == 1) continue;
+        const std::optional<double>& value = table.Value[boat][column.Entry];
+        page.FontItalic = IsByHand(app_.passes, boat, from) || IsByHand(app_.passes, boat, column.Entry);
+        page.ForeColor = IsBest(table, kind, boat, column.Entry) ? DataTitleColour : Black;
+        PrintRight(page, right, y, value ? StatText(kind, asClock_, *value) : "-");
     }
     page.FontItalic = false;
     page.ForeColor = Black;
+}
+
+void LegTables::DrawNames() {
+    Surface& page = form_.PicTime;
+    page.FilledBox(0, HeadBottom(), layout_.NamesRight() + 1, form_.MapSide(), page.BackColor);
+    for (int boat = 1; boat <= app_.race.Boats.Count(); ++boat) {
+        const double y = RowTop(boat);
+        if (y < HeadBottom() - DataRowPitch || y > form_.MapSide()) continue;
+        page.FilledBox(DataNamesLeft, y - 1, layout_.NamesRight(), y + 15, BoatColour(boat));
+        PrintColoured(page, White, DataNamesLeft + 2, y, app_.race.Boats[boat].BoatName);
+    }
+}
+
+void LegTables::DrawHead() {
+    Surface& page = form_.PicTime;
+    const double scrolled = form_.HScroll3.Value();
+    page.FilledBox(0, 0, form_.MapSide(), HeadBottom() - 2, page.BackColor);
+    PrintColoured(page, DataTitleColour, layout_.NamesRight() + 10 - scrolled, TitleTop, Title(false));
+    PrintColoured(page, DataTitleColour, layout_.LegTablesLeft() - scrolled, TitleTop, Title(true));
+    for (const TableLayout::Column& column : layout_.Columns())
+        PrintRight(page, column.Right - scrolled, HeaderTop, ColumnHead(app_.race, column));
+    page.FilledBox(0, 0, layout_.NamesRight(), HeadBottom() - 2, page.BackColor);
+    page.PrintAt(15, HeaderTop, BoatColumnTitle.In(app_.settings.UseEnglish));
+    if (form_.VScroll2.Value() > 0)
+        page.Line(0, HeadBottom() - 2, form_.MapSide(), HeadBottom() - 2, DataTitleColour);
+}
+
+std::optional<StatCell> LegTables::CellAt(const Point& at) const {
+    if (Analyses() || at.X <= layout_.NamesRight() || at.Y < HeadBottom()) return {};
+    const int boat = FloorToInt((at.Y - RowTop(1)) / DataRowPitch) + 1;
+    const TableLayout::Column* column = layout_.ColumnAt(at.X + form_.HScroll3.Value());
+    if (!column || !app_.race.Boats.Holds(boat)) return {};
+    return StatCell{boat, column->Entry};
+}
+
+bool LegTables::InHead(const Point& at) const {
+    return statistics_.Kind == StatKind::Time && at.Y >= TitleTop && at.Y < HeadBottom();
+}
+
+std::string LegTables::TextUnder(const Point& at) const {
+    if (at.Y < HeadBottom()) return {};
+    if (Analyses()) return FactorText(app_.race, factors_, app_.settings.UseEnglish, View(), at);
+    const int boat = LineUnder(lines_, {at.X, at.Y - ChartTop()});
+    return boat > 0 ? app_.race.Boats[boat].BoatName : "";
 }
 
 }  // namespace keelview

@@ -57,7 +57,7 @@ struct RaceDesk {
           timeBarMouse(session, timeBar, overview),
           windEntry(session),
           graphCursors(app, form, session.TheFilm(), graphs),
-          dataView(session),
+          dataView(session, tables),
           views(session, dataView, windEntry),
           panel(session),
           filmControls(session),

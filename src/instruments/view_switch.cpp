@@ -32,7 +32,7 @@ void ViewSwitch::Option10_Click() {
 
 void ViewSwitch::ShowInPlaceOfPage(ViewKind view) {
     app_.shown.ViewMode = view;
-    for (Control* part : std::initializer_list<Control*>{&form_.PicTime, &form_.VScroll2, &form_.Picture14})
+    for (Control* part : std::initializer_list<Control*>{&form_.PicTime, &form_.VScroll2, &form_.HScroll3})
         part->Hide();
     film_.Release(Film::Hold::MapClick);
     film_.Release(Film::Hold::DataPage);

@@ -80,8 +80,8 @@ class RaceDisp : public Form {
     std::array<Surface*, 6> ColourCells() { return {&BCOL1, &BCOL2, &BCOL3, &BCOL4, &BCOL5, &BCOL6}; }
 
     Surface PicTime{*this, "PicTime", BorderStyle::Flat};         // the data view: leg tables and charts
-    Surface Picture14{*this, "Picture14", BorderStyle::None};     // its head, over the rows
     ScrollBar VScroll2{*this, "VScroll2", ScrollBar::Way::Down};  // on a data view larger than its place
+    ScrollBar HScroll3{*this, "HScroll3"};                        // across it
     Surface GPIC{*this, "GPIC"};                                 // the boat graphs, in the place of the map
     Surface Picture1{*this, "Picture1"};                         // the map
     Surface PicTimeBar{*this, "PicTimeBar", BorderStyle::Flat};  // the vertical time bar

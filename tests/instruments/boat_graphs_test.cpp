@@ -229,23 +229,24 @@ struct LegPagesTest : testing::Test, TestDesk {
 TEST_F(LegPagesTest, EachChartStandsByTheNumbersOfTheRace) {
     const RaceDisp& form = Form();
     constexpr Colour Row = Rgb(192, 255, 255);
-    // 275 pixels from y 182 to 457; columns of 45 from x 65 on, by leg from x 260 on. Behind the best by up
-    // to 31 seconds, on an axis of 40, by leg 24, on one of 30; in speed up to a knot, the best on top.
-    // Factors in per cent of 1.8 pixels, their bars on axes at 183, 273 and 363, boat 1 from y 127 on.
+    // 275 pixels from y 163 to 438; columns of 90 from x 40 on, by leg from the middle on. Behind the best
+    // by up to 31 seconds, on an axis of 40, by leg 24, on one of 30; in speed up to a knot, the best on
+    // top. Factors in per cent of 2.4 pixels, their bars on axes at 170, 290 and 410, boat 1 from y 127 on.
+    const double middle = form.PicTime.Width() / 2;
     const struct {
         const Control& page;
         Colour colour;
         double x, y;
-    } places[] = {{form.Option1, BoatColour(1), 155, 457 - 10 / 40.0 * 275},
-                  {form.Option1, BoatColour(3), 65, 457 - 31 / 40.0 * 275},
-                  {form.Option1, BoatColour(1), 305, 457 - 24 / 30.0 * 275},
-                  {form.Option5, BoatColour(1), 155, 457},
-                  {form.Option5, BoatColour(3), 260, 182},
-                  {form.Option12, Black, 273 + (11.3 * 1.8 - 2), 132},
-                  {form.Option12, Row, 273 + (11.3 * 1.8 + 2), 132},
-                  {form.Option12, Red, 183 - (12.2 * 1.8 - 2), 140},
-                  {form.Option12, Row, 183 - (12.2 * 1.8 + 2), 140},
-                  {form.Option12, Blue, 183 - (14.3 * 1.8 - 2), 148}};
+    } places[] = {{form.Option1, BoatColour(1), 265, 438 - 10 / 40.0 * 275},
+                  {form.Option1, BoatColour(3), 85, 438 - 31 / 40.0 * 275},
+                  {form.Option1, BoatColour(1), middle + 175, 438 - 24 / 30.0 * 275},
+                  {form.Option5, BoatColour(1), 265, 438},
+                  {form.Option5, BoatColour(3), middle + 85, 163},
+                  {form.Option12, Black, 290 + (11.3 * 2.4 - 2), 132},
+                  {form.Option12, Row, 290 + (11.3 * 2.4 + 2), 132},
+                  {form.Option12, Red, 170 - (12.2 * 2.4 - 2), 140},
+                  {form.Option12, Row, 170 - (12.2 * 2.4 + 2), 140},
+                  {form.Option12, Blue, 170 - (14.3 * 2.4 - 2), 148}};
     driver::Click(form.Bnam[1]);
     const Control* page = nullptr;
     for (const auto& place : places) {
@@ -265,7 +266,17 @@ TEST_F(LegPagesTest, AClickOnACellGoesToTheRoundingAndTheOtherButtonPutsItRight)
         driver::Click(Form().Option11);
         driver::ClickAt(Form().PicTime, at, button);
     };
-    const QPoint boat1Line2{170, 90}, boat3LastLeg{340, 126}, boat2Line2{170, 108};
+    const auto cell = [&](int boat, int entry, bool byLeg) {
+        const int y = 75 + 18 * boat;
+        for (int i = 0; i < 600; ++i) {
+            const int x = byLeg ? 600 - i : i;
+            const auto held = desk->tables.CellAt({x + 0.0, y + 0.0});
+            if (held && held->Entry == entry && held->Boat == boat) return QPoint(x, y);
+        }
+        return QPoint();
+    };
+    const QPoint boat1Line2 = cell(1, 2, false), boat3LastLeg = cell(3, 3, true),
+                 boat2Line2 = cell(2, 2, false);
     click(boat3LastLeg);
     EXPECT_TRUE(app.now.Time == 410 && app.shown.ViewMode == ViewKind::Map && TheFilm().Stopped());
     EXPECT_NEAR(app.view.ViewCentreLat, 2117.7005, 0.01);
@@ -273,13 +284,13 @@ TEST_F(LegPagesTest, AClickOnACellGoesToTheRoundingAndTheOtherButtonPutsItRight)
     EXPECT_TRUE(app.now.Time == 410 && app.shown.ViewMode == ViewKind::Data);
     // Rounded now, not rounded, as found.
     using Case = std::tuple<QPoint, int, const char*, std::optional<int>>;
-    for (const auto& [cell, choice, line, time] :
+    for (const auto& [at, choice, line, time] :
          {Case{boat2Line2, 0, "PT, 2, 2, 410", 410}, Case{boat1Line2, 1, "PT, 1, 2, -", {}},
           Case{boat1Line2, 2, "", 180}}) {
         dialogs.AnswerChoose(choice);
-        click(cell, Qt::RightButton);
+        click(at, Qt::RightButton);
         EXPECT_EQ(Said(), "Rounded now|Not rounded|As found");
-        EXPECT_EQ(PassTime(app.passes, cell == boat2Line2 ? 2 : 1, 2), time) << line;
+        EXPECT_EQ(PassTime(app.passes, at == boat2Line2 ? 2 : 1, 2), time) << line;
         EXPECT_TRUE(*line == 0 ? !FileHolds("PT, 1, 2, -") : FileHolds(line)) << File();
     }
     app.settings.EditMode = false;
@@ -287,22 +298,93 @@ TEST_F(LegPagesTest, AClickOnACellGoesToTheRoundingAndTheOtherButtonPutsItRight)
     EXPECT_TRUE(dialogs.AllAnswered());
 }
 
-TEST_F(LegPagesTest, APageLargerThanItsPlaceIsDraggedAndTurnedToItsEnd) {
+TEST_F(LegPagesTest, APageLargerThanItsPlaceIsScrolledBelowItsHeadAndBesideItsNames) {
     Form().Move(0, 0, 500, 200);
     driver::Settle();
     const Surface& page = Form().PicTime;
-    const double lowest = DataPageTop + app.view.MapSide - page.Height();
-    ASSERT_LT(lowest, DataPageTop - 30);
-    driver::Press(driver::Face(page), {100, 100});
-    driver::MoveTo(page, {100, 90});
-    EXPECT_EQ(page.Top(), DataPageTop - 10);
-    driver::Release(driver::Face(page), {100, 90});
-    EXPECT_FALSE(Form().Picture14.Visible());
-    driver::Wheel(page, {100, 100}, 5);
-    EXPECT_TRUE(page.Top() == lowest && Form().Picture14.Visible());  // the head has gone out of sight
+    const ScrollBar& down = Form().VScroll2;
+    const ScrollBar& across = Form().HScroll3;
+    ASSERT_TRUE(down.Max() > 40 && across.Max() > 40 && down.Value() == 0);
+    const Picture before = page.Image();
+    const auto same = [&](int left, int top, int right, int bottom) {
+        const Picture now = page.Image();
+        for (int x = left; x < right; ++x)
+            for (int y = top; y < bottom; ++y)
+                if (now.PixelAt(x, y) != before.PixelAt(x, y)) return false;
+        return true;
+    };
+    driver::Press(driver::Face(page), {130, 120});
+    driver::MoveTo(page, {130, 110});
+    EXPECT_EQ(down.Value(), 10);
+    driver::Release(driver::Face(page), {130, 110});
+    EXPECT_TRUE(same(0, 35, 150, 79) && !same(10, 85, 150, 110));
+    driver::Wheel(page, {130, 100}, 50);
+    EXPECT_TRUE(down.Value() == down.Max() && same(0, 35, 150, 79));
     Form().Option4.SetValue(true);
     driver::Settle();
-    EXPECT_TRUE(page.Top() == DataPageTop && !Form().Picture14.Visible());
+    EXPECT_EQ(down.Value(), 0);
+    Form().Option1.SetValue(true);
+    driver::Settle();
+    driver::Press(driver::Face(page), {150, 120});
+    driver::MoveTo(page, {120, 120});
+    driver::Release(driver::Face(page), {120, 120});
+    EXPECT_EQ(across.Value(), 30);
+    EXPECT_TRUE(same(0, 35, 99, 110) && !same(101, 40, 180, 110));
+}
+
+TEST_F(LegPagesTest, WhatIsUnderThePointerIsToldAndTheHeadSwitchesToTheClock) {
+    const RaceDisp& form = Form();
+    const auto tells = [&](int x, int y) {
+        driver::MoveTo(form.PicTime, {x, y});
+        return form.Text7.Visible() ? form.Text7.Text() : "";
+    };
+    EXPECT_EQ(tells(85, FloorToInt(438 - 31 / 40.0 * 275)), "C");
+    EXPECT_EQ(tells(265, FloorToInt(438 - 10 / 40.0 * 275) + 2), "A");
+    EXPECT_EQ(tells(300, 200), "");
+    const Picture seconds = form.PicTime.Image();
+    driver::ClickAt(form.PicTime, {130, 72});
+    const auto ink = [](int r, int g, int b) { return r + g + b < 500; };
+    const auto inkIn = [&](const Picture& page) { return CountPixels(page, 105, 84, 500, 134, ink); };
+    EXPECT_GT(inkIn(form.PicTime.Image()), inkIn(seconds));  // 2:48 is more than 168
+    driver::ClickAt(form.PicTime, {130, 72});
+    EXPECT_EQ(inkIn(form.PicTime.Image()), inkIn(seconds));
+    driver::Click(form.Option12);
+    EXPECT_EQ(tells(170, 135).substr(0, 8), "A  TTL: ");
+    EXPECT_EQ(tells(170, 171), "");  // boat 2 has not finished
+}
+
+TEST(StatText, NumbersOfAColumnStandUnderEachOther) {
+    using Case = std::tuple<StatKind, bool, double, const char*>;
+    for (const auto& [kind, asClock, value, text] :
+         {Case{StatKind::Time, false, 3723, "3723"}, Case{StatKind::Time, true, 3723, "1:02:03"},
+          Case{StatKind::Time, true, 754, "12:34"}, Case{StatKind::Time, true, 5, "0:05"},
+          Case{StatKind::Time, true, -12, "-0:12"}, Case{StatKind::Distance, true, 1852, "1852"},
+          Case{StatKind::Speed, false, 6, "6.000"}, Case{StatKind::Speed, false, 5.3, "5.300"},
+          Case{StatKind::Speed, true, 12.345, "12.345"}})
+        EXPECT_EQ(StatText(kind, asClock, value), text);
+}
+
+TEST(TableLayout, ColumnsOfALongCourseHoldTheirNumbersBesideEachOther) {
+    RaceControl race;
+    race.Boats.Add({"", "A"});
+    LegStatistics statistics{.Kind = StatKind::Time, .Cumulative = {}, .ByLeg = {}};
+    OneBased<std::optional<double>> row;
+    for (int entry = 1; entry <= MaxCourseEntries; ++entry) {
+        race.CourseOrder.Add("MK" + std::to_string(entry));
+        row.Add(entry * 1000.0);
+    }
+    for (LegTable* table : {&statistics.Cumulative, &statistics.ByLeg}) table->Value.Add(row);
+    const auto measure = [](std::string_view text) { return 7.0 * static_cast<double>(text.size()); };
+    const TableLayout layout(race, statistics, true, 100, measure);
+    double before = layout.NamesRight();
+    for (const TableLayout::Column& column : layout.Columns()) {
+        const double number = measure(StatText(StatKind::Time, true, column.Entry * 1000.0));
+        EXPECT_GT(column.Right - number, before) << column.Entry;
+        EXPECT_GT(column.Right - measure(ColumnHead(race, column)), before) << column.Entry;
+        EXPECT_EQ(layout.ColumnAt(column.Right), &column);
+        before = column.Right;
+    }
+    EXPECT_GT(layout.Width(), before);
 }
 
 TEST_F(LegPagesTest, ViewsTakeEachOthersPlaceAndTheFilmWaitsBehindThePage) {
