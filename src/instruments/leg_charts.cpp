@@ -111,7 +111,7 @@ void DiffChart::DrawFrame() {
     Surface& page = form_.Picture3;
     page.DrawWidth = 1;
     const int title = static_cast<int>(kind_) - 1;
-    PrintColoured(page, DataTitleColour, left_ + 50, 10,
+    PrintColoured(page, DataTitleColour, left_ + 50, 4,
                   (byLeg_ ? LegTitles : CumulativeTitles)[title].In(useEnglish_));
     const int columns = std::max(race_.CourseOrder.Count() - (byLeg_ ? 1 : 0), 0);
     const double right = left_ + PlotIndent + columns * columnWidth_;
