@@ -16,7 +16,6 @@ constexpr double SecondsPerHour = 3600.0;
 // A column's search for its extremes begins here; a value of NoMinimum and above is never the smallest.
 constexpr double NoMinimum = 99999.0;
 constexpr double LowestMaximum = -10.0;
-constexpr double LowestSpread = -100.0;
 
 // A time from here on is no time of a best boat.
 constexpr int LongestBestTime = 100000;
@@ -93,12 +92,6 @@ void FillTable(int firstEntry, bool zeroCounts, ValueAt valueAt, LegTable& table
             table.ColMax[entry] = std::max(table.ColMax[entry], value);
         }
     }
-}
-
-void FindSpread(int firstEntry, LegTable& table) {
-    table.Spread = LowestSpread;
-    for (int entry = firstEntry; entry <= table.ColMax.Count(); ++entry)
-        table.Spread = std::max(table.Spread, table.ColMax[entry] - table.ColMin[entry]);
 }
 
 /// What a boat needed for one part of the race.
@@ -179,8 +172,6 @@ LegStatistics ComputeLegStatistics(const RaceControl& race, const MarkPasses& pa
     FillTable(
         2, false, [&](int boat, int entry) { return LegValue(passes, kind, boat, entry); },
         statistics.ByLeg);
-    FindSpread(kind == StatKind::Speed ? 2 : 1, statistics.Cumulative);
-    FindSpread(1, statistics.ByLeg);
     return statistics;
 }
 

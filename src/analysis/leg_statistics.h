@@ -22,7 +22,6 @@ struct LegTable {
     OneBased<double> ColMax;                                  ///< largest value of a column, at least -10
     OneBased<double> ColMin;  ///< smallest positive value below 99999, else 99999; of times up to an entry
                               ///< 0 counts too, as a start with the gun
-    double Spread = 0.0;      ///< largest ColMax - ColMin of any column, at least -100
 };
 
 /// One kind of statistics up to each entry and for the leg that ends at each entry. A leg has the number of
@@ -36,9 +35,8 @@ struct LegStatistics {
 /// Works out both tables of a kind (Time: seconds; Distance: whole metres; Speed: knots) from finished
 /// passes; for Analysis all cells stay empty. Cumulative: the cell of an entry that a boat did not reach is
 /// empty. By leg: so is that of a leg whose begin or end it did not reach. A speed without a duration is
-/// empty too. Cumulative speeds are rounded to three decimals, speeds by leg are cut to them. Entry 1 plays
-/// no part in the spread of cumulative speeds. Passes of another number of boats or entries than the race's
-/// leave all cells empty.
+/// empty too. Cumulative speeds are rounded to three decimals, speeds by leg are cut to them. Passes of
+/// another number of boats or entries than the race's leave all cells empty.
 LegStatistics ComputeLegStatistics(const RaceControl& race, const MarkPasses& passes, StatKind kind);
 
 /// True if the cell holds the best value of its column: the least time or distance, the highest speed.

@@ -99,7 +99,7 @@ void DiffChart::FindScale() {
             least = std::min(least.value_or(*value), *value);
             most = std::max(most.value_or(*value), *value);
         }
-        if (!least) continue;
+        if (!least || !most) continue;
         best_[entry] = BestOnTop() ? *most : *least;
         spread = std::max(spread, *most - *least);
     }
