@@ -26,7 +26,7 @@ constexpr KeyLine Lines[] = {
     {{"←  →", "←  →"}, {"one step back, one step on", "1ステップ戻る・進む"}},
     {{"Shift + ←  →", "Shift + ←  →"}, {"ten steps", "10ステップ戻る・進む"}},
     {{"Home", "Home"}, {"to the start", "スタートへ"}},
-    {{"End", "End"}, {"to the finish", "フィニッシュへ"}},
+    {{"End", "End"}, {"to the finish of the last boat", "最後の艇のフィニッシュへ"}},
     {{"Wheel", "ホイール"},
      {"zooms around the pointer; in AutoTrace around the boats",
       "ポインタを中心に拡大・縮小（自動追尾中は艇を中心に）"}},

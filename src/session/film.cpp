@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <optional>
 #include <utility>
 
 namespace keelview {
@@ -95,7 +96,11 @@ void Film::SeekStart() {
 }
 
 void Film::SeekFinish() {
-    ShowTime(std::max(LastTime(), app_.clock.ReplayRangeStart));
+    std::optional<int> finish;
+    for (int boat = 1; boat <= app_.race.Boats.Count(); ++boat)
+        finish = std::max(finish, FinishTime(app_.passes, boat));
+    const double last = LastTime();
+    ShowTime(std::max(std::min<double>(last, finish.value_or(last)), app_.clock.ReplayRangeStart));
 }
 
 void Film::ShowTime(double time) {

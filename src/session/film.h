@@ -43,7 +43,8 @@ class Film {
     void Step(int steps);
     /// Goes to a moment and shows it.
     void Seek(double time);
-    /// Goes to the start and to the finish of the race, or as near as the range that is played comes.
+    /// Goes to the start of the race and to the last boat's finish, to the end where nobody has finished;
+    /// or as near as the range that is played comes.
     void SeekStart();
     void SeekFinish();
     /// Plays from now on between two moments, and goes to the first one.

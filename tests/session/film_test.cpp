@@ -45,6 +45,33 @@ TEST_F(FilmTest, AFilmStandsUntilTheLastReasonIsGone) {
     EXPECT_FALSE(after([&] { Form().Close(); }, play));
 }
 
+TEST_F(FilmTest, StartAndFinishAreGoneToAsFarAsTheyArePlayed) {
+    const auto lineAt = [](double second) {
+        const Position west{Lat + SixKnots * second, Lon - 0.05};
+        return "LN, " + RaceTree::PositionText(west) + ", " +
+               RaceTree::PositionText({west.Lat, west.Lon + 0.3}) + "\r\n";
+    };
+    for (const bool finishes : {false, true}) {
+        WriteRace(2, finishes ? lineAt(10) + lineAt(300) + "CRS, L1, L2\r\n" : "");
+        Open();
+        const int finish = finishes ? FinishTime(app.passes, 2).value_or(0) : 620;
+        EXPECT_NEAR(finish, finishes ? 300 : 620, 2);
+        // A range, and what is shown of start and finish.
+        const double cases[][4] = {{-210, 900, 0, finish * 1.0},
+                                   {90, 900, 90, finish * 1.0},
+                                   {-210, 200, 0, std::min(finish, 200) * 1.0},
+                                   {-210, -50, -50, -50},
+                                   {700, 900, 700, 700}};
+        for (const auto& [from, to, start, end] : cases) {
+            TheFilm().SetRange(from, to);
+            TheFilm().SeekStart();
+            EXPECT_EQ(app.now.Time, start) << from;
+            TheFilm().SeekFinish();
+            EXPECT_EQ(app.now.Time, end) << from;
+        }
+    }
+}
+
 TEST_F(FilmTest, TheRangeWrapsBothWaysAndEndsWithTheTracks) {
     Open();
     TheFilm().SetRace();
