@@ -125,16 +125,16 @@ bool MapInteraction::FollowDrag(const MouseEvent& event) {
     if (!held_ || held_->Event.Button == MouseButton::Right) return false;
     const double moved = std::hypot(event.X - held_->Event.X, event.Y - held_->Event.Y);
     if (!held_->Drags && moved <= TrembleOfHand) return false;
-    if (!held_->Drags) BeginDrag();
+    if (!held_->Drags) BeginDrag(*held_);
     BringUnder(held_->Place, {event.X, event.Y}, app_.area, app_.scale, app_.view);
     stage_.Repaint(Changed::View);
     return true;
 }
 
 /// The view stays as auto trace has it. The film stands meanwhile: it would look for boats.
-void MapInteraction::BeginDrag() {
-    held_->Drags = true;
-    held_->Place = MapProjection(app_).ToEarth({held_->Event.X, held_->Event.Y});
+void MapInteraction::BeginDrag(HeldButton& held) {
+    held.Drags = true;
+    held.Place = MapProjection(app_).ToEarth({held.Event.X, held.Event.Y});
     film_.HoldFor(Film::Hold::MapDrag);
     form_.Text7.Hide();
     if (!form_.Check5.Value()) return;

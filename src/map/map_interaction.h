@@ -39,7 +39,7 @@ class MapInteraction : public Instrument {
     void Picture1_Wheel(const WheelEvent& turn);
     void ClickAt(const MouseEvent& event, const Position& at);
     bool FollowDrag(const MouseEvent& event);
-    void BeginDrag();
+    void BeginDrag(HeldButton& held);
     void LetGo();
     void Check2_Click();
     void EndMeasuring();
