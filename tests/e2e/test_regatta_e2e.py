@@ -29,7 +29,7 @@ FORWARD, STOP, BACK, GRAPH_VIEW, MAP_VIEW = (1038, 681), (1038, 695), (1038, 709
 OPEN_WATER = (200, 800)  # no boat ever comes there
 SET_MARK, SET_LINE, SET_COURSE, AUTO_TRACE = (1030, 759), (1112, 759), (1199, 759), (1038, 888)
 RACE_FILES, SHOW = (1155, 761), (1250, 761)  # in a copy that shows races only
-GRAPH_GROUND = (224, 224, 224)
+GRAPH_GROUND = (255, 255, 255)
 MOVES, STANDS = 200, 40  # pixels of the map that differ between two moments; a blinking cursor is no film
 
 # The C library belongs to each system; the X library takes its cursors from the system where they are there.

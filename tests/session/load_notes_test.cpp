@@ -14,7 +14,7 @@ TEST(LoadNotes, EachThingThatIsAmissIsToldOnceAndLongListsAreCutShort) {
     };
     away("a.trk");
     EXPECT_EQ(LoadNotes(numbers, true),
-              "GPSfile -- a.trk -- could not be found\r\nThis boat will be ignored");
+              "GPS file -- a.trk -- could not be found\r\nThis boat will be ignored");
     away("b.trk");
     EXPECT_EQ(LoadNotes(numbers, false),
               "GPSfile -- a.trk, b.trk -- はありませんでした。\r\nこの艇を無視して表示します。");
@@ -25,7 +25,7 @@ TEST(LoadNotes, EachThingThatIsAmissIsToldOnceAndLongListsAreCutShort) {
     }
     numbers.race.Start = RaceTime("soon");
     const std::string told = LoadNotes(numbers, true);
-    EXPECT_NE(told.find("ignored\r\n\r\nGPSfile -- old.vtk, older.vtk -- "), std::string::npos) << told;
+    EXPECT_NE(told.find("ignored\r\n\r\nGPS file -- old.vtk, older.vtk -- "), std::string::npos) << told;
     EXPECT_NE(told.find("\r\n\r\nStart -- ST, soon -- is no date"), std::string::npos) << told;
     for (int boat = 3; boat <= 60; ++boat) away("x");
     EXPECT_NE(LoadNotes(numbers, true).find("x, ... (60) -- "), std::string::npos);
