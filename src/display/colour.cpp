@@ -1,10 +1,24 @@
 #include "display/colour.h"
 
+#include <algorithm>
+#include <cmath>
+
 namespace keelview {
 
 namespace {
 
 constexpr Colour SystemColour = 0x80000000U;
+
+/// The share of light of a part of a colour in sRGB (IEC 61966-2-1), 0 to 1.
+double LightOf(int part) {
+    const double value = part / 255.0;
+    return value <= 0.04045 ? value / 12.92 : std::pow((value + 0.055) / 1.055, 2.4);
+}
+
+double LuminanceOf(Colour colour) {
+    const ColourParts parts = PartsOf(colour);
+    return 0.2126 * LightOf(parts.Red) + 0.7152 * LightOf(parts.Green) + 0.0722 * LightOf(parts.Blue);
+}
 
 }  // namespace
 
@@ -16,6 +30,15 @@ ColourParts PartsOf(Colour colour) {
     }
     return {static_cast<int>(colour & 0xFFU), static_cast<int>(colour >> 8U & 0xFFU),
             static_cast<int>(colour >> 16U & 0xFFU)};
+}
+
+double ContrastOf(Colour one, Colour other) {
+    const auto [darker, lighter] = std::minmax({LuminanceOf(one), LuminanceOf(other)});
+    return (lighter + 0.05) / (darker + 0.05);
+}
+
+Colour InkOn(Colour ground) {
+    return ContrastOf(Black, ground) >= ContrastOf(White, ground) ? Black : White;
 }
 
 }  // namespace keelview

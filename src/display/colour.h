@@ -30,4 +30,12 @@ struct ColourParts {
 };
 ColourParts PartsOf(Colour colour);
 
+/// How well two colours stand out from each other, from 1 (the same) to 21 (black on white), in either
+/// order: the contrast ratio (L1 + 0.05) / (L2 + 0.05) of their relative luminances in sRGB (W3C, Web
+/// Content Accessibility Guidelines 2.1).
+double ContrastOf(Colour one, Colour other);
+
+/// Black or white, whichever stands out more from a ground; either way it is readable on it.
+Colour InkOn(Colour ground);
+
 }  // namespace keelview

@@ -7,17 +7,8 @@ namespace keelview {
 
 namespace {
 
-/// A sea colour and the ink that stands out from it once the person has chosen it.
-struct SeaCell {
-    Colour Sea;
-    Colour Ink;
-};
-constexpr std::array<SeaCell, 6> SeaCells{{{Rgb(0, 255, 255), Black},
-                                           {Rgb(0, 180, 240), White},
-                                           {Rgb(0, 115, 240), White},
-                                           {Rgb(0, 70, 205), White},
-                                           {Rgb(0, 70, 136), White},
-                                           {Rgb(0, 0, 96), White}}};
+constexpr std::array<Colour, 6> SeaCells{Rgb(0, 255, 255), Rgb(0, 180, 240), Rgb(0, 115, 240),
+                                         Rgb(0, 70, 205),  Rgb(0, 70, 136),  Rgb(0, 0, 96)};
 
 }  // namespace
 
@@ -25,7 +16,7 @@ SeaColours::SeaColours(Shown& shown, RaceDisp& form, Stage& stage)
     : shown_(shown), form_(form), stage_(stage) {
     const auto cells = form_.ColourCells();
     for (std::size_t cell = 0; cell < cells.size(); ++cell) {
-        cells[cell]->SetBackColor(SeaCells[cell].Sea);
+        cells[cell]->SetBackColor(SeaCells[cell]);
         cells[cell]->OnClick = [this, cell] { ChooseSeaColour(cell); };
     }
 }
@@ -39,8 +30,8 @@ void SeaColours::Repaint(Changed changed) {
 }
 
 void SeaColours::ChooseSeaColour(std::size_t cell) {
-    shown_.SeaColour = SeaCells[cell].Sea;
-    shown_.InkColour = SeaCells[cell].Ink;
+    shown_.SeaColour = SeaCells[cell];
+    shown_.InkColour = InkOn(shown_.SeaColour);
     stage_.Repaint(Changed::Colours);
 }
 

@@ -62,7 +62,7 @@ struct Moment {
 struct Shown {
     ViewKind ViewMode = ViewKind::Map;
     Colour SeaColour = Rgb(0, 255, 255);
-    Colour InkColour = White;
+    Colour InkColour = Black;  ///< the one that stands out from the sea (InkOn)
     bool ShowTracks = true;
     int HoverBoat = 0;  ///< boat under the pointer in the panel; 0 when none is
     bool PointerOnMap = false;
