@@ -63,14 +63,15 @@ std::error_code LayOut(const fs::path& shared, const fs::path& folder, const fs:
     return error;
 }
 
-/// Copies the coasts that the folder lacks: a newer program may come with more. One that cannot be copied
-/// is for the next start.
+/// Copies the coasts that the folder lacks: a newer program may come with more. From one on that cannot be
+/// copied they are for the next start.
 void AddCoasts(const fs::path& shared, const fs::path& folder) {
     std::error_code error;
     if (!IsFolder(folder / CoastFolder)) return;
     for (fs::directory_iterator entry(shared / CoastFolder, error), end; !error && entry != end;
          entry.increment(error))
-        LayOutEntry(shared / CoastFolder, folder / CoastFolder, entry->path().filename().string(), {});
+        if (LayOutEntry(shared / CoastFolder, folder / CoastFolder, entry->path().filename().string(), {}))
+            return;
 }
 
 /// Leads a link in the folder to the program, unless something of the user's has its name.
