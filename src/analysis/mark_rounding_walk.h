@@ -37,6 +37,9 @@ class TrackWalk {
         const int from = times_[segment_] <= t ? segment_ : FirstPointAtOrBefore(t);
         if (from > count_ || HighestFrom(from) <= t) return 0;
         int next = from + 1;
+        // Where the times are in order, a point may be passed over together with all before it.
+        for (int stride = inOrder_ ? BlockSize : 0; stride > 1; stride /= 4)
+            while (next + stride <= count_ && times_[next + stride] <= t) next += stride;
         while (times_[next] <= t) ++next;
         return segment_ = next - 1;
     }

@@ -7,25 +7,38 @@ namespace keelview {
 
 namespace {
 
+/// A point as the file writes it.
+struct WrittenPoint {
+    RecordedFix Fix;
+    std::string_view Time;
+    std::string_view Name;
+};
+
 /// Speed and course wherever they stand inside a point: right there, or in extensions in extensions.
-void ReadMotion(pugi::xml_node element, int levels, RecordedFix& fix) {
-    for (const pugi::xml_node child : element.children()) {
-        const std::string_view name = LocalName(child);
-        if (name == "speed")
-            fix.Speed = KnotsOfMetres(XmlText(child));
-        else if (name == "course")
-            fix.Course = DirectionOf(XmlText(child));
-        else if (levels > 0 && child.first_child())
-            ReadMotion(child, levels - 1, fix);
-    }
+void ReadMotion(pugi::xml_node element, std::string_view name, int levels, RecordedFix& fix) {
+    if (name == "speed")
+        fix.Speed = KnotsOfMetres(XmlText(element));
+    else if (name == "course")
+        fix.Course = DirectionOf(XmlText(element));
+    else if (levels > 0)
+        for (pugi::xml_node child = element.first_child(); child; child = child.next_sibling())
+            ReadMotion(child, LocalName(child), levels - 1, fix);
 }
 
-RecordedFix FixOf(pugi::xml_node point) {
-    RecordedFix fix;
-    fix.Lat = DegreesOf(point.attribute("lat").value());
-    fix.Lon = DegreesOf(point.attribute("lon").value());
-    ReadMotion(point, 3, fix);
-    return fix;
+WrittenPoint PointOf(pugi::xml_node element) {
+    WrittenPoint point;
+    point.Fix.Lat = DegreesOf(element.attribute("lat").value());
+    point.Fix.Lon = DegreesOf(element.attribute("lon").value());
+    for (pugi::xml_node child = element.first_child(); child; child = child.next_sibling()) {
+        const std::string_view name = LocalName(child);
+        if (name == "time")
+            point.Time = point.Time.empty() ? XmlText(child) : point.Time;
+        else if (name == "name")
+            point.Name = point.Name.empty() ? XmlText(child) : point.Name;
+        else
+            ReadMotion(child, name, 3, point.Fix);
+    }
+    return point;
 }
 
 /// What the file tells of itself: 1.1 in its metadata, 1.0 right inside.
@@ -34,23 +47,22 @@ void ReadHead(pugi::xml_node gpx, WrittenFixes& fixes) {
     fixes.NameFile(XmlText(XmlChild(metadata ? metadata : gpx, "name")), gpx.attribute("creator").value());
 }
 
-void ReadMarkOrFix(pugi::xml_node point, bool mark, WrittenFixes& fixes) {
-    const std::string_view name = XmlText(XmlChild(point, "name"));
-    const RecordedFix fix = FixOf(point);
-    const std::string_view time = XmlText(XmlChild(point, "time"));
-    if (!name.empty() && (mark || time.empty())) return fixes.AddMark(name, fix.Lat, fix.Lon);
-    fixes.Add(time, fix);
+void ReadMarkOrFix(const WrittenPoint& point, bool mark, WrittenFixes& fixes) {
+    if (!point.Name.empty() && (mark || point.Time.empty()))
+        return fixes.AddMark(point.Name, point.Fix.Lat, point.Fix.Lon);
+    fixes.Add(point.Time, point.Fix);
 }
 
 /// Reads one element. True if those inside it are to follow.
 bool ReadElement(pugi::xml_node element, WrittenFixes& fixes) {
     const std::string_view name = LocalName(element);
     if (name == "trkpt") {
-        fixes.Add(XmlText(XmlChild(element, "time")), FixOf(element));
+        const WrittenPoint point = PointOf(element);
+        fixes.Add(point.Time, point.Fix);
         return false;
     }
     if (name == "wpt" || name == "rtept") {
-        ReadMarkOrFix(element, name == "wpt", fixes);
+        ReadMarkOrFix(PointOf(element), name == "wpt", fixes);
         return false;
     }
     if (name == "gpx") ReadHead(element, fixes);
