@@ -41,4 +41,20 @@ Colour InkOn(Colour ground) {
     return ContrastOf(Black, ground) >= ContrastOf(White, ground) ? Black : White;
 }
 
+Colour ReadableOn(Colour ground, Colour wish) {
+    constexpr int steps = 32;
+    const Colour ink = InkOn(ground);
+    const ColourParts from = PartsOf(wish);
+    const ColourParts to = PartsOf(ink);
+    for (int step = 0; step < steps; ++step) {
+        const auto mixed = [step](int one, int other) {
+            return static_cast<unsigned>(one + (other - one) * step / steps);
+        };
+        const Colour colour =
+            Rgb(mixed(from.Red, to.Red), mixed(from.Green, to.Green), mixed(from.Blue, to.Blue));
+        if (ContrastOf(colour, ground) >= ReadableContrast) return colour;
+    }
+    return ink;
+}
+
 }  // namespace keelview

@@ -35,7 +35,14 @@ ColourParts PartsOf(Colour colour);
 /// Content Accessibility Guidelines 2.1).
 double ContrastOf(Colour one, Colour other);
 
+/// The contrast that a text, or a line that says something, has at least (the same guidelines, level AA).
+inline constexpr double ReadableContrast = 4.5;
+
 /// Black or white, whichever stands out more from a ground; either way it is readable on it.
 Colour InkOn(Colour ground);
+
+/// The colour that is wished for where it can be read on the ground; else the nearest to it, on its way to
+/// the ground's ink, that can.
+Colour ReadableOn(Colour ground, Colour wish);
 
 }  // namespace keelview

@@ -181,6 +181,7 @@ class LineObject {
     bool Visible() const;
     void SetVisible(bool visible);
     void SetBorderColor(Colour colour);
+    void SetStripes(std::span<const Colour> stripes);  ///< along it (display/stripes.h); none at first
 
   private:
     struct Impl;
@@ -235,6 +236,8 @@ class CheckBox : public Control {
     bool Value() const;
     /// Fires OnClick where the value changes.
     void SetValue(bool value);
+    /// Upright stripes at its right end, as a striped field has them (display/stripes.h); none at first.
+    void SetStripes(std::span<const Colour> stripes);
 };
 
 /// One of several exclusive choices of its frame (or other container).

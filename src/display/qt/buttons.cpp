@@ -1,10 +1,15 @@
 #include <QCheckBox>
+#include <QPainter>
 #include <QPushButton>
 #include <QRadioButton>
+#include <algorithm>
+#include <span>
+#include <vector>
 
 #include "display/control.h"
 #include "display/qt/convert.h"
 #include "display/qt/native_control.h"
+#include "display/stripes.h"
 
 namespace keelview {
 
@@ -55,6 +60,32 @@ std::unique_ptr<NativeControl> MakeChoice(QAbstractButton* choice, std::string_v
     return native;
 }
 
+/// A check box with stripes over its right end.
+class StripedCheckBox : public QCheckBox {
+  public:
+    using QCheckBox::QCheckBox;
+
+    void SetStripes(std::span<const Colour> stripes) {
+        if (std::ranges::equal(stripes, stripes_)) return;
+        stripes_.assign(stripes.begin(), stripes.end());
+        update();
+    }
+
+  protected:
+    void paintEvent(QPaintEvent* event) override {
+        QCheckBox::paintEvent(event);
+        QPainter painter(this);
+        double left = width() - FieldStripePitch * double(stripes_.size());
+        for (const Colour stripe : stripes_) {
+            painter.fillRect(QRectF(left, 0, FieldStripe, height()), ToQt(stripe));
+            left += FieldStripePitch;
+        }
+    }
+
+  private:
+    std::vector<Colour> stripes_;
+};
+
 }  // namespace
 
 Button::Button(Container& parent, std::string_view name, std::string_view caption)
@@ -71,7 +102,7 @@ std::string Button::Caption() const {
 }
 
 CheckBox::CheckBox(Container& parent, std::string_view name, std::string_view caption, bool value)
-    : Control(MakeChoice(new QCheckBox(NativeControl::Of(parent).Inner), name, value)) {
+    : Control(MakeChoice(new StripedCheckBox(NativeControl::Of(parent).Inner), name, value)) {
     SetCaption(caption);
     QObject::connect(&Native().As<QCheckBox>(), &QCheckBox::toggled, &Native(), &NativeControl::FireClick);
 }
@@ -90,6 +121,10 @@ bool CheckBox::Value() const {
 
 void CheckBox::SetValue(bool value) {
     Native().As<QCheckBox>().setChecked(value);
+}
+
+void CheckBox::SetStripes(std::span<const Colour> stripes) {
+    Native().As<StripedCheckBox>().SetStripes(stripes);
 }
 
 OptionButton::OptionButton(Container& parent, std::string_view name, std::string_view caption, bool value)

@@ -225,4 +225,10 @@ void LineObject::SetBorderColor(Colour colour) {
     impl_->Follow();
 }
 
+void LineObject::SetStripes(std::span<const Colour> stripes) {
+    if (std::ranges::equal(impl_->Item.Stripes, stripes)) return;
+    impl_->Item.Stripes.assign(stripes.begin(), stripes.end());
+    impl_->Follow();
+}
+
 }  // namespace keelview

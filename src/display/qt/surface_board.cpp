@@ -5,6 +5,7 @@
 #include <QPaintEvent>
 #include <QPainter>
 #include <algorithm>
+#include <array>
 #include <cmath>
 #include <ranges>
 #include <utility>
@@ -12,6 +13,7 @@
 #include "display/qt/convert.h"
 #include "display/qt/native_control.h"
 #include "display/raster.h"
+#include "display/stripes.h"
 
 namespace keelview {
 
@@ -119,9 +121,15 @@ const Pixels& SurfaceBoard::WithLines(const QRect& shown) {
     for (const LineItem* line : lines_) {
         const bool placed = line->X1 != line->X2 || line->Y1 != line->Y2;
         if (!placed || !seen(line)) continue;
-        raster::DrawSegment(under, {(line->X1 + 0.5) * ratio, (line->Y1 + 0.5) * ratio},
-                            {(line->X2 + 0.5) * ratio, (line->Y2 + 0.5) * ratio},
-                            {.Colour = PixelOf(line->Ink), .Width = ratio});
+        const std::array<Point, 2> ends{{{line->X1, line->Y1}, {line->X2, line->Y2}}};
+        const auto draw = [&](const Point& from, const Point& to, Colour ink) {
+            raster::DrawSegment(under, {(from.X + 0.5) * ratio, (from.Y + 0.5) * ratio},
+                                {(to.X + 0.5) * ratio, (to.Y + 0.5) * ratio},
+                                {.Colour = PixelOf(ink), .Width = ratio});
+        };
+        draw(ends[0], ends[1], line->Ink);
+        for (const LineStripe& stripe : StripesAlong(ends, line->Stripes))
+            draw(stripe.From, stripe.To, stripe.Ink);
     }
     return under;
 }

@@ -30,6 +30,7 @@ struct LineItem {
     double X2 = 0.0;
     double Y2 = 0.0;
     Colour Ink = Black;
+    std::vector<Colour> Stripes;
     bool Visible = true;
 
     Bounds Reach() const;  ///< what it may touch
