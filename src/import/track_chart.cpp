@@ -6,7 +6,7 @@
 
 #include "base/angles.h"
 #include "base/point.h"
-#include "session/boat_colours.h"
+#include "session/livery.h"
 
 namespace keelview {
 

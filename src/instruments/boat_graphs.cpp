@@ -7,7 +7,7 @@
 #include "analysis/track_smoothing.h"
 #include "base/numbers.h"
 #include "instruments/page_text.h"
-#include "session/boat_colours.h"
+#include "session/livery.h"
 
 namespace keelview {
 
@@ -172,7 +172,7 @@ void BoatGraphs::DrawSpeedGrid() {
         const double x = speeds.X(knots);
         page.Line(x, ChartTop, x, ChartBottom(), i % 5 == 0 ? SpeedGreen : GridGrey);
         PrintCentred(page, x, ChartBottom() + 4, std::to_string(knots));
-        page.ForeColor = WindRed;
+        page.ForeColor = ReadableOn(page.BackColor, WindRed);
         PrintCentred(page, x, ChartBottom() + 20, std::to_string(knots * SpeedAxis::WindKnots));
         page.ForeColor = Black;
     }
@@ -199,7 +199,9 @@ void BoatGraphs::DrawTimeGrid() {
 void BoatGraphs::DrawBoats(bool inFocus, Chart chart) {
     for (int boat = app_.tracks.Boats.Count(); boat >= 1; --boat) {
         if (form_.InFocus(boat) != inFocus) continue;
-        GraphLine line(form_.GPIC, inFocus ? BoatColour(boat) : PaleBoat);
+        GraphLine line = inFocus ? GraphLine(form_.GPIC, ReadableOn(form_.GPIC.BackColor, BoatColour(boat)),
+                                             LiveryOf(boat).Stripes)
+                                 : GraphLine(form_.GPIC, PaleBoat);
         DrawBoat(boat, chart, line);
     }
 }

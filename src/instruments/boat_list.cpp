@@ -9,7 +9,7 @@
 #include "base/dates.h"
 #include "base/numbers.h"
 #include "map/boat_label.h"
-#include "session/boat_colours.h"
+#include "session/livery.h"
 
 namespace keelview {
 
@@ -100,7 +100,8 @@ void BoatList::FillRows() {
         const int boat = form_.BoatOfRow(row);
         CheckBox& name = form_.Bnam[row];
         name.SetBackColor(BoatColour(boat));
-        name.SetForeColor(White);
+        name.SetForeColor(InkOn(BoatColour(boat)));
+        name.SetStripes(LiveryOf(boat).Stripes);
         name.SetCaption(app_.race.Boats[boat].BoatName);
         ShowNumbers(row);
     }
@@ -170,7 +171,7 @@ void BoatList::ShowNumbers(int row) {
     if (!told) return;
     const double right = std::min(left + told->Speed * SpeedBarScale(app_.tracks.TypicalSpeed), end);
     const bool inFocus = form_.InFocus(boat);
-    panel.FilledBox(left, top + (inFocus ? 0 : 4), right, top + (inFocus ? 9 : 5), BoatColour(boat));
+    DrawLiveryField(panel, boat, {left, top + (inFocus ? 0 : 4)}, {right, top + (inFocus ? 9 : 5)});
 }
 
 // The left button or the space bar.
@@ -277,7 +278,8 @@ void BoatList::PlaceLabel(int boat) {
     const double width = form_.Text8.TextWidth(label);
     const double right = sprite.Left() + sprite.Width();
     const bool fits = right + 6 + width + 13 <= form_.MapSide();
-    form_.Text8.SetForeColor(BoatColour(boat));
+    form_.Text8.SetBackColor(BoatColour(boat));
+    form_.Text8.SetForeColor(InkOn(BoatColour(boat)));
     form_.Text8.SetText(label);
     form_.Text8.Move(fits ? right + 6 : sprite.Left() - width - 15, sprite.Top(), width + 6, 17);
     form_.Text8.Show();
@@ -303,7 +305,7 @@ void BoatList::PlaceHint() {
               .Top = sprite.Top() - 15,
               .Width = width + 10,
               .Height = 17});
-    form_.Text7.SetForeColor(BoatColour(hintBoat_));
+    form_.Text7.SetForeColor(ReadableOn(HintBackground, BoatColour(hintBoat_)));
 }
 
 std::string BoatList::LabelOf(int boat) const {

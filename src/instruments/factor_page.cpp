@@ -6,7 +6,7 @@
 #include "base/numbers.h"
 #include "base/strings.h"
 #include "instruments/page_text.h"
-#include "session/boat_colours.h"
+#include "session/livery.h"
 
 namespace keelview {
 
@@ -88,8 +88,7 @@ void DrawNames(const RaceControl& race, const PageView& view, Surface& page) {
     for (int boat = 1; boat <= race.Boats.Count(); ++boat) {
         const double y = RowTop(view, boat);
         if (!IsSeen(view, boat)) continue;
-        page.Box(DataNamesLeft, y - 1, NamesRight, y + 31, BoatColour(boat));
-        PrintColoured(page, BoatColour(boat), DataNamesLeft + 2, y, race.Boats[boat].BoatName);
+        DrawNameField(page, boat, {DataNamesLeft, y - 1}, {NamesRight, y + 31}, race.Boats[boat].BoatName);
     }
 }
 
@@ -122,7 +121,7 @@ void DrawColumn(const FactorColumn& column, Surface& page, const PageView& view,
         DrawBar(page, share.Time, axis, scale, y + 2, Black);
         DrawBar(page, share.Distance, axis, scale, y + 10, Red);
         DrawBar(page, share.Speed, axis, scale, y + 18, Blue);
-        page.Line(axis, y + 2, axis, y + 32, AxisColour);
+        page.Line(axis, y + 2, axis, y + 32, ReadableOn(page.BackColor, AxisColour));
     }
 }
 

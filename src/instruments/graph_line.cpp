@@ -3,6 +3,8 @@
 #include <cmath>
 #include <utility>
 
+#include "display/stripes.h"
+
 namespace keelview {
 
 namespace {
@@ -52,7 +54,7 @@ void GraphLine::ToDirection(const CompassAxis& axis, double direction, double y)
 
 void GraphLine::End() {
     ThinRows(points_);
-    if (points_.size() > 1) page_.Polyline(points_, colour_);
+    if (points_.size() > 1) StripedPolyline(page_, points_, colour_, stripes_);
     points_.clear();
 }
 

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <span>
 #include <vector>
 
 #include "base/point.h"
@@ -13,7 +14,9 @@ namespace keelview {
 /// each row.
 class GraphLine {
   public:
-    GraphLine(Canvas& page, Colour colour) : page_(page), colour_(colour) {}
+    /// In a colour, with stripes along it (display/stripes.h).
+    GraphLine(Canvas& page, Colour colour, std::span<const Colour> stripes = {})
+        : page_(page), colour_(colour), stripes_(stripes) {}
     /// Goes on to a point.
     void To(double x, double y) { points_.push_back({x, y}); }
     /// Goes on to a direction the short way round: over an edge of the compass and in again at the other.
@@ -24,6 +27,7 @@ class GraphLine {
   private:
     Canvas& page_;
     Colour colour_;
+    std::span<const Colour> stripes_;
     std::vector<Point> points_;
 };
 

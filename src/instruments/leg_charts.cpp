@@ -9,7 +9,7 @@
 #include "base/strings.h"
 #include "instruments/data_page.h"
 #include "instruments/page_text.h"
-#include "session/boat_colours.h"
+#include "session/livery.h"
 
 namespace keelview {
 
@@ -175,9 +175,9 @@ void DiffChart::AddBoat(int boat, std::vector<ChartLine>& lines) const {
 
 void DiffChart::DrawLine(const ChartLine& line) {
     Surface& page = form_.Picture3;
-    const Colour colour = BoatColour(line.Boat);
+    const Colour colour = ReadableOn(PlotColour, BoatColour(line.Boat));
     page.DrawWidth = form_.InFocus(line.Boat) ? FocusWidth : 1;
-    if (line.Points.size() > 1) page.Polyline(line.Points, colour);
+    if (line.Points.size() > 1) DrawLiveryLine(page, line.Boat, line.Points, PlotColour);
     page.Fill = FillStyle::Solid;
     page.FillColor = colour;
     for (const Point& point : line.Points) page.Circle(point.X, point.Y, PointRadius, colour);

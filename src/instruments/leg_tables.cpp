@@ -5,7 +5,7 @@
 #include "base/numbers.h"
 #include "instruments/factor_page.h"
 #include "instruments/page_text.h"
-#include "session/boat_colours.h"
+#include "session/livery.h"
 
 namespace keelview {
 
@@ -182,8 +182,8 @@ void LegTables::DrawNames() {
     for (int boat = 1; boat <= app_.race.Boats.Count(); ++boat) {
         const double y = RowTop(boat);
         if (y < HeadBottom() - DataRowPitch || y > form_.MapSide()) continue;
-        page.FilledBox(DataNamesLeft, y - 1, layout_.NamesRight(), y + 15, BoatColour(boat));
-        PrintColoured(page, White, DataNamesLeft + 2, y, app_.race.Boats[boat].BoatName);
+        DrawNameField(page, boat, {DataNamesLeft, y - 1}, {layout_.NamesRight(), y + 15},
+                      app_.race.Boats[boat].BoatName);
     }
 }
 

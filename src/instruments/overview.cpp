@@ -3,7 +3,7 @@
 #include "analysis/track_at.h"
 #include "map/coast_picture.h"
 #include "map/track_picture.h"
-#include "session/boat_colours.h"
+#include "session/livery.h"
 
 namespace keelview {
 
@@ -24,7 +24,7 @@ void Overview::Repaint(Changed changed) {
 void Overview::ReadyMarkers() {
     for (int boat = 1; boat <= app_.race.Boats.Count(); ++boat) {
         Sprite& marker = form_.BoatS[boat - 1];
-        marker.FilledBox(0, 0, marker.Width() - 1, marker.Height() - 1, BoatColour(boat));
+        DrawLiveryField(marker, boat, {0, 0}, {marker.Width() - 1, marker.Height() - 1});
         marker.Box(0, 0, marker.Width() - 1, marker.Height() - 1, White);
         marker.SetVisible(false);
     }

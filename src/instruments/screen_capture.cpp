@@ -5,8 +5,8 @@
 
 #include "base/files.h"
 #include "base/numbers.h"
-#include "session/boat_colours.h"
 #include "session/documents.h"
+#include "session/livery.h"
 
 namespace keelview {
 
@@ -77,13 +77,12 @@ void ScreenCapture::PrintFitted(double left, double top, const std::string& line
 /// In columns of so many rows.
 void ScreenCapture::PaintBoatColours(double left, double top, int rows) {
     Surface& sheet = form_.Picture13;
-    sheet.ForeColor = White;
     for (int boat = 1; boat <= app_.race.Boats.Count(); ++boat) {
         const int column = (boat - 1) / rows;
         const double x = left + column * (form_.Picture6.Width() + Margin);
         const double y = top + (boat - 1) % rows * RowPitch;
-        sheet.FilledBox(x, y, x + form_.Picture6.Width() - 2, y + RowHeight, BoatColour(boat));
-        sheet.PrintAt(x + 3, y + 1, app_.race.Boats[boat].BoatName);
+        DrawNameField(sheet, boat, {x, y}, {x + form_.Picture6.Width() - 2, y + RowHeight},
+                      app_.race.Boats[boat].BoatName);
     }
 }
 

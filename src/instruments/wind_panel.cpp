@@ -97,8 +97,7 @@ void WindPanel::DrawWindArrow(const Wind& wind) {
     const Point tip = PointBeside(CompassCentre(compass), direction, ArrowDistance);
     const std::array<Point, 3> corners{tip, PointBeside(tip, direction + ArrowHalfAngle, ArrowSide),
                                        PointBeside(tip, direction - ArrowHalfAngle, ArrowSide)};
-    compass.FillColor = Red;
-    compass.ForeColor = Red;
+    compass.FillColor = compass.ForeColor = ReadableOn(app_.shown.SeaColour, Red);
     compass.Polygon(corners);
 }
 
@@ -123,7 +122,7 @@ void WindPanel::DrawWindGraph() {
     graph.Cls();
     graph.FilledBox(GraphMargin, GraphTop, side_ - GraphMargin, side_ - GraphMargin, GraphColour);
     graph.FontSize = GraphPoints * app_.settings.FontScale;
-    graph.ForeColor = White;
+    graph.ForeColor = InkOn(graph.BackColor);
     graph.PrintAt(30, 2, "TWD (mag)");
     if (HasSamples()) {
         DrawGraphLine();

@@ -2,8 +2,10 @@
 
 #include <algorithm>
 #include <array>
+#include <cmath>
 #include <span>
 
+#include "base/angles.h"
 #include "map/screen_geometry.h"
 
 namespace keelview {
@@ -42,14 +44,49 @@ BoatShape ShapeFor(double boatLength) {
 
 /// A closed polygon of corners round a place; angles grow by `turn` (1 or -1) from `direction`.
 void FillCorners(Sprite& sprite, std::span<const Corner> corners, const Point& from, double side,
-                 double direction, double turn, Colour colour) {
+                 double direction, double turn, Colour colour, Colour edge) {
     std::array<Point, SmallHull.size()> points;
     std::ranges::transform(corners, points.begin(), [&](const Corner& corner) {
         return PointBeside(from, direction + corner.Angle * turn, corner.Radius * side);
     });
-    sprite.ForeColor = colour;
+    sprite.ForeColor = edge;
     sprite.FillColor = colour;
     sprite.Polygon(std::span(points).first(corners.size()));
+}
+
+/// Half the breadth of a hull at a distance before its middle, both in multiples of the sprite's side.
+double HalfBreadthAt(std::span<const Corner> hull, double before) {
+    const auto along = [](const Corner& corner) {
+        return corner.Radius * std::cos(corner.Angle * DegToRad);
+    };
+    const auto beside = [](const Corner& corner) {
+        return corner.Radius * std::sin(corner.Angle * DegToRad);
+    };
+    for (std::size_t i = 1; i < hull.size() / 2 + 1; ++i) {  // down the starboard side
+        const double from = along(hull[i - 1]);
+        const double to = along(hull[i]);
+        if (before > from || before < to) continue;
+        const double share = (from - before) / (from - to);
+        return beside(hull[i - 1]) + (beside(hull[i]) - beside(hull[i - 1])) * share;
+    }
+    return 0.0;
+}
+
+/// Stripes across the hull, the first where it is broad enough and no sail covers it.
+void DrawStripes(Sprite& sprite, std::span<const Corner> hull, const BoatLook& look) {
+    constexpr double first = 0.27, pitch = 0.14, breadth = 0.08;  // multiples of the side
+    const Point middle{look.Side / 2, look.Side / 2};
+    sprite.DrawWidth = std::max(1, static_cast<int>(std::lround(breadth * look.Side)));
+    double before = first;
+    for (const Colour stripe : look.Stripes) {
+        const Point station = PointBeside(middle, look.Heading, before * look.Side);
+        const double reach = HalfBreadthAt(hull, before) * look.Side;
+        const Point port = PointBeside(station, look.Heading - 90, reach);
+        const Point starboard = PointBeside(station, look.Heading + 90, reach);
+        sprite.Line(port.X, port.Y, starboard.X, starboard.Y, stripe);
+        before -= pitch;
+    }
+    sprite.DrawWidth = 1;
 }
 
 void DrawRing(Sprite& sprite, double side) {
@@ -77,11 +114,12 @@ void DrawBoatSprite(Sprite& sprite, const BoatLook& look) {
     if (look.Ring) DrawRing(sprite, side);
     const BoatShape shape = ShapeFor(look.Length);
     const Point middle{side / 2, side / 2};
-    FillCorners(sprite, shape.Hull, middle, side, look.Heading, 1, look.Hull);
+    FillCorners(sprite, shape.Hull, middle, side, look.Heading, 1, look.Hull, look.Edge);
+    DrawStripes(sprite, shape.Hull, look);
     if (side <= SmallestSail) return;
     const Point mast = PointBeside(middle, look.Heading, shape.Mast * side);
     FillCorners(sprite, shape.Sail, mast, side, look.Heading + 180 + look.WindAngle * SailSwing,
-                look.WindAngle > 0 ? 1 : -1, White);
+                look.WindAngle > 0 ? 1 : -1, White, White);
     sprite.Circle(mast.X, mast.Y, 1, White);
 }
 

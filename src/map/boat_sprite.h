@@ -1,5 +1,7 @@
 #pragma once
 
+#include <span>
+
 #include "display/control.h"
 
 namespace keelview {
@@ -22,6 +24,8 @@ struct BoatLook {
     double WindAngle = 0.0;  ///< from the heading to the wind, degrees, -180 to 180; the sail is set by it
     bool Ring = false;
     Colour Hull = Black;
+    Colour Edge = Black;              ///< round the hull
+    std::span<const Colour> Stripes;  ///< across it, from the bow
 };
 
 /// Draws a boat on its sprite, which takes the size of the picture.

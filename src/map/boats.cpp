@@ -6,8 +6,9 @@
 
 #include "base/angles.h"
 #include "base/bilingual.h"
+#include "display/stripes.h"
 #include "map/boat_label.h"
-#include "session/boat_colours.h"
+#include "session/livery.h"
 
 namespace keelview {
 
@@ -17,6 +18,9 @@ constexpr double WakeSeconds = 30.0;
 constexpr int WakePoints = 5;         // with the point that the boat comes from ...
 constexpr double ShortestWake = 4.0;  // ... and more of a track of many fixes a second
 constexpr double LabelPoints = 9.0;
+constexpr double LabelHeight = 14.0;  // pixels
+constexpr double LabelRoom = 5.0;     // beside the text
+constexpr Point Nowhere{-1e6, -1e6};
 
 }  // namespace
 
@@ -24,7 +28,10 @@ Boats::Boats(const AppState& app, RaceDisp& form) : app_(app), form_(form) {}
 
 void Boats::Repaint(Changed changed) {
     if (!Any(changed, Changed::Boats | Changed::Race)) return;
-    for (int row = 0; row < form_.Bar.Count(); ++row) form_.Bar[row].SetBorderColor(BoatColour(row + 1));
+    for (int row = 0; row < form_.Bar.Count(); ++row) {
+        form_.Bar[row].SetBorderColor(BoatColour(row + 1));
+        form_.Bar[row].SetStripes(LiveryOf(row + 1).Stripes);
+    }
 }
 
 void Boats::Show(const Moment& now) {
@@ -42,15 +49,14 @@ void Boats::Show(const Moment& now) {
         const Point at = projection.ToScreen(now.Boats[boat].At());
         ShowBoat(boat, at, size);
         PlaceCrossWindLine(boat, at);
-        if (form_.Check5.Value() && (form_.Check9.Value() || form_.HasRing(boat)))
-            DrawNameLabel(boat, at.X + size.Side / 2 + 5, at.Y - 5);
         if (wakes) DrawWake(boat, at, projection);
     }
+    if (form_.Check5.Value()) DrawNames(now, projection, size.Side);
 }
 
 void Boats::ShowScaleNote(bool realSize) {
     const Text note = realSize ? Text{"Real Size", "実サイズ"} : Text{"Enlarged", "変形サイズ"};
-    form_.Text15.SetForeColor(realSize ? app_.shown.InkColour : Red);
+    form_.Text15.SetForeColor(realSize ? app_.shown.InkColour : ReadableOn(app_.shown.SeaColour, Red));
     form_.Text15.SetText(note.In(app_.settings.UseEnglish));
 }
 
@@ -74,7 +80,9 @@ BoatLook Boats::LookOf(int boat, double side) const {
             .Heading = WrapDifference(heading - app_.view.ScreenUpDirection),
             .WindAngle = WrapDifference(now.WindNow.DirectionTrue - heading),
             .Ring = form_.HasRing(boat) || app_.shown.HoverBoat == boat,
-            .Hull = BoatColour(boat)};
+            .Hull = BoatColour(boat),
+            .Edge = EdgeOf(boat),
+            .Stripes = LiveryOf(boat).Stripes};
 }
 
 void Boats::PlaceCrossWindLine(int boat, const Point& at) {
@@ -93,28 +101,54 @@ void Boats::PlaceCrossWindLine(int boat, const Point& at) {
     bar.Place(0, atLeftEdge, side, slope * side + atLeftEdge);
 }
 
-void Boats::DrawNameLabel(int boat, double x, double y) {
+/// The names of boats with a ring come first, then those in focus.
+void Boats::DrawNames(const Moment& now, const Projection& projection, double side) {
     Surface& map = form_.Picture1;
-    map.ForeColor = BoatColour(boat);
     map.FontSize = LabelPoints * app_.settings.FontScale;
-    map.PrintAt(x, y, NameAndSpeed(app_.race.Boats[boat].BoatName, app_.now.Boats[boat]));
+    NameSurroundings around{
+        .MapSide = app_.view.MapSide, .FieldHeight = LabelHeight, .BoatSide = side, .Boats = {}};
+    std::vector<NameWish> wishes;
+    for (int boat = 1; boat <= now.Boats.Count(); ++boat) {
+        const bool somewhere = now.Boats[boat].IsSomewhere();
+        around.Boats.Add(somewhere ? projection.ToScreen(now.Boats[boat].At()) : Nowhere);
+        if (!somewhere || !(form_.Check9.Value() || form_.HasRing(boat))) continue;
+        const double stripes = FieldStripePitch * double(LiveryOf(boat).Stripes.size());
+        wishes.push_back({.Boat = boat,
+                          .Rank = form_.HasRing(boat)   ? 0
+                                  : form_.InFocus(boat) ? 1
+                                                        : 2,
+                          .Width = map.TextWidth(LabelOf(boat)) + LabelRoom + stripes});
+    }
+    for (const PlacedName& name : names_.Place(wishes, around))
+        DrawNameField(map, name.Boat, name.TopLeft,
+                      {name.TopLeft.X + name.Width - 1, name.TopLeft.Y + LabelHeight - 1},
+                      LabelOf(name.Boat));
+}
+
+std::string Boats::LabelOf(int boat) const {
+    return NameAndSpeed(app_.race.Boats[boat].BoatName, app_.now.Boats[boat]);
+}
+
+/// A hull that does not stand out from the sea has an edge that does.
+Colour Boats::EdgeOf(int boat) const {
+    const Colour hull = BoatColour(boat);
+    return ContrastOf(hull, app_.shown.SeaColour) < ReadableContrast ? InkOn(hull) : hull;
 }
 
 void Boats::DrawWake(int boat, const Point& at, const Projection& projection) {
     const Track& track = app_.tracks.Boats[boat];
     const int last = app_.now.Boats[boat].Segment;
     Surface& map = form_.Picture1;
-    map.Fill = FillStyle::Solid;
-    map.FillColor = Yellow;
+    const Colour colour = ReadableOn(app_.shown.SeaColour, BoatColour(boat));
     std::vector<Point> wake{at};
     for (int point = last; point > 0; --point) {
         const double age = std::abs(app_.now.Time - track.TrackTime[point]);
         if (point <= last - WakePoints && age > ShortestWake) break;
         wake.push_back(projection.ToScreen(track.At(point)));
-        map.Circle(wake.back().X, wake.back().Y, 1, White);
         if (point < last && age > WakeSeconds) break;
     }
-    map.Polyline(wake, White);
+    map.Polyline(wake, colour);
+    for (const Point& fix : wake) map.Circle(fix.X, fix.Y, 1, colour);
 }
 
 }  // namespace keelview

@@ -1,7 +1,10 @@
 #pragma once
 
+#include <string>
+
 #include "analysis/view.h"
 #include "map/boat_sprite.h"
+#include "map/name_places.h"
 #include "session/app_state.h"
 #include "session/instrument.h"
 #include "session/race_disp.h"
@@ -23,11 +26,14 @@ class Boats : public Instrument {
     void HideBoat(int boat);
     BoatLook LookOf(int boat, double side) const;
     void PlaceCrossWindLine(int boat, const Point& at);
-    void DrawNameLabel(int boat, double x, double y);
+    void DrawNames(const Moment& now, const Projection& projection, double side);
+    std::string LabelOf(int boat) const;
+    Colour EdgeOf(int boat) const;
     void DrawWake(int boat, const Point& at, const Projection& projection);
 
     const AppState& app_;
     RaceDisp& form_;
+    NamePlaces names_;
 };
 
 }  // namespace keelview

@@ -12,7 +12,7 @@
 #include "map/coast_picture.h"
 #include "map/course_picture.h"
 #include "map/track_picture.h"
-#include "session/boat_colours.h"
+#include "session/livery.h"
 
 namespace keelview {
 
@@ -121,7 +121,7 @@ void Chart::DrawTimePoints(const Projection& projection) {
             const int segment = form_.InFocus(boat) ? FindSegment(track, t) : 0;
             if (segment == 0) continue;
             const Point at = projection.ToScreen(PositionOn(track, segment, t));
-            map.Circle(at.X, at.Y, TimePointRadius, BoatColour(boat));
+            map.Circle(at.X, at.Y, TimePointRadius, ReadableOn(app_.shown.SeaColour, BoatColour(boat)));
         }
     }
 }

@@ -1,7 +1,10 @@
 #include "map/course_picture.h"
 
+#include <array>
+
 #include "base/dates.h"
 #include "base/numbers.h"
+#include "map/clear_line.h"
 #include "map/screen_geometry.h"
 
 namespace keelview {
@@ -42,7 +45,7 @@ class CourseDrawing {
             DrawLayLines(from, 180, app_.race.LayLineUp);
             DrawLayLines(to, 180, app_.race.LayLineUp);
         }
-        map_.Line(from.X, from.Y, to.X, to.Y, Yellow);
+        DrawClearLine(map_, std::array{from, to}, Yellow, app_.shown.SeaColour);
         DrawDisk(from);
         DrawDisk(to);
         const std::string name = CourseKeyText({.IsLine = true, .Number = line});
@@ -57,7 +60,7 @@ class CourseDrawing {
         map_.Style = DrawStyle::Dotted;
         for (const double offWind : {first, 180 - layAngle, 180 + layAngle}) {
             const Point end = PointBeside(from, offWind + wind, length);
-            map_.Line(from.X, from.Y, end.X, end.Y, LayLineColour);
+            map_.Line(from.X, from.Y, end.X, end.Y, ReadableOn(app_.shown.SeaColour, LayLineColour));
         }
         map_.Style = DrawStyle::Solid;
     }
@@ -66,15 +69,14 @@ class CourseDrawing {
 
     void DrawName(const std::string& name, const Point& at, double points) {
         map_.FontSize = points * app_.settings.FontScale;
-        map_.ForeColor = app_.shown.InkColour;
-        map_.PrintAt(at.X + 8, at.Y - 5, name);
+        PrintClear(map_, {at.X + 8, at.Y - 5}, name, app_.shown.InkColour);
     }
 
     void DrawPassClock(const std::string& name, const Point& at) {
         if (!clock_ || app_.race.CourseOrder[clock_->Entry] != name) return;
         map_.FontSize = PassClockPoints * app_.settings.FontScale;
-        map_.ForeColor = Red;
-        map_.PrintAt(at.X - map_.TextWidth(clock_->Text) / 2, at.Y - 50, clock_->Text);
+        PrintClear(map_, {at.X - map_.TextWidth(clock_->Text) / 2, at.Y - 50}, clock_->Text,
+                   ReadableOn(app_.shown.SeaColour, Red));
     }
 
     Canvas& map_;

@@ -9,7 +9,7 @@
 #include "analysis/race_numbers.h"
 #include "base/dates.h"
 #include "base/numbers.h"
-#include "session/boat_colours.h"
+#include "session/livery.h"
 #include "session/start_gun.h"
 
 namespace keelview {
@@ -83,10 +83,7 @@ void FinishList::DrawRow(int row) {
     const double left = listed_.size() > 99 ? ThirdDigit : 0.0;
     list.ForeColor = Black;
     list.PrintAt(3, y + 1, std::to_string(place + 1));
-    list.FilledBox(left + 16, y, left + 98, y + 12, BoatColour(boat));
-    list.ForeColor = White;
-    list.PrintAt(left + 17, y + 1, race_.Boats[boat].BoatName);
-    list.ForeColor = Black;
+    DrawNameField(list, boat, {left + 16, y}, {left + 98, y + 12}, race_.Boats[boat].BoatName);
     list.PrintAt(left + 105, y + 1, DurationText(finish) + "  <" + std::to_string(behind) + ">");
 }
 

@@ -10,6 +10,8 @@ namespace {
 constexpr std::array<Colour, 6> SeaCells{Rgb(0, 255, 255), Rgb(0, 180, 240), Rgb(0, 115, 240),
                                          Rgb(0, 70, 205),  Rgb(0, 70, 136),  Rgb(0, 0, 96)};
 
+constexpr Colour RubberBand = Rgb(255, 255, 128);  // of range and bearing, and of a line being set
+
 }  // namespace
 
 SeaColours::SeaColours(Shown& shown, RaceDisp& form, Stage& stage)
@@ -27,6 +29,7 @@ void SeaColours::Repaint(Changed changed) {
              &form_.Picture1, &form_.Picture2, &form_.Picture12, &form_.Picture6, &form_.Text15})
         control->SetBackColor(shown_.SeaColour);
     form_.Label7.SetForeColor(shown_.InkColour);
+    form_.Line4.SetBorderColor(ReadableOn(shown_.SeaColour, RubberBand));
 }
 
 void SeaColours::ChooseSeaColour(std::size_t cell) {

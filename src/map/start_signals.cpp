@@ -33,11 +33,11 @@ void StartSignals::Show(const Moment& now) {
 
 void StartSignals::ShowRaceClock(double time) {
     const int seconds = std::abs(FloorToInt(time));
-    form_.Text11.SetForeColor(time >= 0 ? Blue : Red);
+    form_.Text11.SetForeColor(time >= 0 ? Blue : ReadableOn(HintBackground, Red));
     form_.Text11.SetText(DurationText(seconds));
     const bool nearStart = time >= -30 && time <= 10;
     if (nearStart) {
-        form_.Text4.SetBackColor(time >= 1 ? Blue : Red);
+        form_.Text4.SetBackColor(time >= 1 ? Blue : ReadableOn(White, Red));
         form_.Text4.SetText(std::to_string(seconds));
     }
     form_.Text4.SetVisible(nearStart);

@@ -3,7 +3,7 @@
 #include <vector>
 
 #include "analysis/track_details.h"
-#include "session/boat_colours.h"
+#include "session/livery.h"
 
 namespace keelview {
 
@@ -18,7 +18,7 @@ void DrawTrackLine(Surface& picture, const AppState& app, int boat, int first, i
     std::vector<Point> points;
     for (const int fix : FixesToDraw(details, first, last, tolerance))
         points.push_back(projection.ToScreen(track.At(fix)));
-    picture.Polyline(points, BoatColour(boat));
+    picture.Polyline(points, ReadableOn(app.shown.SeaColour, BoatColour(boat)));
 }
 
 }  // namespace keelview

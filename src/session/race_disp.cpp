@@ -124,7 +124,7 @@ void RaceDisp::ApplyColours() {
     Text12.SetBackColor(Yellow);
     Text11.SetBackColor(HintBackground);
     Text15.SetBackColor(Rgb(0, 255, 255));
-    Text4.SetBackColor(Red);
+    Text4.SetBackColor(ReadableOn(White, Red));
     Text4.SetForeColor(White);
     Frame2.SetBackColor(White);
     Command11.SetBackColor(Red);

@@ -119,8 +119,8 @@ class RaceDisp : public Form {
     Surface Position{Picture1, "Position", BorderStyle::Flat};  // finish list
     ScrollBar VScroll3{Position, "VScroll3", ScrollBar::Way::Down};
     LineObject Line4{Picture1, "Line4",
-                     Rgb(255, 255, 128)};  // rubber band of range and bearing, and of a line being set
-    ControlArray<LineObject> Bar;          // cross-wind lines
+                     Black};       // rubber band of range and bearing, and of a line being set
+    ControlArray<LineObject> Bar;  // cross-wind lines
     ControlArray<Sprite> Boat;
     TextBox Text8{Picture1, "Text8", PlainReadout};  // second hint box
 

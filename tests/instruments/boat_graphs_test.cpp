@@ -5,7 +5,7 @@
 
 #include "analysis/track_smoothing.h"
 #include "instruments/data_page.h"
-#include "session/boat_colours.h"
+#include "session/livery.h"
 #include "support/album.h"
 #include "support/test_desk.h"
 
@@ -31,6 +31,7 @@ struct BoatGraphsTest : testing::Test, TestDesk {
     int Knots(double knots, double reach = 10) const {
         return FloorToInt(Room() * 6 / 11 + 40.5 + knots * (Room() - Room() * 6 / 11) / reach);
     }
+    Colour LineColour(int boat) const { return ReadableOn(Form().GPIC.BackColor, BoatColour(boat)); }
     /// The colour of a line lies within a pixel of the place.
     bool LineAt(int x, double second, Colour colour) const {
         const auto same = [&](int r, int g, int b) { return colour == Rgb(r, g, b); };
@@ -53,12 +54,12 @@ TEST_F(BoatGraphsTest, BoatsStandAtTheirCourseAndSpeedInTheirTime) {
     for (const auto& [wind, first, second] : places) {
         desk->session.Changes().SetWindDirection(wind);
         driver::Settle();
-        EXPECT_TRUE(LineAt(Degrees(first), 220, BoatColour(1)) &&
-                    LineAt(Degrees(second), 220, BoatColour(2)))
+        EXPECT_TRUE(LineAt(Degrees(first), 220, LineColour(1)) &&
+                    LineAt(Degrees(second), 220, LineColour(2)))
             << wind;
     }
     for (const int second : {-66, -55, 595, 605})  // from a minute before the start to the finish
-        EXPECT_EQ(LineAt(Knots(6), second, BoatColour(1)), second > -60 && second < 600) << second;
+        EXPECT_EQ(LineAt(Knots(6), second, LineColour(1)), second > -60 && second < 600) << second;
 }
 
 TEST_F(BoatGraphsTest, ALongTrackKeepsItsExtremes) {
@@ -113,7 +114,7 @@ TEST_F(BoatGraphsTest, TheSpeedsReachTheFastestBoatAndACourseAcrossTheEdgeIsNoLi
     tree.Race("R1.txt", "WD, 90\r\nBN, a.trk, A\r\nBN, b.trk, B\r\n");
     OpenGraphs();
     const int reach = app.tracks.Boats[2].TrackSpeed[9] > 15 ? 16 : 15;
-    EXPECT_TRUE(LineAt(Knots(14.2, reach), 300, BoatColour(2)));
+    EXPECT_TRUE(LineAt(Knots(14.2, reach), 300, LineColour(2)));
     desk->session.Changes().SetWindDirection(90);
     driver::Settle();
     const auto red = [](int r, int g, int b) { return r > g + 60 && g == b; };
@@ -237,11 +238,11 @@ TEST_F(LegPagesTest, EachChartStandsByTheNumbersOfTheRace) {
         const Control& page;
         Colour colour;
         double x, y;
-    } places[] = {{form.Option1, BoatColour(1), 265, 438 - 10 / 40.0 * 275},
-                  {form.Option1, BoatColour(3), 85, 438 - 31 / 40.0 * 275},
-                  {form.Option1, BoatColour(1), middle + 175, 438 - 24 / 30.0 * 275},
-                  {form.Option5, BoatColour(1), 265, 438},
-                  {form.Option5, BoatColour(3), middle + 85, 163},
+    } places[] = {{form.Option1, ReadableOn(Row, BoatColour(1)), 265, 438 - 10 / 40.0 * 275},
+                  {form.Option1, ReadableOn(Row, BoatColour(3)), 85, 438 - 31 / 40.0 * 275},
+                  {form.Option1, ReadableOn(Row, BoatColour(1)), middle + 175, 438 - 24 / 30.0 * 275},
+                  {form.Option5, ReadableOn(Row, BoatColour(1)), 265, 438},
+                  {form.Option5, ReadableOn(Row, BoatColour(3)), middle + 85, 163},
                   {form.Option12, Black, 290 + (11.3 * 2.4 - 2), 132},
                   {form.Option12, Row, 290 + (11.3 * 2.4 + 2), 132},
                   {form.Option12, Red, 170 - (12.2 * 2.4 - 2), 140},

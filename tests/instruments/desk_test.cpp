@@ -5,7 +5,7 @@
 #include <set>
 
 #include "instruments/hints.h"
-#include "session/boat_colours.h"
+#include "session/livery.h"
 #include "support/album.h"
 #include "support/test_desk.h"
 
@@ -429,8 +429,8 @@ TEST_F(MomentTest, LayLinesAreThoseOfTheWindNowAndNothingElseIsLost) {
     }
     driver::Click(Form().Check6);  // no tracks: the wakes grow
     const int side = static_cast<int>(app.view.MapSide);
-    const auto white = [](int r, int g, int b) { return r > 230 && g > 230 && b > 230; };
-    const auto wake = [&] { return CountPixels(Map().Image(), 200, 100, side - 200, side - 100, white); };
+    const auto red = [](int r, int g, int b) { return r > 150 && g < 60 && b < 60; };  // as boat 1
+    const auto wake = [&] { return CountPixels(Map().Image(), 200, 100, side - 200, side - 100, red); };
     const int before = wake();
     for (int time = 80; time < 140; ++time) Seek(time);
     EXPECT_GT(wake(), before + 20);

@@ -20,7 +20,22 @@ double Luminance(const QColor& colour) {
     return 0.2126 * light(colour.redF()) + 0.7152 * light(colour.greenF()) + 0.0722 * light(colour.blueF());
 }
 
-TEST_F(SeaColoursTest, TheScaleBarIsReadOnEverySeaFromTheStart) {
+/// The largest contrast between the sea and a pixel of the map near a place.
+double ContrastNear(const QImage& map, QPoint at, int reach, double sea) {
+    double furthest = 1;
+    for (int y = at.y() - reach; y <= at.y() + reach; ++y) {
+        for (int x = at.x() - reach; x <= at.x() + reach; ++x) {
+            const double ink = Luminance(map.pixelColor(x, y));
+            furthest = std::max(furthest, (std::max(sea, ink) + 0.05) / (std::min(sea, ink) + 0.05));
+        }
+    }
+    return furthest;
+}
+
+TEST_F(SeaColoursTest, WhatSaysSomethingIsReadOnEverySeaFromTheStart) {
+    constexpr int boats = 15;  // all colours that boats have
+    WriteRace(boats, "WF, w.csv\r\nLL, 45, 150\r\nLN, 2116.9, 8369.02, 2116.9, 8369.12\r\n");
+    tree.Wind("w.csv", {{0, 12, 300}, {600, 12, 300}});
     Open();
     std::vector<Surface*> cells{nullptr};  // as the display opens
     for (Surface* cell : Form().ColourCells()) cells.push_back(cell);
@@ -30,12 +45,12 @@ TEST_F(SeaColoursTest, TheScaleBarIsReadOnEverySeaFromTheStart) {
         const QImage map = driver::Face(Map()).grab().toImage();
         const int bar = static_cast<int>(app.view.MapSide) - 20;
         const double sea = Luminance(map.pixelColor(60, bar - 12));
-        double furthest = 1;
-        for (int y = bar - 2; y <= bar + 2; ++y) {
-            const double ink = Luminance(map.pixelColor(60, y));
-            furthest = std::max(furthest, (std::max(sea, ink) + 0.05) / (std::min(sea, ink) + 0.05));
-        }
-        EXPECT_GE(furthest, 4.5);
+        EXPECT_GE(ContrastNear(map, {60, bar}, 2, sea), 4.5) << "scale bar";
+        EXPECT_GE(ContrastNear(map, PixelOf({2116.9, 8369.05}), 2, sea), 4.5) << "start line";
+        for (int boat = 1; boat <= boats; ++boat)
+            EXPECT_GE(ContrastNear(map, PixelOf({Lat + SixKnots * 400, Lon + 0.1 * (boat - 1)}), 1, sea),
+                      4.5)
+                << "track " << boat;
     }
 }
 

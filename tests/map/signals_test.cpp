@@ -10,7 +10,7 @@
 
 #include "map/course_picture.h"
 #include "map/finish_list.h"
-#include "session/boat_colours.h"
+#include "session/livery.h"
 #include "support/sailed_race.h"
 #include "support/test_desk.h"
 
@@ -113,7 +113,11 @@ TEST(PassClockTest, TheLatestRoundingIsCountedUpForFiveMinutes) {
     for (const auto& [time, text] : cases) EXPECT_EQ(clock(time), text) << time;
 }
 
-constexpr Colour LayLines = Rgb(192, 192, 255);
+const Colour LayLines = ReadableOn(Rgb(0, 255, 255), Rgb(192, 192, 255));
+
+Colour TrackColour(int boat) {
+    return ReadableOn(Rgb(0, 255, 255), BoatColour(boat));
+}
 
 /// A sailed race on a display, its whole chart shown with tracks, marks and lay lines.
 struct SailedDesk : TestDesk {
@@ -172,7 +176,7 @@ struct ColourMap {
 /// Both pictures show the tracks of all boats and the lay lines, one as `to` leads from the other.
 void ExpectSamePicture(const Picture& a, const Picture& b, const std::function<Point(Point)>& to) {
     ASSERT_EQ(a.Width(), b.Width());
-    for (const Colour colour : {BoatColour(1), BoatColour(2), BoatColour(3), BoatColour(5), LayLines}) {
+    for (const Colour colour : {TrackColour(1), TrackColour(2), TrackColour(3), TrackColour(5), LayLines}) {
         const ColourMap one(a, colour);
         const ColourMap other(b, colour);
         EXPECT_GT(one.Count(), 200) << colour;
@@ -200,7 +204,7 @@ TEST(PictureSymmetry, TheChartIsDrawnAlikeInEveryQuarterOfTheWorld) {
         const auto to = [&](Point at) { return Point{at.X * across, at.Y * up}; };
         ExpectSamePicture(desk.Map().Image(), other.Map().Image(), to);
         const auto inOverview = [](const SailedDesk& shown) {
-            return ColourMap(shown.Form().Picture6.Image(), BoatColour(1)).Count();
+            return ColourMap(shown.Form().Picture6.Image(), TrackColour(1)).Count();
         };
         EXPECT_NEAR(inOverview(other), inOverview(desk), inOverview(desk) * 0.1);
         const auto& marker = other.Form().BoatS[0];
@@ -230,7 +234,7 @@ TEST(PictureSymmetry, AZoomedChartIsTheMiddleOfTheChartMadeLarger) {
     const int middle = static_cast<int>(desk.app.view.MapSide / 2);
     desk.ClickMap({middle, middle});
     ASSERT_DOUBLE_EQ(desk.app.view.ZoomFactor, 1.4);
-    for (const Colour colour : {BoatColour(1), BoatColour(2), BoatColour(3)}) {
+    for (const Colour colour : {TrackColour(1), TrackColour(2), TrackColour(3)}) {
         const auto larger = [](Point at) { return Point{at.X * 1.4, at.Y * 1.4}; };
         EXPECT_GT(ColourMap(before, colour).ShareIn(ColourMap(desk.Map().Image(), colour), larger, 3), 0.9);
     }
