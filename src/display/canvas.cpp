@@ -4,6 +4,7 @@
 #include <utility>
 #include <vector>
 
+#include "base/parallel.h"
 #include "display/canvas_platform.h"
 #include "display/raster.h"
 
@@ -148,7 +149,24 @@ void Canvas::FilledBox(double x1, double y1, double x2, double y2, Colour colour
 
 void Canvas::Polyline(std::span<const Point> points, Colour colour) {
     if (points.size() < 2) return;
-    const raster::Stroke stroke = StrokeOf(colour);
+    DrawPolyline(points, StrokeOf(colour));
+    CurrentX = points.back().X;
+    CurrentY = points.back().Y;
+    ChangedAll();
+}
+
+// Each band of the image is drawn by itself, all lines in their order.
+void Canvas::Polylines(std::span<const ColouredLine> lines) {
+    constexpr int bands = 4;  // each takes a walk over all points
+    ForEachInParallel(bands, [&](int band) {
+        for (const ColouredLine& line : lines)
+            if (line.Points.size() > 1)
+                DrawPolyline(line.Points, raster::InBand(StrokeOf(line.Ink), image_, band - 1, bands));
+    });
+    ChangedAll();
+}
+
+void Canvas::DrawPolyline(std::span<const Point> points, const raster::Stroke& stroke) {
     const double scaleX = UnitX() * image_.Ratio;
     const double scaleY = UnitY() * image_.Ratio;
     const Point shift = PlaceOf(0.0, 0.0, PenWidth());
@@ -161,9 +179,6 @@ void Canvas::Polyline(std::span<const Point> points, Colour colour) {
         from = to;
         fromSide = toSide;
     }
-    CurrentX = points.back().X;
-    CurrentY = points.back().Y;
-    ChangedAll();
 }
 
 void Canvas::Segments(std::span<const Point> points, Colour colour) {

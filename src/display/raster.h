@@ -1,5 +1,6 @@
 #pragma once
 
+#include <limits>
 #include <span>
 
 #include "base/point.h"
@@ -14,6 +15,10 @@ struct Stroke {
     Pixel Colour = 0xFF000000U;
     double Width = 1.0;
     double Dash = 0.0;  ///< length of a dash; 0 draws a whole line
+    /// The rows that are drawn, from the first up to but not including the last: others may be drawn by
+    /// another thread at the same time. All rows of the image at first.
+    int FirstRow = 0;
+    int EndRow = std::numeric_limits<int>::max();
 };
 
 /// Beyond which edges of the image, grown by `margin`, a point lies: one bit an edge. A line whose two
@@ -33,6 +38,9 @@ bool ClipLine(const Pixels& image, double margin, Point& from, Point& to);
 /// crisp. Lines of any length cost only what lies on the image; coordinates that are no finite number draw
 /// nothing.
 void DrawSegment(Pixels& image, Point from, Point to, const Stroke& stroke);
+
+/// The image's rows cut into so many bands, from the top: the stroke as it draws in one of them, from 0.
+Stroke InBand(const Stroke& stroke, const Pixels& image, int band, int bands);
 
 /// Sets the pixels from `left`, `top` up to but not including `right`, `bottom`, given as whole pixels; a
 /// clear colour wipes them out.

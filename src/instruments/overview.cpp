@@ -1,5 +1,7 @@
 #include "instruments/overview.h"
 
+#include <vector>
+
 #include "analysis/track_at.h"
 #include "map/coast_picture.h"
 #include "map/track_picture.h"
@@ -40,8 +42,10 @@ void Overview::Draw() {
     drawnUp_ = app_.view.ScreenUpDirection;
     projection_ = Projection({app_.area.HomeCentreLat, app_.area.HomeCentreLon}, {height / 2, height / 2},
                              drawnUp_, latScale, latScale * app_.scale.LonScale);
+    std::vector<TrackPiece> tracks;
     for (int boat = 1; boat <= app_.tracks.Boats.Count(); ++boat)
-        DrawTrackLine(overview, app_, boat, 1, app_.tracks.Boats[boat].Count(), projection_);
+        tracks.push_back({boat, 1, app_.tracks.Boats[boat].Count()});
+    DrawTracks(overview, app_, tracks, projection_);
     DrawCoast(overview, app_.coast, projection_, height, app_.shown.InkColour);
 }
 

@@ -11,7 +11,6 @@
 #include "base/numbers.h"
 #include "map/coast_picture.h"
 #include "map/course_picture.h"
-#include "map/track_picture.h"
 #include "session/livery.h"
 
 namespace keelview {
@@ -57,7 +56,7 @@ void Chart::DrawGround(const Projection& projection) {
     if (form_.Check5.Value())
         DrawGrid(projection, ChooseScaleBar(pixelsPerMetre).BarMetres * pixelsPerMetre);
     else if (app_.shown.ShowTracks)
-        DrawTracks(projection);
+        DrawTracksInFocus(projection);
     DrawScaleBar(pixelsPerMetre);
 }
 
@@ -75,19 +74,21 @@ void Chart::DrawGrid(const Projection& projection, double spacing) {
     form_.Picture1.Segments(lines, GridColour);
 }
 
-void Chart::DrawTracks(const Projection& projection) {
+void Chart::DrawTracksInFocus(const Projection& projection) {
+    std::vector<TrackPiece> pieces;
     for (int boat = 1; boat <= app_.tracks.Boats.Count(); ++boat)
-        if (form_.InFocus(boat)) DrawTrack(boat, projection);
+        if (form_.InFocus(boat)) pieces.push_back(PieceOf(boat));
+    DrawTracks(form_.Picture1, app_, pieces, projection);
 }
 
 /// From the fix at the begin of the replay range to that before its end; a track that does not reach so far
 /// is drawn up to its last fix but one.
-void Chart::DrawTrack(int boat, const Projection& projection) {
+TrackPiece Chart::PieceOf(int boat) const {
     const Track& track = app_.tracks.Boats[boat];
     const int first = std::max(1, FindSegment(track, app_.clock.ReplayRangeStart));
     int last = FindSegment(track, app_.clock.ReplayRangeEnd);
     if (last < first) last = track.Count() - 1;
-    DrawTrackLine(form_.Picture1, app_, boat, first, last, projection);
+    return {boat, first, last};
 }
 
 void Chart::DrawScaleBar(double pixelsPerMetre) {

@@ -2,6 +2,7 @@
 
 #include "analysis/view.h"
 #include "display/overlay.h"
+#include "map/track_picture.h"
 #include "session/app_state.h"
 #include "session/instrument.h"
 #include "session/race_disp.h"
@@ -23,8 +24,8 @@ class Chart : public Instrument {
   private:
     void DrawGround(const Projection& projection);
     void DrawGrid(const Projection& projection, double spacing);
-    void DrawTracks(const Projection& projection);
-    void DrawTrack(int boat, const Projection& projection);
+    void DrawTracksInFocus(const Projection& projection);
+    TrackPiece PieceOf(int boat) const;
     void DrawScaleBar(double pixelsPerMetre);
     void DrawTimePoints(const Projection& projection);
     void DrawCourseNow();

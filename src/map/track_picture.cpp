@@ -3,22 +3,27 @@
 #include <vector>
 
 #include "analysis/track_details.h"
+#include "base/parallel.h"
 #include "session/livery.h"
 
 namespace keelview {
 
-void DrawTrackLine(Surface& picture, const AppState& app, int boat, int first, int last,
-                   const Projection& projection) {
+void DrawTracks(Surface& picture, const AppState& app, std::span<const TrackPiece> pieces,
+                const Projection& projection) {
     constexpr double finest = 0.25;  // pixels of the screen
     const double pixelsPerUnit = picture.Image().Height() / picture.ScaleHeight();
     const double tolerance = finest / (pixelsPerUnit * projection.PerLatMinute());
     const OneBased<float> unknown;
-    const auto& details = app.details.Holds(boat) ? app.details[boat] : unknown;
-    const Track& track = app.tracks.Boats[boat];
-    std::vector<Point> points;
-    for (const int fix : FixesToDraw(details, first, last, tolerance))
-        points.push_back(projection.ToScreen(track.At(fix)));
-    picture.Polyline(points, ReadableOn(app.shown.SeaColour, BoatColour(boat)));
+    std::vector<ColouredLine> lines(pieces.size());
+    ForEachInParallel(static_cast<int>(pieces.size()), [&](int number) {
+        const auto& [boat, first, last] = pieces[static_cast<std::size_t>(number - 1)];
+        ColouredLine& line = lines[static_cast<std::size_t>(number - 1)];
+        const auto& details = app.details.Holds(boat) ? app.details[boat] : unknown;
+        line.Ink = ReadableOn(app.shown.SeaColour, BoatColour(boat));
+        for (const int fix : FixesToDraw(details, first, last, tolerance))
+            line.Points.push_back(projection.ToScreen(app.tracks.Boats[boat].At(fix)));
+    });
+    picture.Polylines(lines);
 }
 
 }  // namespace keelview

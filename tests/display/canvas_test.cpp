@@ -2,7 +2,11 @@
 
 #include <QPixmap>
 #include <QWidget>
+#include <algorithm>
+#include <cstdlib>
+#include <random>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "display/form.h"
@@ -39,6 +43,39 @@ TEST(Sprite, CoversNoMoreThanItsShapeAndTakesTheGroundIntoItsEdges) {
     EXPECT_GT(edges, 20);
     boat.Cls();
     EXPECT_EQ(driver::Face(map).grab().toImage().pixelColor(30, 35), QColor(255, 255, 255));
+}
+
+TEST(Canvas, ManyLinesAtOnceLookAsOneAfterAnother) {
+    Form form("Form", Form::Kind::Fixed, 400, 200);
+    Surface one(form, "One", BorderStyle::None), many(form, "Many", BorderStyle::None);
+    std::mt19937 random(5);
+    std::uniform_real_distribution<double> place(-50, 250);
+    std::vector<ColouredLine> lines;
+    for (const Colour ink : {Red, Blue, Black, Yellow, White})
+        for (int line = 0; line < 4; ++line) {
+            lines.push_back({{}, ink});
+            for (int i = 0; i < 30; ++i) lines.back().Points.push_back({place(random), place(random)});
+            lines.back().Points.push_back({lines.back().Points.back().X, place(random)});  // an upright one
+        }
+    for (const auto& [width, style] : {std::pair{1, DrawStyle::Solid}, {3, DrawStyle::Dotted}}) {
+        for (Surface* surface : {&one, &many}) {
+            surface->Move(0, 0, 200, 200);
+            surface->Cls();
+            surface->DrawWidth = width;
+            surface->Style = style;
+        }
+        for (const ColouredLine& line : lines) one.Polyline(line.Points, line.Ink);
+        many.Polylines(lines);
+        const Picture first = one.Image(), second = many.Image();
+        int apart = 0;
+        for (int y = 0; y < first.Height(); ++y)
+            for (int x = 0; x < first.Width(); ++x) {
+                const ColourParts a = PartsOf(first.PixelAt(x, y)), b = PartsOf(second.PixelAt(x, y));
+                apart = std::max({apart, std::abs(a.Red - b.Red), std::abs(a.Green - b.Green),
+                                  std::abs(a.Blue - b.Blue)});
+            }
+        EXPECT_LE(apart, 4);
+    }
 }
 
 TEST(Event, ASecondHandlerIsRefusedUntilTheFirstIsCleared) {
