@@ -4,6 +4,7 @@
 #include <string>
 #include <utility>
 
+#include "base/paths.h"
 #include "base/strings.h"
 #include "base/system_files.h"
 
@@ -22,7 +23,7 @@ std::string HarmlessName(std::string_view name) {
 
 /// The name of an entry of a folder that equals `name` but for case; the first by bytes of several.
 std::string NameIn(const fs::path& folder, const std::string& name) {
-    if (PathExists(folder / name)) return name;
+    if (PathExists(folder / PathOf(name))) return name;
     std::string found;
     for (const std::string& here : NamesInFolder(folder))
         if (EqualNoCase(here, name) && (found.empty() || here < found)) found = here;
@@ -99,7 +100,7 @@ fs::path FindBelow(const fs::path& base, std::string_view relative) {
     fs::path path = base;
     for (const std::string_view part : Split(parts, '/')) {
         if (part.empty() || part == ".") continue;
-        path /= NameIn(path, HarmlessName(part));
+        path /= PathOf(NameIn(path, HarmlessName(part)));
     }
     return path;
 }
@@ -125,7 +126,7 @@ std::vector<fs::path> FilesBelow(const fs::path& path) {
         open.pop_back();
         for (const std::string& name : NamesInFolder(folder)) {
             if (name.starts_with('.')) continue;
-            fs::path entry = folder / name;
+            fs::path entry = folder / PathOf(name);
             if (IsFile(entry))
                 files.push_back(std::move(entry));
             else if (IsFolderItself(entry))
@@ -140,7 +141,7 @@ std::vector<std::string> ListFiles(const fs::path& folder, std::string_view patt
     const std::string upperPattern = pattern == "*.*" ? "*" : UpperAscii(pattern);
     std::vector<std::string> names;
     for (std::string& name : NamesInFolder(folder))
-        if (Matches(UpperAscii(name), upperPattern) && IsFile(folder / name))
+        if (Matches(UpperAscii(name), upperPattern) && IsFile(folder / PathOf(name)))
             names.push_back(std::move(name));
     std::sort(names.begin(), names.end(), [](const std::string& a, const std::string& b) {
         const std::string upperA = UpperAscii(a);

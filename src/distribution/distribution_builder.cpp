@@ -6,6 +6,7 @@
 
 #include "analysis/race_numbers.h"
 #include "base/files.h"
+#include "base/paths.h"
 #include "base/strings.h"
 #include "base/text_encoding.h"
 #include "distribution/process.h"
@@ -173,7 +174,7 @@ class Build {
     static fs::path PlaceOf(std::string_view folder, std::string_view name) {
         std::string place(name);
         std::ranges::replace(place, '\\', '/');
-        return fs::path(folder) / place;
+        return PathOf(folder) / place;
     }
 
     void Miss(const std::string& name) {
@@ -190,7 +191,7 @@ class Build {
 /// Packs a finished folder beside itself; the packed file, or nothing, and nothing left of it, if that
 /// fails.
 fs::path Pack(const fs::path& distribution, const std::string& folderName) {
-    fs::path packed = distribution / (folderName + std::string(PackedEnd));
+    fs::path packed = distribution / PathOf(folderName + std::string(PackedEnd));
     fs::path unfinished = packed;
     unfinished += UnfinishedMark;
     std::string nothing;
@@ -233,8 +234,8 @@ bool DistributionExists(const fs::path& appPath, std::string_view folderName) {
 DistributionResult BuildDistribution(const fs::path& appPath, const DistributionOrder& order,
                                      const LibraryListing& listing) {
     const fs::path distribution = FindBelow(appPath, DistributionFolder);
-    const fs::path root = distribution / order.FolderName;
-    const fs::path unfinished = distribution / (order.FolderName + std::string(UnfinishedMark));
+    const fs::path root = distribution / PathOf(order.FolderName);
+    const fs::path unfinished = distribution / PathOf(order.FolderName + std::string(UnfinishedMark));
     std::error_code error;
     DistributionResult result;
     try {

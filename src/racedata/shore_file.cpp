@@ -10,6 +10,7 @@
 
 #include "base/files.h"
 #include "base/numbers.h"
+#include "base/paths.h"
 #include "base/strings.h"
 #include "racedata/tracks/bytes.h"
 
@@ -231,7 +232,7 @@ ShoreTiles ReadShoreTiles(const fs::path& folder, const std::vector<int>& wanted
         names, [](const std::string& name) { return EqualNoCase(name, WorldShoreFile); });
     if (world != names.end()) std::rotate(world, world + 1, names.end());
     ShoreTiles tiles;
-    for (const std::string& name : names) AddTiles(folder / name, wanted, tiles);
+    for (const std::string& name : names) AddTiles(folder / PathOf(name), wanted, tiles);
     return tiles;
 }
 

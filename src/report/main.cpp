@@ -16,6 +16,8 @@
 
 #include "base/files.h"
 #include "base/numbers.h"
+#include "base/paths.h"
+#include "base/system_command_line.h"
 #include "racedata/refusal_text.h"
 #include "report/leg_report.h"
 #include "report/new_race.h"
@@ -44,11 +46,11 @@ struct Request {
     std::string Fault;  ///< what is wrong with the command line; empty when nothing is
 };
 
-Request ReadCommandLine(const std::vector<std::string_view>& arguments) {
+Request ReadCommandLine(const std::vector<std::string>& arguments) {
     Request request;
-    std::vector<std::string_view> names;
+    std::vector<std::string> names;
     for (std::size_t i = 0; i < arguments.size(); ++i) {
-        const std::string_view argument = arguments[i];
+        const std::string& argument = arguments[i];
         if (argument == "--at") {
             const auto seconds =
                 ++i < arguments.size() ? StrictNumber(arguments[i]) : std::optional<double>();
@@ -66,15 +68,15 @@ Request ReadCommandLine(const std::vector<std::string_view>& arguments) {
             request.Csv = ++i < arguments.size() ? TableKind(arguments[i]) : std::nullopt;
             if (!request.Csv) request.Fault = "--csv needs time, distance or speed";
         } else if (argument.starts_with("-")) {
-            request.Fault = "unknown option " + std::string(argument);
+            request.Fault = "unknown option " + argument;
         } else {
             names.push_back(argument);
         }
     }
     if (request.New ? names.size() > 2 : names.size() == 2) {
-        request.Tree = names[0];
+        request.Tree = PathOf(names[0]);
         request.RaceFile = names[1];
-        request.Files.assign(names.begin() + 2, names.end());
+        for (std::size_t i = 2; i < names.size(); ++i) request.Files.push_back(PathOf(names[i]));
     } else if (request.Fault.empty()) {
         request.Fault = Usage;
     }
@@ -123,7 +125,7 @@ int MakeNew(const Request& request) {
     return made.Trouble.empty() ? printed : Complain(made.Trouble);
 }
 
-int Run(const std::vector<std::string_view>& arguments) {
+int Run(const std::vector<std::string>& arguments) {
     const Request request = ReadCommandLine(arguments);
     if (!request.Fault.empty()) return Complain(request.Fault);
     if (request.New) return MakeNew(request);
@@ -143,5 +145,6 @@ int Run(const std::vector<std::string_view>& arguments) {
 }  // namespace keelview
 
 int main(int argc, char** argv) {
-    return keelview::Run(std::vector<std::string_view>(argv + (argc > 0 ? 1 : 0), argv + argc));
+    keelview::KeepLineEnds(stdout);
+    return keelview::Run(keelview::ArgumentsOf(argc, argv));
 }

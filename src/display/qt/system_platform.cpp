@@ -18,6 +18,7 @@
 #include <utility>
 
 #include "base/files.h"
+#include "base/paths.h"
 #include "display/platform.h"
 #include "display/qt/convert.h"
 #include "display/qt/native_control.h"
@@ -78,11 +79,11 @@ class SystemPlatform : public Platform {
 
     std::filesystem::path ProgramFolder() override {
         const std::string tree = Variable("KEELVIEW_TREE");
-        if (!tree.empty()) return std::filesystem::path(tree).lexically_normal();
-        const std::filesystem::path program = FromQt(QCoreApplication::applicationFilePath());
+        if (!tree.empty()) return PathOf(tree).lexically_normal();
+        const std::filesystem::path program = PathOf(FromQt(QCoreApplication::applicationFilePath()));
         if (!dataFolder_) return program.parent_path();
         const QString data = QStandardPaths::writableLocation(QStandardPaths::GenericDataLocation);
-        return dataFolder_(program, FromQt(data + "/keelview"), UserIsJapanese());
+        return dataFolder_(program, PathOf(FromQt(data + "/keelview")), UserIsJapanese());
     }
 
     bool UserIsJapanese() override {
@@ -176,7 +177,7 @@ class SystemPlatform : public Platform {
 int SystemPlatform::OpenDocument(const std::string& target, const std::filesystem::path& folder) {
     QString document = ToQt(target);
     if (target.find("://") == std::string::npos) {
-        const std::filesystem::path path = folder / target;
+        const std::filesystem::path path = folder / PathOf(target);
         std::error_code error;
         if (!std::filesystem::exists(path.parent_path(), error)) return NoSuchPath;
         if (!std::filesystem::exists(path, error)) return NoSuchFile;

@@ -1,0 +1,38 @@
+# The sources of the libraries that Debian has compiled for its own machines alone. Sourced by the scripts that compile
+# for others, never started by itself.
+
+# need_library_sources FOLDER : brings zlib, minizip and pugixml there as Debian has patched them, and all their headers
+# in FOLDER/include, unless they are there. They are fetched by a list of sources and a state of apt of their own, so
+# that the system's are left as they are.
+need_library_sources() {
+    local libraries=$1
+    [ ! -d "$libraries" ] || return 0
+    rm -rf "$libraries.new"
+    mkdir -p "$libraries.new/lists/partial"
+    pushd "$libraries.new" >/dev/null
+    local release
+    release=$(. /etc/os-release && echo "$VERSION_CODENAME")
+    echo "deb-src [signed-by=/usr/share/keyrings/debian-archive-keyring.gpg]" \
+        "http://deb.debian.org/debian $release main" >sources.list
+    local apt=(apt-get -q -o Dir::Etc::sourcelist="$PWD/sources.list" -o Dir::Etc::sourceparts=/dev/null
+        -o Dir::State::lists="$PWD/lists" -o Dir::Cache::pkgcache= -o Dir::Cache::srcpkgcache=
+        -o APT::Sandbox::User=root)
+    "${apt[@]}" update
+    "${apt[@]}" source zlib minizip pugixml
+    rm -rf lists
+    # Their headers in one folder, with those of nlohmann that need no source.
+    mkdir include
+    cd include
+    ln -s ../zlib-*/{zlib,zconf}.h ../pugixml-*/src/*.hpp /usr/include/nlohmann .
+    ln -s ../minizip-* minizip
+    popd >/dev/null
+    mv "$libraries.new" "$libraries"
+}
+
+# compile_all LIST FOLDER COMMAND... : one object in the folder for each source of the list of that name, named after
+# its path.
+compile_all() {
+    local -n list=$1
+    printf '%s\0' "${list[@]}" | xargs -0 -P "$(nproc)" -I{} bash -c \
+        'object=${1//\//.}; out=$2; shift 2; "$@" -o "$out/${object%.*}.o"' _ {} "${@:2}" -c {}
+}
