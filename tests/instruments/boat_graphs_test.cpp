@@ -1,5 +1,7 @@
 #include <gtest/gtest.h>
 
+#include <QImage>
+#include <QWidget>
 #include <tuple>
 #include <utility>
 
@@ -206,6 +208,35 @@ TEST_F(BoatGraphsTest, ALongPreStartHasItsWindAtItsTime) {
     EXPECT_EQ(app.wind[1].WindTime, app.wind[2].WindTime);  // the guard lies before no entry
     EXPECT_EQ(app.wind[4].WindTime, 600);
     EXPECT_TRUE(LineAt(Degrees(100), 590, Black));  // the line runs to the finish
+}
+
+TEST(GraphLine, OfDozensOfPointsInARowLooksAsDrawnFromPointToPoint) {
+    Form form("Form", Form::Kind::Fixed, 300, 300);
+    Surface page(form, "Page", BorderStyle::None);
+    page.Move(0, 0, 300, 300);
+    form.ShowNow();
+    const auto seen = [&page] { return driver::Face(page).grab().toImage(); };
+    const QImage blank = seen();
+    GraphLine line;
+    std::vector<Point> points;
+    const auto add = [&](double x, double y) {
+        points.push_back({x, y});
+        line.To(x, y);
+    };
+    double y = 290;
+    for (int i = 0; y > 10; ++i) {
+        add(150 + 90 * std::sin(y / 20) + 3 * std::sin(i * 1.9), y);
+        y -= y < 200 && y > 190       ? 4
+             : y > 100 || i % 16 == 0 ? 0.1
+                                      : 0.6;  // a gap, and a rest that is sparse
+    }
+    line.End();
+    line.Draw(page, Red);
+    const QImage fast = seen();
+    page.Cls();
+    page.Polyline(points, Red);
+    EXPECT_LE(std::max(Furthest(fast, seen()), Furthest(seen(), fast)), 160);
+    EXPECT_GT(Furthest(fast, blank), 200);
 }
 
 /// Three lines, 0.0201, 0.3005 and 0.7005 miles north. Boat 1 sails north at 6 knots: 12, 180 and 420
