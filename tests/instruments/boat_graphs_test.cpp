@@ -76,6 +76,12 @@ TEST_F(BoatGraphsTest, ALongTrackKeepsItsExtremes) {
     OpenGraphs();
     const auto red = [](int r, int g, int b) { return r > g + 60 && g == b; };
     EXPECT_GT(CountPixels(Form().GPIC.Image(), Knots(9), Y(7190), Knots(9), Y(50), red), 65);
+    // Of the lines of the time those of 10, 30 and 60 minutes stand out.
+    for (const auto& [second, colour] : {std::pair{300, Rgb(192, 192, 192)},
+                                         {600, Rgb(255, 192, 192)},
+                                         {1800, Rgb(255, 128, 0)},
+                                         {3600, Red}})
+        EXPECT_TRUE(LineAt(Degrees(205), second, colour)) << second;
 }
 
 TEST_F(BoatGraphsTest, WindOfAFileIsReadUnderThePointer) {
