@@ -42,5 +42,23 @@ void ChartWithTracks(benchmark::State& state) {
 }
 BENCHMARK(ChartWithTracks)->Unit(benchmark::kMillisecond);
 
+/// A step of a drag with the tracks of all boats, all that it changes on its way to the screen.
+void DragStep(benchmark::State& state) {
+    Film film;
+    film.Form().Check5.SetValue(false);
+    film.ShowMoment();
+    AppState& app = *film.app;
+    const Position held = app.view.Centre();
+    double step = 0;
+    for (auto _ : state) {
+        step = std::fmod(step + 3, 90);
+        BringUnder(held, {400 + step, 450 - step}, app.area, app.scale, app.view);
+        film.desk->session.TheStage().Repaint(Changed::View);
+        film.ShowMoment();
+        for (Surface* picture : {&film.Form().Picture1, &film.Form().Picture6}) picture->Refresh();
+    }
+}
+BENCHMARK(DragStep)->Unit(benchmark::kMillisecond);
+
 }  // namespace
 }  // namespace keelview::bench

@@ -12,10 +12,19 @@ void DrawGraphs(benchmark::State& state) {
     const Display display(WindSamples);
     for (int boat = 1; boat <= Boats; ++boat) display.Form().Ticks[boat].InFocus = boat <= state.range(0);
     display.app->shown.ViewMode = ViewKind::Graph;
+    display.desk->graphs.Repaint(Changed::Mode);
     for (auto _ : state) display.desk->graphs.Repaint(Changed::Focus);
     state.SetItemsProcessed(state.iterations() * 2 * Boats * Fixes);
 }
 BENCHMARK(DrawGraphs)->ArgName("focus")->Arg(Boats)->Arg(1)->Unit(benchmark::kMillisecond);
+
+/// Their lines put together as well, as for another size of the window.
+void PutGraphsTogether(benchmark::State& state) {
+    const Display display(WindSamples);
+    display.app->shown.ViewMode = ViewKind::Graph;
+    for (auto _ : state) display.desk->graphs.Repaint(Changed::Size);
+}
+BENCHMARK(PutGraphsTogether)->Unit(benchmark::kMillisecond)->MeasureProcessCPUTime()->UseRealTime();
 
 /// `kind`: time, distance, speed, analysis.
 void DrawDataPage(benchmark::State& state) {

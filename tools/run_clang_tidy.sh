@@ -11,7 +11,7 @@ if [ "${#files[@]}" -eq 0 ]; then
     mapfile -t files < <(sed -n "s|.*\"file\": \"$PWD/\(src/.*\.cpp\)\".*|\1|p" "$build/compile_commands.json" | sort -u)
 fi
 if printf '%s\0' "${files[@]}" |
-    xargs -0 -P "$(nproc)" -n 1 clang-tidy-19 -p "$build" --quiet --extra-arg=-Wno-unknown-warning-option 2>/dev/null; then
+    xargs -0 -P "$(nproc)" -n 1 clang-tidy-22 -p "$build" --quiet 2>/dev/null; then
     echo "clang-tidy: ${#files[@]} files, nothing found"
 else
     echo "clang-tidy: see the findings above" >&2

@@ -10,7 +10,7 @@ VIRTUAL_DISPLAY_PACKAGES=(xvfb xdotool imagemagick)
 TEST_PACKAGES=(ccache libgtest-dev libgmock-dev libbenchmark-dev x11-utils clang-format python3
     "${VIRTUAL_DISPLAY_PACKAGES[@]}")
 # What CI needs on top.
-CI_PACKAGES=(clang-tidy-19)
+CI_PACKAGES=(clang-tidy-22)
 # What looking for hostile files needs on top.
 FUZZ_PACKAGES=(clang-19 libclang-rt-19-dev)
 # What compiling for Windows, and running that, needs on top.

@@ -40,7 +40,7 @@ double UsualPace(const CourseOnWater& course, const Track& track) {
             paces.push_back(course.Distance(track.At(fix), track.At(fix + 1)) / seconds);
     }
     if (paces.empty()) return 0.0;
-    const auto ninth = paces.begin() + std::ptrdiff_t(paces.size() * 9 / 10);
+    const auto ninth = paces.begin() + static_cast<std::ptrdiff_t>(paces.size() * 9 / 10);
     std::ranges::nth_element(paces, ninth);
     return *ninth;
 }

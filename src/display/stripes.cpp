@@ -47,6 +47,13 @@ std::vector<LineStripe> StripesAlong(std::span<const Point> way, std::span<const
     return found;
 }
 
+std::optional<Colour> StripeAt(double along, std::span<const Colour> stripes) {
+    const double inGroup = along - std::floor(along / GroupPitch) * GroupPitch - GroupPitch / 2;
+    const double number = std::floor(inGroup / Pitch);
+    if (number < 0 || number >= double(stripes.size()) || inGroup - number * Pitch >= Length) return {};
+    return stripes[static_cast<std::size_t>(number)];
+}
+
 void StripedPolyline(Canvas& canvas, std::span<const Point> way, Colour ground,
                      std::span<const Colour> stripes) {
     canvas.Polyline(way, ground);

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <optional>
 #include <span>
 #include <vector>
 
@@ -19,6 +20,9 @@ struct LineStripe {
 /// The stripes along a way of straight pieces (pixels): all of them in a group, and such groups again and
 /// again from the begin of the way on. No stripes, or a way without length, give none.
 std::vector<LineStripe> StripesAlong(std::span<const Point> way, std::span<const Colour> stripes);
+
+/// The ink of the stripe that covers a place so many pixels from where a line begins; nothing between them.
+std::optional<Colour> StripeAt(double along, std::span<const Colour> stripes);
 
 /// Joined lines through points in the canvas's pixels, DrawWidth wide, with stripes along them.
 void StripedPolyline(Canvas& canvas, std::span<const Point> way, Colour ground,

@@ -6,6 +6,7 @@
 
 #include "analysis/track_smoothing.h"
 #include "base/numbers.h"
+#include "base/parallel.h"
 #include "instruments/page_text.h"
 #include "session/livery.h"
 
@@ -56,14 +57,18 @@ std::string GridLabel(int i) {
 
 BoatGraphs::BoatGraphs(const AppState& app, RaceDisp& form) : app_(app), form_(form) {
     for (OptionButton* option : {&form_.Option13, &form_.Option14, &form_.Option15})
-        option->OnClick = [this] { Repaint(Changed::Focus); };
+        option->OnClick = [this] { Repaint(Changed::Mode); };
 }
 
 void BoatGraphs::Repaint(Changed changed) {
     const Changed mine =
         Changed::Race | Changed::Boats | Changed::Wind | Changed::Size | Changed::Focus | Changed::Mode;
     if (app_.shown.ViewMode != ViewKind::Graph || !Any(changed, mine)) return;
-    if (changed != Changed::Focus) FindFastest();
+    if (changed != Changed::Focus) {
+        PlaceControls();
+        FindFastest();
+        PutLinesTogether();
+    }
     Draw();
 }
 
@@ -75,7 +80,6 @@ void BoatGraphs::Show(const Moment& now) {
 
 void BoatGraphs::Draw() {
     Surface& page = form_.GPIC;
-    PlaceControls();
     page.Cls();
     page.FontSize = 9 * app_.settings.FontScale;
     page.DrawWidth = 1;
@@ -199,14 +203,23 @@ void BoatGraphs::DrawTimeGrid() {
 void BoatGraphs::DrawBoats(bool inFocus, Chart chart) {
     for (int boat = app_.tracks.Boats.Count(); boat >= 1; --boat) {
         if (form_.InFocus(boat) != inFocus) continue;
-        GraphLine line = inFocus ? GraphLine(form_.GPIC, ReadableOn(form_.GPIC.BackColor, BoatColour(boat)),
-                                             LiveryOf(boat).Stripes)
-                                 : GraphLine(form_.GPIC, PaleBoat);
-        DrawBoat(boat, chart, line);
+        const GraphLine& line = chart == Chart::Course ? lines_[boat].Course : lines_[boat].Speed;
+        if (inFocus)
+            line.Draw(form_.GPIC, ReadableOn(form_.GPIC.BackColor, BoatColour(boat)),
+                      LiveryOf(boat).Stripes);
+        else
+            line.Draw(form_.GPIC, PaleBoat);
     }
 }
 
-void BoatGraphs::DrawBoat(int boat, Chart chart, GraphLine& line) const {
+/// The lines stay the same until something but the focus changes.
+void BoatGraphs::PutLinesTogether() {
+    lines_.Assign(Times().Empty() ? 0 : app_.tracks.Boats.Count(), {});
+    ForEachInParallel(lines_.Count(), [this](int boat) { lines_[boat] = LinesOf(boat); });
+}
+
+BoatGraphs::BoatLines BoatGraphs::LinesOf(int boat) const {
+    BoatLines lines;
     const TimeAxis times = Times();
     const CompassAxis compass = Compass();
     const SpeedAxis speeds = Speeds();
@@ -216,24 +229,25 @@ void BoatGraphs::DrawBoat(int boat, Chart chart, GraphLine& line) const {
         const double time = track.TrackTime[fix];
         if (time < EarliestShown || time >= app_.race.RaceDuration) continue;
         smoothed.GoTo(fix);
-        if (chart == Chart::Course)
-            line.ToDirection(compass, smoothed.Course() - app_.race.MagVariation, times.Y(time));
-        else
-            line.To(speeds.X(smoothed.Speed()), times.Y(time));
+        lines.Course.ToDirection(compass, smoothed.Course() - app_.race.MagVariation, times.Y(time));
+        lines.Speed.To(speeds.X(smoothed.Speed()), times.Y(time));
     }
-    line.End();
+    lines.Course.End();
+    lines.Speed.End();
+    return lines;
 }
 
 void BoatGraphs::DrawWindDirection(double turn, Colour colour) {
     const TimeAxis times = Times();
     const CompassAxis compass = Compass();
-    GraphLine line(form_.GPIC, colour);
+    GraphLine line;
     const auto addPiece = [&](const WindSample& begin, const WindSample& end) {
         for (const WindSample* sample : {&begin, &end})
             line.ToDirection(compass, sample->WindDirection + turn, times.Y(sample->WindTime));
     };
     ForEachPiece(app_.wind, EarliestShown, app_.race.RaceDuration, addPiece);
     line.End();
+    line.Draw(form_.GPIC, colour);
 }
 
 void BoatGraphs::DrawStartAndFinish() {

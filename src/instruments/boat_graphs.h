@@ -2,6 +2,7 @@
 
 #include <optional>
 
+#include "base/one_based.h"
 #include "instruments/graph_axes.h"
 #include "instruments/graph_line.h"
 #include "instruments/time_axis.h"
@@ -35,6 +36,9 @@ class BoatGraphs : public Instrument {
   private:
     /// Along the course of the boats, or along their speed.
     enum class Chart { Course, Speed };
+    struct BoatLines {
+        GraphLine Course, Speed;
+    };
     void Draw();
     void PlaceControls();
     void FindFastest();
@@ -43,8 +47,9 @@ class BoatGraphs : public Instrument {
     void DrawDirectionGrid();
     void DrawSpeedGrid();
     void DrawTimeGrid();
+    void PutLinesTogether();
+    BoatLines LinesOf(int boat) const;
     void DrawBoats(bool inFocus, Chart chart);
-    void DrawBoat(int boat, Chart chart, GraphLine& line) const;
     void DrawWindDirection(double turn, Colour colour);
     void DrawStartAndFinish();
     double DistanceTo(int boat, Chart chart, const Point& at) const;
@@ -53,7 +58,8 @@ class BoatGraphs : public Instrument {
 
     const AppState& app_;
     RaceDisp& form_;
-    double fastest_ = 0.0;  ///< knots that the speeds reach, of boats and half the wind's
+    OneBased<BoatLines> lines_;  ///< as they are drawn in whatever colour, by boat
+    double fastest_ = 0.0;       ///< knots that the speeds reach, of boats and half the wind's
 };
 
 }  // namespace keelview

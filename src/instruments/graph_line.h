@@ -9,26 +9,24 @@
 
 namespace keelview {
 
-/// A line of the graphs, put together point by point along the time and drawn in one stroke. What lies in
-/// one row of pixels is thinned out, which the picture does not show: long tracks have dozens of fixes in
-/// each row.
+/// A line of the graphs, put together point by point along the time, and drawn as often as it is wanted. In
+/// a row of pixels with more than two points, as long tracks have dozens in each, it is one level stroke
+/// over all that the line covers there.
 class GraphLine {
   public:
-    /// In a colour, with stripes along it (display/stripes.h).
-    GraphLine(Canvas& page, Colour colour, std::span<const Colour> stripes = {})
-        : page_(page), colour_(colour), stripes_(stripes) {}
     /// Goes on to a point.
     void To(double x, double y) { points_.push_back({x, y}); }
     /// Goes on to a direction the short way round: over an edge of the compass and in again at the other.
     void ToDirection(const CompassAxis& axis, double direction, double y);
-    /// Draws what was put together since the last End.
+    /// Ends the stroke of the points since the last End: what follows is not joined to it.
     void End();
+    /// In a colour, with stripes along it (display/stripes.h).
+    void Draw(Canvas& page, Colour colour, std::span<const Colour> stripes = {}) const;
 
   private:
-    Canvas& page_;
-    Colour colour_;
-    std::span<const Colour> stripes_;
-    std::vector<Point> points_;
+    std::vector<Point> points_;  // since the last End
+    std::vector<std::vector<Point>> strokes_;
+    std::vector<Point> levels_;  // both ends of each level stroke
 };
 
 }  // namespace keelview

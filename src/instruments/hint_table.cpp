@@ -12,9 +12,16 @@ ControlHint HintOf(Control& owner, HintGate gate, HintSize size, Text words) {
     return {.Owner = &owner, .Gate = gate, .Size = size, .Words = words};
 }
 
-/// The film's speed, the race file, the course.
+/// The film's steps and speed, the race file, its times, the course.
 std::vector<ControlHint> RaceDataHints(RaceDisp& form) {
     return {
+        HintOf(form.Command6, HintsOn, {130, 16}, {"Go on by one step", "1コマ進めます"}),
+        HintOf(form.Command7, HintsOn, {130, 16}, {"Go back by one step", "1コマ戻します"}),
+        HintOf(form.Command4, HintsOn, {220, 32},
+               {"Set the start and the finish of\n"
+                "the race to the times above.",
+                "上の時刻をレースのスタートと\n"
+                "フィニッシュに設定します"}),
         HintOf(form.Text2, Always, {270, 16},
                {"Change the playback speed by the slide bar", "早送り速度を右のスライドバーで変更します"}),
         HintOf(form.Command2, HintsOn, {200, 45},
@@ -81,6 +88,13 @@ std::vector<ControlHint> CheckBoxHints(RaceDisp& form) {
                 "そこからの距離・方位を測定します\n"
                 "（再度押すと測定モードを解除）"}),
         HintOf(form.Check5, HintsOn, {170, 16}, {"Switch auto trace on or off", "自動追尾をON/OFFします"}),
+        HintOf(form.Check1, HintsOn, {230, 45},
+               {"Draw a dot for each minute on the\n"
+                "tracks of the boats in focus.\n"
+                "( When auto trace is off )",
+                "選択した艇の航跡に1分ごとの点を\n"
+                "表示します\n"
+                "（自動追尾時は無効です）"}),
         HintOf(form.Check8, Always, {170, 15},
                {"Draw the lay lines or not", "レイラインの表示をon-offします"}),
     };
@@ -148,12 +162,34 @@ ControlHint WindEntryHint(RaceDisp& form) {
     return hint;
 }
 
+/// The smoothing of the graphs.
+std::vector<ControlHint> SmoothingHints(RaceDisp& form) {
+    std::vector<ControlHint> hints;
+    for (OptionButton* option : {&form.Option13, &form.Option14, &form.Option15})
+        hints.push_back(HintOf(*option, HintsOn, {230, 45},
+                               {"Raw shows every fix as it is;\n"
+                                "means over 5 or 15 seconds make\n"
+                                "the lines calmer.",
+                                "「生」は全測位点をそのまま表示します。\n"
+                                "5秒、15秒の平均にすると線が\n"
+                                "滑らかになります。"}));
+    return hints;
+}
+
+/// What a hint stands below, where its control is on the graphs; the control itself or the frame round it.
+const Control* OnGraphs(const ControlHint& hint, const RaceDisp& form) {
+    if (hint.Owner == &form.Command12) return hint.Owner;
+    for (const OptionButton* option : {&form.Option13, &form.Option14, &form.Option15})
+        if (hint.Owner == option) return &form.Frame5;
+    return nullptr;
+}
+
 }  // namespace
 
 std::vector<ControlHint> ControlHints(RaceDisp& form) {
     std::vector<ControlHint> hints{WindEntryHint(form)};
-    for (const auto& group :
-         {RaceDataHints(form), CheckBoxHints(form), ColourCellHints(form), DoorHints(form)})
+    for (const auto& group : {SmoothingHints(form), RaceDataHints(form), CheckBoxHints(form),
+                              ColourCellHints(form), DoorHints(form)})
         hints.insert(hints.end(), group.begin(), group.end());
     return hints;
 }
@@ -207,11 +243,11 @@ HintPlace BesidePanel(const RaceDisp& form, double top, double width, double hei
 
 HintPlace PlaceOf(const ControlHint& hint, const RaceDisp& form, bool useEnglish) {
     const double width = useEnglish ? hint.Size.Width : hint.Size.WidthJapanese;
-    if (hint.Owner != &form.Command12)
+    const Control* onGraphs = OnGraphs(hint, form);
+    if (onGraphs == nullptr)
         return BesidePanel(form, form.Picture7.Top() + hint.Owner->Top(), width, hint.Size.Height);
-    // On the graphs, below the button and left of what it is about.
-    return {.Left = form.GPIC.Left() + hint.Owner->Left(),
-            .Top = form.GPIC.Top() + hint.Owner->Top() + hint.Owner->Height() + 4,
+    return {.Left = form.GPIC.Left() + onGraphs->Left(),
+            .Top = form.GPIC.Top() + onGraphs->Top() + onGraphs->Height() + 4,
             .Width = width,
             .Height = hint.Size.Height};
 }

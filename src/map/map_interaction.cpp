@@ -123,10 +123,11 @@ void MapInteraction::ClickAt(const MouseEvent& event, const Position& at) {
 bool MapInteraction::FollowDrag(const MouseEvent& event) {
     if (event.Button == MouseButton::None) LetGo();  // it was let go of elsewhere
     if (!held_ || held_->Event.Button == MouseButton::Right) return false;
-    const double moved = std::hypot(event.X - held_->Event.X, event.Y - held_->Event.Y);
-    if (!held_->Drags && moved <= TrembleOfHand) return false;
-    if (!held_->Drags) BeginDrag(*held_);
-    BringUnder(held_->Place, {event.X, event.Y}, app_.area, app_.scale, app_.view);
+    HeldButton& held = *held_;
+    const double moved = std::hypot(event.X - held.Event.X, event.Y - held.Event.Y);
+    if (!held.Drags && moved <= TrembleOfHand) return false;
+    if (!held.Drags) BeginDrag(held);
+    BringUnder(held.Place, {event.X, event.Y}, app_.area, app_.scale, app_.view);
     stage_.Repaint(Changed::View);
     return true;
 }

@@ -1,6 +1,7 @@
 #include <gtest/gtest.h>
 
 #include <QPixmap>
+#include <QTest>
 #include <QWidget>
 #include <algorithm>
 #include <cstdlib>
@@ -9,6 +10,7 @@
 #include <utility>
 #include <vector>
 
+#include "display/control.h"
 #include "display/form.h"
 #include "support/qt_driver.h"
 
@@ -76,6 +78,74 @@ TEST(Canvas, ManyLinesAtOnceLookAsOneAfterAnother) {
             }
         EXPECT_LE(apart, 4);
     }
+}
+
+struct ToldCanvas : Canvas {
+    Bounds Told;
+
+    ToldCanvas() { RenewImage(60, 40); }
+    const Pixels& Seen() const { return Retained(); }
+    void Changed(const Bounds& part) override { Told.Add(part); }
+};
+
+TEST(Canvas, TheScreenIsToldOfEveryPixelThatHasChanged) {
+    ToldCanvas canvas;
+    std::mt19937 random(7);
+    const auto any = [&](double least, double most) {
+        return std::uniform_real_distribution(least, most)(random);
+    };
+    for (int i = 0; i < 600; ++i) {
+        const Pixels before = canvas.Seen();
+        const Colour colour = Rgb(i % 251, 100, i % 7 * 30);
+        canvas.Told = {};
+        canvas.DrawWidth = 1 + i / 6 % 4;
+        canvas.Fill = i / 6 % 2 == 0 ? FillStyle::Solid : FillStyle::None;
+        canvas.ForeColor = canvas.FillColor = canvas.BackColor = colour;
+        const Point ways[] = {
+            {any(-5, 65), any(-5, 45)}, {any(-5, 65), any(-5, 45)}, {any(-5, 65), any(-5, 45)}};
+        const auto& [from, to, last] = ways;
+        switch (i % 6) {
+            case 0:
+                canvas.Line(from.X, from.Y, to.X, to.Y);
+                break;
+            case 1:
+                canvas.Circle(from.X, from.Y, any(0.3, 20));
+                break;
+            case 2:
+                canvas.FilledBox(from.X, from.Y, to.X, to.Y, colour);
+                break;
+            case 3:
+                canvas.Polygon(ways);
+                break;
+            case 4:
+                canvas.Polyline(ways, colour);
+                break;
+            default:
+                canvas.Cls();
+        }
+        const Bounds& told = canvas.Told;
+        for (int y = 0; y < 40; ++y)
+            for (int x = 0; x < 60; ++x)
+                ASSERT_TRUE(
+                    before.Row(y)[x] == canvas.Seen().Row(y)[x] ||
+                    (x + 1 > told.Low.X && x < told.High.X && y + 1 > told.Low.Y && y < told.High.Y))
+                    << i << ": " << x << " " << y;
+    }
+}
+
+TEST(Timer, RunsWhileItIsEnabledAndHasAnInterval) {
+    Timer timer;
+    int ticks = 0;
+    timer.OnTimer = [&ticks] { ++ticks; };
+    timer.SetEnabled(true);
+    QTest::qWait(20);
+    EXPECT_EQ(ticks, 0);
+    timer.SetInterval(1);
+    EXPECT_TRUE(QTest::qWaitFor([&ticks] { return ticks > 1; }));
+    timer.SetInterval(0);
+    const int before = ticks;
+    QTest::qWait(20);
+    EXPECT_EQ(ticks, before);
 }
 
 TEST(Event, ASecondHandlerIsRefusedUntilTheFirstIsCleared) {

@@ -1,5 +1,7 @@
 #include <gtest/gtest.h>
 
+#include <QImage>
+#include <QWidget>
 #include <tuple>
 #include <utility>
 
@@ -75,6 +77,12 @@ TEST_F(BoatGraphsTest, ALongTrackKeepsItsExtremes) {
     OpenGraphs();
     const auto red = [](int r, int g, int b) { return r > g + 60 && g == b; };
     EXPECT_GT(CountPixels(Form().GPIC.Image(), Knots(9), Y(7190), Knots(9), Y(50), red), 65);
+    // Of the lines of the time those of 10, 30 and 60 minutes stand out.
+    for (const auto& [second, colour] : {std::pair{300, Rgb(192, 192, 192)},
+                                         {600, Rgb(255, 192, 192)},
+                                         {1800, Rgb(255, 128, 0)},
+                                         {3600, Red}})
+        EXPECT_TRUE(LineAt(Degrees(205), second, colour)) << second;
 }
 
 TEST_F(BoatGraphsTest, WindOfAFileIsReadUnderThePointer) {
@@ -207,6 +215,35 @@ TEST_F(BoatGraphsTest, ALongPreStartHasItsWindAtItsTime) {
     EXPECT_EQ(app.wind[1].WindTime, app.wind[2].WindTime);  // the guard lies before no entry
     EXPECT_EQ(app.wind[4].WindTime, 600);
     EXPECT_TRUE(LineAt(Degrees(100), 590, Black));  // the line runs to the finish
+}
+
+TEST(GraphLine, OfDozensOfPointsInARowLooksAsDrawnFromPointToPoint) {
+    Form form("Form", Form::Kind::Fixed, 300, 300);
+    Surface page(form, "Page", BorderStyle::None);
+    page.Move(0, 0, 300, 300);
+    form.ShowNow();
+    const auto seen = [&page] { return driver::Face(page).grab().toImage(); };
+    const QImage blank = seen();
+    GraphLine line;
+    std::vector<Point> points;
+    const auto add = [&](double x, double y) {
+        points.push_back({x, y});
+        line.To(x, y);
+    };
+    double y = 290;
+    for (int i = 0; y > 10; ++i) {
+        add(150 + 90 * std::sin(y / 20) + 3 * std::sin(i * 1.9), y);
+        y -= y < 200 && y > 190       ? 4
+             : y > 100 || i % 16 == 0 ? 0.1
+                                      : 0.6;  // a gap, and a rest that is sparse
+    }
+    line.End();
+    line.Draw(page, Red);
+    const QImage fast = seen();
+    page.Cls();
+    page.Polyline(points, Red);
+    EXPECT_LE(std::max(Furthest(fast, seen()), Furthest(seen(), fast)), 160);
+    EXPECT_GT(Furthest(fast, blank), 200);
 }
 
 /// Three lines, 0.0201, 0.3005 and 0.7005 miles north. Boat 1 sails north at 6 knots: 12, 180 and 420

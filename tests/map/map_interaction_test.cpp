@@ -102,6 +102,10 @@ TEST_F(MapTest, TheWheelZoomsAtThePointerAndInAutoTraceWhatFollows) {
     driver::Click(Form().Check5);
     driver::Wheel(Map(), aside, 3);
     EXPECT_TRUE(Form().HScroll2.Value() == 70 && std::abs(app.view.AutoTraceZoom - 0.7) < 1e-9);
+    const double followed = app.view.ZoomFactor;
+    Form().HScroll2.SetValue(35);
+    driver::Settle();
+    EXPECT_NEAR(app.view.ZoomFactor, followed / 2, 1e-6);
     // A drag takes the view as it is out of auto trace.
     const double zoom = app.view.ZoomFactor;
     const Position grabbed = PositionAt(aside);

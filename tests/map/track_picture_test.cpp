@@ -3,8 +3,8 @@
 #include <QImage>
 #include <QWidget>
 #include <algorithm>
-#include <cstdlib>
 
+#include "support/album.h"
 #include "support/sailed_race.h"
 #include "support/test_desk.h"
 
@@ -18,26 +18,6 @@ struct TrackPictureTest : testing::Test, TestDesk {
         return driver::Face(picture).grab().toImage();
     }
 };
-
-int Apart(QRgb one, QRgb other) {
-    return std::max({std::abs(qRed(one) - qRed(other)), std::abs(qGreen(one) - qGreen(other)),
-                     std::abs(qBlue(one) - qBlue(other))});
-}
-
-/// The most that a colour of a pixel differs, of 255, from all in the other image that are there or beside
-/// it: smooth edges apart.
-int Furthest(const QImage& image, const QImage& other) {
-    int most = 0;
-    for (int y = 1; y + 1 < image.height(); ++y)
-        for (int x = 1; x + 1 < image.width(); ++x) {
-            int least = 255;
-            for (int k = 0; k < 9 && least > most; ++k)
-                least =
-                    std::min(least, Apart(image.pixel(x, y), other.pixel(x + k % 3 - 1, y + k / 3 - 1)));
-            most = std::max(most, least);
-        }
-    return most;
-}
 
 TEST_F(TrackPictureTest, FromAFractionOfTheFixesTracksLookAsFromAllOfThem) {
     SailedRace(3, 5).Write(tree, "R1.txt");

@@ -33,9 +33,9 @@ QImage Shrunk(const QImage& shot) {
     return small;
 }
 
-bool Differ(QRgb one, QRgb other) {
+int Apart(QRgb one, QRgb other) {
     return std::max({std::abs(qRed(one) - qRed(other)), std::abs(qGreen(one) - qGreen(other)),
-                     std::abs(qBlue(one) - qBlue(other))}) > Alike;
+                     std::abs(qBlue(one) - qBlue(other))});
 }
 
 }  // namespace
@@ -58,9 +58,23 @@ void ExpectLooksAsEver(QWidget& window, const std::string& name) {
     QPoint last;
     for (int y = 0; y < now.height(); ++y)
         for (int x = 0; x < now.width(); ++x)
-            if (Differ(before.pixel(x, y), now.pixel(x, y))) ++differing, last = {x * Shrink, y * Shrink};
+            if (Apart(before.pixel(x, y), now.pixel(x, y)) > Alike)
+                ++differing, last = {x * Shrink, y * Shrink};
     EXPECT_LE(differing, MayDiffer) << name << ": the last one round " << last.x() << ", " << last.y();
     if (differing > MayDiffer) now.save(QString::fromStdString(name + "_now.png"));
+}
+
+int Furthest(const QImage& image, const QImage& other) {
+    int most = 0;
+    for (int y = 1; y + 1 < image.height(); ++y)
+        for (int x = 1; x + 1 < image.width(); ++x) {
+            int least = 255;
+            for (int k = 0; k < 9 && least > most; ++k)
+                least =
+                    std::min(least, Apart(image.pixel(x, y), other.pixel(x + k % 3 - 1, y + k / 3 - 1)));
+            most = std::max(most, least);
+        }
+    return most;
 }
 
 }  // namespace keelview

@@ -4,6 +4,7 @@
 
 #include "display/form.h"
 
+class QImage;
 class QWidget;
 
 namespace keelview {
@@ -16,5 +17,9 @@ namespace keelview {
 void ExpectLooksAsEver(const Form& form, const std::string& name);
 /// The same of a window of the toolkit's own.
 void ExpectLooksAsEver(QWidget& window, const std::string& name);
+
+/// The most that a colour of a pixel differs, of 255, from all in the other image that are there or beside
+/// it: smooth edges apart.
+int Furthest(const QImage& image, const QImage& other);
 
 }  // namespace keelview

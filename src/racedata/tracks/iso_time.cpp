@@ -39,8 +39,9 @@ std::optional<std::chrono::sys_days> CutDay(std::string_view& text) {
     if (!Cut(text, '-')) return std::nullopt;
     const int day = CutDigits(text, 2);
     if (year < 0 || month < 0 || day < 0) return std::nullopt;
-    const std::chrono::year_month_day date{std::chrono::year(year), std::chrono::month(unsigned(month)),
-                                           std::chrono::day(unsigned(day))};
+    const std::chrono::year_month_day date{std::chrono::year(year),
+                                           std::chrono::month(static_cast<unsigned>(month)),
+                                           std::chrono::day(static_cast<unsigned>(day))};
     if (!date.ok()) return std::nullopt;
     return std::chrono::sys_days(date);
 }
@@ -66,7 +67,7 @@ std::optional<UnixMs> CutTimeOfDay(std::string_view& text) {
     }
     const bool sound = hour >= 0 && hour < 24 && minute >= 0 && minute < 60 && second >= 0 && second <= 60;
     if (!sound) return std::nullopt;
-    return ((UnixMs(hour) * 60 + minute) * 60 + second) * 1000 + ms;
+    return ((UnixMs{hour} * 60 + minute) * 60 + second) * 1000 + ms;
 }
 
 /// Reads the whole of what stands behind a time of day. False where it is no zone.
@@ -81,7 +82,7 @@ bool ReadZone(std::string_view text, IsoTime& time) {
     const int minutes = more ? CutDigits(text, 2) : 0;
     if (hours < 0 || hours > 14 || minutes < 0 || minutes > 59 || !text.empty()) return false;
     time.OffsetMin = (hours * 60 + minutes) * (west ? -1 : 1);
-    time.Time -= UnixMs(*time.OffsetMin) * 60'000;
+    time.Time -= UnixMs{*time.OffsetMin} * 60'000;
     return true;
 }
 
@@ -94,7 +95,7 @@ std::optional<IsoTime> ParseIsoTime(std::string_view text) {
     const auto timeOfDay = CutTimeOfDay(text);
     if (!timeOfDay) return std::nullopt;
     IsoTime time;
-    time.Time = UnixMs(day->time_since_epoch().count()) * 86'400'000 + *timeOfDay;
+    time.Time = UnixMs{day->time_since_epoch().count()} * 86'400'000 + *timeOfDay;
     if (!ReadZone(Trim(text), time)) return std::nullopt;
     return time;
 }

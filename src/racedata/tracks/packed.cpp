@@ -23,11 +23,11 @@ constexpr std::size_t MostFiles = 1000;
 constexpr int MostDepth = 2;
 
 bool IsGz(std::string_view bytes) {
-    return bytes.substr(0, 2) == "\x1F\x8B";
+    return bytes.starts_with("\x1F\x8B");
 }
 
 bool IsZip(std::string_view bytes) {
-    return bytes.substr(0, 4) == "PK\3\4";
+    return bytes.starts_with("PK\3\4");
 }
 
 // ---- gz ----

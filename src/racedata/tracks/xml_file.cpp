@@ -112,7 +112,7 @@ TrackFileContent ReadXmlTracks(std::string_view bytes, std::string_view timeEnd,
     const std::string_view sound = UpToLastTag(bytes);
     constexpr unsigned options = pugi::parse_cdata | pugi::parse_escapes | pugi::parse_embed_pcdata;
     pugi::xml_document document;
-    const bool whole = bool(document.load_buffer(sound.data(), sound.size(), options));
+    const bool whole = document.load_buffer(sound.data(), sound.size(), options);
     if (!document.document_element()) return {{}, Refusal::Broken, {}, {}, {}};
     WrittenFixes fixes;
     fixes.MakeRoom(CountOf(timeEnd, sound));
