@@ -50,7 +50,8 @@ std::vector<LineStripe> StripesAlong(std::span<const Point> way, std::span<const
 std::optional<Colour> StripeAt(double along, std::span<const Colour> stripes) {
     const double inGroup = along - std::floor(along / GroupPitch) * GroupPitch - GroupPitch / 2;
     const double number = std::floor(inGroup / Pitch);
-    if (number < 0 || number >= double(stripes.size()) || inGroup - number * Pitch >= Length) return {};
+    if (number < 0 || number >= static_cast<double>(stripes.size()) || inGroup - number * Pitch >= Length)
+        return {};
     return stripes[static_cast<std::size_t>(number)];
 }
 
@@ -69,7 +70,7 @@ void StripedPolyline(Canvas& canvas, std::span<const Point> way, Colour ground,
 void StripedBox(Canvas& canvas, const Point& topLeft, const Point& bottomRight, Colour ground,
                 std::span<const Colour> stripes) {
     canvas.FilledBox(topLeft.X, topLeft.Y, bottomRight.X, bottomRight.Y, ground);
-    double left = bottomRight.X - FieldStripePitch * double(stripes.size());
+    double left = bottomRight.X - FieldStripePitch * static_cast<double>(stripes.size());
     for (const Colour ink : stripes) {
         if (left > topLeft.X) canvas.FilledBox(left, topLeft.Y, left + FieldStripe - 1, bottomRight.Y, ink);
         left += FieldStripePitch;

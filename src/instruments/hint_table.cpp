@@ -177,10 +177,10 @@ std::vector<ControlHint> SmoothingHints(RaceDisp& form) {
 }
 
 /// What a hint stands below, where its control is on the graphs; the control itself or the frame round it.
-const Control* OnGraphs(const ControlHint& hint, const RaceDisp& form) {
-    if (hint.Owner == &form.Command12) return hint.Owner;
+const Control* OnGraphs(const Control& owner, const RaceDisp& form) {
+    if (&owner == &form.Command12) return &owner;
     for (const OptionButton* option : {&form.Option13, &form.Option14, &form.Option15})
-        if (hint.Owner == option) return &form.Frame5;
+        if (&owner == option) return &form.Frame5;
     return nullptr;
 }
 
@@ -243,9 +243,10 @@ HintPlace BesidePanel(const RaceDisp& form, double top, double width, double hei
 
 HintPlace PlaceOf(const ControlHint& hint, const RaceDisp& form, bool useEnglish) {
     const double width = useEnglish ? hint.Size.Width : hint.Size.WidthJapanese;
-    const Control* onGraphs = OnGraphs(hint, form);
+    const Control& owner = *hint.Owner;
+    const Control* onGraphs = OnGraphs(owner, form);
     if (onGraphs == nullptr)
-        return BesidePanel(form, form.Picture7.Top() + hint.Owner->Top(), width, hint.Size.Height);
+        return BesidePanel(form, form.Picture7.Top() + owner.Top(), width, hint.Size.Height);
     return {.Left = form.GPIC.Left() + onGraphs->Left(),
             .Top = form.GPIC.Top() + onGraphs->Top() + onGraphs->Height() + 4,
             .Width = width,

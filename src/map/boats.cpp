@@ -112,7 +112,7 @@ void Boats::DrawNames(const Moment& now, const Projection& projection, double si
         const bool somewhere = now.Boats[boat].IsSomewhere();
         around.Boats.Add(somewhere ? projection.ToScreen(now.Boats[boat].At()) : Nowhere);
         if (!somewhere || !(form_.Check9.Value() || form_.HasRing(boat))) continue;
-        const double stripes = FieldStripePitch * double(LiveryOf(boat).Stripes.size());
+        const double stripes = FieldStripePitch * static_cast<double>(LiveryOf(boat).Stripes.size());
         wishes.push_back({.Boat = boat,
                           .Rank = form_.HasRing(boat)   ? 0
                                   : form_.InFocus(boat) ? 1

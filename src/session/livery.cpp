@@ -2,9 +2,9 @@
 
 #include <algorithm>
 #include <array>
-#include <bit>
 #include <utility>
 
+#include "base/one_based.h"
 #include "display/stripes.h"
 
 namespace keelview {
@@ -38,8 +38,8 @@ bool LookAlike(int boat, int other) {
 /// so on. The bits below the highest one of the number plus 1 tell the stripes.
 std::vector<Colour> StripesOf(unsigned pattern) {
     std::vector<Colour> stripes;
-    for (int bit = std::bit_width(pattern + 1) - 2; bit >= 0; --bit)
-        stripes.push_back(((pattern + 1) >> unsigned(bit) & 1U) != 0 ? Black : White);
+    for (unsigned rest = pattern + 1; rest > 1; rest /= 2)
+        stripes.insert(stripes.begin(), rest % 2 == 1 ? Black : White);
     return stripes;
 }
 
@@ -50,20 +50,17 @@ bool CanBeSeen(const std::vector<Colour>& stripes, Colour ground) {
 
 /// Each boat gets the first pattern that can be seen on its colour and that no boat before it has that
 /// looks like it.
-std::array<Livery, Looks> MakeLiveries() {
-    std::array<Livery, Looks> liveries;
-    std::array<unsigned, Looks> patterns{};
+OneBased<Livery> MakeLiveries() {
+    OneBased<Livery> liveries;
     for (int boat = 1; boat <= Looks; ++boat) {
-        Livery& livery = liveries[std::size_t(boat - 1)];
-        unsigned& pattern = patterns[std::size_t(boat - 1)];
-        livery.Ground = BoatColour(boat);
-        const auto taken = [&] {
+        const auto fits = [&](const std::vector<Colour>& stripes) {
             for (int other = 1; other < boat; ++other)
-                if (patterns[std::size_t(other - 1)] == pattern && LookAlike(boat, other)) return true;
-            return false;
+                if (LookAlike(boat, other) && liveries[other].Stripes == stripes) return false;
+            return CanBeSeen(stripes, BoatColour(boat));
         };
-        while (taken() || !CanBeSeen(StripesOf(pattern), livery.Ground)) ++pattern;
-        livery.Stripes = StripesOf(pattern);
+        unsigned pattern = 0;
+        while (!fits(StripesOf(pattern))) ++pattern;
+        liveries.Add({BoatColour(boat), StripesOf(pattern)});
     }
     return liveries;
 }
@@ -75,8 +72,8 @@ Colour BoatColour(int boat) {
 }
 
 const Livery& LiveryOf(int boat) {
-    static const std::array<Livery, Looks> liveries = MakeLiveries();
-    return liveries[static_cast<std::size_t>(boat - 1) % liveries.size()];
+    static const OneBased<Livery> liveries = MakeLiveries();
+    return liveries[(boat - 1) % Looks + 1];
 }
 
 void DrawLiveryField(Canvas& canvas, int boat, const Point& topLeft, const Point& bottomRight) {

@@ -75,7 +75,7 @@ class StripedCheckBox : public QCheckBox {
     void paintEvent(QPaintEvent* event) override {
         QCheckBox::paintEvent(event);
         QPainter painter(this);
-        double left = width() - FieldStripePitch * double(stripes_.size());
+        double left = width() - FieldStripePitch * static_cast<double>(stripes_.size());
         for (const Colour stripe : stripes_) {
             painter.fillRect(QRectF(left, 0, FieldStripe, height()), ToQt(stripe));
             left += FieldStripePitch;
