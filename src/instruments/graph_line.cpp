@@ -7,53 +7,26 @@
 
 namespace keelview {
 
-namespace {
-
-/// Points in a row of pixels, one after another.
-struct Run {
-    std::size_t First, Next;
-    double Row, Left, Right;
-
-    bool Level() const { return Next - First > 2; }
-    void Cover(double x) {
-        Left = std::min(Left, x);
-        Right = std::max(Right, x);
-    }
-};
-
-/// Level strokes in neighbouring rows touch each other.
-bool Touch(const Run& run, const Run& next) {
-    return run.Level() && next.Level() && std::abs(next.Row - run.Row) == 1.0;
+void GraphLine::Run::Cover(double x) {
+    Left = std::min(Left, x);
+    Right = std::max(Right, x);
 }
 
-/// The points, row by row. Strokes that touch are as long as the way from one to the other lies in their
-/// rows.
-std::vector<Run> RunsOf(const std::vector<Point>& points) {
-    std::vector<Run> runs;
-    for (std::size_t i = 0; i < points.size(); ++i) {
-        const double row = std::floor(points[i].Y + 0.5);
-        if (runs.empty() || runs.back().Row != row) runs.push_back({i, i, row, points[i].X, points[i].X});
-        runs.back().Cover(points[i].X);
-        runs.back().Next = i + 1;
-    }
-    for (std::size_t k = 1; k < runs.size(); ++k) {
-        if (!Touch(runs[k - 1], runs[k])) continue;
-        const Point& from = points[runs[k].First - 1];
-        const Point& to = points[runs[k].First];
-        const double border = (runs[k - 1].Row + runs[k].Row) / 2;
-        const double x = from.X + (to.X - from.X) * (border - from.Y) / (to.Y - from.Y);
-        runs[k - 1].Cover(x);
-        runs[k].Cover(x);
-    }
-    return runs;
+void GraphLine::To(double x, double y) {
+    const Point at{x, y};
+    const double row = std::floor(y + 0.5);
+    if (runs_.empty() || runs_.back().Row != row)
+        runs_.push_back({.Row = row, .Left = x, .Right = x, .First = at, .Last = at});
+    Run& run = runs_.back();
+    run.Cover(x);
+    run.Last = at;
+    ++run.Count;
 }
-
-}  // namespace
 
 void GraphLine::ToDirection(const CompassAxis& axis, double direction, double y) {
     const double x = axis.X(direction);
-    if (!points_.empty() && std::abs(x - points_.back().X) > axis.Width() / 2) {
-        const Point last = points_.back();
+    if (!runs_.empty() && std::abs(x - runs_.back().Last.X) > axis.Width() / 2) {
+        const Point last = runs_.back().Last;
         const bool overRight = x < last.X;
         const double edge = overRight ? axis.Right() : axis.Left();
         const double way = x + (overRight ? axis.Width() : -axis.Width()) - last.X;
@@ -65,28 +38,45 @@ void GraphLine::ToDirection(const CompassAxis& axis, double direction, double y)
     To(x, y);
 }
 
+/// Level strokes in neighbouring rows touch each other.
+bool GraphLine::Touch(const Run& run, const Run& next) {
+    return run.Level() && next.Level() && std::abs(next.Row - run.Row) == 1.0;
+}
+
+/// Strokes that touch are as long as the way from one to the other lies in their rows.
+void GraphLine::JoinLevels() {
+    for (std::size_t k = 1; k < runs_.size(); ++k) {
+        Run& run = runs_[k - 1];
+        Run& next = runs_[k];
+        if (!Touch(run, next)) continue;
+        const double share = ((run.Row + next.Row) / 2 - run.Last.Y) / (next.First.Y - run.Last.Y);
+        const double x = run.Last.X + (next.First.X - run.Last.X) * share;
+        run.Cover(x);
+        next.Cover(x);
+    }
+}
+
 void GraphLine::End() {
-    const std::vector<Run> runs = RunsOf(points_);
+    JoinLevels();
     std::vector<Point> stroke;
     const auto endStroke = [&] {
         if (stroke.size() > 1) strokes_.push_back(stroke);
         stroke.clear();
     };
-    for (std::size_t k = 0; k < runs.size(); ++k) {
-        const Run& run = runs[k];
-        const auto first = points_.begin() + static_cast<std::ptrdiff_t>(run.First);
-        const auto next = points_.begin() + static_cast<std::ptrdiff_t>(run.Next);
+    for (std::size_t k = 0; k < runs_.size(); ++k) {
+        const Run& run = runs_[k];
         if (!run.Level()) {
-            stroke.insert(stroke.end(), first, next);
+            stroke.push_back(run.First);
+            if (run.Count > 1) stroke.push_back(run.Last);
             continue;
         }
-        if (!stroke.empty()) stroke.push_back(*first);
+        if (!stroke.empty()) stroke.push_back(run.First);
         endStroke();
         levels_.insert(levels_.end(), {{run.Left, run.Row}, {run.Right, run.Row}});
-        if (k + 1 < runs.size() && !Touch(run, runs[k + 1])) stroke.push_back(next[-1]);
+        if (k + 1 < runs_.size() && !Touch(run, runs_[k + 1])) stroke.push_back(run.Last);
     }
     endStroke();
-    points_.clear();
+    runs_.clear();
 }
 
 void GraphLine::Draw(Canvas& page, Colour colour, std::span<const Colour> stripes) const {

@@ -15,7 +15,7 @@ namespace keelview {
 class GraphLine {
   public:
     /// Goes on to a point.
-    void To(double x, double y) { points_.push_back({x, y}); }
+    void To(double x, double y);
     /// Goes on to a direction the short way round: over an edge of the compass and in again at the other.
     void ToDirection(const CompassAxis& axis, double direction, double y);
     /// Ends the stroke of the points since the last End: what follows is not joined to it.
@@ -24,7 +24,19 @@ class GraphLine {
     void Draw(Canvas& page, Colour colour, std::span<const Colour> stripes = {}) const;
 
   private:
-    std::vector<Point> points_;  // since the last End
+    /// Points in a row of pixels, one after another.
+    struct Run {
+        double Row, Left, Right;
+        Point First, Last;
+        int Count = 0;
+
+        bool Level() const { return Count > 2; }
+        void Cover(double x);
+    };
+    static bool Touch(const Run& run, const Run& next);
+    void JoinLevels();
+
+    std::vector<Run> runs_;  // since the last End
     std::vector<std::vector<Point>> strokes_;
     std::vector<Point> levels_;  // both ends of each level stroke
 };
