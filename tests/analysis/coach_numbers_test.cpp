@@ -1,9 +1,12 @@
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <cmath>
 #include <tuple>
 
+#include "analysis/made_good.h"
 #include "analysis/manoeuvres.h"
+#include "analysis/ranking.h"
 #include "analysis/start_report.h"
 #include "support/simulated_fleet.h"
 
@@ -243,6 +246,82 @@ TEST(CoachNumbers, TurningOrMirroringTheSceneChangesNothing) {
                         0, 0.05);
         }
     }
+}
+
+TEST(CoachNumbers, AtEachMarkTheGapIsTheDifferenceOfThePassingTimes) {
+    Judged judged({.Boats = 6, .Noise = 2, .Swing = 5, .Last = 1500});
+    const MarkPasses& passes = judged.Fleet.Passes;
+    const CourseProgress progress(judged.Fleet.Race, judged.Motion, judged.Wind, passes);
+    int checked = 0;
+    for (int boat = 1; boat <= 6; ++boat)
+        for (int entry = 1; entry <= 4; ++entry) {
+            const auto pass = PassTime(passes, boat, entry);
+            if (!pass || *pass < 0) continue;
+            const auto order = progress.OrderAt(*pass);
+            ASSERT_EQ(order.size(), 6);
+            const auto leaders = PassTime(passes, order.front().Boat, entry);
+            const auto ranked = std::ranges::find(order, boat, &RankedBoat::Boat);
+            ASSERT_NE(ranked, order.end());
+            if (*leaders < 0) continue;
+            EXPECT_NEAR(ranked->GapSeconds.value_or(-1), *pass - *leaders, 0.05) << entry;
+            ++checked;
+        }
+    EXPECT_GT(checked, 12);
+    EXPECT_TRUE(progress.OrderAt(-1).empty());
+    for (double t = 0; t < 1500; t += 7.5)
+        for (int place = 1; const RankedBoat& ranked : progress.OrderAt(t)) {
+            EXPECT_TRUE(place++ > 1 || ranked.GapMetres == 0);
+            EXPECT_GE(ranked.GapMetres, 0);
+        }
+}
+
+TEST(CoachNumbers, WhatIsMadeGoodOfALegIsThatOfThePolarAndTheWaySailed) {
+    using Legs = std::vector<LegMadeGood>;
+    const auto beats = [](bool mirrored) {
+        Judged judged({.Boats = 4, .FixesPerSecond = 2, .Wind = 20, .Mirrored = mirrored});
+        const auto legs = CourseLegs(judged.Fleet.Race, judged.Motion.Water);
+        Legs made;
+        for (int boat = 1; boat <= 4; ++boat)
+            made.push_back(MadeGoodOnLeg(judged.Fleet.Race, judged.Motion.Boats[boat], legs[1], judged.Wind,
+                                         PassTime(judged.Fleet.Passes, boat, 1),
+                                         PassTime(judged.Fleet.Passes, boat, 2))
+                               .value_or(LegMadeGood{}));
+        EXPECT_FALSE(MadeGoodOnLeg(judged.Fleet.Race, judged.Motion.Boats[1], legs[1], judged.Wind, 5, {}));
+        return made;
+    };
+    const Legs one = beats(false), mirrored = beats(true);
+    for (std::size_t i = 0; i < one.size(); ++i) {
+        EXPECT_NEAR(*one[i].Vmg * KnotMetres * one[i].Seconds, 1200, 8);
+        EXPECT_NEAR(*one[i].Efficiency, std::cos(45 * DegToRad), 0.03);
+        EXPECT_NEAR(one[i].Sailed, one[i].Speed * KnotMetres * one[i].Seconds, 8);
+        EXPECT_GT(one[i].Sailed, 1.3 * 1200);
+        EXPECT_NEAR(*one[i].PortShare, *mirrored[i].StarboardShare, 0.01);
+        ASSERT_EQ(one[i].Overstood.has_value(), mirrored[i].Overstood.has_value());
+        EXPECT_NEAR(one[i].Overstood.value_or(0), mirrored[i].Overstood.value_or(0), 1);
+    }
+}
+
+TEST(CoachNumbers, ABoatThatTacksBeyondTheLayLineHasOverstoodByTheWayToIt) {
+    const EarthScale scale = ComputeEarthScale(2117);
+    RaceControl race;
+    race.WindDirection = 360;
+    // To a mark at 0, 0: on starboard tack to the left, then on port tack at 2 m/s each way from a place
+    // that lies 50 m to windward of the lay line, and off the wind to the mark.
+    Track track;
+    for (int t = 0; t <= 400; ++t) {
+        const double north = t <= 200 ? -700 + 2 * t : -300 + 300.0 * (t - 200) / 200;
+        const double east = t <= 200 ? 29.29 - 2 * t : -370.71 + 370.71 * (t - 200) / 200;
+        track.TrackTime.Add(t);
+        track.TrackLat.Add(2117 + north / scale.MetresPerLatMinute);
+        track.TrackLon.Add(8369 + east / scale.MetresPerLonMinute);
+    }
+    const BoatMotion motion(track, Plane(scale, {2117, 8369}));
+    const CourseLeg leg{{0, -1000}, {0, 0}, {0, 1}, 1000};
+    const WindData none;
+    const auto made = MadeGoodOnLeg(race, motion, leg, RaceWind(race, none, {}), 0, 399);
+    ASSERT_TRUE(made && made->Overstood);
+    EXPECT_NEAR(*made->Overstood, 70.71 * std::sin(45 * DegToRad), 3);
+    EXPECT_NEAR(*made->PortShare, 0.5, 0.02);
 }
 
 }  // namespace
