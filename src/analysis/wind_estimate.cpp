@@ -38,7 +38,8 @@ bool NearMark(const OneBased<std::optional<int>>& passes, double t) {
 std::optional<AxisTurn> AxisOf(const BoatMotion& motion, const std::vector<CourseTurn>& turns,
                                std::size_t turn) {
     const double t = turns[turn].Middle;
-    if (HoldsAnotherTurn(turns, turn, t + BeforeFrom, t + AfterTo)) return {};
+    // Before the gun boats reach to and fro, and not alike.
+    if (t + BeforeFrom < 0 || HoldsAnotherTurn(turns, turn, t + BeforeFrom, t + AfterTo)) return {};
     const auto before = motion.Over(t + BeforeFrom, t + BeforeTo);
     const auto after = motion.Over(t + AfterFrom, t + AfterTo);
     if (!before || !after) return {};
@@ -115,6 +116,7 @@ bool WindOnAxis(const std::vector<AxisTurn>& axes, double axis) {
 std::vector<SmoothedValue> ValuesOf(const std::vector<WindSight>& sights, double about,
                                     const WindEstimate& estimate) {
     std::vector<SmoothedValue> values;
+    values.reserve(sights.size());
     for (const WindSight& sight : sights)
         values.push_back(
             {.Time = sight.Time,

@@ -41,11 +41,11 @@ struct WindEstimate {
 
 /// The wind over the water from tacks and gybes. A boat that sails alike on both sides has the wind's axis
 /// at right angles to the difference of its mean velocities before (25 to 5 s) and behind (10 to 30 s) a
-/// turn, and no current moves that. Turns whose windows hold another turn or a mark, or that are not as
-/// those of most of the fleet, are left out. Upwind is the side on which boats sail slower; where they turn
-/// on one side only, the one whose turns are through more than 70 degrees. Each kind of turn weighs by its
-/// own scatter, and both go through a smoother (Rauch, Tung and Striebel, of a direction whose rate
-/// wanders) that lets the race choose how fast the wind shifts, by likelihood.
+/// turn, and no current moves that. Turns whose windows reach before the gun or hold another turn or a
+/// mark, or that are not as those of most of the fleet, are left out. Upwind is the side on which boats
+/// sail slower; where they turn on one side only, the one whose turns are through more than 70 degrees.
+/// Each kind of turn weighs by its own scatter, and both go through a smoother (Rauch, Tung and Striebel,
+/// of a direction whose rate wanders) that lets the race choose how fast the wind shifts, by likelihood.
 WindEstimate EstimateWind(const FleetMotion& fleet, const FleetTurns& turns, const MarkPasses& passes);
 
 /// The estimate at a moment, between two samples the short way round, beyond them as the nearest. The

@@ -214,6 +214,10 @@ TEST(CoachNumbers, AFleetThatOnlyBeatsTellsTheWindTooAndTwoTurnsTellNothing) {
     const RaceWind none(judged.Fleet.Race, judged.Fleet.Wind, {});
     EXPECT_EQ(none.Knowledge(), WindKnowledge::None);
     EXPECT_FALSE(none.From(0));
+    for (Track& track : judged.Fleet.Boats.Boats)
+        for (double& time : track.TrackTime) time -= 1000;
+    const FleetMotion early(judged.Fleet.Boats, judged.Fleet.Scale);
+    EXPECT_TRUE(EstimateWind(early, FindFleetTurns(early), {}).Samples.empty());  // all before the gun
     for (auto& turns : judged.Turns) turns.clear();
     EXPECT_TRUE(EstimateWind(judged.Motion, judged.Turns, judged.Fleet.Passes).Samples.empty());
 }
