@@ -28,6 +28,7 @@ struct AxisTurn {
     double Half = 0.0;    ///< degrees between axis and ways
     double Sigma = 0.0;   ///< degrees of the axis
     double Speed = 0.0;   ///< mean of both ways, metres a second
+    Way Mean;             ///< half the sum of both ways, metres a second
 };
 
 bool NearMark(const OneBased<std::optional<int>>& passes, double t) {
@@ -54,6 +55,7 @@ std::optional<AxisTurn> AxisOf(const BoatMotion& motion, const std::vector<Cours
     axis.Middle = (sum.Along(across) >= 0 ? across : across * -1.0).Bearing();
     axis.Half = std::abs(TurnBetween(before->Velocity.Bearing(), after->Velocity.Bearing())) / 2;
     axis.Sigma = std::hypot(before->VelocitySigma, after->VelocitySigma) / size / DegToRad;
+    axis.Mean = sum * 0.5;
     axis.Speed = (before->Velocity.Length() + after->Velocity.Length()) / 2;
     if (axis.Half < LeastHalf || axis.Half > LargestHalf) return {};
     return axis;
@@ -190,8 +192,8 @@ WindEstimate EstimateWind(const FleetMotion& fleet, const FleetTurns& turns, con
     const double wind = WindOnAxis(axes, axis) ? axis : WrapDirection(axis + 180);
     for (const AxisTurn& turn : axes) {
         const bool gybe = std::abs(TurnBetween(wind, turn.Middle)) > 90;
-        estimate.Sights.push_back(
-            {turn.Time, gybe ? WrapDirection(turn.Middle + 180) : turn.Middle, turn.Sigma, gybe});
+        estimate.Sights.push_back({turn.Time, gybe ? WrapDirection(turn.Middle + 180) : turn.Middle,
+                                   turn.Sigma, gybe, turn.Mean});
     }
     WeighKinds(wind, estimate);
     if (std::ssize(estimate.Sights) >= FewestTurns) TakeSamples(wind, estimate);

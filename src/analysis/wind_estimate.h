@@ -21,6 +21,7 @@ struct WindSight {
     double Direction = 0.0;  ///< where the wind comes from, degrees true
     double Sigma = 0.0;      ///< degrees, as the tracks' scatter has it
     bool Gybe = false;
+    Way Mean;  ///< half the sum of the velocities before and behind it, metres a second
 };
 
 /// The estimated wind at a moment, its band, and on how many turns it rests.

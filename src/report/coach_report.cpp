@@ -3,6 +3,7 @@
 #include <optional>
 #include <string_view>
 
+#include "analysis/current_estimate.h"
 #include "analysis/made_good.h"
 #include "analysis/ranking.h"
 #include "analysis/start_report.h"
@@ -205,6 +206,19 @@ void WriteWindEstimate(JsonWriter& json, const CoachNumbers& coach) {
         json.EndObject();
     }
     json.EndArray();
+    json.EndObject();
+}
+
+void WriteCurrent(JsonWriter& json, const CoachNumbers& coach) {
+    const auto current = EstimateCurrent(coach.Wind.Estimate());
+    json.Key("current");
+    if (!current) return json.Null();
+    json.BeginObject();
+    json.Member("axis", current->Axis);
+    json.Member("across", current->Across);
+    json.Key("along");
+    json.Null();
+    json.Member("sigma", current->Sigma);
     json.EndObject();
 }
 

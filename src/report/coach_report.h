@@ -21,6 +21,10 @@ void WriteManoeuvres(JsonWriter& json, const CoachNumbers& coach);
 /// "wind_estimate": the wind over the water from the tracks, and which wind the other numbers rest on.
 void WriteWindEstimate(JsonWriter& json, const CoachNumbers& coach);
 
+/// "current": its part across the wind in knots; null where too few turns tell it. The part along the wind
+/// cannot be told from turns that are alike on both sides and is null.
+void WriteCurrent(JsonWriter& json, const CoachNumbers& coach);
+
 /// "made_good": a row a boat, a cell a leg.
 void WriteMadeGood(JsonWriter& json, const CoachNumbers& coach);
 
