@@ -15,7 +15,7 @@ constexpr double LongestReach = 5.0;  // seconds to either side that are fitted 
 constexpr double ShortestReach = 1.0;
 constexpr double ReachOfMetre = 2.5;  // seconds for each metre of noise
 constexpr double LongestGap = 12.0;   // seconds between fixes that are one way
-constexpr std::size_t FewestFitted = 5;
+constexpr int FewestFitted = 5;
 constexpr double AgreementSpan = 20.0;       // seconds over which own velocities are compared with places
 constexpr double LeastTold = 0.95;           // share of the fixes that must tell a velocity
 constexpr double LargestDisagreement = 0.4;  // metres a second
@@ -56,6 +56,8 @@ struct Parabola {
         return T[0] * (T[2] * T[4] - T[3] * T[3]) - T[1] * (T[1] * T[4] - T[2] * T[3]) +
                T[2] * (T[1] * T[3] - T[2] * T[2]);
     }
+    /// Enough fixes for a parabola and its scatter.
+    bool IsFirm() const { return Count >= FewestFitted && Determinant() > 1e-9; }
     /// One row of the inverse of the normal matrix.
     std::array<double, 3> Row(int row) const {
         const double d = Determinant();
@@ -135,7 +137,7 @@ bool BoatMotion::OwnAgree() const {
     return !differences.empty() && MedianOf(differences) <= allowed;
 }
 
-Way BoatMotion::VelocityAt(double t, int next) const {
+Way BoatMotion::OwnVelocityAt(double t, int next) const {
     const auto i = static_cast<std::size_t>(next);
     const double f = (t - times_[i - 1]) / (times_[i] - times_[i - 1]);
     return velocities_[i - 1] * (1 - f) + velocities_[i] * f;
@@ -143,7 +145,7 @@ Way BoatMotion::VelocityAt(double t, int next) const {
 
 Way BoatMotion::SumAt(double t, int next) const {
     const auto i = static_cast<std::size_t>(next - 1);
-    return sums_[i] + (velocities_[i] + VelocityAt(t, next)) * ((t - times_[i]) / 2);
+    return sums_[i] + (velocities_[i] + OwnVelocityAt(t, next)) * ((t - times_[i]) / 2);
 }
 
 std::optional<Motion> BoatMotion::AtByOwn(double t, int next, std::size_t begin, std::size_t end) const {
@@ -155,22 +157,40 @@ std::optional<Motion> BoatMotion::AtByOwn(double t, int next, std::size_t begin,
     for (std::size_t i = begin; i < end; ++i)
         squares += std::pow((places_[i] - sums_[i] + here - place).Length(), 2);
     const double sigma = std::max(noise_, std::sqrt(squares / (2 * (count - 1))));
-    return Motion{place, VelocityAt(t, next), sigma / std::sqrt(count), velocityNoise_};
+    return Motion{place, OwnVelocityAt(t, next), sigma / std::sqrt(count), velocityNoise_};
 }
 
-std::optional<Motion> BoatMotion::At(double t) const {
+std::optional<BoatMotion::Fitted> BoatMotion::FittedAbout(double t) const {
     const int next = std::max(First(t), 1);
     const auto i = static_cast<std::size_t>(next);
     if (i >= times_.size() || t < times_.front() || times_[i] - times_[i - 1] > LongestGap) return {};
     double reach = std::clamp(noise_ * ReachOfMetre, ShortestReach, LongestReach);
     // Sparse fixes: as many as a parabola and its scatter need.
     reach = std::max(reach, 2.5 * (times_[i] - times_[i - 1]));
-    const auto begin = static_cast<std::size_t>(First(t - reach));
-    if (!velocities_.empty()) return AtByOwn(t, next, begin, static_cast<std::size_t>(First(t + reach)));
+    Fitted fitted{next, i, i};
+    while (fitted.Begin > 0 && times_[fitted.Begin - 1] >= t - reach) --fitted.Begin;
+    while (fitted.End < times_.size() && times_[fitted.End] <= t + reach) ++fitted.End;
+    return fitted;
+}
+
+std::optional<Way> BoatMotion::VelocityAt(double t) const {
+    const auto fitted = FittedAbout(t);
+    if (!fitted) return {};
+    if (!velocities_.empty()) return OwnVelocityAt(t, fitted->Next);
     Parabola fit;
-    std::size_t end = begin;
-    for (; end < times_.size() && times_[end] <= t + reach; ++end) fit.Add(times_[end] - t, places_[end]);
-    if (end - begin < FewestFitted || !(fit.Determinant() > 1e-9)) return {};
+    for (std::size_t i = fitted->Begin; i < fitted->End; ++i) fit.Add(times_[i] - t, places_[i]);
+    if (!fit.IsFirm()) return {};
+    return fit.Coefficient(1);
+}
+
+std::optional<Motion> BoatMotion::At(double t) const {
+    const auto fitted = FittedAbout(t);
+    if (!fitted) return {};
+    const std::size_t begin = fitted->Begin, end = fitted->End;
+    if (!velocities_.empty()) return AtByOwn(t, fitted->Next, begin, end);
+    Parabola fit;
+    for (std::size_t i = begin; i < end; ++i) fit.Add(times_[i] - t, places_[i]);
+    if (!fit.IsFirm()) return {};
     const Way place = fit.Coefficient(0), slope = fit.Coefficient(1), bend = fit.Coefficient(2);
     double squares = 0.0;
     for (std::size_t k = begin; k < end; ++k) {
@@ -214,17 +234,18 @@ std::optional<Stretch> BoatMotion::Over(double from, double to) const {
     const double sigma = std::max(noise_, std::sqrt(squares / (2 * std::max(count - 2, 1.0))));
     stretch.MiddleSigma = sigma / std::sqrt(count);
     stretch.VelocitySigma = sigma / std::sqrt(spread);
-    if (velocities_.empty()) return stretch;
+    if (!velocities_.empty()) TakeMeanVelocity(begin, end, stretch);
+    return stretch;
+}
+
+void BoatMotion::TakeMeanVelocity(std::size_t begin, std::size_t end, Stretch& stretch) const {
+    const auto count = static_cast<double>(end - begin);
     Way mean;
     for (std::size_t i = begin; i < end; ++i) mean = mean + velocities_[i] * (1 / count);
+    double squares = 0.0;
+    for (std::size_t i = begin; i < end; ++i) squares += std::pow((velocities_[i] - mean).Length(), 2);
     stretch.Velocity = mean;
-    squares = 0.0;
-    for (std::size_t i = begin; i < end; ++i) {
-        const double off = (velocities_[i] - mean).Length();
-        squares += off * off;
-    }
     stretch.VelocitySigma = std::sqrt(squares / (2 * (count - 1)) / count);
-    return stretch;
 }
 
 std::optional<Way> BoatMotion::SumOfVelocities(double from, double to) const {

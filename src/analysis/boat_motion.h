@@ -58,6 +58,9 @@ class BoatMotion {
     /// the track, in a gap of it, or where fixes stand too far apart to be fitted.
     std::optional<Motion> At(double t) const;
 
+    /// The velocity alone, as At has it and at a fraction of its cost; metres a second.
+    std::optional<Way> VelocityAt(double t) const;
+
     /// The mean motion from one moment to another; nothing where the track does not cover them.
     std::optional<Stretch> Over(double from, double to) const;
 
@@ -74,8 +77,14 @@ class BoatMotion {
   private:
     int First(
         double t) const;  // the first fix at or after a moment, from 0; all of them where there is none
-    Way VelocityAt(double t, int next) const;
+    struct Fitted {       // what is fitted about a moment: fixes from `Begin` up to before `End`
+        int Next = 1;     // the fix behind the moment
+        std::size_t Begin = 0, End = 0;
+    };
+    std::optional<Fitted> FittedAbout(double t) const;
+    Way OwnVelocityAt(double t, int next) const;
     Way SumAt(double t, int next) const;
+    void TakeMeanVelocity(std::size_t begin, std::size_t end, Stretch& stretch) const;
     std::optional<Motion> AtByOwn(double t, int next, std::size_t begin, std::size_t end) const;
     void TakeOwnVelocities(const Track& track);
     bool OwnAgree() const;

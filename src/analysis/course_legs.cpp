@@ -24,7 +24,7 @@ bool CourseLeg::IsLadder(std::optional<double> windFrom) const {
 }
 
 Way CourseLeg::LadderAxis(std::optional<double> windFrom) const {
-    if (!IsLadder(windFrom)) return Axis;
+    if (!windFrom || !IsLadder(windFrom)) return Axis;
     const Way upwind = Towards(*windFrom);
     return upwind.Along(Axis) >= 0 ? upwind : upwind * -1.0;
 }

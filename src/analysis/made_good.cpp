@@ -46,12 +46,12 @@ struct LegSums {
 };
 
 /// How far to windward of the lay line to the leg's end a boat tacked.
-double Beyond(const RaceControl& race, const CourseLeg& leg, const LegSums& sums) {
+double Beyond(const RaceControl& race, const CourseLeg& leg, const LegSums& sums, Way lastTack) {
     // On port tack it sails to the right of the wind.
     const double side = sums.OnPort ? 1 : -1;
     const double heading = sums.LastTackWind + side * race.LayLineUp;
     // Square to the lay line, to windward of it.
-    return (*sums.LastTack - leg.To).Along(Towards(heading - side * 90));
+    return (lastTack - leg.To).Along(Towards(heading - side * 90));
 }
 
 }  // namespace
@@ -74,7 +74,7 @@ std::optional<LegMadeGood> MadeGoodOnLeg(const RaceControl& race, const BoatMoti
     LegSums sums;
     for (int t = *begin; t <= *end; ++t)
         if (const auto now = motion.At(t)) sums.Add(*now, leg, wind.From(t));
-    if (sums.Seconds < LeastCovered * (*end - *begin + 1)) return {};
+    if (!sums.First || !sums.Last || sums.Seconds < LeastCovered * (*end - *begin + 1)) return {};
     LegMadeGood made;
     made.Seconds = *end - *begin;
     made.Speed = sums.Speed / sums.Seconds / KnotMetres;
@@ -87,8 +87,8 @@ std::optional<LegMadeGood> MadeGoodOnLeg(const RaceControl& race, const BoatMoti
     made.PortShare = sums.Port / sums.WindSeconds;
     made.StarboardShare = 1 - *made.PortShare;
     const auto from = wind.From(*end);
-    if (sums.LastTack && leg.IsLadder(from) && Towards(*from).Along(leg.Axis) > 0)
-        made.Overstood = Beyond(race, leg, sums);
+    if (sums.LastTack && from && leg.IsLadder(from) && Towards(*from).Along(leg.Axis) > 0)
+        made.Overstood = Beyond(race, leg, sums, *sums.LastTack);
     return made;
 }
 

@@ -22,7 +22,7 @@ constexpr double Window = 10;           // seconds, before it and behind it
 bool HoldsPass(const OneBased<std::optional<int>>& passes, double from, double to) {
     // The start is no turn.
     for (int entry = 2; entry <= passes.Count(); ++entry)
-        if (passes[entry] && *passes[entry] >= from && *passes[entry] <= to) return true;
+        if (const auto& pass = passes[entry]; pass && *pass >= from && *pass <= to) return true;
     return false;
 }
 

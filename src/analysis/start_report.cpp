@@ -108,13 +108,13 @@ class Starter {
         const bool stayedOver = start.Over == true && !start.Returned;
         start.Crossing =
             stayedOver ? LastCrossingBeforeGun() : FindWay(true, start.Returned.value_or(0), StartTo);
-        if (start.Crossing) TellCrossing(start);
+        if (const auto crossing = start.Crossing) TellCrossing(*crossing, start);
         return start;
     }
 
   private:
-    void TellCrossing(BoatStart& start) const {
-        const auto sight = At(*start.Crossing);
+    void TellCrossing(double t, BoatStart& start) const {
+        const auto sight = At(t);
         if (!sight) return;
         start.Place = sight->Place;
         start.PlaceSigma = sight->Sigma / line_.Length;

@@ -28,12 +28,12 @@ struct Courses {
         First = static_cast<int>(std::ceil(from));
         std::optional<double> last;
         for (int t = First; t <= to; ++t) {
-            const std::optional<Motion> now = motion.At(t);
-            if (!now || now->Velocity.Length() < LeastSpeed) {
+            const std::optional<Way> now = motion.VelocityAt(t);
+            if (!now || now->Length() < LeastSpeed) {
                 Degrees.push_back(std::numeric_limits<double>::quiet_NaN());
                 continue;
             }
-            const double bearing = now->Velocity.Bearing();
+            const double bearing = now->Bearing();
             last = last ? *last + TurnBetween(*last, bearing) : bearing;
             Degrees.push_back(*last);
         }
