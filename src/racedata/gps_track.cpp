@@ -1,6 +1,7 @@
 #include "racedata/gps_track.h"
 
 #include <algorithm>
+#include <cmath>
 #include <cstdlib>
 #include <utility>
 #include <vector>
@@ -82,6 +83,7 @@ class TrackLoader {
             track.TrackLon.Add(LongitudeNear(fix.Lon, meridian_));
             track.TrackTime.Add(static_cast<double>(fix.Time - origin) / 1000);
         }
+        TakeOwnVelocity(reading, track);
         track.Refused = reading.Refused;
         track.SkippedFixes = DropImpossibleFixes(track);
         for (const Skipped& left : reading.Left)
@@ -90,6 +92,18 @@ class TrackLoader {
     }
 
   private:
+    static void TakeOwnVelocity(const TrackReading& reading, Track& track) {
+        const auto tells = [](const GpsFix& fix) {
+            return std::isfinite(fix.Speed) && std::isfinite(fix.Course);
+        };
+        if (std::ranges::none_of(reading.Fixes, tells)) return;
+        for (auto* column : {&track.TrackOwnSpeed, &track.TrackOwnCourse}) column->Reserve(track.Count());
+        for (const GpsFix& fix : reading.Fixes) {
+            track.TrackOwnSpeed.Add(fix.Speed);
+            track.TrackOwnCourse.Add(fix.Course);
+        }
+    }
+
     /// The whole second on the clock of the race.
     CivilTime LocalSecond(UnixMs time) const { return (time >= 0 ? time : time - 999) / 1000 + toLocal_; }
 

@@ -15,18 +15,22 @@ namespace keelview {
 /// One boat's track in columns, by fix. Distance, speed and course have as many elements as the others from
 /// DeriveTracks on, and none before.
 struct Track {
-    OneBased<double> TrackLat;        ///< minutes of arc, north positive
-    OneBased<double> TrackLon;        ///< minutes of arc, east positive, counted on over the date line
-    OneBased<double> TrackTime;       ///< seconds from the start, to the millisecond
-    OneBased<double> TrackDist;       ///< nautical miles sailed up to the fix
-    OneBased<double> TrackSpeed;      ///< knots from the fix to the next
-    OneBased<double> TrackCourse;     ///< degrees true from the fix to the next
+    OneBased<double> TrackLat;      ///< minutes of arc, north positive
+    OneBased<double> TrackLon;      ///< minutes of arc, east positive, counted on over the date line
+    OneBased<double> TrackTime;     ///< seconds from the start, to the millisecond
+    OneBased<double> TrackDist;     ///< nautical miles sailed up to the fix
+    OneBased<double> TrackSpeed;    ///< knots from the fix to the next
+    OneBased<double> TrackCourse;   ///< degrees true from the fix to the next
+    OneBased<float> TrackOwnSpeed;  ///< over ground as the receiver tells it, knots, NotTold where it tells
+                                    ///< none; empty where no fix has speed and course
+    OneBased<float> TrackOwnCourse;   ///< the same, degrees true; as many as of TrackOwnSpeed
     int SkippedFixes = 0;             ///< left out as faulty: no place, or one that no boat reaches
     Refusal Refused = Refusal::None;  ///< why its file gives no track
 
     /// The number of fixes.
     int Count() const { return TrackTime.Count(); }
     Position At(int fix) const { return {TrackLat[fix], TrackLon[fix]}; }
+    bool HasOwnVelocity() const { return !TrackOwnSpeed.Empty(); }
 };
 
 /// The tracks of all boats of a race, by boat.

@@ -134,6 +134,7 @@ struct RaceControl {
     std::optional<double> TimeDiff;         ///< hours from UTC to the local time, in quarters
     double MagVariation = 0.0;              ///< degrees, west negative
     double BoatLength = 0.0;                ///< metres
+    double BowAhead = 0.0;                  ///< metres that the bow lies ahead of the antenna
     double PreStartMinutes = 3.0;           ///< minutes of replay before the start
     double WindDirection = 0.0;             ///< the race's wind, degrees
     bool NorthUp = false;                   ///< north at the top of the map; else the wind

@@ -95,6 +95,7 @@ class LineReader {
         if (key == "MG") return Take(race_.MagVariation, rest);
         if (key == "WD") return Take(race_.WindDirection, rest);
         if (key == "LG") return ReadLength(rest);
+        if (key == "BO") return Take(race_.BowAhead, rest);
         if (key == "NU") return (race_.NorthUp = LenientNumber(rest) > 0), true;
         if (key == "TD") return ReadTimeDiff(rest);
         if (key == "LL") return ReadLayLines(rest);
@@ -308,6 +309,7 @@ class LineWriter {
         Text("T3", race_.RaceTitle3);
         if (race_.MagVariation != 0) Text("MG", NumberText(race_.MagVariation));
         if (race_.BoatLength > 0) Text("LG", LengthText());
+        if (race_.BowAhead != 0) Text("BO", NumberText(race_.BowAhead));
         Text("ST", race_.Start.Typed());
         Text("FT", race_.Finish.Typed());
         if (race_.TimeDiff) Text("TD", NumberText(*race_.TimeDiff));

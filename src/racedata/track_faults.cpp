@@ -35,11 +35,14 @@ int DropImpossibleFixes(Track& track) {
         track.TrackLat[kept] = track.TrackLat[fix];
         track.TrackLon[kept] = track.TrackLon[fix];
         track.TrackTime[kept] = track.TrackTime[fix];
+        if (!track.HasOwnVelocity()) continue;
+        track.TrackOwnSpeed[kept] = track.TrackOwnSpeed[fix];
+        track.TrackOwnCourse[kept] = track.TrackOwnCourse[fix];
     }
     if (kept >= count) return 0;
-    track.TrackLat.Resize(kept);
-    track.TrackLon.Resize(kept);
-    track.TrackTime.Resize(kept);
+    for (auto* column : {&track.TrackLat, &track.TrackLon, &track.TrackTime}) column->Resize(kept);
+    if (track.HasOwnVelocity())
+        for (auto* column : {&track.TrackOwnSpeed, &track.TrackOwnCourse}) column->Resize(kept);
     return count - kept;
 }
 

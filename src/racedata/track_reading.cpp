@@ -65,7 +65,7 @@ TrackReading ReadLinesFile(std::string_view bytes) {
     while (!bytes.empty()) {
         const std::string_view line = CutHead(bytes, '\n');
         if (const std::optional<TrackFix> fix = reader.Read(line))
-            AddPlace({fix->Lat, fix->Lon, fix->Time}, reading);
+            AddPlace({.Lat = fix->Lat, .Lon = fix->Lon, .Time = fix->Time}, reading);
         else if (line.starts_with('T'))
             Skip(reading.Left, SkipReason::Broken);
     }
@@ -198,7 +198,7 @@ TrackReading TakeRecording(const TrackFileContent& content, std::string_view cho
         if (fix.Time < -FarthestTime || fix.Time > FarthestTime)
             Skip(reading.Left, SkipReason::NoTime);
         else
-            AddPlace({fix.Lat * 60, fix.Lon * 60, fix.Time}, reading);
+            AddPlace({fix.Lat * 60, fix.Lon * 60, fix.Time, fix.Speed, fix.Course}, reading);
     }
     reading.Refused = reading.Fixes.empty() ? Refusal::NoFixes : Refusal::None;
     return reading;

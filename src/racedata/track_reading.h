@@ -15,9 +15,11 @@ namespace keelview {
 
 /// One fix as a track file tells it.
 struct GpsFix {
-    double Lat = 0.0;  ///< minutes of arc, north positive
-    double Lon = 0.0;  ///< minutes of arc, east positive
-    UnixMs Time = 0;   ///< the boat's clock set right
+    double Lat = 0.0;        ///< minutes of arc, north positive
+    double Lon = 0.0;        ///< minutes of arc, east positive
+    UnixMs Time = 0;         ///< the boat's clock set right
+    float Speed = NotTold;   ///< over ground as the receiver tells it, knots
+    float Course = NotTold;  ///< the same, degrees true
 };
 
 /// All that a track file tells of one boat, whatever its format and whatever the period of the race.

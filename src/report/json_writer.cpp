@@ -36,6 +36,11 @@ void JsonWriter::Null() {
     text_ += "null";
 }
 
+void JsonWriter::Bool(bool value) {
+    Separate();
+    text_ += value ? "true" : "false";
+}
+
 void JsonWriter::Open(char bracket) {
     Separate();
     text_ += bracket;

@@ -23,6 +23,7 @@ class JsonWriter {
     /// null for a value that is not finite.
     void Number(double value);
     void Null();
+    void Bool(bool value);
 
     /// A whole member of an object: its name and its value.
     void Member(std::string_view name, std::string_view text) {

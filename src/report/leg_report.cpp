@@ -39,9 +39,12 @@ void WriteShare(JsonWriter& json, const FactorShare& share) {
     json.EndObject();
 }
 
-void WriteAnalysis(JsonWriter& json, const RaceControl& race, const MarkPasses& passes) {
+}  // namespace
+
+void WriteFactors(JsonWriter& json, const RaceNumbers& numbers) {
+    const RaceControl& race = numbers.race;
     json.Key("analysis");
-    const auto analysis = AnalyseFactors(race, passes);
+    const auto analysis = AnalyseFactors(race, numbers.passes);
     if (!analysis) {
         json.Null();
         return;
@@ -61,15 +64,13 @@ void WriteAnalysis(JsonWriter& json, const RaceControl& race, const MarkPasses& 
     json.EndArray();
 }
 
-}  // namespace
-
 std::optional<StatKind> TableKind(std::string_view name) {
     for (const auto& [known, kind] : TableNames)
         if (known == name) return kind;
     return {};
 }
 
-void WriteLegReport(JsonWriter& json, const RaceNumbers& numbers) {
+void WriteLegTables(JsonWriter& json, const RaceNumbers& numbers) {
     json.Key("tables");
     json.BeginObject();
     for (const auto& [name, kind] : TableNames) {
@@ -81,7 +82,6 @@ void WriteLegReport(JsonWriter& json, const RaceNumbers& numbers) {
         json.EndObject();
     }
     json.EndObject();
-    WriteAnalysis(json, numbers.race, numbers.passes);
 }
 
 }  // namespace keelview

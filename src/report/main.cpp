@@ -1,8 +1,10 @@
-// keelview-report TREE RACEFILE [--at SECONDS]... [--walk] [--csv time|distance|speed] [--tracks]
+// keelview-report TREE RACEFILE [--at SECONDS]... [--only KEY,KEY] [--walk] [--csv time|distance|speed]
+//                 [--tracks]
 // keelview-report --new TREE RACEFILE FILE... [--replace]
 // Prints the numbers of a race as one JSON object, or one table of it as CSV for a spreadsheet, or with
-// --tracks what its track files hold. A file that cannot be read is told on standard error. TREE is a
-// folder with raceadmin, gpsdat, winddat and coastline, RACEFILE a race control file in raceadmin. With
+// --tracks what its track files hold; --only prints just the members of those keys. A file that cannot be
+// read is told on standard error. TREE is a folder with raceadmin, gpsdat, winddat and coastline, RACEFILE
+// a race control file in raceadmin. With
 // --walk the pass times are those that the walk along each track finds by itself, bare numbers with 0 for
 // an entry that it did not find. Nothing is written to the tree, but with --new: that makes a race of the
 // track files and folders, copies them into the tree, and prints what was found in them.
@@ -17,6 +19,7 @@
 #include "base/files.h"
 #include "base/numbers.h"
 #include "base/paths.h"
+#include "base/strings.h"
 #include "base/system_command_line.h"
 #include "racedata/refusal_text.h"
 #include "report/leg_report.h"
@@ -30,13 +33,14 @@ namespace {
 
 constexpr int WrongUse = 2;
 constexpr std::string_view Usage =
-    "usage: keelview-report TREE RACEFILE [--at SECONDS]... [--walk] [--csv time|distance|speed] "
-    "[--tracks] | --new TREE RACEFILE FILE... [--replace]";
+    "usage: keelview-report TREE RACEFILE [--at SECONDS]... [--only KEY,KEY] [--walk] "
+    "[--csv time|distance|speed] [--tracks] | --new TREE RACEFILE FILE... [--replace]";
 
 struct Request {
     std::filesystem::path Tree;
     std::string RaceFile;
     std::vector<double> At;
+    std::vector<std::string> Only;             ///< keys of the report that are wanted alone
     bool Walk = false;                         ///< the walk's times alone
     std::optional<StatKind> Csv;               ///< the table that is wanted in place of the whole
     bool Tracks = false;                       ///< what the track files hold, in place of the whole
@@ -45,6 +49,14 @@ struct Request {
     std::vector<std::filesystem::path> Files;  ///< of a new race
     std::string Fault;  ///< what is wrong with the command line; empty when nothing is
 };
+
+void TakeKeys(std::string_view keys, Request& request) {
+    for (const std::string_view key : Split(keys, ',')) {
+        request.Only.emplace_back(Trim(key));
+        if (!IsReportKey(request.Only.back()))
+            request.Fault = "--only needs keys of the report, as start,ranking";
+    }
+}
 
 Request ReadCommandLine(const std::vector<std::string>& arguments) {
     Request request;
@@ -67,6 +79,8 @@ Request ReadCommandLine(const std::vector<std::string>& arguments) {
         } else if (argument == "--csv") {
             request.Csv = ++i < arguments.size() ? TableKind(arguments[i]) : std::nullopt;
             if (!request.Csv) request.Fault = "--csv needs time, distance or speed";
+        } else if (argument == "--only") {
+            TakeKeys(++i < arguments.size() ? std::string_view(arguments[i]) : std::string_view(), request);
         } else if (argument.starts_with("-")) {
             request.Fault = "unknown option " + argument;
         } else {
@@ -104,7 +118,7 @@ int Complain(const std::string& fault) {
 
 std::string TextOf(const RaceNumbers& numbers, const Request& request) {
     if (request.Tracks) return TrackReport(request.Tree, numbers.race) + "\n";
-    if (!request.Csv) return RaceReport(numbers, request.At, request.Walk) + "\n";
+    if (!request.Csv) return RaceReport(numbers, request.At, request.Walk, request.Only) + "\n";
     return LegStatisticsCsv(numbers.race, ComputeLegStatistics(numbers.race, numbers.passes, *request.Csv));
 }
 

@@ -1,12 +1,15 @@
 #include "report/race_report.h"
 
 #include <algorithm>
+#include <array>
 #include <initializer_list>
 #include <optional>
+#include <string_view>
 
 #include "analysis/track_at.h"
 #include "analysis/wind_at.h"
 #include "base/angles.h"
+#include "report/coach_report.h"
 #include "report/json_writer.h"
 #include "report/leg_report.h"
 
@@ -142,21 +145,30 @@ void WriteBoats(JsonWriter& json, const RaceNumbers& numbers, bool bareTimes) {
         json.EndObject();
     }
     json.EndArray();
+}
+
+void WriteFirstPasses(JsonWriter& json, const RaceNumbers& numbers, bool bareTimes) {
     json.Key("first_pass_times");
     TimeArray(json, numbers.passes.FirstPassTime, bareTimes ? std::optional(1000000) : std::nullopt);
+}
+
+void WriteFinishOrder(JsonWriter& json, const RaceNumbers& numbers) {
     json.Key("finish_order");
     json.BeginArray();
     for (const int boat : FinishOrder(numbers.passes)) json.Number(boat);
     json.EndArray();
 }
 
-void WriteSurroundings(JsonWriter& json, const RaceNumbers& numbers) {
+void WriteCoast(JsonWriter& json, const RaceNumbers& numbers) {
     json.Key("coast");
     json.BeginObject();
     json.Member("points", CoastPoints(numbers.coast));
     json.Key("cells");
     TextArray(json, numbers.race.MapFile);
     json.EndObject();
+}
+
+void WriteWind(JsonWriter& json, const RaceNumbers& numbers) {
     json.Key("wind");
     json.BeginObject();
     json.Member("file", numbers.race.WindFileName);
@@ -200,20 +212,72 @@ void WriteMoment(JsonWriter& json, const RaceNumbers& numbers, double t) {
     json.EndObject();
 }
 
-}  // namespace
-
-std::string RaceReport(const RaceNumbers& numbers, const std::vector<double>& at, bool bareTimes) {
-    JsonWriter json;
-    json.BeginObject();
-    WriteRace(json, numbers.race);
-    WriteScale(json, numbers);
-    WriteBoats(json, numbers, bareTimes);
-    WriteLegReport(json, numbers);
-    WriteSurroundings(json, numbers);
+void WriteMoments(JsonWriter& json, const RaceNumbers& numbers, const std::vector<double>& at) {
     json.Key("at");
     json.BeginArray();
     for (const double t : at) WriteMoment(json, numbers, t);
     json.EndArray();
+}
+
+/// What a report is made of.
+struct Source {
+    const RaceNumbers& Numbers;
+    const std::vector<double>& At;
+    bool BareTimes;
+    std::optional<CoachNumbers> Coach;  ///< where one of its keys is asked for
+};
+
+/// A member of the report by its key.
+struct Section {
+    std::string_view Key;
+    bool OfCoach;  ///< told where it is asked for alone
+    void (*Write)(JsonWriter& json, const Source& source);
+};
+
+constexpr std::array<Section, 17> Sections{{
+    {"race", false, [](JsonWriter& json, const Source& from) { WriteRace(json, from.Numbers.race); }},
+    {"scale", false, [](JsonWriter& json, const Source& from) { WriteScale(json, from.Numbers); }},
+    {"boats", false,
+     [](JsonWriter& json, const Source& from) { WriteBoats(json, from.Numbers, from.BareTimes); }},
+    {"first_pass_times", false,
+     [](JsonWriter& json, const Source& from) { WriteFirstPasses(json, from.Numbers, from.BareTimes); }},
+    {"finish_order", false,
+     [](JsonWriter& json, const Source& from) { WriteFinishOrder(json, from.Numbers); }},
+    {"tables", false, [](JsonWriter& json, const Source& from) { WriteLegTables(json, from.Numbers); }},
+    {"analysis", false, [](JsonWriter& json, const Source& from) { WriteFactors(json, from.Numbers); }},
+    {"coast", false, [](JsonWriter& json, const Source& from) { WriteCoast(json, from.Numbers); }},
+    {"wind", false, [](JsonWriter& json, const Source& from) { WriteWind(json, from.Numbers); }},
+    {"at", false, [](JsonWriter& json, const Source& from) { WriteMoments(json, from.Numbers, from.At); }},
+    {"ranking", true,
+     [](JsonWriter& json, const Source& from) { WriteRanking(json, *from.Coach, from.At); }},
+    {"start", true, [](JsonWriter& json, const Source& from) { WriteStart(json, *from.Coach); }},
+    {"manoeuvres", true, [](JsonWriter& json, const Source& from) { WriteManoeuvres(json, *from.Coach); }},
+    {"wind_estimate", true,
+     [](JsonWriter& json, const Source& from) { WriteWindEstimate(json, *from.Coach); }},
+    {"current", true, [](JsonWriter& json, const Source& from) { WriteCurrent(json, *from.Coach); }},
+    {"made_good", true, [](JsonWriter& json, const Source& from) { WriteMadeGood(json, *from.Coach); }},
+    {"velocities", true,
+     [](JsonWriter& json, const Source& from) { WriteVelocitySources(json, *from.Coach); }},
+}};
+
+}  // namespace
+
+bool IsReportKey(std::string_view key) {
+    return std::ranges::find(Sections, key, &Section::Key) != Sections.end();
+}
+
+std::string RaceReport(const RaceNumbers& numbers, const std::vector<double>& at, bool bareTimes,
+                       const std::vector<std::string>& only) {
+    const auto wanted = [&](const Section& section) {
+        return only.empty() ? !section.OfCoach : std::ranges::find(only, section.Key) != only.end();
+    };
+    Source source{numbers, at, bareTimes, {}};
+    if (std::ranges::any_of(Sections, [&](const Section& one) { return one.OfCoach && wanted(one); }))
+        source.Coach.emplace(numbers);
+    JsonWriter json;
+    json.BeginObject();
+    for (const Section& section : Sections)
+        if (wanted(section)) section.Write(json, source);
     json.EndObject();
     return json.Text();
 }

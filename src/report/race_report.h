@@ -1,6 +1,7 @@
 #pragma once
 
 #include <string>
+#include <string_view>
 #include <vector>
 
 #include "analysis/race_numbers.h"
@@ -11,7 +12,13 @@ namespace keelview {
 /// (seconds from the start). Positions are minutes of arc, speeds knots, distances nautical miles, angles
 /// degrees. A pass time is null where an entry was not reached, a first pass time where nobody reached it;
 /// "pass_sources" tells where each time comes from: "rule", "chain", "hand" or null. With `bareTimes` they
-/// are numbers throughout: 0 where an entry was not reached, 1000000 where nobody reached it.
-std::string RaceReport(const RaceNumbers& numbers, const std::vector<double>& at, bool bareTimes = false);
+/// are numbers throughout: 0 where an entry was not reached, 1000000 where nobody reached it. `only` are
+/// the keys of the members that are wanted, in any order; without any, all are there but those of the
+/// coach.
+std::string RaceReport(const RaceNumbers& numbers, const std::vector<double>& at, bool bareTimes = false,
+                       const std::vector<std::string>& only = {});
+
+/// True for the key of a member that a report can have.
+bool IsReportKey(std::string_view key);
 
 }  // namespace keelview

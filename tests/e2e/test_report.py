@@ -79,9 +79,24 @@ class Report(unittest.TestCase):
         self.assertEqual((closed["refused"], gone["refused"], gone["fixes"]), ("velocitek", "missing", 0))
         self.assertRegex(ran.stderr, r"\A.*gone.trk: not found\n.*closed.vtk: a Velocitek file.*GPX\n\Z")
 
+    def test_only_the_members_that_are_asked_for_are_printed(self):
+        whole = json.loads(self.run_report(self.tree, "R1.txt", "--at", "400").stdout)
+        some = json.loads(self.run_report(self.tree, "R1.txt", "--at", "400", "--only", "boats,at, race").stdout)
+        self.assertEqual(some, {key: whole[key] for key in ("race", "boats", "at")})
+        coach = ("ranking", "start", "manoeuvres", "wind_estimate", "current", "made_good", "velocities")
+        self.assertFalse(set(coach) & set(whole))
+        answers = json.loads(self.run_report(self.tree, "R1.txt", "--only", ",".join(coach)).stdout)
+        self.assertEqual(tuple(answers), coach)
+        line, (boat,) = answers["start"]["line"], answers["start"]["boats"]
+        self.assertAlmostEqual(line["bias_degrees"], -10)
+        self.assertEqual((line["favoured_end"], answers["wind_estimate"]["used"]), (1, "typed"))
+        self.assertAlmostEqual(boat["crossing"], 300, delta=0.1)
+        self.assertEqual((boat["ocs"], boat["returned"]), (None, None))  # its track begins with the gun
+
     def test_wrong_use_is_one_line_and_exit_status_2(self):
         good = (self.tree, "R1.txt")
-        for arguments in ((), good[:1], (*good, "more"), (*good, "--at"), (*good, "--at", "noon"), (*good, "--help-me"),
+        for arguments in ((), good[:1], (*good, "more"), (*good, "--at"), (*good, "--at", "noon"), (*good, "--help-me"), (*good, "--only"),
+                          (*good, "--only", "start,none"),
                           (self.tree, "none.txt"), (self.tree / "none", "R1.txt"), (self.tree, "../raceadmin/R1.txt")):  # fmt: skip
             with self.subTest(arguments=arguments):
                 ran = self.run_report(*arguments)

@@ -6,6 +6,7 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <cmath>
 #include <string>
 #include <tuple>
 #include <vector>
@@ -145,10 +146,16 @@ TEST(TrackFaults, OneFixOutOfAllReachIsTakenOut) {
             track.TrackTime.Add(times[static_cast<std::size_t>(track.Count())]);
             track.TrackLat.Add(3600 + fix.Lat);
             track.TrackLon.Add(8369 + fix.Lon);
+            track.TrackOwnSpeed.Add(static_cast<float>(fix.Lat));
+            track.TrackOwnCourse.Add(static_cast<float>(fix.Lon));
         }
         EXPECT_EQ(DropImpossibleFixes(track), dropped);
         for (const int count : {track.Count(), track.TrackLat.Count(), track.TrackLon.Count()})
             EXPECT_EQ(count, std::ssize(fixes) - dropped);
+        for (int fix = 1; fix <= track.Count(); ++fix) {
+            EXPECT_EQ(track.TrackOwnSpeed[fix], static_cast<float>(track.TrackLat[fix] - 3600));
+            EXPECT_EQ(track.TrackOwnCourse[fix], static_cast<float>(track.TrackLon[fix] - 8369));
+        }
     }
 }
 
@@ -166,6 +173,30 @@ TEST(TrackReading, ARecordingIsChosenByNumberOrBoat) {
         {.Time = Gun}, {.Time = INT64_MIN, .Lat = 1}, {.Time = INT64_MAX, .Lat = 1}};
     EXPECT_EQ(TakeRecording(fleet, "").Refused, Refusal::NoFixes);
     EXPECT_EQ(TakeRecording(fleet, "").Left.size(), 2);
+}
+
+TEST_F(GpsTrackTest, TheReceiversOwnSpeedAndCourseGoWithTheFixes) {
+    TrackReading told, silent;
+    for (int second = -600; second <= 60; second += 30) {
+        const GpsFix fix{.Lat = RaceTree::Lat, .Lon = RaceTree::Lon, .Time = Gun + second * UnixMs{1000}};
+        silent.Fixes.push_back(fix);
+        told.Fixes.push_back(fix);
+        told.Fixes.back().Speed = second == 0 ? NotTold : static_cast<float>(second);
+        told.Fixes.back().Course = 90;
+    }
+    TakeTracks({told, silent}, race, tracks, area, scale);
+    const Track& track = tracks.Boats[1];
+    ASSERT_EQ(track.TrackOwnSpeed.Count(), track.Count());
+    int silentFixes = 0;
+    for (int fix = 1; fix <= track.Count(); ++fix) {
+        const double sinceFirst = track.TrackTime[fix] - track.TrackTime[1];
+        if (std::isnan(track.TrackOwnSpeed[fix]))
+            ++silentFixes;
+        else
+            EXPECT_EQ(track.TrackOwnSpeed[fix] - track.TrackOwnSpeed[1], sinceFirst);
+    }
+    EXPECT_EQ(silentFixes, 1);
+    EXPECT_FALSE(tracks.Boats[2].HasOwnVelocity());
 }
 
 TEST_F(GpsTrackTest, AllFixesOfASecondAreKeptAndAStartThatTheyTellIsAWholeSecond) {

@@ -14,7 +14,8 @@ namespace keelview {
 namespace {
 
 constexpr const char* Sample =
-    "WF, R2_WIND.CSV\r\nT1, Spring Cup\r\nT2, Race 2\r\nMG, -7\r\nLG, 4.7\r\nST, 2004/8/5 12:30:00\r\n"
+    "WF, R2_WIND.CSV\r\nT1, Spring Cup\r\nT2, Race 2\r\nMG, -7\r\nLG, 4.7\r\nBO, 1.2\r\n"
+    "ST, 2004/8/5 12:30:00\r\n"
     "FT, 2004/8/5 13:50:00\r\nTD, 9\r\nWD, 210\r\nNU, 1\r\nBN, boat1.trk, Alpha\r\nBN, boat2.trk, Beta\r\n"
     "MK, 2112.51, 8385.14\r\nLN, 2111.02, 8384.80, 2111.11, 8384.970\r\nCRS, L1, MK1, L1\r\n"
     "LL, 45,160\r\nBT,3\r\nAT, notice.pdf\r\n";
@@ -51,6 +52,7 @@ TEST_F(RaceFileTest, EveryKeyOfTheSampleArrivesAndIsWrittenInTheOrderOfTheWriter
     EXPECT_TRUE(report.Opened);
     EXPECT_EQ(report.SkippedLines, 0);
     EXPECT_EQ(race.WindDirection, 210);
+    EXPECT_EQ(race.BowAhead, 1.2);
     EXPECT_EQ(race.Marks[1].MarkLat, 2112.51);
     EXPECT_EQ(race.DataFromTime, ParseDateTime("2004/8/5 12:26:30"));
     EXPECT_EQ(race.DataToTime, ParseDateTime("2004/8/5 13:50:00"));

@@ -1,0 +1,275 @@
+#include "analysis/boat_motion.h"
+
+#include <algorithm>
+#include <array>
+#include <cmath>
+
+#include "base/angles.h"
+#include "base/parallel.h"
+
+namespace keelview {
+
+namespace {
+
+constexpr double LongestReach = 5.0;  // seconds to either side that are fitted together
+constexpr double ShortestReach = 1.0;
+constexpr double ReachOfMetre = 2.5;  // seconds for each metre of noise
+constexpr double LongestGap = 12.0;   // seconds between fixes that are one way
+constexpr int FewestFitted = 5;
+constexpr double AgreementSpan = 20.0;       // seconds over which own velocities are compared with places
+constexpr double LeastTold = 0.95;           // share of the fixes that must tell a velocity
+constexpr double LargestDisagreement = 0.4;  // metres a second
+
+double MedianOf(std::vector<double>& values) {
+    if (values.empty()) return 0.0;
+    const auto middle = values.begin() + static_cast<std::ptrdiff_t>(values.size() / 2);
+    std::ranges::nth_element(values, middle);
+    return *middle;
+}
+
+/// Standard deviation of a component of single values, from the median of their third differences: white
+/// noise has third differences of sqrt(20) of its own deviation, and the median of a length in the plane is
+/// 1.1774 of that.
+double NoiseOf(const std::vector<Way>& values) {
+    std::vector<double> lengths;
+    lengths.reserve(values.size());
+    for (std::size_t i = 3; i < values.size(); ++i)
+        lengths.push_back((values[i] - values[i - 3] + (values[i - 2] - values[i - 1]) * 3.0).Length());
+    return MedianOf(lengths) / (std::sqrt(20.0) * 1.1774);
+}
+
+/// Sums of a least squares fit of a parabola, times counted from the moment that is sought.
+struct Parabola {
+    std::array<double, 5> T{};  // sums of the powers of time
+    std::array<Way, 3> X{};     // sums of the places times those powers
+    int Count = 0;
+
+    void Add(double t, Way place) {
+        double power = 1.0;
+        for (std::size_t i = 0; i < T.size(); ++i, power *= t) {
+            T[i] += power;
+            if (i < X.size()) X[i] = X[i] + place * power;
+        }
+        ++Count;
+    }
+    double Determinant() const {
+        return T[0] * (T[2] * T[4] - T[3] * T[3]) - T[1] * (T[1] * T[4] - T[2] * T[3]) +
+               T[2] * (T[1] * T[3] - T[2] * T[2]);
+    }
+    /// Enough fixes for a parabola and its scatter.
+    bool IsFirm() const { return Count >= FewestFitted && Determinant() > 1e-9; }
+    /// One row of the inverse of the normal matrix.
+    std::array<double, 3> Row(int row) const {
+        const double d = Determinant();
+        if (row == 0)
+            return {(T[2] * T[4] - T[3] * T[3]) / d, (T[2] * T[3] - T[1] * T[4]) / d,
+                    (T[1] * T[3] - T[2] * T[2]) / d};
+        if (row == 1)
+            return {(T[2] * T[3] - T[1] * T[4]) / d, (T[0] * T[4] - T[2] * T[2]) / d,
+                    (T[1] * T[2] - T[0] * T[3]) / d};
+        return {(T[1] * T[3] - T[2] * T[2]) / d, (T[1] * T[2] - T[0] * T[3]) / d,
+                (T[0] * T[2] - T[1] * T[1]) / d};
+    }
+    Way Coefficient(int row) const {
+        const auto r = Row(row);
+        return X[0] * r[0] + X[1] * r[1] + X[2] * r[2];
+    }
+};
+
+}  // namespace
+
+BoatMotion::BoatMotion(const Track& track, const Plane& plane) {
+    times_.reserve(static_cast<std::size_t>(track.Count()));
+    places_.reserve(static_cast<std::size_t>(track.Count()));
+    for (int fix = 1; fix <= track.Count(); ++fix) {
+        times_.push_back(track.TrackTime[fix]);
+        places_.push_back(plane.To(track.At(fix)));
+    }
+    if (!std::ranges::is_sorted(times_, std::ranges::less_equal())) {
+        times_.clear();  // a clock that falls back tells no motion
+        places_.clear();
+    }
+    noise_ = NoiseOf(places_);
+    TakeOwnVelocities(track);
+}
+
+int BoatMotion::First(double t) const {
+    return static_cast<int>(std::ranges::lower_bound(times_, t) - times_.begin());
+}
+
+void BoatMotion::TakeOwnVelocities(const Track& track) {
+    if (!track.HasOwnVelocity() || times_.empty()) return;
+    int told = 0;
+    for (int fix = 1; fix <= track.Count(); ++fix) {
+        const double speed = track.TrackOwnSpeed[fix];
+        const double course = track.TrackOwnCourse[fix];
+        const bool tells = std::isfinite(speed) && std::isfinite(course);
+        told += tells;
+        const Way before = velocities_.empty() ? Way{} : velocities_.back();
+        velocities_.push_back(tells ? Towards(course) * (speed * KnotMetres) : before);
+    }
+    if (told < LeastTold * track.Count() || !OwnAgree()) {
+        velocities_.clear();
+        return;
+    }
+    velocityNoise_ = NoiseOf(velocities_);
+    sums_.assign(1, Way{});
+    for (std::size_t i = 1; i < times_.size(); ++i)
+        sums_.push_back(sums_.back() +
+                        (velocities_[i - 1] + velocities_[i]) * ((times_[i] - times_[i - 1]) / 2));
+    source_ = VelocitySource::Receiver;
+}
+
+/// Compares the sums of velocities with the ways between the places, over stretches all along the track.
+bool BoatMotion::OwnAgree() const {
+    std::vector<double> differences;
+    std::size_t begin = 0;
+    Way sum;
+    for (std::size_t i = 1; i < times_.size(); ++i) {
+        sum = sum + (velocities_[i - 1] + velocities_[i]) * ((times_[i] - times_[i - 1]) / 2);
+        const double seconds = times_[i] - times_[begin];
+        if (seconds < AgreementSpan) continue;
+        differences.push_back((places_[i] - places_[begin] - sum).Length() / seconds);
+        begin = i;
+        sum = {};
+    }
+    const double allowed = LargestDisagreement + 2 * noise_ / AgreementSpan;
+    return !differences.empty() && MedianOf(differences) <= allowed;
+}
+
+Way BoatMotion::OwnVelocityAt(double t, int next) const {
+    const auto i = static_cast<std::size_t>(next);
+    const double f = (t - times_[i - 1]) / (times_[i] - times_[i - 1]);
+    return velocities_[i - 1] * (1 - f) + velocities_[i] * f;
+}
+
+Way BoatMotion::SumAt(double t, int next) const {
+    const auto i = static_cast<std::size_t>(next - 1);
+    return sums_[i] + (velocities_[i] + OwnVelocityAt(t, next)) * ((t - times_[i]) / 2);
+}
+
+std::optional<Motion> BoatMotion::AtByOwn(double t, int next, std::size_t begin, std::size_t end) const {
+    const auto count = static_cast<double>(end - begin);
+    const Way here = SumAt(t, next);
+    Way place;
+    for (std::size_t i = begin; i < end; ++i) place = place + (places_[i] - sums_[i] + here) * (1 / count);
+    double squares = 0.0;
+    for (std::size_t i = begin; i < end; ++i)
+        squares += std::pow((places_[i] - sums_[i] + here - place).Length(), 2);
+    const double sigma = std::max(noise_, std::sqrt(squares / (2 * (count - 1))));
+    return Motion{place, OwnVelocityAt(t, next), sigma / std::sqrt(count), velocityNoise_};
+}
+
+std::optional<BoatMotion::Fitted> BoatMotion::FittedAbout(double t) const {
+    const int next = std::max(First(t), 1);
+    const auto i = static_cast<std::size_t>(next);
+    if (i >= times_.size() || t < times_.front() || times_[i] - times_[i - 1] > LongestGap) return {};
+    double reach = std::clamp(noise_ * ReachOfMetre, ShortestReach, LongestReach);
+    // Sparse fixes: as many as a parabola and its scatter need.
+    reach = std::max(reach, 2.5 * (times_[i] - times_[i - 1]));
+    Fitted fitted{next, i, i};
+    while (fitted.Begin > 0 && times_[fitted.Begin - 1] >= t - reach) --fitted.Begin;
+    while (fitted.End < times_.size() && times_[fitted.End] <= t + reach) ++fitted.End;
+    return fitted;
+}
+
+std::optional<Way> BoatMotion::VelocityAt(double t) const {
+    const auto fitted = FittedAbout(t);
+    if (!fitted) return {};
+    if (!velocities_.empty()) return OwnVelocityAt(t, fitted->Next);
+    Parabola fit;
+    for (std::size_t i = fitted->Begin; i < fitted->End; ++i) fit.Add(times_[i] - t, places_[i]);
+    if (!fit.IsFirm()) return {};
+    return fit.Coefficient(1);
+}
+
+std::optional<Motion> BoatMotion::At(double t) const {
+    const auto fitted = FittedAbout(t);
+    if (!fitted) return {};
+    const std::size_t begin = fitted->Begin, end = fitted->End;
+    if (!velocities_.empty()) return AtByOwn(t, fitted->Next, begin, end);
+    Parabola fit;
+    for (std::size_t i = begin; i < end; ++i) fit.Add(times_[i] - t, places_[i]);
+    if (!fit.IsFirm()) return {};
+    const Way place = fit.Coefficient(0), slope = fit.Coefficient(1), bend = fit.Coefficient(2);
+    double squares = 0.0;
+    for (std::size_t k = begin; k < end; ++k) {
+        const double s = times_[k] - t;
+        const double off = (places_[k] - place - slope * s - bend * (s * s)).Length();
+        squares += off * off;
+    }
+    const double scatter = std::sqrt(squares / (2.0 * (fit.Count - 3)));
+    const double sigma = std::max(noise_, scatter);
+    const double slopeSigma = sigma * std::sqrt(fit.Row(1)[1]);
+    const double placeSigma = sigma * std::sqrt(fit.Row(0)[0]);
+    return Motion{place, slope, placeSigma, slopeSigma};
+}
+
+std::optional<Stretch> BoatMotion::Over(double from, double to) const {
+    const auto begin = static_cast<std::size_t>(First(from));
+    std::size_t end = begin;
+    while (end < times_.size() && times_[end] <= to) ++end;
+    if (end - begin < 3 || times_[begin] > from + LongestGap / 2 || times_[end - 1] < to - LongestGap / 2)
+        return {};
+    const auto count = static_cast<double>(end - begin);
+    Stretch stretch;
+    stretch.Seconds = times_[end - 1] - times_[begin];
+    for (std::size_t i = begin; i < end; ++i) {
+        if (i > begin && times_[i] - times_[i - 1] > LongestGap) return {};
+        stretch.Middle += times_[i] / count;
+        stretch.MiddleAt = stretch.MiddleAt + places_[i] * (1 / count);
+    }
+    double spread = 0.0;
+    for (std::size_t i = begin; i < end; ++i) {
+        const double s = times_[i] - stretch.Middle;
+        spread += s * s;
+        stretch.Velocity = stretch.Velocity + (places_[i] - stretch.MiddleAt) * s;
+    }
+    stretch.Velocity = stretch.Velocity * (1 / spread);
+    double squares = 0.0;
+    for (std::size_t i = begin; i < end; ++i) {
+        const double off = (places_[i] - stretch.At(times_[i])).Length();
+        squares += off * off;
+    }
+    const double sigma = std::max(noise_, std::sqrt(squares / (2 * std::max(count - 2, 1.0))));
+    stretch.MiddleSigma = sigma / std::sqrt(count);
+    stretch.VelocitySigma = sigma / std::sqrt(spread);
+    if (!velocities_.empty()) TakeMeanVelocity(begin, end, stretch);
+    return stretch;
+}
+
+void BoatMotion::TakeMeanVelocity(std::size_t begin, std::size_t end, Stretch& stretch) const {
+    const auto count = static_cast<double>(end - begin);
+    Way mean;
+    for (std::size_t i = begin; i < end; ++i) mean = mean + velocities_[i] * (1 / count);
+    double squares = 0.0;
+    for (std::size_t i = begin; i < end; ++i) squares += std::pow((velocities_[i] - mean).Length(), 2);
+    stretch.Velocity = mean;
+    stretch.VelocitySigma = std::sqrt(squares / (2 * (count - 1)) / count);
+}
+
+std::optional<Way> BoatMotion::SumOfVelocities(double from, double to) const {
+    if (velocities_.empty() || !(from >= times_.front() && to <= times_.back())) return {};
+    const int begin = std::max(First(from), 1), end = std::max(First(to), 1);
+    for (auto i = static_cast<std::size_t>(begin); i <= static_cast<std::size_t>(end); ++i)
+        if (times_[i] - times_[i - 1] > LongestGap) return {};
+    return SumAt(to, end) - SumAt(from, begin);
+}
+
+namespace {
+
+Position FirstPlace(const Tracks& tracks) {
+    for (const Track& track : tracks.Boats)
+        if (track.Count() > 0) return track.At(1);
+    return {};
+}
+
+}  // namespace
+
+FleetMotion::FleetMotion(const Tracks& tracks, const EarthScale& scale)
+    : Water(scale, FirstPlace(tracks)), Boats(tracks.Boats.Count(), BoatMotion({}, Water)) {
+    ForEachInParallel(Boats.Count(),
+                      [&](int boat) { Boats[boat] = BoatMotion(tracks.Boats[boat], Water); });
+}
+
+}  // namespace keelview

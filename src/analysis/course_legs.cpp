@@ -1,0 +1,45 @@
+#include "analysis/course_legs.h"
+
+#include <cmath>
+#include <string>
+
+namespace keelview {
+
+namespace {
+
+std::optional<Way> PlaceOf(const RaceControl& race, const Plane& water, const std::string& text) {
+    const CourseKey key = ParseCourseKey(text);
+    if (key.IsLine && race.Lines.Holds(key.Number)) {
+        const Line& line = race.Lines[key.Number];
+        return (water.To(line.FirstEnd()) + water.To(line.SecondEnd())) * 0.5;
+    }
+    if (!key.IsLine && race.Marks.Holds(key.Number)) return water.To(race.Marks[key.Number].At());
+    return {};
+}
+
+}  // namespace
+
+bool CourseLeg::IsLadder(std::optional<double> windFrom) const {
+    return windFrom && std::abs(Towards(*windFrom).Along(Axis)) >= std::cos(60 * DegToRad);
+}
+
+Way CourseLeg::LadderAxis(std::optional<double> windFrom) const {
+    if (!windFrom || !IsLadder(windFrom)) return Axis;
+    const Way upwind = Towards(*windFrom);
+    return upwind.Along(Axis) >= 0 ? upwind : upwind * -1.0;
+}
+
+OneBased<CourseLeg> CourseLegs(const RaceControl& race, const Plane& water) {
+    OneBased<CourseLeg> legs;
+    Way from;
+    for (int entry = 1; entry <= race.CourseOrder.Count(); ++entry) {
+        const Way to = PlaceOf(race, water, race.CourseOrder[entry]).value_or(from);
+        const Way whole = to - from;
+        const double length = whole.Length();
+        if (entry > 1) legs.Add({from, to, length > 0 ? whole * (1 / length) : Way{}, length});
+        from = to;
+    }
+    return legs;
+}
+
+}  // namespace keelview

@@ -1,0 +1,45 @@
+#pragma once
+
+#include <optional>
+
+#include "analysis/boat_motion.h"
+#include "analysis/course_legs.h"
+#include "analysis/mark_passes.h"
+#include "analysis/race_wind.h"
+
+namespace keelview {
+
+/// Velocities of a boat on a leg at a moment, knots.
+struct MadeGoodNow {
+    double Speed = 0.0;
+    std::optional<double> Vmg;  ///< along the wind, in the sense of the leg; nothing without a wind
+    double Vmc = 0.0;           ///< towards the end of the leg
+};
+
+/// What a boat made of a leg, from passing its begin to passing its end.
+struct LegMadeGood {
+    double Seconds = 0.0;
+    double Speed = 0.0;  ///< mean, knots
+    double Vmc = 0.0;    ///< mean towards the leg's end, knots
+    std::optional<double>
+        Vmg;  ///< mean along the wind in the sense of the leg, knots; nothing without wind
+    std::optional<double> Efficiency;      ///< VMG / speed
+    std::optional<double> PortShare;       ///< of the time on port tack, the wind from the left
+    std::optional<double> StarboardShare;  ///< on starboard tack
+    double Sailed = 0.0;                   ///< metres
+    double Straight = 0.0;                 ///< metres from where it began to where it ended
+    std::optional<double> Overstood;  ///< metres beyond the lay line at the last tack of a beat; below 0
+                                      ///< short of it
+};
+
+/// A boat's velocities at a moment on a leg; nothing where its track does not tell them.
+std::optional<MadeGoodNow> MadeGoodAt(const BoatMotion& motion, const CourseLeg& leg, const RaceWind& wind,
+                                      double t);
+
+/// One boat on one leg, second by second; nothing where it did not sail all of it, or its track misses more
+/// than a tenth of it. The lay line is that of the race's angle.
+std::optional<LegMadeGood> MadeGoodOnLeg(const RaceControl& race, const BoatMotion& motion,
+                                         const CourseLeg& leg, const RaceWind& wind,
+                                         std::optional<int> begin, std::optional<int> end);
+
+}  // namespace keelview

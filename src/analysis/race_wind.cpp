@@ -1,0 +1,23 @@
+#include "analysis/race_wind.h"
+
+#include "analysis/wind_at.h"
+
+namespace keelview {
+
+RaceWind::RaceWind(const RaceControl& race, const WindData& wind, WindEstimate estimate)
+    : race_(race), wind_(wind), estimate_(std::move(estimate)) {
+    if (HasWindFile(race) && !wind.Empty())
+        knowledge_ = WindKnowledge::Measured;
+    else if (!estimate_.Samples.empty())
+        knowledge_ = WindKnowledge::Estimated;
+    else if (race.WindDirection != 0)
+        knowledge_ = WindKnowledge::Typed;
+}
+
+std::optional<double> RaceWind::From(double t) const {
+    if (knowledge_ == WindKnowledge::None) return {};
+    if (knowledge_ == WindKnowledge::Estimated) return EstimatedWindAt(estimate_, t);
+    return WindAt(race_, wind_, t).DirectionTrue;
+}
+
+}  // namespace keelview

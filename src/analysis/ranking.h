@@ -1,0 +1,51 @@
+#pragma once
+
+#include <optional>
+#include <vector>
+
+#include "analysis/boat_motion.h"
+#include "analysis/course_legs.h"
+#include "analysis/mark_passes.h"
+#include "analysis/race_wind.h"
+
+namespace keelview {
+
+/// A boat in the order of a moment.
+struct RankedBoat {
+    int Boat = 0;
+    double ToGo = 0.0;                 ///< metres to the finish
+    double GapMetres = 0.0;            ///< to the leader
+    std::optional<double> GapSeconds;  ///< since the leader had that distance to go
+};
+
+/// How far each boat has to go, for every second from the gun to the end of the race. On a leg within 60
+/// degrees of the wind's axis the distance is counted along the wind (ladder rungs), else along the leg;
+/// the legs to come count by their length. Within a minute of a mark the distance is led to that of the
+/// mark, so that boats are there just when they pass it, and the gap there is the difference of the passing
+/// times.
+class CourseProgress {
+  public:
+    CourseProgress(const RaceControl& race, const FleetMotion& fleet, const RaceWind& wind,
+                   const MarkPasses& passes);
+
+    /// The order at a moment, the leader first: those with less to go, among finished boats the earlier
+    /// one. A boat whose track does not tell where it is has no place in it; nobody has before the gun.
+    std::vector<RankedBoat> OrderAt(double t) const;
+
+    /// Metres to the finish, 0 behind it.
+    std::optional<double> ToGo(int boat, double t) const;
+
+    /// When a boat first had no more than so many metres to go; nothing if it never had.
+    std::optional<double> TimeAt(int boat, double toGo) const;
+
+  private:
+    /// A boat's distances by the second, no number where there is none, and the least up to each.
+    struct Curve {
+        std::vector<double> ToGo;
+        std::vector<double> Least;
+        std::optional<int> Finish;
+    };
+    OneBased<Curve> curves_;
+};
+
+}  // namespace keelview

@@ -1,0 +1,254 @@
+#include "report/coach_report.h"
+
+#include <optional>
+#include <string_view>
+
+#include "analysis/current_estimate.h"
+#include "analysis/made_good.h"
+#include "analysis/ranking.h"
+#include "analysis/start_report.h"
+
+namespace keelview {
+
+namespace {
+
+template <class Number>
+void MaybeMember(JsonWriter& json, std::string_view name, const std::optional<Number>& value) {
+    json.Key(name);
+    value ? json.Number(static_cast<double>(*value)) : json.Null();
+}
+
+void MaybeMember(JsonWriter& json, std::string_view name, const std::optional<bool>& value) {
+    json.Key(name);
+    value ? json.Bool(*value) : json.Null();
+}
+
+/// A sigma stands where its value does.
+template <class Number>
+void WithSigma(JsonWriter& json, std::string_view name, std::string_view sigmaName,
+               const std::optional<Number>& value, double sigma) {
+    MaybeMember(json, name, value);
+    MaybeMember(json, sigmaName, value ? std::optional(sigma) : std::nullopt);
+}
+
+std::string_view NameOf(ManoeuvreKind kind) {
+    switch (kind) {
+        case ManoeuvreKind::Tack:
+            return "tack";
+        case ManoeuvreKind::Gybe:
+            return "gybe";
+        case ManoeuvreKind::Rounding:
+            return "rounding";
+        default:
+            return "turn";
+    }
+}
+
+std::string_view NameOf(NoLoss why) {
+    switch (why) {
+        case NoLoss::Kind:
+            return "kind";
+        case NoLoss::OtherTurn:
+            return "other turn";
+        case NoLoss::Shift:
+            return "wind shift";
+        case NoLoss::Track:
+            return "track";
+        default:
+            return "";
+    }
+}
+
+std::string_view NameOf(WindKnowledge knowledge) {
+    switch (knowledge) {
+        case WindKnowledge::Measured:
+            return "measured";
+        case WindKnowledge::Estimated:
+            return "estimated";
+        case WindKnowledge::Typed:
+            return "typed";
+        default:
+            return "none";
+    }
+}
+
+void WriteLine(JsonWriter& json, const StartLine& line) {
+    json.Key("line");
+    json.BeginObject();
+    json.Member("length", line.Length);
+    json.Member("bearing", line.Bearing);
+    MaybeMember(json, "bias_degrees", line.BiasDegrees);
+    MaybeMember(json, "advantage_metres", line.Advantage);
+    MaybeMember(json, "favoured_end", line.FavouredEnd);
+    json.EndObject();
+}
+
+void WriteBoatStart(JsonWriter& json, int boat, const BoatStart& start) {
+    json.BeginObject();
+    json.Member("number", boat);
+    WithSigma(json, "at_gun", "at_gun_sigma", start.AtGun, start.DistanceSigma);
+    MaybeMember(json, "at_minus_5", start.AtMinus5);
+    MaybeMember(json, "at_minus_10", start.AtMinus10);
+    WithSigma(json, "crossing", "crossing_sigma", start.Crossing, start.CrossingSigma);
+    WithSigma(json, "place", "place_sigma", start.Place, start.PlaceSigma);
+    MaybeMember(json, "speed_at_gun", start.SpeedAtGun);
+    MaybeMember(json, "speed_at_crossing", start.SpeedAtCrossing);
+    MaybeMember(json, "ocs", start.Over);
+    MaybeMember(json, "returned", start.Returned);
+    MaybeMember(json, "rank_gun", start.Rank);
+    MaybeMember(json, "rank_30", start.Rank30);
+    MaybeMember(json, "rank_60", start.Rank60);
+    json.EndObject();
+}
+
+void WriteManoeuvre(JsonWriter& json, int boat, const Manoeuvre& manoeuvre) {
+    json.BeginObject();
+    json.Member("boat", boat);
+    json.Member("kind", NameOf(manoeuvre.Kind));
+    json.Member("time", manoeuvre.Time);
+    json.Member("from", manoeuvre.From);
+    json.Member("to", manoeuvre.To);
+    json.Member("duration", manoeuvre.Duration);
+    json.Member("rate", manoeuvre.Rate);
+    json.Member("speed_before", manoeuvre.SpeedBefore);
+    json.Member("speed_min", manoeuvre.SpeedLeast);
+    json.Member("speed_after", manoeuvre.SpeedAfter);
+    WithSigma(json, "loss_metres", "loss_sigma", manoeuvre.LossMetres, manoeuvre.LossSigma);
+    MaybeMember(json, "loss_seconds", manoeuvre.LossSeconds);
+    json.Member("shift", manoeuvre.Shift);
+    json.Key("reason");
+    manoeuvre.Why == NoLoss::None ? json.Null() : json.String(NameOf(manoeuvre.Why));
+    json.EndObject();
+}
+
+void WriteLeg(JsonWriter& json, const std::optional<LegMadeGood>& made) {
+    if (!made) return json.Null();
+    json.BeginObject();
+    json.Member("seconds", made->Seconds);
+    json.Member("speed", made->Speed);
+    json.Member("vmc", made->Vmc);
+    MaybeMember(json, "vmg", made->Vmg);
+    MaybeMember(json, "efficiency", made->Efficiency);
+    MaybeMember(json, "port", made->PortShare);
+    MaybeMember(json, "starboard", made->StarboardShare);
+    json.Member("sailed", made->Sailed);
+    json.Member("straight", made->Straight);
+    MaybeMember(json, "overstood", made->Overstood);
+    json.EndObject();
+}
+
+}  // namespace
+
+void WriteRanking(JsonWriter& json, const CoachNumbers& coach, const std::vector<double>& at) {
+    const CourseProgress progress(coach.Race.race, coach.Motion, coach.Wind, coach.Race.passes);
+    json.Key("ranking");
+    json.BeginArray();
+    for (const double t : at) {
+        json.BeginObject();
+        json.Member("time", t);
+        json.Key("order");
+        json.BeginArray();
+        int rank = 0;
+        for (const RankedBoat& ranked : progress.OrderAt(t)) {
+            json.BeginObject();
+            json.Member("boat", ranked.Boat);
+            json.Member("rank", ++rank);
+            json.Member("gap_metres", ranked.GapMetres);
+            MaybeMember(json, "gap_seconds", ranked.GapSeconds);
+            json.Member("to_go", ranked.ToGo);
+            json.EndObject();
+        }
+        json.EndArray();
+        json.EndObject();
+    }
+    json.EndArray();
+}
+
+void WriteStart(JsonWriter& json, const CoachNumbers& coach) {
+    const StartReport report = ReportStart(coach.Race.race, coach.Motion, coach.Wind);
+    json.Key("start");
+    if (!report.Line) return json.Null();
+    json.BeginObject();
+    WriteLine(json, *report.Line);
+    json.Key("boats");
+    json.BeginArray();
+    for (int boat = 1; boat <= report.Boats.Count(); ++boat) WriteBoatStart(json, boat, report.Boats[boat]);
+    json.EndArray();
+    json.EndObject();
+}
+
+void WriteManoeuvres(JsonWriter& json, const CoachNumbers& coach) {
+    const auto all = FindFleetManoeuvres(coach.Motion, coach.Turns, coach.Wind, coach.Race.passes);
+    json.Key("manoeuvres");
+    json.BeginArray();
+    for (int boat = 1; boat <= all.Count(); ++boat)
+        for (const Manoeuvre& manoeuvre : all[boat]) WriteManoeuvre(json, boat, manoeuvre);
+    json.EndArray();
+}
+
+void WriteWindEstimate(JsonWriter& json, const CoachNumbers& coach) {
+    const WindEstimate& estimate = coach.Wind.Estimate();
+    json.Key("wind_estimate");
+    json.BeginObject();
+    json.Member("used", NameOf(coach.Wind.Knowledge()));
+    MaybeMember(json, "tack_sigma",
+                estimate.TackSigma > 0 ? std::optional(estimate.TackSigma) : std::nullopt);
+    MaybeMember(json, "gybe_sigma",
+                estimate.GybeSigma > 0 ? std::optional(estimate.GybeSigma) : std::nullopt);
+    json.Key("samples");
+    json.BeginArray();
+    for (const WindEstimateSample& sample : estimate.Samples) {
+        json.BeginObject();
+        json.Member("time", sample.Time);
+        json.Member("direction", sample.Direction);
+        json.Member("sigma", sample.Sigma);
+        json.Member("turns", sample.Turns);
+        json.EndObject();
+    }
+    json.EndArray();
+    json.EndObject();
+}
+
+void WriteCurrent(JsonWriter& json, const CoachNumbers& coach) {
+    const auto current = EstimateCurrent(coach.Wind.Estimate());
+    json.Key("current");
+    if (!current) return json.Null();
+    json.BeginObject();
+    json.Member("axis", current->Axis);
+    json.Member("across", current->Across);
+    json.Key("along");
+    json.Null();
+    json.Member("sigma", current->Sigma);
+    json.EndObject();
+}
+
+void WriteMadeGood(JsonWriter& json, const CoachNumbers& coach) {
+    const RaceControl& race = coach.Race.race;
+    const OneBased<CourseLeg> legs = CourseLegs(race, coach.Motion.Water);
+    json.Key("made_good");
+    json.BeginArray();
+    for (int boat = 1; boat <= coach.Motion.Boats.Count(); ++boat) {
+        json.BeginArray();
+        for (int leg = 1; leg <= legs.Count(); ++leg)
+            WriteLeg(json, MadeGoodOnLeg(race, coach.Motion.Boats[boat], legs[leg], coach.Wind,
+                                         PassTime(coach.Race.passes, boat, leg),
+                                         PassTime(coach.Race.passes, boat, leg + 1)));
+        json.EndArray();
+    }
+    json.EndArray();
+}
+
+void WriteVelocitySources(JsonWriter& json, const CoachNumbers& coach) {
+    json.Key("velocities");
+    json.BeginArray();
+    for (const BoatMotion& motion : coach.Motion.Boats) {
+        json.BeginObject();
+        json.Member("from", motion.Source() == VelocitySource::Receiver ? std::string_view("receiver")
+                                                                        : std::string_view("positions"));
+        json.Member("noise", motion.Noise());
+        json.EndObject();
+    }
+    json.EndArray();
+}
+
+}  // namespace keelview

@@ -1,0 +1,35 @@
+#pragma once
+
+#include <vector>
+
+#include "analysis/coach_numbers.h"
+#include "report/json_writer.h"
+
+namespace keelview {
+
+// Each adds one member to an open object. What is not known is null.
+
+/// "ranking": for each moment the order with the gaps to the leader, metres and seconds.
+void WriteRanking(JsonWriter& json, const CoachNumbers& coach, const std::vector<double>& at);
+
+/// "start": the line, and each boat's start; null where the course does not begin with a line.
+void WriteStart(JsonWriter& json, const CoachNumbers& coach);
+
+/// "manoeuvres": those of all boats, by boat and time. "reason" says why one has no loss.
+void WriteManoeuvres(JsonWriter& json, const CoachNumbers& coach);
+
+/// "wind_estimate": the wind over the water from the tracks, and which wind the other numbers rest on.
+void WriteWindEstimate(JsonWriter& json, const CoachNumbers& coach);
+
+/// "current": its part across the wind in knots; null where too few turns tell it. The part along the wind
+/// cannot be told from turns that are alike on both sides and is null.
+void WriteCurrent(JsonWriter& json, const CoachNumbers& coach);
+
+/// "made_good": a row a boat, a cell a leg.
+void WriteMadeGood(JsonWriter& json, const CoachNumbers& coach);
+
+/// "velocities": for each boat what its velocities are taken from, "receiver" or "positions", and the noise
+/// of its places in metres.
+void WriteVelocitySources(JsonWriter& json, const CoachNumbers& coach);
+
+}  // namespace keelview
