@@ -36,6 +36,14 @@ void Read(benchmark::State& state, const std::string& file) {
     state.SetBytesProcessed(state.iterations() * static_cast<std::int64_t>(file.size()));
 }
 
+/// As most trackers write it.
+void ReadPlainGpx(benchmark::State& state) {
+    Read(state, File("<gpx><trk><trkseg>\n",
+                     "<trkpt lat=\"%2$.7f\" lon=\"%3$.7f\"><ele>3.2</ele><time>%1$s</time></trkpt>\n",
+                     "</trkseg></trk></gpx>"));
+}
+BENCHMARK(ReadPlainGpx)->Unit(benchmark::kMillisecond);
+
 /// As a watch exports it, with pulse and temperature.
 void ReadGpx(benchmark::State& state) {
     Read(state,
