@@ -93,10 +93,7 @@ class TrackLoader {
 
   private:
     static void TakeOwnVelocity(const TrackReading& reading, Track& track) {
-        const auto tells = [](const GpsFix& fix) {
-            return std::isfinite(fix.Speed) && std::isfinite(fix.Course);
-        };
-        if (std::ranges::none_of(reading.Fixes, tells)) return;
+        if (!reading.TellsVelocity) return;
         for (auto* column : {&track.TrackOwnSpeed, &track.TrackOwnCourse}) column->Reserve(track.Count());
         for (const GpsFix& fix : reading.Fixes) {
             track.TrackOwnSpeed.Add(fix.Speed);

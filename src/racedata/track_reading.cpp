@@ -199,6 +199,7 @@ TrackReading TakeRecording(const TrackFileContent& content, std::string_view cho
             Skip(reading.Left, SkipReason::NoTime);
         else
             AddPlace({fix.Lat * 60, fix.Lon * 60, fix.Time, fix.Speed, fix.Course}, reading);
+        reading.TellsVelocity |= std::isfinite(fix.Speed) && std::isfinite(fix.Course);
     }
     reading.Refused = reading.Fixes.empty() ? Refusal::NoFixes : Refusal::None;
     return reading;

@@ -27,8 +27,9 @@ struct TrackReading {
     std::string Format;  ///< as people call it: "GPX"
     std::string Device;  ///< what made the file; may be empty
     Refusal Refused = Refusal::None;
-    std::vector<GpsFix> Fixes;  ///< as they stand in the file
-    std::vector<Skipped> Left;  ///< what gave no fix, each reason once
+    std::vector<GpsFix> Fixes;   ///< as they stand in the file
+    std::vector<Skipped> Left;   ///< what gave no fix, each reason once
+    bool TellsVelocity = false;  ///< some fix has both speed and course
 };
 
 /// Told each boat (from 1) as its file is about to be read.

@@ -184,6 +184,7 @@ TEST_F(GpsTrackTest, TheReceiversOwnSpeedAndCourseGoWithTheFixes) {
         told.Fixes.back().Speed = second == 0 ? NotTold : static_cast<float>(second);
         told.Fixes.back().Course = 90;
     }
+    told.TellsVelocity = true;
     TakeTracks({told, silent}, race, tracks, area, scale);
     const Track& track = tracks.Boats[1];
     ASSERT_EQ(track.TrackOwnSpeed.Count(), track.Count());
