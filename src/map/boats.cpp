@@ -92,13 +92,16 @@ void Boats::PlaceCrossWindLine(int boat, const Point& at) {
     if (!visible) return;
     const double side = app_.view.MapSide;
     const double offTop = WrapDifference(app_.now.WindNow.DirectionTrue - app_.view.ScreenUpDirection);
-    if (offTop == 90) {
-        bar.Place(at.X, 0, at.X, side);
-        return;
+    const double across = std::cos(offTop * DegToRad);
+    const double down = std::sin(offTop * DegToRad);
+    // From edge to edge the shorter way: the line ends near the map, however upright it is.
+    if (std::abs(across) >= std::abs(down)) {
+        const double slope = down / across;
+        bar.Place(0, at.Y - slope * at.X, side, at.Y + slope * (side - at.X));
+    } else {
+        const double slope = across / down;
+        bar.Place(at.X - slope * at.Y, 0, at.X + slope * (side - at.Y), side);
     }
-    const double slope = std::tan(offTop * DegToRad);
-    const double atLeftEdge = at.Y - slope * at.X;
-    bar.Place(0, atLeftEdge, side, slope * side + atLeftEdge);
 }
 
 /// The names of boats with a ring come first, then those in focus.
