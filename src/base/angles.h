@@ -17,7 +17,9 @@ constexpr double WrapDifference(double degrees) {
 
 /// The shortest turn from one direction to another in degrees, -180 to 180, however far off either lies.
 inline double TurnBetween(double from, double to) {
-    return std::remainder(to - from, 360.0);
+    const double turn = to - from;
+    return std::abs(turn) < 180.0 ? turn
+                                  : std::remainder(turn, 360.0);  // as it is, without a library's walk
 }
 
 /// A direction brought into 0 up to below 360 degrees by one test each way.

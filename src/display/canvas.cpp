@@ -112,8 +112,8 @@ void Canvas::Line(double x1, double y1, double x2, double y2, Colour colour) {
     const Point to = PlaceOf(x2, y2, PenWidth());
     CurrentX = x2;
     CurrentY = y2;
-    if ((raster::SideOf(image_, from, stroke.Width) & raster::SideOf(image_, to, stroke.Width)) != 0)
-        return;
+    const Bounds reach = raster::ReachOf(image_, stroke);
+    if ((raster::SideOf(reach, from) & raster::SideOf(reach, to)) != 0) return;
     raster::DrawSegment(image_, from, to, stroke);
     Bounds box;
     box.Add(from);
@@ -149,46 +149,45 @@ void Canvas::FilledBox(double x1, double y1, double x2, double y2, Colour colour
 
 void Canvas::Polyline(std::span<const Point> points, Colour colour) {
     if (points.size() < 2) return;
-    DrawPolyline(points, StrokeOf(colour));
+    DrawLine({.Points = points}, StrokeOf(colour));
     CurrentX = points.back().X;
     CurrentY = points.back().Y;
     ChangedAll();
 }
 
 // Each band of the image is drawn by itself, all lines in their order.
-void Canvas::Polylines(std::span<const ColouredLine> lines) {
+void Canvas::Lines(std::span<const ColouredLine> lines) {
     constexpr int bands = 4;  // each takes a walk over all points
     ForEachInParallel(bands, [&](int band) {
         for (const ColouredLine& line : lines)
-            if (line.Points.size() > 1)
-                DrawPolyline(line.Points, raster::InBand(StrokeOf(line.Ink), image_, band - 1, bands));
+            DrawLine(line, raster::InBand(StrokeOf(line.Ink), image_, band - 1, bands));
     });
     ChangedAll();
 }
 
-void Canvas::DrawPolyline(std::span<const Point> points, const raster::Stroke& stroke) {
+void Canvas::DrawLine(const ColouredLine& line, const raster::Stroke& stroke) {
     const double scaleX = UnitX() * image_.Ratio;
     const double scaleY = UnitY() * image_.Ratio;
     const Point shift = PlaceOf(0.0, 0.0, PenWidth());
-    Point from{points[0].X * scaleX + shift.X, points[0].Y * scaleY + shift.Y};
-    unsigned fromSide = raster::SideOf(image_, from, stroke.Width);
-    for (const Point& point : points.subspan(1)) {
-        const Point to{point.X * scaleX + shift.X, point.Y * scaleY + shift.Y};
-        const unsigned toSide = raster::SideOf(image_, to, stroke.Width);
-        if ((fromSide & toSide) == 0) raster::DrawSegment(image_, from, to, stroke);
+    const Bounds reach = raster::ReachOf(image_, stroke);
+    Point from;
+    unsigned fromSide = 0;
+    for (std::size_t i = 0; i < line.Points.size(); ++i) {
+        const Point to{line.Points[i].X * scaleX + shift.X, line.Points[i].Y * scaleY + shift.Y};
+        const unsigned toSide = raster::SideOf(reach, to);
+        const bool joined = line.Separate ? i % 2 == 1 : i > 0;
+        if (joined && (fromSide & toSide) == 0) raster::DrawSegment(image_, from, to, stroke);
         from = to;
         fromSide = toSide;
     }
 }
 
 void Canvas::Segments(std::span<const Point> points, Colour colour) {
-    const raster::Stroke stroke = StrokeOf(colour);
-    for (std::size_t i = 0; i + 1 < points.size(); i += 2) {
-        raster::DrawSegment(image_, PlaceOf(points[i].X, points[i].Y, PenWidth()),
-                            PlaceOf(points[i + 1].X, points[i + 1].Y, PenWidth()), stroke);
-        CurrentX = points[i + 1].X;
-        CurrentY = points[i + 1].Y;
-    }
+    if (points.size() < 2) return;
+    DrawLine({.Points = points, .Separate = true}, StrokeOf(colour));
+    const Point& end = points[points.size() / 2 * 2 - 1];
+    CurrentX = end.X;
+    CurrentY = end.Y;
     ChangedAll();
 }
 

@@ -46,10 +46,11 @@ class Picture {
     std::shared_ptr<const Pixels> image_;
 };
 
-/// Joined lines in a colour of their own.
+/// Lines in a colour of their own, through points that someone else keeps.
 struct ColouredLine {
-    std::vector<Point> Points;
+    std::span<const Point> Points;
     Colour Ink = Black;
+    bool Separate = false;  ///< from point 0 to 1, 2 to 3 and so on; else joined through all points
 };
 
 /// A retained image with its pen: what is drawn stays until Cls. Drawing only marks the image as changed;
@@ -85,8 +86,8 @@ class Canvas {
     void FilledBox(double x1, double y1, double x2, double y2, Colour colour);  ///< outline included
     /// Joined lines through all points, DrawWidth wide; parts far outside the picture cost next to nothing.
     void Polyline(std::span<const Point> points, Colour colour);
-    /// Many of them, on all processors at once; later ones lie over earlier ones.
-    void Polylines(std::span<const ColouredLine> lines);
+    /// Many of them at once, on all processors; later ones lie over earlier ones.
+    void Lines(std::span<const ColouredLine> lines);
     /// Separate lines: points 0 and 1, 2 and 3, and so on.
     void Segments(std::span<const Point> points, Colour colour);
     /// Circle outlined in a colour, filled by Fill and FillColor; radius in the canvas's scale.
@@ -129,7 +130,7 @@ class Canvas {
     Pixels Blank(int width, int height, std::vector<Pixel> bits = {}) const;
     Point PlaceOf(double x, double y, int lineWidth) const;
     raster::Stroke StrokeOf(Colour colour) const;
-    void DrawPolyline(std::span<const Point> points, const raster::Stroke& stroke);
+    void DrawLine(const ColouredLine& line, const raster::Stroke& stroke);
     int PenWidth() const { return std::max(1, DrawWidth); }
     void ChangedAround(const Bounds& box, double room);
     void ChangedAll();

@@ -42,35 +42,47 @@ class DashWalk {
     double phase_ = 0.0;
 };
 
+/// To the nearest whole number, halves away from 0, as std::round does; the value fits in an int.
+int Rounded(double value) {
+    return static_cast<int>(value + (value < 0.0 ? -0.5 : 0.5));  // NOLINT(bugprone-incorrect-roundings)
+}
+
+/// Sets the pixels of a box, without its right and its bottom, as far as it lies on the image.
+void FillBox(Pixels& image, int left, int top, int right, int bottom, Pixel colour) {
+    const int x1 = std::max(left, 0);
+    const int x2 = std::min(right, image.Width);
+    const int y2 = std::min(bottom, image.Height);
+    for (int y = std::max(top, 0); y < y2 && x1 < x2; ++y) {
+        Pixel* row = image.Row(y);
+        std::fill(row + x1, row + x2, colour);
+    }
+}
+
 /// A line within AxisTolerance of level or upright, as whole pixels.
 void DrawOnAxis(Pixels& image, const Point& from, const Point& to, const Point& origin,
                 const Stroke& stroke, bool level) {
-    const double thick = std::max(1.0, std::round(stroke.Width));
+    const int thick = std::max(1, Rounded(stroke.Width));
     const double reach = stroke.Width / 2.0;
-    const double side = std::round((level ? from.Y : from.X) - stroke.Width / 2.0);
+    const int side = Rounded((level ? from.Y : from.X) - reach);
     const double first = level ? from.X : from.Y;
     const double last = level ? to.X : to.Y;
-    const double low = std::round(std::min(first, last) - reach);
-    const double high = std::max(low + 1.0, std::round(std::max(first, last) + reach));
-    const auto fill = [&](double left, double top, double right, double bottom) {
-        FillRows(image, left, std::max<double>(top, stroke.FirstRow), right,
-                 std::min<double>(bottom, stroke.EndRow), stroke.Colour);
+    const int low = Rounded(std::min(first, last) - reach);
+    const int high = std::max(low + 1, Rounded(std::max(first, last) + reach));
+    const auto fill = [&](int begin, int end) {
+        if (level)
+            FillBox(image, begin, std::max(side, stroke.FirstRow), end,
+                    std::min(side + thick, stroke.EndRow), stroke.Colour);
+        else
+            FillBox(image, side, std::max(begin, stroke.FirstRow), side + thick,
+                    std::min(end, stroke.EndRow), stroke.Colour);
     };
     if (stroke.Dash <= 0.0) {
-        if (level)
-            fill(low, side, high, side + thick);
-        else
-            fill(side, low, side + thick, high);
+        fill(low, high);
         return;
     }
     DashWalk dashes(stroke, low + 0.5 - (level ? origin.X : origin.Y), 1.0);
-    for (double at = low; at < high; ++at) {
-        if (!dashes.Next()) continue;
-        if (level)
-            fill(at, side, at + 1.0, side + thick);
-        else
-            fill(side, at, side + thick, at + 1.0);
-    }
+    for (int at = low; at < high; ++at)
+        if (dashes.Next()) fill(at, at + 1);
 }
 
 /// The largest whole number that is not above a value that fits in an int; the innermost loops call it.
@@ -153,7 +165,8 @@ void DrawSlanting(Pixels& image, const Point& from, const Point& to, const Point
 // Liang and Barsky, "A New Concept and Method for Line Clipping", ACM TOG 3 (1984).
 bool ClipLine(const Pixels& image, double margin, Point& from, Point& to) {
     if (!Finite(from) || !Finite(to)) return false;
-    if ((SideOf(image, from, margin) | SideOf(image, to, margin)) == 0) return true;
+    const Bounds reach = ReachOf(image, {.Width = margin});
+    if ((SideOf(reach, from) | SideOf(reach, to)) == 0) return true;
     const double dx = to.X - from.X;
     const double dy = to.Y - from.Y;
     double enter = 0.0;
@@ -179,8 +192,6 @@ bool ClipLine(const Pixels& image, double margin, Point& from, Point& to) {
 void DrawSegment(Pixels& image, Point from, Point to, const Stroke& stroke) {
     const Point origin = from;
     const double room = stroke.Width + 2.0;
-    if (std::max(from.Y, to.Y) < stroke.FirstRow - room || std::min(from.Y, to.Y) > stroke.EndRow + room)
-        return;
     if (!ClipLine(image, room, from, to)) return;
     const double wide = std::abs(to.X - from.X);
     const double high = std::abs(to.Y - from.Y);
@@ -205,14 +216,8 @@ void FillRows(Pixels& image, double left, double top, double right, double botto
     const auto within = [](double value, int limit) {
         return std::isnan(value) ? 0 : static_cast<int>(std::clamp(value, 0.0, static_cast<double>(limit)));
     };
-    const int x1 = within(left, image.Width);
-    const int x2 = within(right, image.Width);
-    const int y1 = within(top, image.Height);
-    const int y2 = within(bottom, image.Height);
-    for (int y = y1; y < y2 && x1 < x2; ++y) {
-        Pixel* row = image.Row(y);
-        std::fill(row + x1, row + x2, colour);
-    }
+    FillBox(image, within(left, image.Width), within(top, image.Height), within(right, image.Width),
+            within(bottom, image.Height), colour);
 }
 
 }  // namespace keelview::raster

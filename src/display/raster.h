@@ -1,5 +1,6 @@
 #pragma once
 
+#include <algorithm>
 #include <limits>
 #include <span>
 
@@ -21,13 +22,19 @@ struct Stroke {
     int EndRow = std::numeric_limits<int>::max();
 };
 
-/// Beyond which edges of the image, grown by `margin`, a point lies: one bit an edge. A line whose two
-/// ends share a bit cannot touch the image.
-inline unsigned SideOf(const Pixels& image, const Point& at, double margin) {
-    return static_cast<unsigned>(at.X < -margin) |
-           static_cast<unsigned>(at.X > image.Width + margin) << 1U |
-           static_cast<unsigned>(at.Y < -margin) << 2U |
-           static_cast<unsigned>(at.Y > image.Height + margin) << 3U;
+/// What a stroke may draw on, grown by its width.
+inline Bounds ReachOf(const Pixels& image, const Stroke& stroke) {
+    return Bounds{
+        {0.0, static_cast<double>(stroke.FirstRow)},
+        {static_cast<double>(image.Width), static_cast<double>(std::min(image.Height, stroke.EndRow))}}
+        .Grown(stroke.Width);
+}
+
+/// Beyond which edges of a box a point lies: one bit an edge. A line whose two ends share a bit does not
+/// touch the box.
+inline unsigned SideOf(const Bounds& box, const Point& at) {
+    return static_cast<unsigned>(at.X < box.Low.X) | static_cast<unsigned>(at.X > box.High.X) << 1U |
+           static_cast<unsigned>(at.Y < box.Low.Y) << 2U | static_cast<unsigned>(at.Y > box.High.Y) << 3U;
 }
 
 /// Cuts a line to what lies on the image and `margin` pixels around it. False if nothing does, or if a

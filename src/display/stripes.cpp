@@ -63,7 +63,7 @@ void StripedPolyline(Canvas& canvas, std::span<const Point> way, Colour ground,
         std::vector<Point> ends;
         for (const LineStripe& stripe : found)
             if (stripe.Ink == ink) ends.insert(ends.end(), {stripe.From, stripe.To});
-        if (!ends.empty()) canvas.Segments(ends, ink);
+        canvas.Segments(ends, ink);
     }
 }
 

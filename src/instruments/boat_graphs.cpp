@@ -1,6 +1,7 @@
 #include "instruments/boat_graphs.h"
 
 #include <algorithm>
+#include <cmath>
 #include <limits>
 #include <string>
 
@@ -53,6 +54,12 @@ std::string GridLabel(int i) {
     return std::to_string(i / 12) + ":" + minutes.substr(minutes.size() - 2);
 }
 
+void DrawLine(Surface& page, const GraphLine& line, Colour colour) {
+    std::vector<ColouredLine> lines;
+    line.AddTo(lines, colour);
+    page.Lines(lines);
+}
+
 }  // namespace
 
 BoatGraphs::BoatGraphs(const AppState& app, RaceDisp& form) : app_(app), form_(form) {
@@ -91,8 +98,7 @@ void BoatGraphs::Draw() {
     DrawSpeedGrid();
     if (!timed) return;
     DrawTimeGrid();
-    for (const Chart chart : {Chart::Course, Chart::Speed})
-        for (const bool inFocus : {false, true}) DrawBoats(inFocus, chart);
+    DrawBoats();
     if (hasWind) {
         DrawWindDirection(0, Black);
         DrawWindDirection(180, ReciprocalGrey);
@@ -144,18 +150,30 @@ void BoatGraphs::DrawWindSpeed() {
     Surface& page = form_.GPIC;
     const TimeAxis times = Times();
     const SpeedAxis speeds = Speeds();
+    GraphLine line;
+    std::vector<Point> area;  // a corner in each row of pixels, at the strongest wind there
+    const auto addPlace = [&](const WindSample& sample) {
+        const Point at{speeds.WindX(sample.WindSpeed.value_or(0)), times.Y(sample.WindTime)};
+        line.To(at.X, at.Y);
+        if (area.empty() || std::round(area.back().Y) != std::round(at.Y))
+            area.push_back(at);
+        else
+            area.back().X = std::max(area.back().X, at.X);
+    };
+    ForEachPiece(app_.wind, times.TimeUnder(ChartBottom()), app_.race.RaceDuration,
+                 [&](const WindSample& begin, const WindSample& end) {
+                     addPlace(begin);
+                     addPlace(end);
+                 });
+    if (area.empty()) return;
+    area.insert(area.end(), {{speeds.Left(), area.back().Y}, {speeds.Left(), area.front().Y}});
     page.Fill = FillStyle::Solid;
     page.FillColor = WindArea;
     page.ForeColor = WindArea;
-    const auto drawPiece = [&](const WindSample& begin, const WindSample& end) {
-        const Point from{speeds.WindX(begin.WindSpeed.value_or(0)), times.Y(begin.WindTime)};
-        const Point to{speeds.WindX(end.WindSpeed.value_or(0)), times.Y(end.WindTime)};
-        const Point corners[] = {to, from, {speeds.Left(), from.Y}, {speeds.Left(), to.Y}};
-        page.Polygon(corners);
-        page.Line(to.X, to.Y, from.X, from.Y, WindRed);
-    };
-    ForEachPiece(app_.wind, times.TimeUnder(ChartBottom()), app_.race.RaceDuration, drawPiece);
+    page.Polygon(area);
     page.ForeColor = Black;
+    line.End();
+    DrawLine(page, line, WindRed);
 }
 
 void BoatGraphs::DrawDirectionGrid() {
@@ -200,16 +218,17 @@ void BoatGraphs::DrawTimeGrid() {
     }
 }
 
-void BoatGraphs::DrawBoats(bool inFocus, Chart chart) {
-    for (int boat = app_.tracks.Boats.Count(); boat >= 1; --boat) {
-        if (form_.InFocus(boat) != inFocus) continue;
-        const GraphLine& line = chart == Chart::Course ? lines_[boat].Course : lines_[boat].Speed;
-        if (inFocus)
-            line.Draw(form_.GPIC, ReadableOn(form_.GPIC.BackColor, BoatColour(boat)),
-                      LiveryOf(boat).Stripes);
-        else
-            line.Draw(form_.GPIC, PaleBoat);
-    }
+/// Boats in focus lie over the others, and of each the one of the lowest number on top.
+void BoatGraphs::DrawBoats() {
+    std::vector<ColouredLine> lines;
+    for (const bool inFocus : {false, true})
+        for (int boat = app_.tracks.Boats.Count(); boat >= 1; --boat) {
+            if (form_.InFocus(boat) != inFocus) continue;
+            const Colour ink = inFocus ? ReadableOn(form_.GPIC.BackColor, BoatColour(boat)) : PaleBoat;
+            lines_[boat].Course.AddTo(lines, ink, inFocus);
+            lines_[boat].Speed.AddTo(lines, ink, inFocus);
+        }
+    form_.GPIC.Lines(lines);
 }
 
 /// The lines stay the same until something but the focus changes.
@@ -232,8 +251,10 @@ BoatGraphs::BoatLines BoatGraphs::LinesOf(int boat) const {
         lines.Course.ToDirection(compass, smoothed.Course() - app_.race.MagVariation, times.Y(time));
         lines.Speed.To(speeds.X(smoothed.Speed()), times.Y(time));
     }
-    lines.Course.End();
-    lines.Speed.End();
+    for (GraphLine* line : {&lines.Course, &lines.Speed}) {
+        line->End();
+        line->LayStripes(LiveryOf(boat).Stripes);
+    }
     return lines;
 }
 
@@ -247,7 +268,7 @@ void BoatGraphs::DrawWindDirection(double turn, Colour colour) {
     };
     ForEachPiece(app_.wind, EarliestShown, app_.race.RaceDuration, addPiece);
     line.End();
-    line.Draw(form_.GPIC, colour);
+    DrawLine(form_.GPIC, line, colour);
 }
 
 void BoatGraphs::DrawStartAndFinish() {

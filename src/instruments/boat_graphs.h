@@ -49,7 +49,7 @@ class BoatGraphs : public Instrument {
     void DrawTimeGrid();
     void PutLinesTogether();
     BoatLines LinesOf(int boat) const;
-    void DrawBoats(bool inFocus, Chart chart);
+    void DrawBoats();
     void DrawWindDirection(double turn, Colour colour);
     void DrawStartAndFinish();
     double DistanceTo(int boat, Chart chart, const Point& at) const;

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <optional>
 
 #include "display/stripes.h"
 
@@ -79,17 +80,26 @@ void GraphLine::End() {
     runs_.clear();
 }
 
-void GraphLine::Draw(Canvas& page, Colour colour, std::span<const Colour> stripes) const {
-    page.Segments(levels_, colour);
-    std::vector<Point> striped;  // where level strokes lie close together the stripes go down the page
-    for (const Colour ink : {White, Black}) {
-        striped.clear();
-        for (std::size_t i = 0; i + 1 < levels_.size() && !stripes.empty(); i += 2)
-            if (StripeAt(levels_[i].Y, stripes) == ink)
-                striped.insert(striped.end(), {levels_[i], levels_[i + 1]});
-        if (!striped.empty()) page.Segments(striped, ink);
-    }
-    for (const std::vector<Point>& stroke : strokes_) StripedPolyline(page, stroke, colour, stripes);
+void GraphLine::LayStripes(std::span<const Colour> stripes) {
+    const auto lay = [this](const Point& from, const Point& to, Colour ink) {
+        std::vector<Point>& ends = ink == White ? white_ : black_;
+        ends.insert(ends.end(), {from, to});
+    };
+    // Where level strokes lie close together the stripes go down the page.
+    for (std::size_t i = 0; i + 1 < levels_.size(); i += 2)
+        if (const std::optional<Colour> ink = StripeAt(levels_[i].Y, stripes))
+            lay(levels_[i], levels_[i + 1], *ink);
+    for (const std::vector<Point>& stroke : strokes_)
+        for (const LineStripe& stripe : StripesAlong(stroke, stripes))
+            lay(stripe.From, stripe.To, stripe.Ink);
+}
+
+void GraphLine::AddTo(std::vector<ColouredLine>& lines, Colour colour, bool striped) const {
+    lines.push_back({.Points = levels_, .Ink = colour, .Separate = true});
+    for (const std::vector<Point>& stroke : strokes_) lines.push_back({.Points = stroke, .Ink = colour});
+    if (!striped) return;
+    lines.push_back({.Points = white_, .Ink = White, .Separate = true});
+    lines.push_back({.Points = black_, .Ink = Black, .Separate = true});
 }
 
 }  // namespace keelview

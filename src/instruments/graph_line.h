@@ -20,8 +20,11 @@ class GraphLine {
     void ToDirection(const CompassAxis& axis, double direction, double y);
     /// Ends the stroke of the points since the last End: what follows is not joined to it.
     void End();
-    /// In a colour, with stripes along it (display/stripes.h).
-    void Draw(Canvas& page, Colour colour, std::span<const Colour> stripes = {}) const;
+    /// Lays stripes along what has been put together (display/stripes.h).
+    void LayStripes(std::span<const Colour> stripes);
+    /// Adds what is to be drawn to other lines, in a colour and, where it is `striped`, under its stripes.
+    /// It refers to this line.
+    void AddTo(std::vector<ColouredLine>& lines, Colour colour, bool striped = false) const;
 
   private:
     /// Points in a row of pixels, one after another.
@@ -38,7 +41,8 @@ class GraphLine {
 
     std::vector<Run> runs_;  // since the last End
     std::vector<std::vector<Point>> strokes_;
-    std::vector<Point> levels_;  // both ends of each level stroke
+    // Both ends of each level stroke and stripe.
+    std::vector<Point> levels_, white_, black_;
 };
 
 }  // namespace keelview

@@ -14,16 +14,18 @@ void DrawTracks(Surface& picture, const AppState& app, std::span<const TrackPiec
     const double pixelsPerUnit = picture.Image().Height() / picture.ScaleHeight();
     const double tolerance = finest / (pixelsPerUnit * projection.PerLatMinute());
     const OneBased<float> unknown;
+    std::vector<std::vector<Point>> ways(pieces.size());
     std::vector<ColouredLine> lines(pieces.size());
     ForEachInParallel(static_cast<int>(pieces.size()), [&](int number) {
         const auto& [boat, first, last] = pieces[static_cast<std::size_t>(number - 1)];
-        ColouredLine& line = lines[static_cast<std::size_t>(number - 1)];
+        std::vector<Point>& way = ways[static_cast<std::size_t>(number - 1)];
         const auto& details = app.details.Holds(boat) ? app.details[boat] : unknown;
-        line.Ink = ReadableOn(app.shown.SeaColour, BoatColour(boat));
         for (const int fix : FixesToDraw(details, first, last, tolerance))
-            line.Points.push_back(projection.ToScreen(app.tracks.Boats[boat].At(fix)));
+            way.push_back(projection.ToScreen(app.tracks.Boats[boat].At(fix)));
+        lines[static_cast<std::size_t>(number - 1)] = {
+            .Points = way, .Ink = ReadableOn(app.shown.SeaColour, BoatColour(boat))};
     });
-    picture.Polylines(lines);
+    picture.Lines(lines);
 }
 
 }  // namespace keelview

@@ -52,12 +52,15 @@ TEST(Canvas, ManyLinesAtOnceLookAsOneAfterAnother) {
     Surface one(form, "One", BorderStyle::None), many(form, "Many", BorderStyle::None);
     std::mt19937 random(5);
     std::uniform_real_distribution<double> place(-50, 250);
+    std::vector<std::vector<Point>> ways;
     std::vector<ColouredLine> lines;
     for (const Colour ink : {Red, Blue, Black, Yellow, White})
         for (int line = 0; line < 4; ++line) {
-            lines.push_back({{}, ink});
-            for (int i = 0; i < 30; ++i) lines.back().Points.push_back({place(random), place(random)});
-            lines.back().Points.push_back({lines.back().Points.back().X, place(random)});  // an upright one
+            std::vector<Point> way;
+            for (int i = 0; i < 31; ++i) way.push_back({place(random), place(random)});
+            way.push_back({way.back().X, place(random)});  // an upright one
+            ways.push_back(std::move(way));
+            lines.push_back({.Points = ways.back(), .Ink = ink, .Separate = line == 0});
         }
     for (const auto& [width, style] : {std::pair{1, DrawStyle::Solid}, {3, DrawStyle::Dotted}}) {
         for (Surface* surface : {&one, &many}) {
@@ -66,8 +69,9 @@ TEST(Canvas, ManyLinesAtOnceLookAsOneAfterAnother) {
             surface->DrawWidth = width;
             surface->Style = style;
         }
-        for (const ColouredLine& line : lines) one.Polyline(line.Points, line.Ink);
-        many.Polylines(lines);
+        for (const ColouredLine& line : lines)
+            line.Separate ? one.Segments(line.Points, line.Ink) : one.Polyline(line.Points, line.Ink);
+        many.Lines(lines);
         const Picture first = one.Image(), second = many.Image();
         int apart = 0;
         for (int y = 0; y < first.Height(); ++y)

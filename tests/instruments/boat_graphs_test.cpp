@@ -223,7 +223,9 @@ TEST(GraphLine, OfDozensOfPointsInARowLooksAsDrawnFromPointToPoint) {
         y -= y < 200 && y > 190 ? 4 : y > 100 || i % 16 == 0 ? 0.1 : 0.6;  // a gap, and sparse at the end
     }
     line.End();
-    line.Draw(page, Red);
+    std::vector<ColouredLine> lines;
+    line.AddTo(lines, Red);
+    page.Lines(lines);
     const QImage fast = seen();
     page.Cls();
     EXPECT_GT(Furthest(fast, seen()), 200);
