@@ -103,6 +103,7 @@ struct FleetMotion {
     Plane Water;
     OneBased<BoatMotion> Boats;
 
+    FleetMotion() = default;
     /// The plane lies round the first fix of the race.
     FleetMotion(const Tracks& tracks, const EarthScale& scale);
 };

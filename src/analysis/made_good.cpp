@@ -3,6 +3,7 @@
 #include <cmath>
 
 #include "base/angles.h"
+#include "base/parallel.h"
 
 namespace keelview {
 
@@ -89,6 +90,18 @@ std::optional<LegMadeGood> MadeGoodOnLeg(const RaceControl& race, const BoatMoti
     const auto from = wind.From(*end);
     if (sums.LastTack && from && leg.IsLadder(from) && Towards(*from).Along(leg.Axis) > 0)
         made.Overstood = Beyond(race, leg, sums, *sums.LastTack);
+    return made;
+}
+
+FleetMadeGood MadeGoodOnLegs(const RaceControl& race, const FleetMotion& fleet,
+                             const OneBased<CourseLeg>& legs, const RaceWind& wind,
+                             const MarkPasses& passes) {
+    FleetMadeGood made(fleet.Boats.Count());
+    ForEachInParallel(made.Count(), [&](int boat) {
+        for (int leg = 1; leg <= legs.Count(); ++leg)
+            made[boat].Add(MadeGoodOnLeg(race, fleet.Boats[boat], legs[leg], wind,
+                                         PassTime(passes, boat, leg), PassTime(passes, boat, leg + 1)));
+    });
     return made;
 }
 

@@ -35,6 +35,7 @@ inline Way Towards(double bearing) {
 /// The water of a race as a plane: metres east and north of one of its places.
 class Plane {
   public:
+    Plane() = default;
     Plane(const EarthScale& scale, const Position& middle) : scale_(scale), middle_(middle) {}
 
     Way To(const Position& at) const {

@@ -5,7 +5,10 @@
 namespace keelview {
 
 RaceWind::RaceWind(const RaceControl& race, const WindData& wind, WindEstimate estimate)
-    : race_(race), wind_(wind), estimate_(std::move(estimate)) {
+    : wind_(wind), estimate_(std::move(estimate)) {
+    race_.WindDirection = race.WindDirection;
+    race_.MagVariation = race.MagVariation;
+    race_.WindFileName = race.WindFileName;
     if (HasWindFile(race) && !wind.Empty())
         knowledge_ = WindKnowledge::Measured;
     else if (!estimate_.Samples.empty())
@@ -18,6 +21,12 @@ std::optional<double> RaceWind::From(double t) const {
     if (knowledge_ == WindKnowledge::None) return {};
     if (knowledge_ == WindKnowledge::Estimated) return EstimatedWindAt(estimate_, t);
     return WindAt(race_, wind_, t).DirectionTrue;
+}
+
+std::optional<double> RaceWind::Speed(double t) const {
+    if (knowledge_ != WindKnowledge::Measured) return {};
+    const double speed = WindAt(race_, wind_, t).Speed;
+    return speed > 0 ? std::optional(speed) : std::nullopt;
 }
 
 }  // namespace keelview

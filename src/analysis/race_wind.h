@@ -17,10 +17,11 @@ enum class WindKnowledge {
     Measured    ///< from the wind file
 };
 
-/// The direction of the wind by the best that is known of it: a measured wind always wins, then one that is
-/// estimated, then the typed one. Race and wind must outlive it.
+/// The wind by the best that is known of it: a measured wind always wins, then one that is estimated, then
+/// the typed one.
 class RaceWind {
   public:
+    RaceWind() = default;
     RaceWind(const RaceControl& race, const WindData& wind, WindEstimate estimate);
 
     WindKnowledge Knowledge() const { return knowledge_; }
@@ -29,9 +30,12 @@ class RaceWind {
     /// Where it comes from, degrees true; nothing where nothing is known.
     std::optional<double> From(double t) const;
 
+    /// Its speed as in the wind file; nothing where none is measured.
+    std::optional<double> Speed(double t) const;
+
   private:
-    const RaceControl& race_;
-    const WindData& wind_;
+    RaceControl race_;  // what is told there of the wind, and no more
+    WindData wind_;
     WindEstimate estimate_;
     WindKnowledge knowledge_ = WindKnowledge::None;
 };
