@@ -23,6 +23,9 @@ struct Way {
 
     /// How far it goes along another one of length 1.
     constexpr double Along(Way unit) const { return East * unit.East + North * unit.North; }
+    /// How far it leads to the right of another one of length 1.
+    constexpr double Across(Way unit) const { return East * unit.North - North * unit.East; }
+    constexpr double Square() const { return Along(*this); }
     double Length() const { return std::hypot(East, North); }
     double Bearing() const { return BearingOf(East, North); }
 };

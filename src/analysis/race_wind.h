@@ -2,7 +2,9 @@
 
 #include <optional>
 #include <utility>
+#include <vector>
 
+#include "analysis/plane.h"
 #include "analysis/wind_estimate.h"
 #include "racedata/race_control.h"
 #include "racedata/wind_file.h"
@@ -30,14 +32,21 @@ class RaceWind {
     /// Where it comes from, degrees true; nothing where nothing is known.
     std::optional<double> From(double t) const;
 
+    /// The way of length 1 to where it comes from. Whole seconds are kept, and come at a fraction of the
+    /// cost.
+    std::optional<Way> Upwind(double t) const;
+
     /// Its speed as in the wind file; nothing where none is measured.
     std::optional<double> Speed(double t) const;
 
   private:
+    void KeepSeconds();
+
     RaceControl race_;  // what is told there of the wind, and no more
     WindData wind_;
     WindEstimate estimate_;
     WindKnowledge knowledge_ = WindKnowledge::None;
+    std::vector<Way> upwind_;  // of each second from 0 on
 };
 
 }  // namespace keelview

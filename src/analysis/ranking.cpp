@@ -19,17 +19,18 @@ class BoatProgress {
   public:
     BoatProgress(const OneBased<CourseLeg>& legs, const BoatMotion& motion, const RaceWind& wind,
                  const MarkPasses& passes, int boat)
-        : legs_(legs), motion_(motion), wind_(wind), passes_(passes), boat_(boat) {}
+        : legs_(legs), motion_(motion), wind_(wind), behind_(legs.Count() + 1) {
+        for (int entry = 1; entry <= legs_.Count() + 1; ++entry) passes_.Add(PassTime(passes, boat, entry));
+        for (int entry = legs_.Count(); entry >= 1; --entry)
+            behind_[entry] = behind_[entry + 1] + legs_[entry].Length;
+    }
 
     std::optional<double> At(double t) const {
-        int done = 0;
-        for (int entry = 1; entry <= legs_.Count() + 1; ++entry)
-            if (const auto pass = PassTime(passes_, boat_, entry); pass && *pass <= t) done = entry;
+        int done = passes_.Count();
+        while (done > 0 && !(passes_[done] && *passes_[done] <= t)) --done;
         if (done > legs_.Count()) return 0.0;
-        double later = 0.0;
-        for (int leg = done + 1; leg <= legs_.Count(); ++leg) later += legs_[leg].Length;
         const auto here = OnLeg(done, t);
-        return here ? std::optional(*here + later) : std::nullopt;
+        return here ? std::optional(*here + behind_[done + 1]) : std::nullopt;
     }
 
   private:
@@ -38,15 +39,15 @@ class BoatProgress {
         const auto now = motion_.At(t);
         if (!now) return {};
         const CourseLeg& axis = legs_[std::max(leg, 1)];
-        return ((leg == 0 ? axis.From : axis.To) - now->At).Along(axis.LadderAxis(wind_.From(t)));
+        return ((leg == 0 ? axis.From : axis.To) - now->At).Along(axis.LadderAxis(wind_.Upwind(t)));
     }
 
     std::optional<double> OnLeg(int leg, double t) const {
         auto toGo = Raw(leg, t);
         if (!toGo) return {};
         const double length = leg > 0 ? legs_[leg].Length : 0.0;
-        const auto begin = PassTime(passes_, boat_, leg);
-        const auto end = PassTime(passes_, boat_, leg + 1);
+        const auto begin = leg > 0 ? passes_[leg] : std::nullopt;
+        const auto& end = passes_[leg + 1];
         const double fade =
             begin && end ? std::max(1.0, std::min(LedToMark, (*end - *begin) / 2.0)) : LedToMark;
         if (begin) {
@@ -66,8 +67,8 @@ class BoatProgress {
     const OneBased<CourseLeg>& legs_;
     const BoatMotion& motion_;
     const RaceWind& wind_;
-    const MarkPasses& passes_;
-    int boat_;
+    OneBased<std::optional<int>> passes_;  // by entry
+    OneBased<double> behind_;              // metres of the course behind each entry
 };
 
 }  // namespace
