@@ -52,27 +52,21 @@ struct Parabola {
         }
         ++Count;
     }
-    double Determinant() const {
-        return T[0] * (T[2] * T[4] - T[3] * T[3]) - T[1] * (T[1] * T[4] - T[2] * T[3]) +
-               T[2] * (T[1] * T[3] - T[2] * T[2]);
-    }
-    /// Enough fixes for a parabola and its scatter.
-    bool IsFirm() const { return Count >= FewestFitted && Determinant() > 1e-9; }
-    /// One row of the inverse of the normal matrix.
-    std::array<double, 3> Row(int row) const {
-        const double d = Determinant();
-        if (row == 0)
-            return {(T[2] * T[4] - T[3] * T[3]) / d, (T[2] * T[3] - T[1] * T[4]) / d,
-                    (T[1] * T[3] - T[2] * T[2]) / d};
-        if (row == 1)
-            return {(T[2] * T[3] - T[1] * T[4]) / d, (T[0] * T[4] - T[2] * T[2]) / d,
-                    (T[1] * T[2] - T[0] * T[3]) / d};
-        return {(T[1] * T[3] - T[2] * T[2]) / d, (T[1] * T[2] - T[0] * T[3]) / d,
-                (T[0] * T[2] - T[1] * T[1]) / d};
-    }
-    Way Coefficient(int row) const {
-        const auto r = Row(row);
-        return X[0] * r[0] + X[1] * r[1] + X[2] * r[2];
+    /// The fit; nothing where fixes are too few, or lie too close, for a parabola and its scatter.
+    struct Solution {
+        Way Place, Slope, Bend;
+        double PlaceShare = 0.0, SlopeShare = 0.0;  // of their variances in that of a single place
+    };
+    std::optional<Solution> Solve() const {
+        const double m00 = T[2] * T[4] - T[3] * T[3], m01 = T[2] * T[3] - T[1] * T[4],
+                     m02 = T[1] * T[3] - T[2] * T[2];
+        const double d = T[0] * m00 + T[1] * m01 + T[2] * m02;
+        if (Count < FewestFitted || !(d > 1e-9)) return {};
+        const double m11 = T[0] * T[4] - T[2] * T[2], m12 = T[1] * T[2] - T[0] * T[3],
+                     m22 = T[0] * T[2] - T[1] * T[1], f = 1 / d;
+        return Solution{(X[0] * m00 + X[1] * m01 + X[2] * m02) * f,
+                        (X[0] * m01 + X[1] * m11 + X[2] * m12) * f,
+                        (X[0] * m02 + X[1] * m12 + X[2] * m22) * f, m00 * f, m11 * f};
     }
 };
 
@@ -91,6 +85,30 @@ BoatMotion::BoatMotion(const Track& track, const Plane& plane) {
     }
     noise_ = NoiseOf(places_);
     TakeOwnVelocities(track);
+    KeepSeconds();
+}
+
+void BoatMotion::KeepSeconds() {
+    // A track of few fixes with long gaps is not worth it.
+    const auto most = LongestGap * static_cast<double>(times_.size());
+    if (times_.empty() || times_.back() - times_.front() > most) return;
+    firstSecond_ = std::ceil(times_.front());
+    int next = 0;
+    for (double t = firstSecond_; t <= times_.back(); ++t) {
+        while (times_[static_cast<std::size_t>(next)] < t) ++next;
+        const auto now = FitAt(t, next);
+        seconds_.push_back(now ? Second{now->At, static_cast<float>(now->Velocity.East),
+                                        static_cast<float>(now->Velocity.North),
+                                        static_cast<float>(now->PlaceSigma),
+                                        static_cast<float>(now->VelocitySigma)}
+                               : Second());
+    }
+}
+
+const BoatMotion::Second* BoatMotion::KeptAt(double t) const {
+    const double second = t - firstSecond_;
+    const bool kept = std::floor(t) == t && second >= 0 && second < static_cast<double>(seconds_.size());
+    return kept ? &seconds_[static_cast<std::size_t>(second)] : nullptr;
 }
 
 int BoatMotion::First(double t) const {
@@ -154,14 +172,13 @@ std::optional<Motion> BoatMotion::AtByOwn(double t, int next, std::size_t begin,
     Way place;
     for (std::size_t i = begin; i < end; ++i) place = place + (places_[i] - sums_[i] + here) * (1 / count);
     double squares = 0.0;
-    for (std::size_t i = begin; i < end; ++i)
-        squares += std::pow((places_[i] - sums_[i] + here - place).Length(), 2);
+    for (std::size_t i = begin; i < end; ++i) squares += (places_[i] - sums_[i] + here - place).Square();
     const double sigma = std::max(noise_, std::sqrt(squares / (2 * (count - 1))));
     return Motion{place, OwnVelocityAt(t, next), sigma / std::sqrt(count), velocityNoise_};
 }
 
-std::optional<BoatMotion::Fitted> BoatMotion::FittedAbout(double t) const {
-    const int next = std::max(First(t), 1);
+std::optional<BoatMotion::Fitted> BoatMotion::FittedAbout(double t, int first) const {
+    const int next = std::max(first, 1);
     const auto i = static_cast<std::size_t>(next);
     if (i >= times_.size() || t < times_.front() || times_[i] - times_[i - 1] > LongestGap) return {};
     double reach = std::clamp(noise_ * ReachOfMetre, ShortestReach, LongestReach);
@@ -174,35 +191,43 @@ std::optional<BoatMotion::Fitted> BoatMotion::FittedAbout(double t) const {
 }
 
 std::optional<Way> BoatMotion::VelocityAt(double t) const {
-    const auto fitted = FittedAbout(t);
+    if (const Second* kept = KeptAt(t))
+        return std::isnan(kept->PlaceSigma) ? std::nullopt : std::optional(Way{kept->East, kept->North});
+    const auto fitted = FittedAbout(t, First(t));
     if (!fitted) return {};
     if (!velocities_.empty()) return OwnVelocityAt(t, fitted->Next);
     Parabola fit;
     for (std::size_t i = fitted->Begin; i < fitted->End; ++i) fit.Add(times_[i] - t, places_[i]);
-    if (!fit.IsFirm()) return {};
-    return fit.Coefficient(1);
+    const auto solution = fit.Solve();
+    return solution ? std::optional(solution->Slope) : std::nullopt;
 }
 
 std::optional<Motion> BoatMotion::At(double t) const {
-    const auto fitted = FittedAbout(t);
+    const Second* const kept = KeptAt(t);
+    if (!kept) return FitAt(t, First(t));
+    if (std::isnan(kept->PlaceSigma)) return {};
+    return Motion{kept->At, {kept->East, kept->North}, kept->PlaceSigma, kept->VelocitySigma};
+}
+
+/// Works At out; `first` is the first fix at or after the moment.
+std::optional<Motion> BoatMotion::FitAt(double t, int first) const {
+    const auto fitted = FittedAbout(t, first);
     if (!fitted) return {};
     const std::size_t begin = fitted->Begin, end = fitted->End;
     if (!velocities_.empty()) return AtByOwn(t, fitted->Next, begin, end);
     Parabola fit;
     for (std::size_t i = begin; i < end; ++i) fit.Add(times_[i] - t, places_[i]);
-    if (!fit.IsFirm()) return {};
-    const Way place = fit.Coefficient(0), slope = fit.Coefficient(1), bend = fit.Coefficient(2);
+    const auto solution = fit.Solve();
+    if (!solution) return {};
     double squares = 0.0;
     for (std::size_t k = begin; k < end; ++k) {
         const double s = times_[k] - t;
-        const double off = (places_[k] - place - slope * s - bend * (s * s)).Length();
-        squares += off * off;
+        squares += (places_[k] - solution->Place - solution->Slope * s - solution->Bend * (s * s)).Square();
     }
     const double scatter = std::sqrt(squares / (2.0 * (fit.Count - 3)));
     const double sigma = std::max(noise_, scatter);
-    const double slopeSigma = sigma * std::sqrt(fit.Row(1)[1]);
-    const double placeSigma = sigma * std::sqrt(fit.Row(0)[0]);
-    return Motion{place, slope, placeSigma, slopeSigma};
+    return Motion{solution->Place, solution->Slope, sigma * std::sqrt(solution->PlaceShare),
+                  sigma * std::sqrt(solution->SlopeShare)};
 }
 
 std::optional<Stretch> BoatMotion::Over(double from, double to) const {
@@ -227,10 +252,7 @@ std::optional<Stretch> BoatMotion::Over(double from, double to) const {
     }
     stretch.Velocity = stretch.Velocity * (1 / spread);
     double squares = 0.0;
-    for (std::size_t i = begin; i < end; ++i) {
-        const double off = (places_[i] - stretch.At(times_[i])).Length();
-        squares += off * off;
-    }
+    for (std::size_t i = begin; i < end; ++i) squares += (places_[i] - stretch.At(times_[i])).Square();
     const double sigma = std::max(noise_, std::sqrt(squares / (2 * std::max(count - 2, 1.0))));
     stretch.MiddleSigma = sigma / std::sqrt(count);
     stretch.VelocitySigma = sigma / std::sqrt(spread);
@@ -243,7 +265,7 @@ void BoatMotion::TakeMeanVelocity(std::size_t begin, std::size_t end, Stretch& s
     Way mean;
     for (std::size_t i = begin; i < end; ++i) mean = mean + velocities_[i] * (1 / count);
     double squares = 0.0;
-    for (std::size_t i = begin; i < end; ++i) squares += std::pow((velocities_[i] - mean).Length(), 2);
+    for (std::size_t i = begin; i < end; ++i) squares += (velocities_[i] - mean).Square();
     stretch.Velocity = mean;
     stretch.VelocitySigma = std::sqrt(squares / (2 * (count - 1)) / count);
 }

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <limits>
 #include <optional>
 #include <utility>
 #include <vector>
@@ -55,10 +56,11 @@ class BoatMotion {
     /// A parabola fitted to the places of up to 5 s to either side, fewer where the noise is small; the
     /// velocity is the parabola's, too. Where the receiver's own velocities are taken, the velocity is
     /// theirs between two fixes, and the place the mean of those that lead there by them. Nothing outside
-    /// the track, in a gap of it, or where fixes stand too far apart to be fitted.
+    /// the track, in a gap of it, or where fixes stand too far apart to be fitted. Whole seconds are kept,
+    /// and come at a fraction of the cost.
     std::optional<Motion> At(double t) const;
 
-    /// The velocity alone, as At has it and at a fraction of its cost; metres a second.
+    /// The velocity alone, as At has it; metres a second.
     std::optional<Way> VelocityAt(double t) const;
 
     /// The mean motion from one moment to another; nothing where the track does not cover them.
@@ -81,7 +83,16 @@ class BoatMotion {
         int Next = 1;     // the fix behind the moment
         std::size_t Begin = 0, End = 0;
     };
-    std::optional<Fitted> FittedAbout(double t) const;
+    std::optional<Fitted> FittedAbout(double t, int first) const;
+    std::optional<Motion> FitAt(double t, int first) const;
+    /// The motion of a whole second; its sigma is no number where there is none.
+    struct Second {
+        Way At;
+        float East = 0.0F, North = 0.0F;
+        float PlaceSigma = std::numeric_limits<float>::quiet_NaN(), VelocitySigma = 0.0F;
+    };
+    void KeepSeconds();
+    const Second* KeptAt(double t) const;
     Way OwnVelocityAt(double t, int next) const;
     Way SumAt(double t, int next) const;
     void TakeMeanVelocity(std::size_t begin, std::size_t end, Stretch& stretch) const;
@@ -93,6 +104,8 @@ class BoatMotion {
     std::vector<Way> places_;
     std::vector<Way> velocities_;  // the receiver's own; empty where they are not taken
     std::vector<Way> sums_;        // of the velocities up to each fix, metres
+    std::vector<Second> seconds_;  // from the first whole one on the track
+    double firstSecond_ = 0.0;
     double noise_ = 0.0;
     double velocityNoise_ = 0.0;
     VelocitySource source_ = VelocitySource::Positions;
@@ -103,6 +116,7 @@ struct FleetMotion {
     Plane Water;
     OneBased<BoatMotion> Boats;
 
+    FleetMotion() = default;
     /// The plane lies round the first fix of the race.
     FleetMotion(const Tracks& tracks, const EarthScale& scale);
 };

@@ -19,14 +19,14 @@ std::optional<Way> PlaceOf(const RaceControl& race, const Plane& water, const st
 
 }  // namespace
 
-bool CourseLeg::IsLadder(std::optional<double> windFrom) const {
-    return windFrom && std::abs(Towards(*windFrom).Along(Axis)) >= std::cos(60 * DegToRad);
+bool CourseLeg::IsLadder(const std::optional<Way>& upwind) const {
+    constexpr double Cosine = 0.5;  // of 60 degrees
+    return upwind && std::abs(upwind->Along(Axis)) >= Cosine;
 }
 
-Way CourseLeg::LadderAxis(std::optional<double> windFrom) const {
-    if (!windFrom || !IsLadder(windFrom)) return Axis;
-    const Way upwind = Towards(*windFrom);
-    return upwind.Along(Axis) >= 0 ? upwind : upwind * -1.0;
+Way CourseLeg::LadderAxis(const std::optional<Way>& upwind) const {
+    if (!upwind || !IsLadder(upwind)) return Axis;
+    return upwind->Along(Axis) >= 0 ? *upwind : *upwind * -1.0;
 }
 
 OneBased<CourseLeg> CourseLegs(const RaceControl& race, const Plane& water) {

@@ -15,11 +15,13 @@ struct CourseLeg {
     Way Axis;             ///< length 1, to the next entry
     double Length = 0.0;  ///< metres
 
+    // `upwind` is the way of length 1 to where the wind comes from.
+
     /// The way along which this leg's ground is made: that of the wind, in the sense of the leg, where both
     /// lie within 60 degrees of each other; else the leg's own. Length 1.
-    Way LadderAxis(std::optional<double> windFrom) const;
+    Way LadderAxis(const std::optional<Way>& upwind) const;
     /// True if it goes along the wind as that, up or down.
-    bool IsLadder(std::optional<double> windFrom) const;
+    bool IsLadder(const std::optional<Way>& upwind) const;
 };
 
 /// The legs of a course; leg k ends at entry k + 1. An entry that names no mark or line of the race lies at

@@ -42,4 +42,12 @@ std::optional<LegMadeGood> MadeGoodOnLeg(const RaceControl& race, const BoatMoti
                                          const CourseLeg& leg, const RaceWind& wind,
                                          std::optional<int> begin, std::optional<int> end);
 
+/// Legs by boat and leg.
+using FleetMadeGood = OneBased<OneBased<std::optional<LegMadeGood>>>;
+
+/// Those of all boats.
+FleetMadeGood MadeGoodOnLegs(const RaceControl& race, const FleetMotion& fleet,
+                             const OneBased<CourseLeg>& legs, const RaceWind& wind,
+                             const MarkPasses& passes);
+
 }  // namespace keelview

@@ -23,6 +23,9 @@ struct Way {
 
     /// How far it goes along another one of length 1.
     constexpr double Along(Way unit) const { return East * unit.East + North * unit.North; }
+    /// How far it leads to the right of another one of length 1.
+    constexpr double Across(Way unit) const { return East * unit.North - North * unit.East; }
+    constexpr double Square() const { return Along(*this); }
     double Length() const { return std::hypot(East, North); }
     double Bearing() const { return BearingOf(East, North); }
 };
@@ -35,6 +38,7 @@ inline Way Towards(double bearing) {
 /// The water of a race as a plane: metres east and north of one of its places.
 class Plane {
   public:
+    Plane() = default;
     Plane(const EarthScale& scale, const Position& middle) : scale_(scale), middle_(middle) {}
 
     Way To(const Position& at) const {

@@ -2,7 +2,9 @@
 
 #include <optional>
 #include <utility>
+#include <vector>
 
+#include "analysis/plane.h"
 #include "analysis/wind_estimate.h"
 #include "racedata/race_control.h"
 #include "racedata/wind_file.h"
@@ -17,10 +19,11 @@ enum class WindKnowledge {
     Measured    ///< from the wind file
 };
 
-/// The direction of the wind by the best that is known of it: a measured wind always wins, then one that is
-/// estimated, then the typed one. Race and wind must outlive it.
+/// The wind by the best that is known of it: a measured wind always wins, then one that is estimated, then
+/// the typed one.
 class RaceWind {
   public:
+    RaceWind() = default;
     RaceWind(const RaceControl& race, const WindData& wind, WindEstimate estimate);
 
     WindKnowledge Knowledge() const { return knowledge_; }
@@ -29,11 +32,21 @@ class RaceWind {
     /// Where it comes from, degrees true; nothing where nothing is known.
     std::optional<double> From(double t) const;
 
+    /// The way of length 1 to where it comes from. Whole seconds are kept, and come at a fraction of the
+    /// cost.
+    std::optional<Way> Upwind(double t) const;
+
+    /// Its speed as in the wind file; nothing where none is measured.
+    std::optional<double> Speed(double t) const;
+
   private:
-    const RaceControl& race_;
-    const WindData& wind_;
+    void KeepSeconds();
+
+    RaceControl race_;  // what is told there of the wind, and no more
+    WindData wind_;
     WindEstimate estimate_;
     WindKnowledge knowledge_ = WindKnowledge::None;
+    std::vector<Way> upwind_;  // of each second from 0 on
 };
 
 }  // namespace keelview

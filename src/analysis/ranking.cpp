@@ -19,17 +19,18 @@ class BoatProgress {
   public:
     BoatProgress(const OneBased<CourseLeg>& legs, const BoatMotion& motion, const RaceWind& wind,
                  const MarkPasses& passes, int boat)
-        : legs_(legs), motion_(motion), wind_(wind), passes_(passes), boat_(boat) {}
+        : legs_(legs), motion_(motion), wind_(wind), behind_(legs.Count() + 1) {
+        for (int entry = 1; entry <= legs_.Count() + 1; ++entry) passes_.Add(PassTime(passes, boat, entry));
+        for (int entry = legs_.Count(); entry >= 1; --entry)
+            behind_[entry] = behind_[entry + 1] + legs_[entry].Length;
+    }
 
     std::optional<double> At(double t) const {
-        int done = 0;
-        for (int entry = 1; entry <= legs_.Count() + 1; ++entry)
-            if (const auto pass = PassTime(passes_, boat_, entry); pass && *pass <= t) done = entry;
+        int done = passes_.Count();
+        while (done > 0 && !(passes_[done] && *passes_[done] <= t)) --done;
         if (done > legs_.Count()) return 0.0;
-        double later = 0.0;
-        for (int leg = done + 1; leg <= legs_.Count(); ++leg) later += legs_[leg].Length;
         const auto here = OnLeg(done, t);
-        return here ? std::optional(*here + later) : std::nullopt;
+        return here ? std::optional(*here + behind_[done + 1]) : std::nullopt;
     }
 
   private:
@@ -38,15 +39,15 @@ class BoatProgress {
         const auto now = motion_.At(t);
         if (!now) return {};
         const CourseLeg& axis = legs_[std::max(leg, 1)];
-        return ((leg == 0 ? axis.From : axis.To) - now->At).Along(axis.LadderAxis(wind_.From(t)));
+        return ((leg == 0 ? axis.From : axis.To) - now->At).Along(axis.LadderAxis(wind_.Upwind(t)));
     }
 
     std::optional<double> OnLeg(int leg, double t) const {
         auto toGo = Raw(leg, t);
         if (!toGo) return {};
         const double length = leg > 0 ? legs_[leg].Length : 0.0;
-        const auto begin = PassTime(passes_, boat_, leg);
-        const auto end = PassTime(passes_, boat_, leg + 1);
+        const auto begin = leg > 0 ? passes_[leg] : std::nullopt;
+        const auto& end = passes_[leg + 1];
         const double fade =
             begin && end ? std::max(1.0, std::min(LedToMark, (*end - *begin) / 2.0)) : LedToMark;
         if (begin) {
@@ -66,8 +67,8 @@ class BoatProgress {
     const OneBased<CourseLeg>& legs_;
     const BoatMotion& motion_;
     const RaceWind& wind_;
-    const MarkPasses& passes_;
-    int boat_;
+    OneBased<std::optional<int>> passes_;  // by entry
+    OneBased<double> behind_;              // metres of the course behind each entry
 };
 
 }  // namespace
@@ -94,8 +95,9 @@ CourseProgress::CourseProgress(const RaceControl& race, const FleetMotion& fleet
 
 std::optional<double> CourseProgress::ToGo(int boat, double t) const {
     const Curve& curve = curves_[boat];
+    if (!(t >= 0)) return {};
     if (curve.Finish && t >= *curve.Finish) return 0.0;
-    if (!(t >= 0) || t > static_cast<double>(curve.ToGo.size()) - 1) return {};
+    if (t > static_cast<double>(curve.ToGo.size()) - 1) return {};
     const double whole = std::floor(t);
     const auto second = static_cast<std::size_t>(whole);
     const double before = curve.ToGo[second];
@@ -114,20 +116,53 @@ std::optional<double> CourseProgress::TimeAt(int boat, double toGo) const {
     return second - (toGo - *found) / (before - *found);
 }
 
+/// A moment, or when the boat had finished.
+double CourseProgress::Until(int boat, double t) const {
+    return std::min<double>(curves_[boat].Finish.value_or(t), t);
+}
+
+bool CourseProgress::IsAhead(const RankedBoat& one, const RankedBoat& other, double t) const {
+    if (one.ToGo != other.ToGo) return one.ToGo < other.ToGo;
+    return Until(one.Boat, t) < Until(other.Boat, t);
+}
+
+double CourseProgress::Last() const {
+    std::size_t seconds = 0;
+    for (const Curve& curve : curves_) seconds = std::max(seconds, curve.ToGo.size());
+    return static_cast<double>(seconds) - 1;
+}
+
+std::optional<int> CourseProgress::LeaderAt(double t) const {
+    std::optional<RankedBoat> leader;
+    for (int boat = 1; boat <= curves_.Count(); ++boat)
+        if (const auto toGo = ToGo(boat, t)) {
+            const RankedBoat here{boat, *toGo, 0, {}};
+            if (!leader || IsAhead(here, *leader, t)) leader = here;
+        }
+    return leader ? std::optional(leader->Boat) : std::nullopt;
+}
+
+std::optional<double> CourseProgress::GapSeconds(int boat, int other, double t) const {
+    const auto own = ToGo(boat, t), others = ToGo(other, t);
+    if (!own || !others) return {};
+    const RankedBoat one{boat, *own, 0, {}}, another{other, *others, 0, {}};
+    const bool ahead = IsAhead(one, another, t);
+    if (!ahead && !IsAhead(another, one, t)) return 0.0;
+    const auto then = ahead ? TimeAt(boat, *others) : TimeAt(other, *own);
+    if (!then) return {};
+    return ahead ? -std::max(0.0, Until(other, t) - *then) : std::max(0.0, Until(boat, t) - *then);
+}
+
 std::vector<RankedBoat> CourseProgress::OrderAt(double t) const {
     std::vector<RankedBoat> order;
     for (int boat = 1; boat <= curves_.Count(); ++boat)
-        if (const auto toGo = t >= 0 ? ToGo(boat, t) : std::nullopt) order.push_back({boat, *toGo, 0, {}});
-    const auto until = [&](int boat) { return std::min<double>(curves_[boat].Finish.value_or(t), t); };
-    std::ranges::stable_sort(order, [&](const RankedBoat& one, const RankedBoat& other) {
-        if (one.ToGo != other.ToGo) return one.ToGo < other.ToGo;
-        return until(one.Boat) < until(other.Boat);
-    });
+        if (const auto toGo = ToGo(boat, t)) order.push_back({boat, *toGo, 0, {}});
+    std::ranges::stable_sort(
+        order, [&](const RankedBoat& one, const RankedBoat& other) { return IsAhead(one, other, t); });
     for (RankedBoat& ranked : order) {
         const RankedBoat& leader = order.front();
         ranked.GapMetres = ranked.ToGo - leader.ToGo;
-        if (const auto then = TimeAt(leader.Boat, ranked.ToGo))
-            ranked.GapSeconds = std::max(0.0, until(ranked.Boat) - *then);
+        ranked.GapSeconds = GapSeconds(ranked.Boat, leader.Boat, t);
     }
     return order;
 }

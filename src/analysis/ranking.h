@@ -25,12 +25,25 @@ struct RankedBoat {
 /// times.
 class CourseProgress {
   public:
+    CourseProgress() = default;
     CourseProgress(const RaceControl& race, const FleetMotion& fleet, const RaceWind& wind,
                    const MarkPasses& passes);
 
     /// The order at a moment, the leader first: those with less to go, among finished boats the earlier
     /// one. A boat whose track does not tell where it is has no place in it; nobody has before the gun.
     std::vector<RankedBoat> OrderAt(double t) const;
+
+    /// The boat with the least to go at a moment; nothing where OrderAt is empty.
+    std::optional<int> LeaderAt(double t) const;
+
+    /// Seconds by which a boat is behind another one at a moment: since that one had as far to go; negative
+    /// where it is ahead, of finished boats the difference of their times. Nothing where the track of
+    /// either does not tell it.
+    std::optional<double> GapSeconds(int boat, int other, double t) const;
+
+    int Boats() const { return curves_.Count(); }
+    /// The last second that any boat's distances are known for; -1 without any.
+    double Last() const;
 
     /// Metres to the finish, 0 behind it.
     std::optional<double> ToGo(int boat, double t) const;
@@ -45,6 +58,9 @@ class CourseProgress {
         std::vector<double> Least;
         std::optional<int> Finish;
     };
+    double Until(int boat, double t) const;
+    bool IsAhead(const RankedBoat& one, const RankedBoat& other, double t) const;
+
     OneBased<Curve> curves_;
 };
 

@@ -19,6 +19,7 @@ constexpr double FarFromAxis = 30.0;                   // degrees off most turns
 constexpr double LeastSigma = 1.0;                     // degrees of a single turn: no helmsman is better
 constexpr double TackHalf = 35.0;                      // degrees: tacks are wider, gybes narrower
 constexpr int FewestTurns = 3;
+constexpr std::size_t MostCandidates = 100;
 constexpr double SampleEvery = 30.0, CountedWithin = 150.0;  // seconds
 
 /// A turn with a steady way before and behind.
@@ -80,10 +81,12 @@ double OffAxis(double axis, double direction) {
     return std::remainder(direction - axis, 180.0);
 }
 
-/// The axis that most turns lie about.
+/// The axis of a turn that most turns lie about; some hundred of them are candidates.
 double CommonAxis(const std::vector<AxisTurn>& axes) {
     double best = 0.0, most = -1.0;
-    for (const AxisTurn& candidate : axes) {
+    const std::size_t step = axes.size() / MostCandidates + 1;
+    for (std::size_t i = 0; i < axes.size(); i += step) {
+        const AxisTurn& candidate = axes[i];
         double near = 0.0;
         for (const AxisTurn& other : axes)
             near += std::max(0.0, 1 - std::abs(OffAxis(candidate.Middle, other.Middle)) / FarFromAxis);
@@ -166,11 +169,12 @@ void TakeSamples(double about, WindEstimate& estimate) {
     SmoothLikeliest(values);
     for (const SmoothedValue& value : values) {
         if (std::isfinite(value.Sigma)) continue;
-        const auto near = std::ranges::count_if(estimate.Sights, [&](const WindSight& sight) {
-            return std::abs(sight.Time - value.Time) <= CountedWithin;
-        });
+        const auto first =
+            std::ranges::lower_bound(estimate.Sights, value.Time - CountedWithin, {}, &WindSight::Time);
+        const auto last =
+            std::ranges::upper_bound(estimate.Sights, value.Time + CountedWithin, {}, &WindSight::Time);
         estimate.Samples.push_back({value.Time, WrapDirection(std::fmod(about + value.Smooth + 720, 360)),
-                                    value.SmoothSigma, static_cast<int>(near)});
+                                    value.SmoothSigma, static_cast<int>(last - first)});
     }
 }
 

@@ -3,11 +3,6 @@
 #include <optional>
 #include <string_view>
 
-#include "analysis/current_estimate.h"
-#include "analysis/made_good.h"
-#include "analysis/ranking.h"
-#include "analysis/start_report.h"
-
 namespace keelview {
 
 namespace {
@@ -139,8 +134,7 @@ void WriteLeg(JsonWriter& json, const std::optional<LegMadeGood>& made) {
 
 }  // namespace
 
-void WriteRanking(JsonWriter& json, const CoachNumbers& coach, const std::vector<double>& at) {
-    const CourseProgress progress(coach.Race.race, coach.Motion, coach.Wind, coach.Race.passes);
+void WriteRanking(JsonWriter& json, const CoachAnswers& coach, const std::vector<double>& at) {
     json.Key("ranking");
     json.BeginArray();
     for (const double t : at) {
@@ -149,7 +143,7 @@ void WriteRanking(JsonWriter& json, const CoachNumbers& coach, const std::vector
         json.Key("order");
         json.BeginArray();
         int rank = 0;
-        for (const RankedBoat& ranked : progress.OrderAt(t)) {
+        for (const RankedBoat& ranked : coach.Progress.OrderAt(t)) {
             json.BeginObject();
             json.Member("boat", ranked.Boat);
             json.Member("rank", ++rank);
@@ -164,8 +158,8 @@ void WriteRanking(JsonWriter& json, const CoachNumbers& coach, const std::vector
     json.EndArray();
 }
 
-void WriteStart(JsonWriter& json, const CoachNumbers& coach) {
-    const StartReport report = ReportStart(coach.Race.race, coach.Motion, coach.Wind);
+void WriteStart(JsonWriter& json, const CoachAnswers& coach) {
+    const StartReport& report = coach.Start;
     json.Key("start");
     if (!report.Line) return json.Null();
     json.BeginObject();
@@ -177,8 +171,8 @@ void WriteStart(JsonWriter& json, const CoachNumbers& coach) {
     json.EndObject();
 }
 
-void WriteManoeuvres(JsonWriter& json, const CoachNumbers& coach) {
-    const auto all = FindFleetManoeuvres(coach.Motion, coach.Turns, coach.Wind, coach.Race.passes);
+void WriteManoeuvres(JsonWriter& json, const CoachAnswers& coach) {
+    const auto& all = coach.Manoeuvres;
     json.Key("manoeuvres");
     json.BeginArray();
     for (int boat = 1; boat <= all.Count(); ++boat)
@@ -186,7 +180,7 @@ void WriteManoeuvres(JsonWriter& json, const CoachNumbers& coach) {
     json.EndArray();
 }
 
-void WriteWindEstimate(JsonWriter& json, const CoachNumbers& coach) {
+void WriteWindEstimate(JsonWriter& json, const CoachAnswers& coach) {
     const WindEstimate& estimate = coach.Wind.Estimate();
     json.Key("wind_estimate");
     json.BeginObject();
@@ -209,8 +203,8 @@ void WriteWindEstimate(JsonWriter& json, const CoachNumbers& coach) {
     json.EndObject();
 }
 
-void WriteCurrent(JsonWriter& json, const CoachNumbers& coach) {
-    const auto current = EstimateCurrent(coach.Wind.Estimate());
+void WriteCurrent(JsonWriter& json, const CoachAnswers& coach) {
+    const auto& current = coach.Current;
     json.Key("current");
     if (!current) return json.Null();
     json.BeginObject();
@@ -222,23 +216,18 @@ void WriteCurrent(JsonWriter& json, const CoachNumbers& coach) {
     json.EndObject();
 }
 
-void WriteMadeGood(JsonWriter& json, const CoachNumbers& coach) {
-    const RaceControl& race = coach.Race.race;
-    const OneBased<CourseLeg> legs = CourseLegs(race, coach.Motion.Water);
+void WriteMadeGood(JsonWriter& json, const CoachAnswers& coach) {
     json.Key("made_good");
     json.BeginArray();
-    for (int boat = 1; boat <= coach.Motion.Boats.Count(); ++boat) {
+    for (const auto& legs : coach.MadeGood) {
         json.BeginArray();
-        for (int leg = 1; leg <= legs.Count(); ++leg)
-            WriteLeg(json, MadeGoodOnLeg(race, coach.Motion.Boats[boat], legs[leg], coach.Wind,
-                                         PassTime(coach.Race.passes, boat, leg),
-                                         PassTime(coach.Race.passes, boat, leg + 1)));
+        for (const auto& made : legs) WriteLeg(json, made);
         json.EndArray();
     }
     json.EndArray();
 }
 
-void WriteVelocitySources(JsonWriter& json, const CoachNumbers& coach) {
+void WriteVelocitySources(JsonWriter& json, const CoachAnswers& coach) {
     json.Key("velocities");
     json.BeginArray();
     for (const BoatMotion& motion : coach.Motion.Boats) {

@@ -2,7 +2,7 @@
 
 #include <vector>
 
-#include "analysis/coach_numbers.h"
+#include "analysis/coach_answers.h"
 #include "report/json_writer.h"
 
 namespace keelview {
@@ -10,26 +10,26 @@ namespace keelview {
 // Each adds one member to an open object. What is not known is null.
 
 /// "ranking": for each moment the order with the gaps to the leader, metres and seconds.
-void WriteRanking(JsonWriter& json, const CoachNumbers& coach, const std::vector<double>& at);
+void WriteRanking(JsonWriter& json, const CoachAnswers& coach, const std::vector<double>& at);
 
 /// "start": the line, and each boat's start; null where the course does not begin with a line.
-void WriteStart(JsonWriter& json, const CoachNumbers& coach);
+void WriteStart(JsonWriter& json, const CoachAnswers& coach);
 
 /// "manoeuvres": those of all boats, by boat and time. "reason" says why one has no loss.
-void WriteManoeuvres(JsonWriter& json, const CoachNumbers& coach);
+void WriteManoeuvres(JsonWriter& json, const CoachAnswers& coach);
 
 /// "wind_estimate": the wind over the water from the tracks, and which wind the other numbers rest on.
-void WriteWindEstimate(JsonWriter& json, const CoachNumbers& coach);
+void WriteWindEstimate(JsonWriter& json, const CoachAnswers& coach);
 
 /// "current": its part across the wind in knots; null where too few turns tell it. The part along the wind
 /// cannot be told from turns that are alike on both sides and is null.
-void WriteCurrent(JsonWriter& json, const CoachNumbers& coach);
+void WriteCurrent(JsonWriter& json, const CoachAnswers& coach);
 
 /// "made_good": a row a boat, a cell a leg.
-void WriteMadeGood(JsonWriter& json, const CoachNumbers& coach);
+void WriteMadeGood(JsonWriter& json, const CoachAnswers& coach);
 
 /// "velocities": for each boat what its velocities are taken from, "receiver" or "positions", and the noise
 /// of its places in metres.
-void WriteVelocitySources(JsonWriter& json, const CoachNumbers& coach);
+void WriteVelocitySources(JsonWriter& json, const CoachAnswers& coach);
 
 }  // namespace keelview

@@ -224,7 +224,7 @@ struct Source {
     const RaceNumbers& Numbers;
     const std::vector<double>& At;
     bool BareTimes;
-    std::optional<CoachNumbers> Coach;  ///< where one of its keys is asked for
+    std::optional<CoachAnswers> Coach;  ///< where one of its keys is asked for
 };
 
 /// A member of the report by its key.
@@ -273,7 +273,7 @@ std::string RaceReport(const RaceNumbers& numbers, const std::vector<double>& at
     };
     Source source{numbers, at, bareTimes, {}};
     if (std::ranges::any_of(Sections, [&](const Section& one) { return one.OfCoach && wanted(one); }))
-        source.Coach.emplace(numbers);
+        source.Coach = AnswerCoach(numbers);
     JsonWriter json;
     json.BeginObject();
     for (const Section& section : Sections)

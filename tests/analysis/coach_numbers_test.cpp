@@ -5,6 +5,7 @@
 #include <tuple>
 
 #include "analysis/current_estimate.h"
+#include "analysis/gap_curves.h"
 #include "analysis/made_good.h"
 #include "analysis/manoeuvres.h"
 #include "analysis/ranking.h"
@@ -93,7 +94,8 @@ TEST(CoachNumbers, TheLinesBiasIsThatOfTheWindAndTheBowCrossesBeforeTheAntenna) 
     EXPECT_NEAR(*judged.Start.Line->BiasDegrees, 0, 1e-3);
     for (WindSample& sample : judged.Fleet.Wind) sample.WindDirection = 40;
     judged.Fleet.Race.BowAhead = 1.5;
-    const StartReport veered = ReportStart(judged.Fleet.Race, judged.Motion, judged.Wind);
+    const StartReport veered =
+        ReportStart(judged.Fleet.Race, judged.Motion, RaceWind(judged.Fleet.Race, judged.Fleet.Wind, {}));
     EXPECT_NEAR(*veered.Line->BiasDegrees, 10, 1e-3);
     EXPECT_EQ(veered.Line->FavouredEnd, 2);
     EXPECT_NEAR(*veered.Line->Advantage, 150 * std::sin(10 * DegToRad), 1e-3);
@@ -293,6 +295,19 @@ TEST(CoachNumbers, AtEachMarkTheGapIsTheDifferenceOfThePassingTimes) {
             ++checked;
         }
     EXPECT_GT(checked, 12);
+    // The curves tell the same as the order, at the passings too; a boat is behind as far as the other is
+    // ahead.
+    const GapCurves curves = GapsToLeader(progress, passes, 10);
+    for (int boat = 1; boat <= 6; ++boat) {
+        const auto pass = PassTime(passes, boat, 2);
+        EXPECT_EQ(std::ranges::count(curves[boat], static_cast<double>(*pass), &GapPoint::Time), 1);
+        for (const GapPoint& point : curves[boat]) {
+            const auto order = progress.OrderAt(point.Time);
+            EXPECT_EQ(std::ranges::find(order, boat, &RankedBoat::Boat)->GapSeconds, point.Seconds);
+            const int leader = order.front().Boat;
+            EXPECT_EQ(progress.GapSeconds(leader, boat, point.Time).value_or(99), -point.Seconds);
+        }
+    }
     EXPECT_TRUE(progress.OrderAt(-1).empty());
     for (double t = 0; t < 1500; t += 7.5)
         for (int place = 1; const RankedBoat& ranked : progress.OrderAt(t)) {
