@@ -52,14 +52,59 @@ LostSeconds operator-(LostSeconds a, LostSeconds b) {
     return {a.Seconds - b.Seconds, std::hypot(a.Sigma, b.Sigma)};
 }
 
+/// The fleet's speeds by band and angle, looked up.
+class Targets {
+  public:
+    explicit Targets(const DebriefSources& from) : wind_(from.Wind), polar_(from.Speeds) {
+        const int fewest = std::min(FewestBoats, from.Motion.Boats.Count());
+        for (const PolarBand& band : polar_.Bands) {
+            speeds_.emplace_back();
+            for (int step = 0; step <= 180 * StepsADegree; ++step)
+                speeds_.back().push_back(
+                    PolarSpeed(band.Fleet, static_cast<double>(step) / StepsADegree, fewest).value_or(0) *
+                    KnotMetres);
+        }
+        if (speeds_.size() < 2) return;
+        double last = 0.0;
+        for (const BoatMotion& boat : from.Motion.Boats) last = std::max(last, boat.Span().second);
+        for (double t = 0; t <= std::min(last, MostKept); ++t) bands_.push_back(BandAt(t));
+    }
+    /// Metres a second at a velocity's angle off the wind, at a whole second; 0 where it is not known.
+    double At(double t, Way velocity, Way upwind) const {
+        const bool kept = t >= 0 && t < static_cast<double>(bands_.size());
+        const std::size_t band = speeds_.size() < 2 ? 0
+                                 : kept             ? bands_[static_cast<std::size_t>(t)]
+                                                    : BandAt(t);
+        if (band >= speeds_.size()) return 0.0;
+        const double angle =
+            std::atan2(std::abs(velocity.Across(upwind)), velocity.Along(upwind)) / DegToRad;
+        return speeds_[band][static_cast<std::size_t>(std::lround(angle * StepsADegree))];
+    }
+
+  private:
+    static constexpr int StepsADegree = 4;
+    static constexpr double MostKept = 100'000;  // seconds
+
+    std::size_t BandAt(double t) const {
+        const PolarBand* const band = polar_.BandOf(wind_.Speed(t));
+        return band ? static_cast<std::size_t>(band - &polar_.Bands[1]) : speeds_.size();
+    }
+
+    const RaceWind& wind_;
+    const Polar& polar_;
+    std::vector<std::vector<double>> speeds_;
+    std::vector<std::size_t> bands_;  // by second, where there are several
+};
+
 /// What a second of a leg belongs to.
 enum class Kind { Free, Start, Turn, Other };
 
 /// One boat on one leg.
 class LegSailor {
   public:
-    LegSailor(const DebriefSources& from, int boat, int leg, double begin, double end)
-        : from_(from), boat_(boat), leg_(leg), begin_(begin), end_(end) {
+    LegSailor(const DebriefSources& from, const Targets& targets, int boat, int leg, double begin,
+              double end)
+        : from_(from), targets_(targets), boat_(boat), leg_(leg), begin_(begin), end_(end) {
         for (const Manoeuvre& turn : from.Manoeuvres[boat])
             if (turn.LossSeconds && turn.Time >= begin && turn.Time <= end) lost_.push_back(&turn);
         if (from.Passes.MarkPassTime.Holds(boat))
@@ -132,17 +177,14 @@ class LegSailor {
         const double speed = now->Speed();
         sums.Speed += speed;
         if (!targeted || !upwind) return;
-        const PolarBand* const band = from_.Speeds.BandOf(from_.Wind.Speed(t));
-        const double angle =
-            std::atan2(std::abs(now->Velocity.Across(*upwind)), now->Velocity.Along(*upwind)) / DegToRad;
-        const int fewest = std::min(FewestBoats, from_.Motion.Boats.Count());
-        const auto target = band ? PolarSpeed(band->Fleet, angle, fewest) : std::nullopt;
-        if (!target || !(*target > 0)) return;
+        const double target = targets_.At(t, now->Velocity, *upwind);
+        if (!(target > 0)) return;
         ++sums.Targeted;
-        sums.Ratio += speed / (*target * KnotMetres);
+        sums.Ratio += speed / target;
     }
 
     const DebriefSources& from_;
+    const Targets& targets_;
     int boat_, leg_;
     double begin_, end_;
     std::vector<const Manoeuvre*> lost_;  // turns whose loss is known
@@ -150,17 +192,17 @@ class LegSailor {
 };
 
 /// Takes the time of a boat on a leg apart; nothing where it did not sail all of it.
-std::optional<LegPace> PaceOf(const DebriefSources& from, int boat, int leg) {
+std::optional<LegPace> PaceOf(const DebriefSources& from, const Targets& targets, int boat, int leg) {
     const auto begin = PassTime(from.Passes, boat, leg), end = PassTime(from.Passes, boat, leg + 1);
     if (!end || *end < 0 || (leg > 1 && (!begin || *end <= *begin))) return {};
-    if (leg > 1) return LegSailor(from, boat, leg, *begin, *end).Tell(*end - *begin, 0);
+    if (leg > 1) return LegSailor(from, targets, boat, leg, *begin, *end).Tell(*end - *begin, 0);
     // Where no line tells the crossing, the passing does.
     const auto& measured = from.Start.Boats[boat].Crossing;
     const auto crossing = measured || from.Start.Line ? measured : std::optional<double>(begin);
     LegPace pace;
     pace.Whole = *end;
     if (!crossing || *crossing >= *end) return pace;
-    return LegSailor(from, boat, leg, *crossing, *end).Tell(*end, *crossing);
+    return LegSailor(from, targets, boat, leg, *crossing, *end).Tell(*end, *crossing);
 }
 
 LegLoss LossTo(const LegPace& best, const LegPace& own, bool byPolar) {
@@ -204,6 +246,9 @@ LegDebrief DebriefLeg(const OneBased<std::optional<LegPace>>& paces) {
     for (const auto& pace : paces)
         told.Boats.Add(pace ? std::optional(LossTo(*paces[told.BestBoat], *pace, told.ByPolar))
                             : std::nullopt);
+    if (told.BestBoat == 0) return told;
+    LegLoss& best = *told.Boats[told.BestBoat];  // of which all is sure
+    best = {best.Seconds, 0, best.IsSplit, {}, {}, {}, {}, {}};
     return told;
 }
 
@@ -211,10 +256,11 @@ LegDebrief DebriefLeg(const OneBased<std::optional<LegPace>>& paces) {
 
 Debrief FindDebrief(const DebriefSources& from) {
     const int boats = from.Motion.Boats.Count();
+    const Targets targets(from);
     OneBased<OneBased<std::optional<LegPace>>> paces(from.Legs.Count());
     for (auto& leg : paces) leg.Resize(boats);
     ForEachInParallel(boats, [&](int boat) {
-        for (int leg = 1; leg <= paces.Count(); ++leg) paces[leg][boat] = PaceOf(from, boat, leg);
+        for (int leg = 1; leg <= paces.Count(); ++leg) paces[leg][boat] = PaceOf(from, targets, boat, leg);
     });
     Debrief debrief;
     for (const auto& leg : paces) debrief.Add(DebriefLeg(leg));
