@@ -42,7 +42,7 @@ void CoachsPieces(benchmark::State& state) {
 }
 BENCHMARK(CoachsPieces)
     ->ArgName("piece")
-    ->DenseRange(0, 5)
+    ->DenseRange(0, 7)
     ->MeasureProcessCPUTime()
     ->UseRealTime()
     ->Unit(benchmark::kMillisecond);

@@ -1,9 +1,10 @@
 #include "analysis/boat_motion.h"
 
 #include <algorithm>
-#include <array>
 #include <cmath>
 
+#include "analysis/medians.h"
+#include "analysis/parabola.h"
 #include "base/angles.h"
 #include "base/parallel.h"
 
@@ -20,13 +21,6 @@ constexpr double AgreementSpan = 20.0;       // seconds over which own velocitie
 constexpr double LeastTold = 0.95;           // share of the fixes that must tell a velocity
 constexpr double LargestDisagreement = 0.4;  // metres a second
 
-double MedianOf(std::vector<double>& values) {
-    if (values.empty()) return 0.0;
-    const auto middle = values.begin() + static_cast<std::ptrdiff_t>(values.size() / 2);
-    std::ranges::nth_element(values, middle);
-    return *middle;
-}
-
 /// Standard deviation of a component of single values, from the median of their third differences: white
 /// noise has third differences of sqrt(20) of its own deviation, and the median of a length in the plane is
 /// 1.1774 of that.
@@ -35,40 +29,8 @@ double NoiseOf(const std::vector<Way>& values) {
     lengths.reserve(values.size());
     for (std::size_t i = 3; i < values.size(); ++i)
         lengths.push_back((values[i] - values[i - 3] + (values[i - 2] - values[i - 1]) * 3.0).Length());
-    return MedianOf(lengths) / (std::sqrt(20.0) * 1.1774);
+    return MedianOf(std::move(lengths)) / (std::sqrt(20.0) * 1.1774);
 }
-
-/// Sums of a least squares fit of a parabola, times counted from the moment that is sought.
-struct Parabola {
-    std::array<double, 5> T{};  // sums of the powers of time
-    std::array<Way, 3> X{};     // sums of the places times those powers
-    int Count = 0;
-
-    void Add(double t, Way place) {
-        double power = 1.0;
-        for (std::size_t i = 0; i < T.size(); ++i, power *= t) {
-            T[i] += power;
-            if (i < X.size()) X[i] = X[i] + place * power;
-        }
-        ++Count;
-    }
-    /// The fit; nothing where fixes are too few, or lie too close, for a parabola and its scatter.
-    struct Solution {
-        Way Place, Slope, Bend;
-        double PlaceShare = 0.0, SlopeShare = 0.0;  // of their variances in that of a single place
-    };
-    std::optional<Solution> Solve() const {
-        const double m00 = T[2] * T[4] - T[3] * T[3], m01 = T[2] * T[3] - T[1] * T[4],
-                     m02 = T[1] * T[3] - T[2] * T[2];
-        const double d = T[0] * m00 + T[1] * m01 + T[2] * m02;
-        if (Count < FewestFitted || !(d > 1e-9)) return {};
-        const double m11 = T[0] * T[4] - T[2] * T[2], m12 = T[1] * T[2] - T[0] * T[3],
-                     m22 = T[0] * T[2] - T[1] * T[1], f = 1 / d;
-        return Solution{(X[0] * m00 + X[1] * m01 + X[2] * m02) * f,
-                        (X[0] * m01 + X[1] * m11 + X[2] * m12) * f,
-                        (X[0] * m02 + X[1] * m12 + X[2] * m22) * f, m00 * f, m11 * f};
-    }
-};
 
 }  // namespace
 
@@ -152,7 +114,7 @@ bool BoatMotion::OwnAgree() const {
         sum = {};
     }
     const double allowed = LargestDisagreement + 2 * noise_ / AgreementSpan;
-    return !differences.empty() && MedianOf(differences) <= allowed;
+    return !differences.empty() && MedianOf(std::move(differences)) <= allowed;
 }
 
 Way BoatMotion::OwnVelocityAt(double t, int next) const {
@@ -196,9 +158,9 @@ std::optional<Way> BoatMotion::VelocityAt(double t) const {
     const auto fitted = FittedAbout(t, First(t));
     if (!fitted) return {};
     if (!velocities_.empty()) return OwnVelocityAt(t, fitted->Next);
-    Parabola fit;
+    ParabolaSums<Way> fit;
     for (std::size_t i = fitted->Begin; i < fitted->End; ++i) fit.Add(times_[i] - t, places_[i]);
-    const auto solution = fit.Solve();
+    const auto solution = fit.Solve(FewestFitted);
     return solution ? std::optional(solution->Slope) : std::nullopt;
 }
 
@@ -215,9 +177,9 @@ std::optional<Motion> BoatMotion::FitAt(double t, int first) const {
     if (!fitted) return {};
     const std::size_t begin = fitted->Begin, end = fitted->End;
     if (!velocities_.empty()) return AtByOwn(t, fitted->Next, begin, end);
-    Parabola fit;
+    ParabolaSums<Way> fit;
     for (std::size_t i = begin; i < end; ++i) fit.Add(times_[i] - t, places_[i]);
-    const auto solution = fit.Solve();
+    const auto solution = fit.Solve(FewestFitted);
     if (!solution) return {};
     double squares = 0.0;
     for (std::size_t k = begin; k < end; ++k) {

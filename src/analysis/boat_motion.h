@@ -22,6 +22,12 @@ struct Motion {
     Way Velocity;                ///< metres a second over ground
     double PlaceSigma = 0.0;     ///< metres
     double VelocitySigma = 0.0;  ///< metres a second
+
+    /// Metres a second, less what the noise across the velocity adds to its length.
+    double Speed() const {
+        const double length = Velocity.Length();
+        return length > VelocitySigma ? length - VelocitySigma * VelocitySigma / (2 * length) : length / 2;
+    }
 };
 
 /// A boat over a stretch of time: its mean velocity, and the straight line through its places.

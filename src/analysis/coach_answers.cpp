@@ -25,12 +25,14 @@ struct CoachWork::Piece {
 };
 
 std::span<const CoachWork::Piece> CoachWork::Pieces() {
-    static constexpr std::array<Piece, 6> pieces{{{0.30, &CoachWork::TakeMotion},
+    static constexpr std::array<Piece, 8> pieces{{{0.30, &CoachWork::TakeMotion},
                                                   {0.15, &CoachWork::FindTheTurns},
                                                   {0.05, &CoachWork::FindTheWind},
-                                                  {0.30, &CoachWork::FollowCourse},
+                                                  {0.15, &CoachWork::FollowCourse},
                                                   {0.05, &CoachWork::JudgeTurns},
-                                                  {0.15, &CoachWork::SumLegs}}};
+                                                  {0.15, &CoachWork::SumLegs},
+                                                  {0.05, &CoachWork::FindSpeeds},
+                                                  {0.10, &CoachWork::SplitLosses}}};
     return pieces;
 }
 
@@ -81,6 +83,16 @@ void CoachWork::JudgeTurns() {
 void CoachWork::SumLegs() {
     answers_.MadeGood =
         MadeGoodOnLegs(answers_.Race, answers_.Motion, answers_.Legs, answers_.Wind, answers_.Passes);
+}
+
+void CoachWork::FindSpeeds() {
+    answers_.Speeds =
+        FindPolar(answers_.Race, answers_.Motion, answers_.Turns, answers_.Wind, answers_.Passes);
+}
+
+void CoachWork::SplitLosses() {
+    answers_.Losses = FindDebrief({answers_.Motion, answers_.Turns, answers_.Wind, answers_.Legs,
+                                   answers_.Passes, answers_.Start, answers_.Manoeuvres, answers_.Speeds});
 }
 
 std::optional<CoachAnswers> AnswerCoach(const RaceNumbers& numbers, const CoachProgress& progress) {

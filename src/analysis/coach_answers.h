@@ -8,9 +8,11 @@
 #include "analysis/boat_motion.h"
 #include "analysis/course_legs.h"
 #include "analysis/current_estimate.h"
+#include "analysis/debrief.h"
 #include "analysis/gap_curves.h"
 #include "analysis/made_good.h"
 #include "analysis/manoeuvres.h"
+#include "analysis/polar.h"
 #include "analysis/race_numbers.h"
 #include "analysis/race_wind.h"
 #include "analysis/ranking.h"
@@ -33,6 +35,8 @@ struct CoachAnswers {
     GapCurves Gaps;                               ///< to the leader, each 10 s
     FleetMadeGood MadeGood;                       ///< by boat and leg
     std::optional<CurrentEstimate> Current;
+    Polar Speeds;  ///< over ground
+    Debrief Losses;
 };
 
 /// Works the answers out piece by piece, for whoever has no thread for it. The race's tracks must stay as
@@ -58,6 +62,8 @@ class CoachWork {
     void FollowCourse();
     void JudgeTurns();
     void SumLegs();
+    void FindSpeeds();
+    void SplitLosses();
 
     const Tracks& tracks_;
     EarthScale scale_;

@@ -1,11 +1,8 @@
 #include "analysis/current_estimate.h"
 
-#include <algorithm>
-#include <cmath>
-#include <numbers>
-#include <utility>
 #include <vector>
 
+#include "analysis/medians.h"
 #include "base/angles.h"
 
 namespace keelview {
@@ -13,12 +10,6 @@ namespace keelview {
 namespace {
 
 constexpr std::size_t FewestTurns = 5;
-
-double MiddleOf(std::vector<double> values) {
-    const auto middle = values.begin() + static_cast<std::ptrdiff_t>(values.size() / 2);
-    std::ranges::nth_element(values, middle);
-    return *middle;
-}
 
 }  // namespace
 
@@ -34,14 +25,9 @@ std::optional<CurrentEstimate> EstimateCurrent(const WindEstimate& estimate) {
     }
     CurrentEstimate current;
     current.Axis = WrapDirection(upwind.Bearing() + 90);
-    current.Across = MiddleOf(across);
+    current.Across = MedianOf(across);
     current.Turns = static_cast<int>(across.size());
-    std::vector<double> off;
-    off.reserve(across.size());
-    for (const double value : across) off.push_back(std::abs(value - current.Across));
-    // The median of n values scatters by sqrt(pi / 2) times as much as their mean.
-    const double scatter = MiddleOf(std::move(off)) / 0.6745;
-    current.Sigma = scatter * std::sqrt(std::numbers::pi / 2 / current.Turns);
+    current.Sigma = MedianSigma(ScatterAbout(current.Across, across), across.size());
     return current;
 }
 

@@ -86,9 +86,11 @@ void TakeLoss(const BoatMotion& motion, const LossBasis& basis, double t, Manoeu
         placeVariance = std::pow(before.MiddleSigma, 2) + std::pow(after.MiddleSigma, 2);
     }
     manoeuvre.LossMetres = good * seconds - sailed.Along(basis.Good);
-    if (good > KnotMetres / 2) manoeuvre.LossSeconds = *manoeuvre.LossMetres / good;
     manoeuvre.LossSigma = std::sqrt(placeVariance + std::pow(armBefore * before.VelocitySigma, 2) +
                                     std::pow(armAfter * after.VelocitySigma, 2));
+    if (good <= KnotMetres / 2) return;
+    manoeuvre.LossSeconds = *manoeuvre.LossMetres / good;
+    manoeuvre.LossSecondsSigma = manoeuvre.LossSigma / good;
 }
 
 /// One boat's turns, judged one by one.

@@ -42,7 +42,8 @@ struct Manoeuvre {
     std::optional<double> LossMetres;   ///< to windward, of a gybe to leeward, against sailing on
     std::optional<double> LossSeconds;  ///< the same at the velocity made good of before and behind
     double LossSigma = 0.0;             ///< metres; of no meaning without a loss
-    double Shift = 0.0;                 ///< degrees by which the wind shifts between the windows
+    double LossSecondsSigma = 0.0;
+    double Shift = 0.0;  ///< degrees by which the wind shifts between the windows
     NoLoss Why = NoLoss::None;
 };
 

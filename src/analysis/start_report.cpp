@@ -76,6 +76,7 @@ class Starter {
         double Distance = 0.0;  // metres to the line
         double Place = 0.0;     // along it, of its length
         double Closing = 0.0;   // metres a second
+        double Along = 0.0;     // metres a second along the line
         double Speed = 0.0;     // metres a second
         double Sigma = 0.0;     // metres
     };
@@ -85,8 +86,12 @@ class Starter {
         Way bow = now->At - line_.First;
         const double speed = now->Velocity.Length();
         if (speed > SlowestHeading) bow = bow + now->Velocity * (bow_ / speed);
-        return Sight{bow.Along(line_.Course), bow.Along(line_.Along) / line_.Length,
-                     now->Velocity.Along(line_.Course), speed, now->PlaceSigma};
+        return Sight{bow.Along(line_.Course),
+                     bow.Along(line_.Along) / line_.Length,
+                     now->Velocity.Along(line_.Course),
+                     now->Velocity.Along(line_.Along),
+                     speed,
+                     now->PlaceSigma};
     }
 
     BoatStart Tell() const {
@@ -117,9 +122,10 @@ class Starter {
         const auto sight = At(t);
         if (!sight) return;
         start.Place = sight->Place;
-        start.PlaceSigma = sight->Sigma / line_.Length;
         start.SpeedAtCrossing = sight->Speed / KnotMetres;
         start.CrossingSigma = sight->Sigma / std::max(sight->Closing, KnotMetres / 10);
+        // It goes on along the line while the moment is unsure.
+        start.PlaceSigma = std::hypot(sight->Sigma, sight->Along * start.CrossingSigma) / line_.Length;
     }
 
     std::optional<double> LastCrossingBeforeGun() const {

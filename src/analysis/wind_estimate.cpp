@@ -6,6 +6,7 @@
 #include <limits>
 
 #include "analysis/direction_smoother.h"
+#include "analysis/medians.h"
 #include "base/parallel.h"
 
 namespace keelview {
@@ -95,13 +96,6 @@ double CommonAxis(const std::vector<AxisTurn>& axes) {
     return best;
 }
 
-double MedianOf(std::vector<double> values) {
-    if (values.empty()) return 0.0;
-    const auto middle = values.begin() + static_cast<std::ptrdiff_t>(values.size() / 2);
-    std::ranges::nth_element(values, middle);
-    return *middle;
-}
-
 /// True if the wind comes from the axis' own bearing, false if from the other; the turns that point one way
 /// are tacks, those that point the other gybes.
 bool WindOnAxis(const std::vector<AxisTurn>& axes, double axis) {
@@ -147,7 +141,7 @@ void WeighKinds(double about, WindEstimate& estimate) {
             off[estimate.Sights[i].Gybe].push_back(all.back());
         }
         const auto sigma = [&](const std::vector<double>& kind) {
-            return kind.empty() ? 0.0 : std::max(MedianOf(kind) / 0.6745, LeastSigma);
+            return kind.empty() ? 0.0 : std::max(ScatterAbout(0, kind), LeastSigma);
         };
         estimate.TackSigma = sigma(off[0]);
         estimate.GybeSigma = sigma(off[1]);

@@ -109,7 +109,8 @@ void WriteManoeuvre(JsonWriter& json, int boat, const Manoeuvre& manoeuvre) {
     json.Member("speed_min", manoeuvre.SpeedLeast);
     json.Member("speed_after", manoeuvre.SpeedAfter);
     WithSigma(json, "loss_metres", "loss_sigma", manoeuvre.LossMetres, manoeuvre.LossSigma);
-    MaybeMember(json, "loss_seconds", manoeuvre.LossSeconds);
+    WithSigma(json, "loss_seconds", "loss_seconds_sigma", manoeuvre.LossSeconds,
+              manoeuvre.LossSecondsSigma);
     json.Member("shift", manoeuvre.Shift);
     json.Key("reason");
     manoeuvre.Why == NoLoss::None ? json.Null() : json.String(NameOf(manoeuvre.Why));
@@ -129,6 +130,62 @@ void WriteLeg(JsonWriter& json, const std::optional<LegMadeGood>& made) {
     json.Member("sailed", made->Sailed);
     json.Member("straight", made->Straight);
     MaybeMember(json, "overstood", made->Overstood);
+    json.EndObject();
+}
+
+void WritePoint(JsonWriter& json, std::string_view name, const std::optional<PolarPoint>& point) {
+    json.Key(name);
+    if (!point) return json.Null();
+    json.BeginObject();
+    json.Member("angle", point->Angle);
+    json.Member("angle_sigma", point->Sigma);
+    json.Member("speed", point->Speed);
+    json.Member("vmg", point->Vmg);
+    json.EndObject();
+}
+
+void WriteCurve(JsonWriter& json, const PolarCurve& curve) {
+    json.BeginObject();
+    json.Key("cells");
+    json.BeginArray();
+    int from = 0;
+    for (const PolarCell& cell : curve.Cells) {
+        const int to = from + static_cast<int>(PolarCellDegrees);
+        if (cell.Stretches > 0) {
+            json.BeginObject();
+            json.Member("from", from);
+            json.Member("to", to);
+            json.Member("angle", cell.Angle);
+            json.Member("stretches", cell.Stretches);
+            WithSigma(json, "median", "median_sigma", cell.Median, cell.Sigma);
+            MaybeMember(json, "best_tenth", cell.BestTenth);
+            json.EndObject();
+        }
+        from = to;
+    }
+    json.EndArray();
+    WritePoint(json, "up", curve.UpSailed);
+    WritePoint(json, "down", curve.DownSailed);
+    WritePoint(json, "target_up", curve.UpTarget);
+    WritePoint(json, "target_down", curve.DownTarget);
+    json.EndObject();
+}
+
+void WriteLoss(JsonWriter& json, const std::optional<LegLoss>& loss) {
+    if (!loss) return json.Null();
+    json.BeginObject();
+    json.Member("seconds", loss->Seconds);
+    json.Member("loss", loss->Loss);
+    const auto part = [&](std::string_view name, std::string_view sigmaName, const LostSeconds& lost) {
+        WithSigma(json, name, sigmaName, loss->IsSplit ? std::optional(lost.Seconds) : std::nullopt,
+                  lost.Sigma);
+    };
+    part("start", "start_sigma", loss->Start);
+    part("turns", "turns_sigma", loss->Turns);
+    part("speed", "speed_sigma", loss->Speed);
+    part("distance", "distance_sigma", loss->Distance);
+    json.Member("rest", loss->Rest.Seconds);
+    MaybeMember(json, "rest_sigma", loss->IsSplit ? std::optional(loss->Rest.Sigma) : std::nullopt);
     json.EndObject();
 }
 
@@ -223,6 +280,43 @@ void WriteMadeGood(JsonWriter& json, const CoachAnswers& coach) {
         json.BeginArray();
         for (const auto& made : legs) WriteLeg(json, made);
         json.EndArray();
+    }
+    json.EndArray();
+}
+
+void WritePolar(JsonWriter& json, const CoachAnswers& coach) {
+    json.Key("polar");
+    json.BeginObject();
+    json.Key("bands");
+    json.BeginArray();
+    for (const PolarBand& band : coach.Speeds.Bands) {
+        json.BeginObject();
+        MaybeMember(json, "from", band.From);
+        MaybeMember(json, "to", band.To);
+        json.Key("fleet");
+        WriteCurve(json, band.Fleet);
+        json.Key("boats");
+        json.BeginArray();
+        for (const PolarCurve& curve : band.Boats) WriteCurve(json, curve);
+        json.EndArray();
+        json.EndObject();
+    }
+    json.EndArray();
+    json.EndObject();
+}
+
+void WriteDebrief(JsonWriter& json, const CoachAnswers& coach) {
+    json.Key("debrief");
+    json.BeginArray();
+    for (const LegDebrief& leg : coach.Losses) {
+        json.BeginObject();
+        json.Member("best_boat", leg.BestBoat);
+        json.Member("target", leg.ByPolar ? std::string_view("polar") : std::string_view("none"));
+        json.Key("boats");
+        json.BeginArray();
+        for (const auto& loss : leg.Boats) WriteLoss(json, loss);
+        json.EndArray();
+        json.EndObject();
     }
     json.EndArray();
 }

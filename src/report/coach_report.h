@@ -28,6 +28,12 @@ void WriteCurrent(JsonWriter& json, const CoachAnswers& coach);
 /// "made_good": a row a boat, a cell a leg.
 void WriteMadeGood(JsonWriter& json, const CoachAnswers& coach);
 
+/// "polar": for each band of wind speed the curves of the fleet and of each boat.
+void WritePolar(JsonWriter& json, const CoachAnswers& coach);
+
+/// "debrief": a row a leg, with the best boat and a cell a boat.
+void WriteDebrief(JsonWriter& json, const CoachAnswers& coach);
+
 /// "velocities": for each boat what its velocities are taken from, "receiver" or "positions", and the noise
 /// of its places in metres.
 void WriteVelocitySources(JsonWriter& json, const CoachAnswers& coach);

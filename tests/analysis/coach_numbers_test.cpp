@@ -4,12 +4,7 @@
 #include <cmath>
 #include <tuple>
 
-#include "analysis/current_estimate.h"
-#include "analysis/gap_curves.h"
-#include "analysis/made_good.h"
-#include "analysis/manoeuvres.h"
-#include "analysis/ranking.h"
-#include "analysis/start_report.h"
+#include "analysis/coach_answers.h"
 #include "support/simulated_fleet.h"
 
 namespace keelview {
@@ -339,6 +334,50 @@ TEST(CoachNumbers, WhatIsMadeGoodOfALegIsThatOfThePolarAndTheWaySailed) {
         EXPECT_NEAR(*one[i].PortShare, *mirrored[i].StarboardShare, 0.01);
         ASSERT_EQ(one[i].Overstood.has_value(), mirrored[i].Overstood.has_value());
         EXPECT_NEAR(one[i].Overstood.value_or(0), mirrored[i].Overstood.value_or(0), 1);
+    }
+}
+
+/// All answers of a simulated fleet.
+CoachAnswers AnswersOf(const SimulatedFleet& fleet) {
+    RaceNumbers numbers;
+    numbers.race = fleet.Race;
+    numbers.tracks = fleet.Boats;
+    numbers.scale = fleet.Scale;
+    numbers.wind = fleet.Wind;
+    numbers.passes = fleet.Passes;
+    return *AnswerCoach(numbers);
+}
+
+TEST(CoachNumbers, APlantedFaultHasItsLossInItsPartOfTheDebrief) {
+    for (const auto& [fault, part] : {std::pair{Fault::LateStart, &LegLoss::Start},
+                                      {Fault::BadTurns, &LegLoss::Turns},
+                                      {Fault::Slow, &LegLoss::Speed},
+                                      {Fault::Detour, &LegLoss::Distance}}) {
+        double lost = 0, inPart = 0;
+        for (unsigned seed = 1; seed <= 4; ++seed) {
+            const CoachAnswers answers = AnswersOf(SimulatedFleet({.Seed = seed,
+                                                                   .Boats = 6,
+                                                                   .Noise = 1,
+                                                                   .OwnVelocity = true,
+                                                                   .Wind = 70,
+                                                                   .Last = 1900,
+                                                                   .Alike = true,
+                                                                   .Planted = fault}));
+            ASSERT_EQ(answers.Losses.Count(), 3);
+            for (const LegDebrief& leg : answers.Losses) {
+                EXPECT_TRUE(leg.ByPolar);
+                for (const auto& boat : leg.Boats) {
+                    ASSERT_TRUE(boat && boat->IsSplit);
+                    EXPECT_NEAR(boat->Start.Seconds + boat->Turns.Seconds + boat->Speed.Seconds +
+                                    boat->Distance.Seconds + boat->Rest.Seconds,
+                                boat->Loss, 1e-9);
+                }
+                lost += leg.Boats[1]->Loss;
+                inPart += (*leg.Boats[1].*part).Seconds;
+            }
+        }
+        EXPECT_GT(lost, 4 * 15);
+        EXPECT_GT(inPart, 0.9 * lost) << static_cast<int>(fault);
     }
 }
 

@@ -12,6 +12,9 @@
 
 namespace keelview {
 
+/// What boat 1 does worse than the others.
+enum class Fault { None, LateStart, BadTurns, Slow, Detour };
+
 /// What a simulated fleet sails in, and how it is recorded.
 struct FleetPlan {
     unsigned Seed = 1;
@@ -22,9 +25,12 @@ struct FleetPlan {
     double Wind = 0.0;         ///< over the water, degrees
     double Swing = 0.0;        ///< degrees to either side in `Period` seconds
     double Period = 420.0;
-    Way Current = {};       ///< knots
-    double Waves = 0.0;     ///< degrees that they turn a boat to either side
-    int Last = 1200;        ///< second
+    Way Current = {};    ///< knots
+    double Waves = 0.0;  ///< degrees that they turn a boat to either side
+    int Last = 1200;     ///< second
+    bool Alike = false;  ///< all boats as fast, and turns as many and, of a kind, as dear
+    Fault Planted = Fault::None;
+    double Spread = 0.0;    ///< degrees by which each boat sails higher or lower on each tack
     double Turned = 0.0;    ///< degrees by which the whole scene is turned
     bool Mirrored = false;  ///< east for west, before that
 };
@@ -70,6 +76,7 @@ class SimulatedFleet {
     static constexpr double Step = 0.1;
     static constexpr double LineLength = 150, Top = 1200, Bottom = 100, FinishAt = 800;  // metres
     static constexpr double TurnSeconds = 6, RoundingSeconds = 8, DipSeconds = 14;
+    static constexpr double StrayMetres = 150;  // that a detour leads beyond the mark
 
     double Random() { return static_cast<double>(engine_()) / 4294967296.0; }
     double Between(double low, double high) { return low + (high - low) * Random(); }
@@ -118,7 +125,8 @@ class SimulatedFleet {
         double TurnFrom = -1000, TurnFor = 1;
         double DipFrom = -1000, Dip = 0;
         double NextTurn = 0;
-        double Skill = 1;  ///< of the polar's speed
+        double Skill = 1;            ///< of the polar's speed
+        double Up = 45, Down = 150;  ///< degrees off the wind
 
         double Angle() const {
             const double f = std::clamp((Time - TurnFrom) / TurnFor, 0.0, 1.0);
@@ -151,9 +159,12 @@ class SimulatedFleet {
 
     void Sail(int number) {
         Boat boat;
-        boat.Skill = Between(0.94, 1.06);
-        boat.NextTurn = Between(40, 120);
-        const Start start{Between(-2, 8), 0, Between(0.15, 0.85)};
+        const auto has = [&](Fault fault) { return number == 1 && plan_.Planted == fault; };
+        boat.Skill = plan_.Alike ? 1 : Between(0.94, 1.06);
+        if (has(Fault::Slow)) boat.Skill *= 0.93;
+        Start start{Between(-2, 8), 0, Between(0.15, 0.85)};
+        if (has(Fault::LateStart)) start.Crossing += 20;
+        boat.NextTurn = plan_.Alike ? start.Crossing + 60 : Between(40, 120);
         std::vector<Way> places, velocities;  // a value each step
         const auto go = [&](double until) {
             while (boat.Time < until - Step / 2) {
@@ -181,27 +192,40 @@ class SimulatedFleet {
                                                                        : std::nullopt);
     }
 
+    /// About an angle, as high or low as a helmsman sails it this time.
+    double Sailed(double angle) {
+        return plan_.Spread > 0 ? angle + Between(-plan_.Spread, plan_.Spread) : angle;
+    }
+
     void Steer(Boat& boat, int number) {
         const double up = boat.At.Along(Towards(plan_.Wind));
         const std::size_t leg = passes_.size();
         const bool turning = boat.Time < boat.TurnFrom + RoundingSeconds;
+        const bool strays = number == 1 && plan_.Planted == Fault::Detour && leg == 1;
+        const double top = strays ? Top + StrayMetres : Top;
+        const bool away = std::abs(std::remainder(boat.ToAngle, 360.0)) > 90;
         if (leg == 3 && up >= FinishAt) passes_.push_back(static_cast<int>(boat.Time));
         if (turning) return;
-        if ((leg == 1 && up >= Top) || (leg == 2 && up <= Bottom)) {
+        if (strays && away && up <= Top) {
+            passes_.push_back(static_cast<int>(boat.Time));
+        } else if ((leg == 1 && up >= top && !away) || (leg == 2 && up <= Bottom)) {
             const double side = std::remainder(boat.ToAngle, 360.0) < 0 ? -1 : 1;
-            boat.ToAngle = side * (leg == 1 ? 45 : 150);
-            boat.TurnTo(side * (leg == 1 ? 150 : 45), RoundingSeconds);
-            passes_.push_back(static_cast<int>(boat.Time + RoundingSeconds / 2));
-            boat.NextTurn = boat.Time + Between(50, 120);
+            boat.ToAngle = std::remainder(boat.ToAngle, 360.0);
+            boat.TurnTo(side * (leg == 1 ? boat.Down : boat.Up), RoundingSeconds);
+            if (!strays) passes_.push_back(static_cast<int>(boat.Time + RoundingSeconds / 2));
+            boat.NextTurn = boat.Time + (plan_.Alike ? 70 : Between(50, 120));
         } else if (boat.Time >= boat.NextTurn && up < Top - 60 && (leg != 2 || up > Bottom + 60)) {
             const bool gybe = leg == 2;
             const double angle = std::remainder(boat.ToAngle, 360.0);
             boat.ToAngle = angle;
             boat.Dip = gybe ? Between(0.1, 0.3) : Between(0.3, 0.6);
+            if (plan_.Alike) boat.Dip = gybe ? 0.2 : 0.4;
+            if (number == 1 && plan_.Planted == Fault::BadTurns) boat.Dip *= 2.2;
             boat.DipFrom = boat.Time;
-            boat.TurnTo(gybe ? (angle < 0 ? -360 : 360) - angle : -angle, TurnSeconds);
+            const double other = -std::copysign(Sailed(gybe ? boat.Down : boat.Up), angle);
+            boat.TurnTo(gybe ? other + std::copysign(360, angle) : other, TurnSeconds);
             Turns.push_back({number, gybe, boat.Time + TurnSeconds / 2, LossOf(boat, gybe)});
-            boat.NextTurn = boat.Time + Between(55, 110);
+            boat.NextTurn = boat.Time + (plan_.Alike ? 80 : Between(55, 110));
         }
     }
 

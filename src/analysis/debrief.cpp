@@ -1,0 +1,270 @@
+#include "analysis/debrief.h"
+
+#include <algorithm>
+#include <cmath>
+
+#include "analysis/steady_stretches.h"
+#include "base/angles.h"
+#include "base/parallel.h"
+
+namespace keelview {
+
+namespace {
+
+constexpr double StartWindow = 20.0;  // seconds behind the crossing that belong to the start
+constexpr double BeforeTurn = 5.0, BehindTurn = 15.0;  // seconds that the loss of a turn speaks of
+constexpr double LeastFree = 20.0;                     // seconds of free sailing that tell a pace
+constexpr double LeastTargeted = 0.8;                  // share of free seconds whose target is known
+constexpr int FewestBoats = 3;                         // that a target rests on, where there are as many
+
+/// Sums over seconds of one kind.
+struct Seconds {
+    double Count = 0.0;
+    double Good = 0.0;        // metres made good along the leg
+    double Speed = 0.0;       // sum of speeds, metres a second
+    double Targeted = 0.0;    // seconds whose target is known
+    double Ratio = 0.0;       // sum of speed over target there
+    double PlaceSigma = 0.0;  // sum, metres
+    int Windows = 0;          // stretches that they lie in
+
+    /// Seconds lost, where so many metres were sailed, or made good, against a pace in metres a second.
+    LostSeconds LostAt(double pace, double metres) const {
+        if (Count == 0) return {};
+        return {Count - metres / pace, PlaceSigma / Count * std::sqrt(2.0 * Windows) / pace};
+    }
+    /// Standard deviation of a mean over all of them, as a share of it: ends of the ways are unsure.
+    double Unsure() const { return Speed > 0 ? PlaceSigma / Count * std::sqrt(2.0 * Windows) / Speed : 0; }
+};
+
+/// A boat's time on a leg, taken apart.
+struct LegPace {
+    bool Known = false;
+    double Whole = 0.0;  // seconds
+    LostSeconds Start, Turns, Rest;
+    double Free = 0.0;  // what the leg would have taken at the pace of free sailing
+    Seconds Sailed;     // freely
+};
+
+LostSeconds operator+(LostSeconds a, LostSeconds b) {
+    return {a.Seconds + b.Seconds, std::hypot(a.Sigma, b.Sigma)};
+}
+LostSeconds operator-(LostSeconds a, LostSeconds b) {
+    return {a.Seconds - b.Seconds, std::hypot(a.Sigma, b.Sigma)};
+}
+
+/// The fleet's speeds by band and angle, looked up.
+class Targets {
+  public:
+    explicit Targets(const DebriefSources& from) : wind_(from.Wind), polar_(from.Speeds) {
+        const int fewest = std::min(FewestBoats, from.Motion.Boats.Count());
+        for (const PolarBand& band : polar_.Bands) {
+            speeds_.emplace_back();
+            for (int step = 0; step <= 180 * StepsADegree; ++step)
+                speeds_.back().push_back(
+                    PolarSpeed(band.Fleet, static_cast<double>(step) / StepsADegree, fewest).value_or(0) *
+                    KnotMetres);
+        }
+        if (speeds_.size() < 2) return;
+        double last = 0.0;
+        for (const BoatMotion& boat : from.Motion.Boats) last = std::max(last, boat.Span().second);
+        for (double t = 0; t <= std::min(last, MostKept); ++t) bands_.push_back(BandAt(t));
+    }
+    /// Metres a second at a velocity's angle off the wind, at a whole second; 0 where it is not known.
+    double At(double t, Way velocity, Way upwind) const {
+        const bool kept = t >= 0 && t < static_cast<double>(bands_.size());
+        const std::size_t band = speeds_.size() < 2 ? 0
+                                 : kept             ? bands_[static_cast<std::size_t>(t)]
+                                                    : BandAt(t);
+        if (band >= speeds_.size()) return 0.0;
+        const double angle =
+            std::atan2(std::abs(velocity.Across(upwind)), velocity.Along(upwind)) / DegToRad;
+        return speeds_[band][static_cast<std::size_t>(std::lround(angle * StepsADegree))];
+    }
+
+  private:
+    static constexpr int StepsADegree = 4;
+    static constexpr double MostKept = 100'000;  // seconds
+
+    std::size_t BandAt(double t) const {
+        const PolarBand* const band = polar_.BandOf(wind_.Speed(t));
+        return band ? static_cast<std::size_t>(band - &polar_.Bands[1]) : speeds_.size();
+    }
+
+    const RaceWind& wind_;
+    const Polar& polar_;
+    std::vector<std::vector<double>> speeds_;
+    std::vector<std::size_t> bands_;  // by second, where there are several
+};
+
+/// What a second of a leg belongs to.
+enum class Kind { Free, Start, Turn, Other };
+
+/// One boat on one leg.
+class LegSailor {
+  public:
+    LegSailor(const DebriefSources& from, const Targets& targets, int boat, int leg, double begin,
+              double end)
+        : from_(from), targets_(targets), boat_(boat), leg_(leg), begin_(begin), end_(end) {
+        for (const Manoeuvre& turn : from.Manoeuvres[boat])
+            if (turn.LossSeconds && turn.Time >= begin && turn.Time <= end) lost_.push_back(&turn);
+        if (from.Passes.MarkPassTime.Holds(boat))
+            steady_ = SteadyTimes(from.Turns[boat], from.Passes.MarkPassTime[boat], {begin, end});
+    }
+
+    LegPace Tell(double whole, double crossing) const {
+        LegPace pace;
+        pace.Whole = whole;
+        Seconds start, other;
+        SumSeconds(pace.Sailed, start, other);
+        const double good = pace.Sailed.Good / std::max(pace.Sailed.Count, 1.0);
+        const bool slow = pace.Sailed.Count < LeastFree || good <= KnotMetres / 2;
+        if (slow || pace.Sailed.Count + start.Count + other.Count + LostWindows() < 0.9 * (end_ - begin_))
+            return pace;
+        for (const Manoeuvre* turn : lost_)
+            pace.Turns = pace.Turns + LostSeconds{*turn->LossSeconds, turn->LossSecondsSigma};
+        // Where it heads at a mark is a matter of distance.
+        pace.Rest = other.LostAt(pace.Sailed.Speed / pace.Sailed.Count, other.Speed);
+        if (leg_ == 1) {
+            const auto behind = Behind(crossing);
+            if (!behind) return pace;
+            const double sigma = from_.Start.Boats[boat_].CrossingSigma;
+            pace.Start = LostSeconds{crossing + *behind / good, sigma} + start.LostAt(good, start.Good);
+        }
+        pace.Free = whole - pace.Start.Seconds - pace.Turns.Seconds - pace.Rest.Seconds;
+        pace.Known = pace.Free > 0;
+        return pace;
+    }
+
+  private:
+    double LostWindows() const { return static_cast<double>(lost_.size()) * (BeforeTurn + BehindTurn); }
+
+    /// Metres that the boat is to leeward of the middle of the line when it crosses it.
+    std::optional<double> Behind(double crossing) const {
+        const auto now = from_.Motion.Boats[boat_].At(crossing);
+        const CourseLeg& leg = from_.Legs[leg_];
+        if (!now) return {};
+        return (leg.From - now->At).Along(leg.LadderAxis(from_.Wind.Upwind(crossing)));
+    }
+
+    Kind KindOf(double t) const {
+        for (const Manoeuvre* turn : lost_)
+            if (t >= turn->Time - BeforeTurn && t < turn->Time + BehindTurn) return Kind::Turn;
+        if (leg_ == 1 && t < begin_ + StartWindow) return Kind::Start;
+        const auto next = std::ranges::upper_bound(steady_, t, {}, &TimeSpan::first);
+        return next != steady_.begin() && (next - 1)->second > t ? Kind::Free : Kind::Other;
+    }
+
+    void SumSeconds(Seconds& free, Seconds& start, Seconds& other) const {
+        Kind last = Kind::Turn;
+        for (double t = std::ceil(begin_); t < end_; ++t) {
+            const Kind kind = KindOf(t);
+            if (kind != Kind::Turn) {
+                Seconds& sums = kind == Kind::Free ? free : kind == Kind::Start ? start : other;
+                sums.Windows += kind != last;
+                Add(t, kind == Kind::Free, sums);
+            }
+            last = kind;
+        }
+    }
+
+    void Add(double t, bool targeted, Seconds& sums) const {
+        const auto now = from_.Motion.Boats[boat_].At(t);
+        if (!now) return;
+        const auto upwind = from_.Wind.Upwind(t);
+        ++sums.Count;
+        sums.Good += now->Velocity.Along(from_.Legs[leg_].LadderAxis(upwind));
+        sums.PlaceSigma += now->PlaceSigma;
+        const double speed = now->Speed();
+        sums.Speed += speed;
+        if (!targeted || !upwind) return;
+        const double target = targets_.At(t, now->Velocity, *upwind);
+        if (!(target > 0)) return;
+        ++sums.Targeted;
+        sums.Ratio += speed / target;
+    }
+
+    const DebriefSources& from_;
+    const Targets& targets_;
+    int boat_, leg_;
+    double begin_, end_;
+    std::vector<const Manoeuvre*> lost_;  // turns whose loss is known
+    std::vector<TimeSpan> steady_;
+};
+
+/// Takes the time of a boat on a leg apart; nothing where it did not sail all of it.
+std::optional<LegPace> PaceOf(const DebriefSources& from, const Targets& targets, int boat, int leg) {
+    const auto begin = PassTime(from.Passes, boat, leg), end = PassTime(from.Passes, boat, leg + 1);
+    if (!end || *end < 0 || (leg > 1 && (!begin || *end <= *begin))) return {};
+    if (leg > 1) return LegSailor(from, targets, boat, leg, *begin, *end).Tell(*end - *begin, 0);
+    // Where no line tells the crossing, the passing does.
+    const auto& measured = from.Start.Boats[boat].Crossing;
+    const auto crossing = measured || from.Start.Line ? measured : std::optional<double>(begin);
+    LegPace pace;
+    pace.Whole = *end;
+    if (!crossing || *crossing >= *end) return pace;
+    return LegSailor(from, targets, boat, leg, *crossing, *end).Tell(*end, *crossing);
+}
+
+LegLoss LossTo(const LegPace& best, const LegPace& own, bool byPolar) {
+    LegLoss loss;
+    loss.Seconds = static_cast<int>(own.Whole);
+    loss.Loss = static_cast<int>(own.Whole - best.Whole);
+    loss.Rest.Seconds = loss.Loss;
+    if (!own.Known || !best.Known) return loss;
+    loss.IsSplit = true;
+    const auto share = [byPolar](const Seconds& s) {
+        return byPolar ? s.Ratio / s.Targeted : s.Speed / s.Count;
+    };
+    const double p = share(own.Sailed), q = p * own.Free;
+    const double bestP = share(best.Sailed), bestQ = bestP * best.Free;
+    const double unsure = std::hypot(own.Sailed.Unsure() / p, best.Sailed.Unsure() / bestP);
+    loss.Start = own.Start - best.Start;
+    loss.Turns = own.Turns - best.Turns;
+    loss.Speed = {(1 / p - 1 / bestP) * (q + bestQ) / 2, unsure * (q + bestQ) / 2};
+    loss.Distance = {(q - bestQ) * (1 / p + 1 / bestP) / 2,
+                     std::hypot(loss.Speed.Sigma, loss.Start.Sigma, loss.Turns.Sigma)};
+    loss.Rest = own.Rest - best.Rest;
+    // What rounding leaves.
+    loss.Rest.Seconds =
+        loss.Loss - loss.Start.Seconds - loss.Turns.Seconds - loss.Speed.Seconds - loss.Distance.Seconds;
+    return loss;
+}
+
+LegDebrief DebriefLeg(const OneBased<std::optional<LegPace>>& paces) {
+    LegDebrief told;
+    double free = 0.0, targeted = 0.0;
+    bool all = true;
+    for (int boat = 1; boat <= paces.Count(); ++boat) {
+        const auto& pace = paces[boat];
+        if (!pace) continue;
+        if (told.BestBoat == 0 || pace->Whole < paces[told.BestBoat]->Whole) told.BestBoat = boat;
+        free += pace->Sailed.Count;
+        targeted += pace->Sailed.Targeted;
+        all = all && (!pace->Known || pace->Sailed.Targeted >= LeastFree);
+    }
+    told.ByPolar = all && targeted >= LeastTargeted * free && free > 0;
+    for (const auto& pace : paces)
+        told.Boats.Add(pace ? std::optional(LossTo(*paces[told.BestBoat], *pace, told.ByPolar))
+                            : std::nullopt);
+    if (told.BestBoat == 0) return told;
+    LegLoss& best = *told.Boats[told.BestBoat];  // of which all is sure
+    best = {best.Seconds, 0, best.IsSplit, {}, {}, {}, {}, {}};
+    return told;
+}
+
+}  // namespace
+
+Debrief FindDebrief(const DebriefSources& from) {
+    const int boats = from.Motion.Boats.Count();
+    const Targets targets(from);
+    OneBased<OneBased<std::optional<LegPace>>> paces(from.Legs.Count());
+    for (auto& leg : paces) leg.Resize(boats);
+    ForEachInParallel(boats, [&](int boat) {
+        for (int leg = 1; leg <= paces.Count(); ++leg) paces[leg][boat] = PaceOf(from, targets, boat, leg);
+    });
+    Debrief debrief;
+    for (const auto& leg : paces) debrief.Add(DebriefLeg(leg));
+    return debrief;
+}
+
+}  // namespace keelview
