@@ -53,6 +53,8 @@ class Platform {
     virtual ScreenInfo Screen() = 0;
     /// Lets waiting events happen, once.
     virtual void DeliverEvents() = 0;
+    /// Puts a text where the person can paste it from.
+    virtual void CopyText(const std::string& text) = 0;
     /// Hourglass while busy.
     virtual void SetBusyPointer(bool busy) = 0;
     /// Gives way for a few milliseconds, events included.

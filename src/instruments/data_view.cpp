@@ -20,10 +20,10 @@ constexpr Text AsFound{"As found", "航跡からの値に戻す"};
 }  // namespace
 
 DataView::DataView(RaceSession& session, LegTables& tables)
-    : app_(session.App()),
+    : session_(session),
+      app_(session.App()),
       form_(session.Display()),
       stage_(session.TheStage()),
-      film_(session.TheFilm()),
       changes_(session.Changes()),
       voice_(session.TheVoice()),
       tables_(tables) {
@@ -99,17 +99,9 @@ void DataView::PicTime_MouseUp(const MouseEvent& event) {
         PutRight(*cell);
 }
 
-/// The film and the map go to where the boat was when it passed the entry.
+/// To where the boat was when it passed the entry.
 void DataView::GoTo(const StatCell& cell) {
-    const std::optional<int> time = PassTime(app_.passes, cell.Boat, cell.Entry);
-    if (!time) return;
-    form_.Option9.SetValue(true);
-    const Track& track = app_.tracks.Boats[cell.Boat];
-    if (const int segment = FindSegment(track, *time); segment > 0) {
-        app_.view.CentreOn(PositionOn(track, segment, *time));
-        stage_.Repaint(Changed::View);
-    }
-    film_.Seek(*time);
+    if (const auto time = PassTime(app_.passes, cell.Boat, cell.Entry)) session_.GoTo(cell.Boat, *time);
 }
 
 void DataView::PutRight(const StatCell& cell) {

@@ -30,10 +30,10 @@ class DataView {
     void GoTo(const StatCell& cell);
     void PutRight(const StatCell& cell);
 
+    RaceSession& session_;
     AppState& app_;
     RaceDisp& form_;
     Stage& stage_;
-    Film& film_;
     RaceChanges& changes_;
     const Voice& voice_;
     LegTables& tables_;

@@ -16,6 +16,7 @@
 #include "instruments/overview_mouse.h"
 #include "instruments/race_keys.h"
 #include "instruments/screen_capture.h"
+#include "instruments/side_panel.h"
 #include "instruments/time_bar.h"
 #include "instruments/time_bar_mouse.h"
 #include "instruments/time_setting.h"
@@ -52,6 +53,7 @@ struct RaceDesk {
           boatList(session),
           graphs(app, form),
           tables(app, form),
+          sidePanel(session),
           windPanelMouse(app.race, form, session.TheVoice(), windPanel),
           overviewMouse(session, overview, windField),
           timeBarMouse(session, timeBar, overview),
@@ -70,7 +72,7 @@ struct RaceDesk {
         // The sea first, as it wipes what is drawn on it; the boats stand on the chart.
         for (Instrument* instrument : std::initializer_list<Instrument*>{
                  &seaColours, &chart, &boats, &startSignals, &finishList, &mapInteraction, &windPanel,
-                 &windField, &overview, &timeBar, &boatList, &graphs, &tables})
+                 &windField, &overview, &timeBar, &boatList, &graphs, &tables, &sidePanel})
             session.TheStage().Add(*instrument);
         form.Command13.OnClick = [this] {
             if (OnReferences) OnReferences();
@@ -98,6 +100,7 @@ struct RaceDesk {
     BoatList boatList;
     BoatGraphs graphs;
     LegTables tables;
+    SidePanel sidePanel;
 
     WindPanelMouse windPanelMouse;
     OverviewMouse overviewMouse;

@@ -16,14 +16,6 @@ constexpr double TableGap = 24.0;
 constexpr double LeastNames = 92.0;
 constexpr double MostNames = 220.0;
 
-/// "1:02:03", "4:05", "-0:12".
-std::string ClockText(double seconds) {
-    std::string text = DurationText(std::llround(std::abs(seconds)));
-    if (text.starts_with("00:")) text.erase(0, 3);
-    if (text.starts_with('0')) text.erase(0, 1);
-    return (seconds < 0 ? "-" : "") + text;
-}
-
 /// The numbers that a column can be widest by: its least and its largest one.
 std::vector<double> WidestOf(const LegTable& table, int entry) {
     std::vector<double> widest;
@@ -39,8 +31,15 @@ std::vector<double> WidestOf(const LegTable& table, int entry) {
 
 }  // namespace
 
+std::string RaceClockText(double seconds) {
+    std::string text = DurationText(std::llround(std::abs(seconds)));
+    if (text.starts_with("00:")) text.erase(0, 3);
+    if (text.starts_with('0')) text.erase(0, 1);
+    return (seconds < 0 ? "-" : "") + text;
+}
+
 std::string StatText(StatKind kind, bool asClock, double value) {
-    if (kind == StatKind::Time && asClock) return ClockText(value);
+    if (kind == StatKind::Time && asClock) return RaceClockText(value);
     std::string text = SurfaceNumberText(value);
     if (kind != StatKind::Speed) return text;
     if (text.find('.') == std::string::npos) text += '.';

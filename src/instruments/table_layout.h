@@ -12,6 +12,9 @@
 
 namespace keelview {
 
+/// Seconds as "1:02:03", "4:05", "-0:12".
+std::string RaceClockText(double seconds);
+
 /// A number of the tables as it is printed: seconds or h:mm:ss, whole metres, knots to three decimals, so
 /// that points and colons of a column stand under each other where its texts end at one place.
 std::string StatText(StatKind kind, bool asClock, double value);

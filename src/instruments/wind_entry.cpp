@@ -18,7 +18,6 @@ constexpr Text OverwriteQuestion{"Do you want to overwrite Wind File ?",
 constexpr Text OverwriteTitle{"Overwrite Wind Data File", "風データの作成"};
 constexpr Text NoRaceFile{"Wind data can be made for a race with a race control file only.",
                           "風データの作成にはレース管理ファイルが必要です。"};
-constexpr Text NotWritten{"Wind data file could not be written.", "風データファイルを書き込めません。"};
 
 }  // namespace
 
@@ -72,8 +71,7 @@ bool WindEntry::MayEnter() {
 
 void WindEntry::OfferToSave() {
     if (!voice_.Ask(SaveQuestion, SaveTitle)) return;
-    if (SaveWindFile(app_.settings.AppPath, app_.race, app_.wind))
-        voice_.SayUnder({}, voice_.In(NotWritten));
+    changes_.WriteWindFile();
 }
 
 void WindEntry::GPIC_MouseDown(const MouseEvent& event) {
@@ -101,8 +99,7 @@ void WindEntry::EnterSample(int seconds, double direction) {
     const auto behind = std::ranges::upper_bound(entered_, seconds, {}, &WindSample::WindTime);
     entered_.Insert(static_cast<int>(behind - entered_.begin()) + 1,
                     {.WindTime = seconds, .WindSpeed = {}, .WindDirection = direction});
-    changes_.SetWind(BetweenGuards(),
-                     race.RaceFileName.substr(0, race.RaceFileName.find('.')) + "_WIND.CSV");
+    changes_.SetWind(BetweenGuards(), WindFileNameFor(race));
 }
 
 /// Of the first guard: no entry lies before it.

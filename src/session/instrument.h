@@ -18,7 +18,8 @@ enum class Changed : unsigned {
     Colours = 1U << 8U,    ///< the colours of sea and ink
     Mode = 1U << 9U,       ///< which view is shown
     Film = 1U << 10U,      ///< the film was started or stopped
-    All = (1U << 11U) - 2  ///< everything but other boats
+    Answers = 1U << 11U,   ///< the coach's answers, or how far they have come
+    All = (1U << 12U) - 2  ///< everything but other boats
 };
 
 constexpr Changed operator|(Changed a, Changed b) {

@@ -1,5 +1,7 @@
 #include "session/race_changes.h"
 
+#include <utility>
+
 namespace keelview {
 
 namespace {
@@ -11,6 +13,10 @@ constexpr Text TooManyEntries{"The course order holds no more than 30 marks and 
 static_assert(MaxMarks == 60 && MaxLines == 20 && MaxClickedEntries == 30, "the texts name the limits");
 
 }  // namespace
+
+std::string WindFileNameFor(const RaceControl& race) {
+    return race.RaceFileName.substr(0, race.RaceFileName.find('.')) + "_WIND.CSV";
+}
 
 RaceChanges::RaceChanges(AppState& app, const Voice& voice, RaceSaver& saver, Stage& stage)
     : app_(app), voice_(voice), saver_(saver), stage_(stage) {}
@@ -93,6 +99,26 @@ void RaceChanges::SetWind(const WindData& wind, const std::string& windFileName)
     app_.wind = wind;
     app_.race.WindFileName = windFileName;
     stage_.Repaint(Changed::Wind);
+}
+
+bool RaceChanges::WriteWindFile() const {
+    if (!SaveWindFile(app_.settings.AppPath, app_.race, app_.wind)) return true;
+    voice_.SayUnder(
+        {}, voice_.In({"Wind data file could not be written.", "風データファイルを書き込めません。"}));
+    return false;
+}
+
+void RaceChanges::TakeWind(const WindData& wind) {
+    const WindData before = std::exchange(app_.wind, wind);
+    const std::string nameBefore = app_.race.WindFileName;
+    if (!HasWindFile(app_.race)) app_.race.WindFileName = WindFileNameFor(app_.race);
+    if (WriteWindFile()) {
+        stage_.Repaint(Changed::Wind);
+        saver_.Save();
+        return;
+    }
+    app_.wind = before;
+    app_.race.WindFileName = nameBefore;
 }
 
 bool RaceChanges::Refuse(const Text& why) const {

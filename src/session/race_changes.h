@@ -13,6 +13,9 @@
 
 namespace keelview {
 
+/// The name of a wind file that is made for a race.
+std::string WindFileNameFor(const RaceControl& race);
+
 /// The one door for what a person changes in the open race: done in the race, written to its file at once
 /// unless said otherwise, and told to the pictures. What follows from marks, lines and course is worked out
 /// anew. What would pass a limit of the race is refused: the person is told, and nothing changes.
@@ -45,6 +48,11 @@ class RaceChanges {
     /// Wind entered by hand, for a wind file of that name; both are written by others when the person says
     /// so.
     void SetWind(const WindData& wind, const std::string& windFileName);
+    /// Writes the race's wind into its wind file. False, and the person has been told, if that fails.
+    bool WriteWindFile() const;
+    /// The same with another wind, which the race has from then on, in its file too; one that cannot be
+    /// written changes nothing.
+    void TakeWind(const WindData& wind);
 
   private:
     bool Refuse(const Text& why) const;

@@ -102,7 +102,7 @@ void RaceDisp::ApplyFonts(const Settings& settings) {
     Text4.SetFont(face, 72 * scale);
     btnHATENA.SetFont(face, 15.75, true);
     for (Surface* surface : {&PicTime, &GPIC, &Picture1, &PicTimeBar, &Picture8, &Picture3, &Picture13,
-                             &Position, &Picture2, &Picture6, &Picture15})
+                             &Position, &Picture2, &Picture6, &Picture15, &Picture17})
         surface->FontSize = 9 * scale;
     sWind.FontSize = 8 * scale;
 }
@@ -116,6 +116,7 @@ void RaceDisp::ApplyColours() {
     Position.SetBackColor(Rgb(192, 255, 255));
     sWind.SetBackColor(Rgb(0, 192, 0));
     Picture15.SetBackColor(HintBackground);
+    Picture17.SetBackColor(White);
     Picture2.SetBackColor(Rgb(0, 255, 255));
     Picture12.SetBackColor(Rgb(0, 255, 255));
     Picture6.SetBackColor(Rgb(192, 255, 255));

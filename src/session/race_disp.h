@@ -74,6 +74,15 @@ class RaceDisp : public Form {
     /// Top of the boat list at rest.
     static constexpr double PanelTop = 178.0;
 
+    /// The tabs of the side panel in their order.
+    std::array<OptionButton*, 6> SideTabs() {
+        return {&Option16, &Option17, &Option18, &Option19, &Option20, &Option21};
+    }
+    /// The side panel stands in a room of its own; else it lies over the map's edge while it is out.
+    bool SidePanelHasRoom() const { return sidePanelHasRoom_; }
+    /// Takes the side panel out over the map, or puts it away.
+    void SlideSidePanel(bool out);
+
     /// Puts the two signal flags back to the top right of the map.
     void PlaceSignals();
     /// The six sea colour cells, from the lightest to the darkest.
@@ -94,6 +103,7 @@ class RaceDisp : public Form {
     Timer Timer2;  // switches auto trace on, 2 seconds after the start
     Timer Timer3;  // calibration of the film's speed, pass clock
     Timer Timer4;  // takes the wind when its typing pauses
+    Timer Timer5;  // looks how far the coach's answers have come
 
     // On the map.
     TextBox Text3{Picture1, "Text3", Field};                    // race wind direction
@@ -211,6 +221,21 @@ class RaceDisp : public Form {
     Button Command1{Picture7, "Command1"};    // "EXIT"
     Label Label1{Picture7, "Label1"};         // the maker's web page
 
+    // The side panel, where it has no room of its own over the map's right edge.
+    Button Command14{*this, "Command14"};  // ">" or "<", puts it away or takes it out
+    Panel Picture16{*this, "Picture16"};
+    OptionButton Option16{Picture16, "Option16", {}, true};        // "Board"
+    OptionButton Option17{Picture16, "Option17"};                  // "Start"
+    OptionButton Option18{Picture16, "Option18"};                  // "Turns"
+    OptionButton Option19{Picture16, "Option19"};                  // "Wind"
+    OptionButton Option20{Picture16, "Option20"};                  // "Polar"
+    OptionButton Option21{Picture16, "Option21"};                  // "Debrief"
+    Button Command15{Picture16, "Command15"};                      // "Copy"
+    Button Command16{Picture16, "Command16"};                      // "Take as wind", "Save page"
+    Surface Picture17{Picture16, "Picture17", BorderStyle::Flat};  // what the chosen tab shows
+    ScrollBar VScroll4{Picture16, "VScroll4", ScrollBar::Way::Down};
+    LineObject Line6{Picture17, "Line6", Red};  // the moment of the film on its curves
+
     Surface Picture15{*this, "Picture15", BorderStyle::Flat};  // the sheet of the keys
     TextBox Text7{*this, "Text7", Hint};                       // the hint box, above everything
 
@@ -225,11 +250,15 @@ class RaceDisp : public Form {
     void LayoutTopPanel(bool useEnglish);
     void LayoutBoatList(int boatCount);
     void LayoutRow(int row);
+    void LayoutSidePanel();
+    void LayoutSideTabs();
 
     double mapSide_ = 0.0;
     double panelLeft_ = 0.0;
     double panelRaisedTop_ = PanelTop;  ///< of the boat list while the pointer is on it
     bool panelRaised_ = false;
+    bool sidePanelHasRoom_ = false;
+    bool sidePanelOut_ = false;
     ListShape list_;
     std::string title_;
 };

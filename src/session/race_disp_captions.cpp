@@ -25,6 +25,13 @@ void RaceDisp::PlaceAndCaption(bool useEnglish) {
             {Command11, {"Exit", "戻る"}},
             {Command8, {"Delete Order", "ﾃﾞｰﾀ消去"}},
             {Label4, {"Course Order", "レースコース"}},
+            {Option16, {"Board", "順位"}},
+            {Option17, {"Start", "スタート"}},
+            {Option18, {"Turns", "ターン"}},
+            {Option19, {"Wind", "風"}},
+            {Option20, {"Polar", "ポーラー"}},
+            {Option21, {"Debrief", "講評"}},
+            {Command15, {"Copy", "コピー"}},
         },
         useEnglish);
     Label1.SetCaption(Text{"Further Info: ", "お問い合わせ　"}.Str(useEnglish) + std::string(MakerAddress));

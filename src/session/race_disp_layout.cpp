@@ -1,4 +1,5 @@
 #include <algorithm>
+#include <cmath>
 
 #include "base/files.h"
 #include "session/documents.h"
@@ -13,7 +14,11 @@ constexpr double TimeBarWidth = 30.0;
 constexpr double Margin = 5.0;
 constexpr double ControlPanelHeight = 379.0;
 constexpr double ControlPanelRise =
-    329.0;  // how far the control panel reaches up from the map's lower edge
+    329.0;                           // how far the control panel reaches up from the map's lower edge
+constexpr double SideLeast = 280.0;  // width of the side panel
+constexpr double SideMost = 640.0;
+constexpr double SideOverMap = 340.0;
+constexpr double SideHandle = 16.0;
 
 }  // namespace
 
@@ -35,6 +40,7 @@ void RaceDisp::LayoutPanels(const Settings& settings, int boatCount) {
     LayoutMap();
     LayoutTopPanel(settings.UseEnglish);
     LayoutBoatList(boatCount);
+    LayoutSidePanel();
     btnHATENA.SetVisible(IsFile(ManualPath(settings)));
     Picture12.Hide();
     Position.Hide();
@@ -106,6 +112,46 @@ void RaceDisp::LayoutRow(int row) {
     for (Control* control :
          std::initializer_list<Control*>{&Bnam[row], &Text5[row], &Text6[row], &Maru[row]})
         control->Show();
+}
+
+void RaceDisp::SlideSidePanel(bool out) {
+    sidePanelOut_ = out;
+    LayoutSidePanel();
+}
+
+void RaceDisp::LayoutSidePanel() {
+    const double side = mapSide_;
+    const double left = panelLeft_ + std::max(ColumnWidth, list_.Width()) + Margin;
+    const double room = std::min(ScaleWidth() - left - Margin, SideMost);
+    sidePanelHasRoom_ = room >= SideLeast;
+    const double mapRight = Margin + side;
+    const double width = sidePanelHasRoom_ ? room : std::min(SideOverMap, side - SideHandle);
+    Picture16.Move(sidePanelHasRoom_ ? left : mapRight - width, Margin, width, side);
+    Picture16.SetVisible(sidePanelHasRoom_ || sidePanelOut_);
+    const double handle = sidePanelOut_ ? mapRight - width : mapRight;
+    Command14.Move(handle - SideHandle, Margin + side / 2 - 30, SideHandle, 60);
+    Command14.SetCaption(sidePanelOut_ ? ">" : "<");
+    Command14.SetVisible(!sidePanelHasRoom_);
+    LayoutSideTabs();
+}
+
+/// Tabs in one row or two, the page with its bar below them, the buttons at the foot.
+void RaceDisp::LayoutSideTabs() {
+    constexpr double edge = 4.0, tabWidth = 92.0, tabHeight = 20.0, foot = 26.0, bar = 16.0;
+    const double width = Picture16.Width() - 2 * edge;
+    const auto tabs = SideTabs();
+    const int columns =
+        width >= tabWidth * static_cast<double>(tabs.size()) ? static_cast<int>(tabs.size()) : 3;
+    for (int tab = 0; tab < static_cast<int>(tabs.size()); ++tab)
+        tabs[static_cast<std::size_t>(tab)]->Move(edge + tab % columns * (width / columns),
+                                                  2 + tab / columns * tabHeight, width / columns - 2,
+                                                  tabHeight);
+    const double top = 6 + tabHeight * std::ceil(static_cast<double>(tabs.size()) / columns);
+    const double height = Picture16.Height() - top - foot - edge;
+    Picture17.Move(edge, top, width - bar, height);
+    VScroll4.Move(edge + width - bar, top, bar, height);
+    Command15.Move(edge, top + height + 4, 90, foot - 6);
+    Command16.Move(edge + 96, top + height + 4, 150, foot - 6);
 }
 
 }  // namespace keelview

@@ -30,8 +30,10 @@ RaceSession::RaceSession(AppState& app, Services& services)
       form_(app.settings),
       stage_(app, form_),
       film_(app, form_, services.platform, stage_),
+      coach_(app, form_, stage_),
       saver_(app, voice_),
       changes_(app, voice_, saver_, stage_) {
+    stage_.Add(coach_);
     // Nothing of the race before stays in what is seen and replayed. Its waters stay: a single track takes
     // its time zone from there.
     app_.clock = {};
@@ -96,6 +98,7 @@ bool RaceSession::ReadRaceData() {
     if (TellOutcome(next, result)) return ReadRaceData();
     if (result.Outcome != LoadOutcome::Sound) return false;
     otherBoats_ = otherBoats_ || app_.race.Boats.Count() != next.race.Boats.Count();
+    coach_.Forget();
     static_cast<RaceNumbers&>(app_) = std::move(next);
     app_.details = DetailsOf(app_.tracks, app_.scale.LonScale);
     app_.view.ScreenUpDirection = ScreenUp(app_.race);
@@ -239,6 +242,16 @@ void RaceSession::OpenOtherRace(const std::string& raceFileName) {
     stage_.SetDark(false);
     stage_.Repaint(Changed::All);
     film_.Release(Film::Hold::Loading);
+}
+
+void RaceSession::GoTo(int boat, double time) {
+    form_.Option9.SetValue(true);
+    const Track& track = app_.tracks.Boats[boat];
+    if (const int segment = FindSegment(track, time); segment > 0) {
+        app_.view.CentreOn(PositionOn(track, segment, time));
+        stage_.Repaint(Changed::View);
+    }
+    film_.Seek(time);
 }
 
 void RaceSession::TakeTimes(const std::string& start, const std::string& finish,

@@ -6,6 +6,7 @@
 
 #include "analysis/period_trouble.h"
 #include "session/app_state.h"
+#include "session/coach.h"
 #include "session/film.h"
 #include "session/race_changes.h"
 #include "session/race_disp.h"
@@ -36,6 +37,10 @@ class RaceSession {
     /// the person has been told.
     void OpenOtherRace(const std::string& raceFileName);
 
+    /// The film and the map go to where a boat was at a moment (seconds from the start), and the map is
+    /// shown.
+    void GoTo(int boat, double time);
+
     /// Takes start and finish, saves the race under a name unless that is empty, and loads it anew. A race
     /// that could not be written keeps its times: a load would lose what stands in memory alone.
     void TakeTimes(const std::string& start, const std::string& finish, const std::string& saveAs);
@@ -46,6 +51,7 @@ class RaceSession {
     RaceDisp& Display() { return form_; }
     Stage& TheStage() { return stage_; }
     Film& TheFilm() { return film_; }
+    Coach& TheCoach() { return coach_; }
     RaceSaver& Saver() { return saver_; }
     RaceChanges& Changes() { return changes_; }
 
@@ -77,6 +83,7 @@ class RaceSession {
     RaceDisp form_;
     Stage stage_;
     Film film_;
+    Coach coach_;
     RaceSaver saver_;
     RaceChanges changes_;
     bool otherBoats_ = true;  ///< the next load is of another race

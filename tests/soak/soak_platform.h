@@ -41,6 +41,7 @@ class SoakPlatform : public FakePlatform {
     void SetLanguage(bool useEnglish) override { real_.SetLanguage(useEnglish); }
     ScreenInfo Screen() override { return real_.Screen(); }
     void DeliverEvents() override { Wait(FrameMilliseconds); }
+    void CopyText(const std::string& text) override { real_.CopyText(text); }
     void SetBusyPointer(bool busy) override { real_.SetBusyPointer(busy); }
     void Pause(int milliseconds) override { Wait(milliseconds); }
     void EndProcess() override { real_.EndProcess(); }

@@ -23,6 +23,7 @@ class FakePlatform : public Platform {
     std::vector<std::filesystem::path> Programs;  ///< started, in order
     std::vector<std::filesystem::path> Sounds;    ///< played, in order
     std::vector<bool> BusyPointers;               ///< changes of the pointer, in order
+    std::string Copied;                           ///< last
     bool Ended = false;                           ///< EndProcess was called
 
     std::filesystem::path ProgramFolder() override { return Folder; }
@@ -37,6 +38,7 @@ class FakePlatform : public Platform {
     void PlaySound(const std::filesystem::path& file) override { Sounds.push_back(file); }
     ScreenInfo Screen() override { return {1024 * 15.0, 768 * 15.0}; }
     void DeliverEvents() override {}
+    void CopyText(const std::string& text) override { Copied = text; }
     void SetBusyPointer(bool busy) override { BusyPointers.push_back(busy); }
     void Pause(int milliseconds) override { Seconds += milliseconds / 1000.0; }
     void EndProcess() override { Ended = true; }

@@ -1,4 +1,5 @@
 #include <QApplication>
+#include <QClipboard>
 #include <QCoreApplication>
 #include <QDateTime>
 #include <QDesktopServices>
@@ -138,6 +139,9 @@ class SystemPlatform : public Platform {
         if (!ProcessEnded()) QCoreApplication::processEvents();
     }
 
+    void CopyText(const std::string& text) override {
+        QGuiApplication::clipboard()->setText(QString::fromStdString(text));
+    }
     void SetBusyPointer(bool busy) override {
         if (busy == busy_) return;
         busy_ = busy;

@@ -1,0 +1,194 @@
+#include "instruments/side_panel.h"
+
+#include <algorithm>
+#include <cmath>
+#include <utility>
+
+#include "display/platform.h"
+
+namespace keelview {
+
+namespace {
+
+enum SideTab { Board, Start, Turns, WindAndCurrent, PolarSpeeds, Losses };
+
+constexpr double WideFrom = 430.0;  // pixels from which all columns have room
+constexpr double ProgressWidth = 200.0;
+constexpr double ProgressHeight = 8.0;
+constexpr double WheelPitch = 15.0;
+constexpr int WindEvery = 30;  // seconds between the samples that are taken as the race's wind
+constexpr Colour ProgressColour = Rgb(0, 96, 200);
+
+}  // namespace
+
+SidePanel::SidePanel(RaceSession& session)
+    : session_(session), app_(session.App()), form_(session.Display()), coach_(session.TheCoach()) {
+    form_.Command14.OnClick = [this] { Command14_Click(); };
+    form_.Command15.OnClick = [this] { Command15_Click(); };
+    form_.Command16.OnClick = [this] { Command16_Click(); };
+    form_.Picture17.OnMouseDown = [this](const MouseEvent& event) { Picture17_MouseDown(event); };
+    form_.Picture17.OnWheel = [this](const WheelEvent& turn) {
+        form_.VScroll4.SetValue(form_.VScroll4.Value() + static_cast<int>(turn.Lines * WheelPitch));
+    };
+    form_.VScroll4.OnChange = [this] { VScroll4_Change(); };
+    for (OptionButton* tab : form_.SideTabs())
+        tab->OnClick = [this] {
+            form_.VScroll4.SetValue(0);
+            Draw(true);
+        };
+}
+
+bool SidePanel::IsOut() const {
+    return form_.Picture16.Visible();
+}
+
+int SidePanel::Tab() const {
+    const auto tabs = form_.SideTabs();
+    const auto chosen = std::ranges::find_if(tabs, [](const OptionButton* tab) { return tab->Value(); });
+    return static_cast<int>(chosen - tabs.begin());
+}
+
+void SidePanel::Repaint(Changed changed) {
+    if (Any(changed, Changed::Boats | Changed::Race)) chosen_ = beside_ = 0;
+    const Changed mine = Changed::Answers | Changed::Race | Changed::Course | Changed::Wind |
+                         Changed::Size | Changed::Focus | Changed::Boats;
+    if (IsOut() && Any(changed, mine)) Draw(true);
+}
+
+void SidePanel::Show(const Moment& now) {
+    if (!IsOut()) return;
+    if (std::floor(now.Time) != shownAt_) Draw(false);
+    if (const CoachAnswers* answers = coach_.Answers()) PlaceCursor(*answers);
+}
+
+SideFocus SidePanel::Focus() const {
+    return {.InFocus = [this](int boat) { return form_.InFocus(boat); }, .Chosen = chosen_};
+}
+
+SideBlocks SidePanel::Blocks(const CoachAnswers& answers) const {
+    const SideView view{.Answers = answers,
+                        .English = app_.settings.UseEnglish,
+                        .Wide = form_.Picture17.Width() >= WideFrom,
+                        .Time = app_.clock.ReplayTime,
+                        .Chosen = chosen_,
+                        .Beside = beside_,
+                        .Focus = Focus()};
+    switch (Tab()) {
+        case Board:
+            return BoardTab(view);
+        case Start:
+            return StartTab(view);
+        case Turns:
+            return TurnsTab(view);
+        case WindAndCurrent:
+            return WindTab(view);
+        case PolarSpeeds:
+            return PolarTab(view);
+        default:
+            return DebriefTab(view);
+    }
+}
+
+/// `whole`: also what follows no film.
+void SidePanel::Draw(bool whole) {
+    shownAt_ = std::floor(app_.clock.ReplayTime);
+    const bool hasBoats = app_.race.Boats.Count() > 0;
+    const CoachAnswers* answers = hasBoats ? coach_.Answers() : nullptr;
+    CaptionTool();
+    if (answers == nullptr) return DrawProgress();
+    const bool follows = Tab() == Board || Tab() == WindAndCurrent;
+    if (!whole && !follows) return;
+    Surface& page = form_.Picture17;
+    page_.Show(page, Blocks(*answers), Focus(), form_.VScroll4.Value(), whole);
+    const int beyond = std::max(0, static_cast<int>(std::ceil(page_.Height() - page.Height())));
+    form_.VScroll4.SetVisible(beyond > 0);
+    form_.VScroll4.SetView(beyond, static_cast<int>(WheelPitch), static_cast<int>(page.Height()));
+    PlaceCursor(*answers);
+}
+
+void SidePanel::DrawProgress() {
+    Surface& page = form_.Picture17;
+    form_.Line6.SetVisible(false);
+    form_.VScroll4.Hide();
+    page.Cls();
+    page.ForeColor = Black;
+    page.PrintAt(10, 10, session_.TheVoice().In({"Working out the race ...", "レースを解析中 ..."}));
+    page.FilledBox(10, 32, 10 + ProgressWidth, 32 + ProgressHeight, ButtonFace);
+    page.FilledBox(10, 32, 10 + ProgressWidth * coach_.ShareDone(), 32 + ProgressHeight, ProgressColour);
+}
+
+/// On the first picture of the tabs whose pictures run over time.
+void SidePanel::PlaceCursor(const CoachAnswers& answers) {
+    const std::optional<std::size_t> block = Tab() == Board            ? std::optional<std::size_t>(1)
+                                             : Tab() == WindAndCurrent ? std::optional<std::size_t>(0)
+                                                                       : std::nullopt;
+    const Bounds place = block ? page_.PlaceOf(*block) : Bounds();
+    const double duration = std::max(1, answers.Race.RaceDuration);
+    const double share = app_.clock.ReplayTime / duration;
+    const bool seen = place.High.X > place.Low.X && share >= 0 && share <= 1;
+    form_.Line6.SetVisible(seen);
+    if (!seen) return;
+    const double x = place.Low.X + share * (place.High.X - place.Low.X);
+    form_.Line6.Place(x, place.Low.Y, x, place.High.Y);
+}
+
+void SidePanel::VScroll4_Change() {
+    Draw(true);
+}
+
+/// The tool at the foot of the panel is that of the tab.
+void SidePanel::CaptionTool() {
+    const bool wind = Tab() == WindAndCurrent && app_.settings.EditMode;
+    form_.Command16.SetVisible(wind);
+    if (wind) form_.Command16.SetCaption(session_.TheVoice().In({"Take as the wind", "推定風を採用"}));
+}
+
+void SidePanel::Command14_Click() {
+    form_.SlideSidePanel(!IsOut());
+    if (IsOut()) Draw(true);
+}
+
+void SidePanel::Command15_Click() {
+    if (coach_.Answers() != nullptr) session_.TheServices().platform.CopyText(page_.AsText());
+}
+
+void SidePanel::Command16_Click() {
+    if (const CoachAnswers* answers = coach_.Answers()) TakeWind(*answers);
+}
+
+void SidePanel::Picture17_MouseDown(const MouseEvent& event) {
+    if (coach_.Answers() == nullptr) return;
+    const SideTarget target = page_.TargetAt({event.X, event.Y});
+    if (!target.LeadsAnywhere()) return;
+    if (target.Boat > 0 && target.Boat != chosen_) beside_ = std::exchange(chosen_, target.Boat);
+    Draw(true);
+    if (target.Boat > 0)
+        session_.GoTo(target.Boat, target.Time.value_or(app_.clock.ReplayTime));
+    else
+        session_.TheFilm().Seek(*target.Time);
+}
+
+/// The estimate becomes the race's wind file, once the person says so.
+void SidePanel::TakeWind(const CoachAnswers& answers) {
+    const Voice& voice = session_.TheVoice();
+    const WindEstimate& estimate = answers.Wind.Estimate();
+    if (estimate.Samples.empty() || app_.race.RaceFileName.empty()) {
+        voice.Say({"There is no estimated wind to take.", "採用できる推定風がありません。"});
+        return;
+    }
+    const bool sure =
+        HasWindFile(app_.race)
+            ? voice.Confirm({"This race has a measured wind.\r\nWrite the estimated wind over it?",
+                             "このレースには実測の風データがあります。\r\n推定風で上書きしますか？"})
+            : voice.Ask({"Write the estimated wind into a wind file of this race?",
+                         "推定風をこのレースの風データファイルに書き込みますか？"});
+    if (!sure) return;
+    WindData wind;
+    for (int t = 0; t <= app_.race.RaceDuration; t += WindEvery)
+        wind.Add({.WindTime = t,
+                  .WindSpeed = answers.Wind.Speed(t),
+                  .WindDirection = EstimatedWindAt(estimate, t) - app_.race.MagVariation});
+    session_.Changes().TakeWind(wind);
+}
+
+}  // namespace keelview
