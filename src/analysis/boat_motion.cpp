@@ -14,7 +14,8 @@ namespace {
 
 constexpr double LongestReach = 5.0;  // seconds to either side that are fitted together
 constexpr double ShortestReach = 1.0;
-constexpr double ReachOfMetre = 2.5;  // seconds for each metre of noise
+constexpr double SureVelocity = 0.15;  // metres a second, to which a velocity is sought
+constexpr double LeastNoise = 0.002;  // metres that a boat makes in the millisecond to which times are told
 constexpr double LongestGap = 12.0;   // seconds between fixes that are one way
 constexpr int FewestFitted = 5;
 constexpr double AgreementSpan = 20.0;       // seconds over which own velocities are compared with places
@@ -32,6 +33,17 @@ double NoiseOf(const std::vector<Way>& values) {
     return MedianOf(std::move(lengths)) / (std::sqrt(20.0) * 1.1774);
 }
 
+/// Seconds to either side that make a velocity sure: the variance of a slope over 2 R seconds with f places
+/// a second is that of a place over 2 f R^3 / 3.
+double ReachFor(double noise, const std::vector<double>& times) {
+    std::vector<double> spacings;
+    spacings.reserve(times.size());
+    for (std::size_t i = 1; i < times.size(); ++i) spacings.push_back(times[i] - times[i - 1]);
+    const double ratio = noise / SureVelocity;
+    return std::clamp(std::cbrt(1.5 * ratio * ratio * MedianOf(std::move(spacings))), ShortestReach,
+                      LongestReach);
+}
+
 }  // namespace
 
 BoatMotion::BoatMotion(const Track& track, const Plane& plane) {
@@ -45,7 +57,8 @@ BoatMotion::BoatMotion(const Track& track, const Plane& plane) {
         times_.clear();  // a clock that falls back tells no motion
         places_.clear();
     }
-    noise_ = NoiseOf(places_);
+    noise_ = std::max(NoiseOf(places_), LeastNoise);
+    reach_ = ReachFor(noise_, times_);
     TakeOwnVelocities(track);
     KeepSeconds();
 }
@@ -143,9 +156,8 @@ std::optional<BoatMotion::Fitted> BoatMotion::FittedAbout(double t, int first) c
     const int next = std::max(first, 1);
     const auto i = static_cast<std::size_t>(next);
     if (i >= times_.size() || t < times_.front() || times_[i] - times_[i - 1] > LongestGap) return {};
-    double reach = std::clamp(noise_ * ReachOfMetre, ShortestReach, LongestReach);
     // Sparse fixes: as many as a parabola and its scatter need.
-    reach = std::max(reach, 2.5 * (times_[i] - times_[i - 1]));
+    const double reach = std::max(reach_, 2.5 * (times_[i] - times_[i - 1]));
     Fitted fitted{next, i, i};
     while (fitted.Begin > 0 && times_[fitted.Begin - 1] >= t - reach) --fitted.Begin;
     while (fitted.End < times_.size() && times_[fitted.End] <= t + reach) ++fitted.End;
@@ -218,8 +230,24 @@ std::optional<Stretch> BoatMotion::Over(double from, double to) const {
     const double sigma = std::max(noise_, std::sqrt(squares / (2 * std::max(count - 2, 1.0))));
     stretch.MiddleSigma = sigma / std::sqrt(count);
     stretch.VelocitySigma = sigma / std::sqrt(spread);
+    stretch.Bend = BendOf(begin, end, stretch, spread / count);
     if (!velocities_.empty()) TakeMeanVelocity(begin, end, stretch);
     return stretch;
+}
+
+/// How far a parabola through the places has its ends off their line, beyond twice what noise makes of it.
+/// `square` is the mean of the squared times from the middle.
+double BoatMotion::BendOf(std::size_t begin, std::size_t end, const Stretch& line, double square) const {
+    Way sum;
+    double weight = 0.0;
+    for (std::size_t i = begin; i < end; ++i) {
+        const double s = times_[i] - line.Middle, q = s * s - square;
+        sum = sum + (places_[i] - line.At(times_[i])) * q;
+        weight += q * q;
+    }
+    if (!(weight > 0)) return 0.0;
+    const double bend = sum.Square() / (weight * weight) - 4 * noise_ * noise_ / weight;
+    return bend > 0 ? std::sqrt(bend) * (line.Seconds * line.Seconds / 4 - square) : 0.0;
 }
 
 void BoatMotion::TakeMeanVelocity(std::size_t begin, std::size_t end, Stretch& stretch) const {

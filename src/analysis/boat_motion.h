@@ -37,6 +37,7 @@ struct Stretch {
     Way MiddleAt;         ///< mean of the places, metres
     double Middle = 0.0;  ///< mean of their times, seconds
     double MiddleSigma = 0.0;
+    double Bend = 0.0;     ///< metres that an end of the line lies off, as far as the way surely bends
     double Seconds = 0.0;  ///< how long it is
 
     /// The place on the line at a moment.
@@ -59,7 +60,7 @@ class BoatMotion {
         return times_.empty() ? std::pair(0.0, 0.0) : std::pair(times_.front(), times_.back());
     }
 
-    /// A parabola fitted to the places of up to 5 s to either side, fewer where the noise is small; the
+    /// A parabola fitted to the places of 1 to 5 s to either side, as many as make the velocity sure; the
     /// velocity is the parabola's, too. Where the receiver's own velocities are taken, the velocity is
     /// theirs between two fixes, and the place the mean of those that lead there by them. Nothing outside
     /// the track, in a gap of it, or where fixes stand too far apart to be fitted. Whole seconds are kept,
@@ -102,6 +103,7 @@ class BoatMotion {
     Way OwnVelocityAt(double t, int next) const;
     Way SumAt(double t, int next) const;
     void TakeMeanVelocity(std::size_t begin, std::size_t end, Stretch& stretch) const;
+    double BendOf(std::size_t begin, std::size_t end, const Stretch& line, double square) const;
     std::optional<Motion> AtByOwn(double t, int next, std::size_t begin, std::size_t end) const;
     void TakeOwnVelocities(const Track& track);
     bool OwnAgree() const;
@@ -113,6 +115,7 @@ class BoatMotion {
     std::vector<Second> seconds_;  // from the first whole one on the track
     double firstSecond_ = 0.0;
     double noise_ = 0.0;
+    double reach_ = 0.0;  // seconds
     double velocityNoise_ = 0.0;
     VelocitySource source_ = VelocitySource::Positions;
 };

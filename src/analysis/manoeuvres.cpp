@@ -58,40 +58,67 @@ std::optional<ManoeuvreKind> KindOf(const CourseTurn& turn, const WindAngle& bef
     return std::abs(to) < std::abs(from) ? ManoeuvreKind::HeadUp : ManoeuvreKind::BearAway;
 }
 
-/// What the judgment of one loss rests on.
-struct LossBasis {
-    Stretch Before, After;
-    Way Good;  ///< the way in which ground is to be made
-};
+/// One loss.
+class LossOfTurn {
+  public:
+    /// The way in which ground is made goes by the wind of each moment, to leeward for a gybe.
+    LossOfTurn(const BoatMotion& motion, const RaceWind& wind, const Stretch& before, const Stretch& after,
+               const Manoeuvre& manoeuvre)
+        : motion_(motion),
+          wind_(wind),
+          before_(before),
+          after_(after),
+          time_(manoeuvre.Time),
+          sign_(manoeuvre.Kind == ManoeuvreKind::Gybe ? -1.0 : 1.0) {}
 
-void TakeLoss(const BoatMotion& motion, const LossBasis& basis, double t, Manoeuvre& manoeuvre) {
-    const Stretch& before = basis.Before;
-    const Stretch& after = basis.After;
-    const double seconds = End - Begin;
-    const double whole = before.Seconds + after.Seconds;
-    const double shareBefore = before.Seconds / whole, shareAfter = after.Seconds / whole;
-    const double good =
-        before.Velocity.Along(basis.Good) * shareBefore + after.Velocity.Along(basis.Good) * shareAfter;
-    double placeVariance = 0.0;
-    // How far a velocity's error moves the end of its line beside what it moves the velocity made good.
-    double armBefore = seconds * shareBefore, armAfter = seconds * shareAfter;
-    const std::optional<Way> sum = motion.SumOfVelocities(t + Begin, t + End);
-    const Way sailed = sum ? *sum : after.At(t + End) - before.At(t + Begin);
-    if (sum) {
-        const double spacing = seconds / std::max(1, motion.FixesBetween(t + Begin, t + End));
-        placeVariance = std::pow(motion.VelocityNoise(), 2) * seconds * spacing;
-    } else {
-        armBefore += t + Begin - before.Middle;
-        armAfter += after.Middle - (t + End);
-        placeVariance = std::pow(before.MiddleSigma, 2) + std::pow(after.MiddleSigma, 2);
+    void Take(Manoeuvre& manoeuvre) const {
+        const double whole = before_.Seconds + after_.Seconds;
+        const double shareBefore = before_.Seconds / whole, shareAfter = after_.Seconds / whole;
+        const double good = before_.Velocity.Along(Good(before_.Middle)) * shareBefore +
+                            after_.Velocity.Along(Good(after_.Middle)) * shareAfter;
+        double placeVariance = 0.0;
+        // How far a velocity's error moves the end of its line beside what it moves the velocity made good.
+        double armBefore = Length * shareBefore, armAfter = Length * shareAfter;
+        const std::optional<Way> sum = motion_.SumOfVelocities(time_ + Begin, time_ + End);
+        const Way sailed = sum ? *sum : after_.At(time_ + End) - before_.At(time_ + Begin);
+        if (sum) {
+            const double spacing = Length / std::max(1, motion_.FixesBetween(time_ + Begin, time_ + End));
+            placeVariance = std::pow(motion_.VelocityNoise(), 2) * Length * spacing;
+        } else {
+            armBefore += time_ + Begin - before_.Middle;
+            armAfter += after_.Middle - (time_ + End);
+            placeVariance = std::pow(before_.MiddleSigma, 2) + std::pow(after_.MiddleSigma, 2) +
+                            std::pow(before_.Bend, 2) + std::pow(after_.Bend, 2);
+        }
+        manoeuvre.LossMetres = good * Length - sailed.Along(Good(time_)) - ByWindOnTheWay();
+        manoeuvre.LossSigma = std::sqrt(placeVariance + std::pow(armBefore * before_.VelocitySigma, 2) +
+                                        std::pow(armAfter * after_.VelocitySigma, 2));
+        if (good <= KnotMetres / 2) return;
+        manoeuvre.LossSeconds = *manoeuvre.LossMetres / good;
+        manoeuvre.LossSecondsSigma = manoeuvre.LossSigma / good;
     }
-    manoeuvre.LossMetres = good * seconds - sailed.Along(basis.Good);
-    manoeuvre.LossSigma = std::sqrt(placeVariance + std::pow(armBefore * before.VelocitySigma, 2) +
-                                    std::pow(armAfter * after.VelocitySigma, 2));
-    if (good <= KnotMetres / 2) return;
-    manoeuvre.LossSeconds = *manoeuvre.LossMetres / good;
-    manoeuvre.LossSecondsSigma = manoeuvre.LossSigma / good;
-}
+
+  private:
+    static constexpr double Length = End - Begin;
+
+    Way Good(double t) const { return wind_.Upwind(t).value_or(Way{}) * sign_; }
+
+    /// The metres that are made good on the way because the wind is not that of the turn's moment.
+    double ByWindOnTheWay() const {
+        double metres = 0.0;
+        for (double t = time_ + Begin + 0.5; t < time_ + End; ++t)
+            if (const auto velocity = motion_.VelocityAt(t))
+                metres += velocity->Along(Good(t) - Good(time_));
+        return metres;
+    }
+
+    const BoatMotion& motion_;
+    const RaceWind& wind_;
+    const Stretch& before_;
+    const Stretch& after_;
+    double time_;
+    double sign_;
+};
 
 /// One boat's turns, judged one by one.
 class Judge {
@@ -119,7 +146,7 @@ class Judge {
         manoeuvre.Duration = turn.End - turn.Start;
         manoeuvre.Rate = std::abs(turn.Degrees) / std::max(manoeuvre.Duration, 1.0);
         TakeSpeeds(turn, before->Velocity, after->Velocity, manoeuvre);
-        TakeLossOrReason(number, *wind, manoeuvre);
+        TakeLossOrReason(number, manoeuvre);
         return manoeuvre;
     }
 
@@ -133,7 +160,7 @@ class Judge {
         manoeuvre.SpeedAfter = after.Length() / KnotMetres;
     }
 
-    void TakeLossOrReason(std::size_t number, double wind, Manoeuvre& manoeuvre) const {
+    void TakeLossOrReason(std::size_t number, Manoeuvre& manoeuvre) const {
         const double t = manoeuvre.Time;
         const double from = t + Begin - Window, to = t + End + Window;
         const auto windBefore = wind_.From(t + Begin - Window / 2);
@@ -148,8 +175,7 @@ class Judge {
         const auto before = motion_.Over(from, t + Begin);
         const auto after = motion_.Over(t + End, to);
         if (!before || !after) return refuse(NoLoss::Track);
-        const double good = manoeuvre.Kind == ManoeuvreKind::Gybe ? wind + 180 : wind;
-        TakeLoss(motion_, {*before, *after, Towards(good)}, t, manoeuvre);
+        LossOfTurn(motion_, wind_, *before, *after, manoeuvre).Take(manoeuvre);
     }
 
     const BoatMotion& motion_;

@@ -52,7 +52,8 @@ struct Manoeuvre {
 /// more each, so that waves turn no boat. The loss is V (t1 - t0) - (P1 - P0).w, w the direction to
 /// windward (downwind for a gybe) at its time, t0 and t1 5 s before and 15 s behind, and V the mean
 /// velocity made good of the windows 15 to 5 s before and 15 to 25 s behind, by their lengths: a velocity
-/// that changes evenly costs nothing.
+/// that changes evenly costs nothing. What is made good goes by the wind of each moment, so that an even
+/// shift costs nothing either.
 std::vector<Manoeuvre> FindManoeuvres(const BoatMotion& motion, const std::vector<CourseTurn>& turns,
                                       const RaceWind& wind, const OneBased<std::optional<int>>& passes);
 
