@@ -172,6 +172,22 @@ TEST_F(DataFolderTest, AnInterruptedFirstStartIsMadeGood) {
     EXPECT_FALSE(fs::exists(user / ".new-coastline"));
 }
 
+TEST_F(DataFolderTest, ATreeThatNobodyMayWriteToIsCopiedForItsUserUnlessItOnlyShows) {
+    const fs::path beside = program.parent_path();
+    tree.Write("usr/bin/raceadmin/R9.txt", "R9");
+    tree.Write("usr/bin/raceadmin/.trial/held", "");  // nothing can be written in its place
+    tree.Write("usr/bin/plugins/own.so", "");
+    tree.Write("usr/bin/raceadmin/Ver.00", "1,1");
+    EXPECT_EQ(Settle(), beside);
+    EXPECT_FALSE(fs::exists(user));
+    tree.Write("usr/bin/raceadmin/Ver.00", "0,1");
+    EXPECT_EQ(Settle(true), user);
+    EXPECT_EQ(UserFile("raceadmin/R9.txt") + UserFile("raceadmin/Ver.00"), "R90,1");
+    EXPECT_FALSE(fs::exists(user / "plugins") || fs::exists(user / "gun.wav"));
+    fs::remove_all(beside / "raceadmin/.trial");
+    EXPECT_EQ(Settle(), beside);
+}
+
 TEST_F(DataFolderTest, ATreeOfItsOwnOrAUserWithoutAFolderSeesTheDataWhereTheyAre) {
     tree.Write("home", "a file where the folder should be");
     EXPECT_EQ(Settle(), tree.Root() / "usr/share/keelview");
