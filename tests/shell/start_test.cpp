@@ -68,6 +68,20 @@ TEST_F(StartTest, EveryLocaleStartsInTheLanguageThatSuitsItBest) {
     qputenv("LC_ALL", before);
 }
 
+TEST(ClaimedFile, OneProgramAtATimeHoldsItAndLeavesNothing) {
+    TempTree tree;
+    const fs::path file = tree.Root() / "江の島.txt";
+    const auto first = MakePlatform({});
+    auto second = MakePlatform({});
+    EXPECT_TRUE(first->ClaimFile(file) && first->ClaimFile(file) && !second->ClaimFile(file));
+    EXPECT_TRUE(first->ClaimFile(tree.Root() / "other.txt") && second->ClaimFile(file) &&
+                !first->ClaimFile(file));
+    second.reset();
+    EXPECT_TRUE(first->ClaimFile(file) && first->ClaimFile({}));
+    EXPECT_TRUE(fs::is_empty(tree.Root()));
+    EXPECT_TRUE(first->ClaimFile(tree.Root() / "no such folder" / "R1.txt"));
+}
+
 TEST(SystemWords, AreInTheProgramsLanguage) {
     const auto system = MakePlatform({});
     const auto seen = [] {

@@ -3,10 +3,12 @@
 #include <QEventLoop>
 #include <QFileInfo>
 #include <QGuiApplication>
+#include <QLockFile>
 #include <QScreen>
 #include <QTimer>
 #include <QWidget>
 #include <chrono>
+#include <memory>
 #include <utility>
 
 #include "base/paths.h"
@@ -67,6 +69,21 @@ class SystemPlatform : public Platform {
                StartApart(file.absoluteFilePath(), {}, file.absolutePath());
     }
 
+    bool ClaimFile(const std::filesystem::path& file) override {
+        if (claim_ != nullptr && file == claimed_) return true;
+        claim_.reset();
+        if (file.empty()) return true;
+        const std::filesystem::path note =
+            file.parent_path() /
+            PathOf("." + FromQt(QString::fromStdU16String(file.filename().u16string())) + ".open");
+        auto claim = std::make_unique<QLockFile>(QString::fromStdU16String(note.u16string()));
+        claim->setStaleLockTime(0);  // however long a race is open: it is the other program that must run
+        if (!claim->tryLock()) return claim->error() != QLockFile::LockFailedError;
+        claim_ = std::move(claim);
+        claimed_ = file;
+        return true;
+    }
+
     void PlaySound(const std::filesystem::path& file) override { PlayWave(file); }
 
     ScreenInfo Screen() override {
@@ -106,6 +123,8 @@ class SystemPlatform : public Platform {
   private:
     DataFolderRule dataFolder_;
     JapaneseWords japaneseWords_;
+    std::unique_ptr<QLockFile> claim_;  // while a file is claimed
+    std::filesystem::path claimed_;
     bool busy_ = false;
 };
 
