@@ -1,6 +1,6 @@
 ; The installer for Windows: for one person, without an administrator. It never touches the person's races, which lie
 ; in %APPDATA%\Keelview from the first start on.
-Unicode true
+Target amd64-unicode
 SetCompressor /SOLID lzma
 RequestExecutionLevel user
 ManifestDPIAware true
