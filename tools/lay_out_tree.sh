@@ -122,6 +122,8 @@ done
 for folder in coastline help help-e; do
     collect "$folder" "$folder"
 done
+# The program for Windows, where packaging/windows/build has made it, for the distributions of this tree.
+collect build/for-windows/program windows
 source_of[gun.wav]=assets/gun.wav
 for tool in coast_for shorelines.py; do
     source_of[tools/$tool]=tools/$tool

@@ -1,25 +1,33 @@
 # The sources of the libraries that Debian has compiled for its own machines alone. Sourced by the scripts that compile
 # for others, never started by itself.
 
-# need_library_sources FOLDER : brings zlib, minizip and pugixml there as Debian has patched them, and all their headers
-# in FOLDER/include, unless they are there. They are fetched by a list of sources and a state of apt of their own, so
-# that the system's are left as they are.
-need_library_sources() {
-    local libraries=$1
-    [ ! -d "$libraries" ] || return 0
-    rm -rf "$libraries.new"
-    mkdir -p "$libraries.new/lists/partial"
-    pushd "$libraries.new" >/dev/null
-    local release
+# fetch_sources PACKAGE... : unpacks their sources, as Debian has patched them, into the folder where it is called.
+# They are fetched by a list of sources and a state of apt of their own, so that the system's are left as they are.
+fetch_sources() {
+    local release suite
     release=$(. /etc/os-release && echo "$VERSION_CODENAME")
-    echo "deb-src [signed-by=/usr/share/keyrings/debian-archive-keyring.gpg]" \
-        "http://deb.debian.org/debian $release main" >sources.list
+    mkdir -p lists/partial
+    for suite in debian/:"$release" debian/:"$release-updates" debian-security/:"$release-security"; do
+        echo "deb-src [signed-by=/usr/share/keyrings/debian-archive-keyring.gpg]" \
+            "http://deb.debian.org/${suite%:*} ${suite#*:} main"
+    done >sources.list
     local apt=(apt-get -q -o Dir::Etc::sourcelist="$PWD/sources.list" -o Dir::Etc::sourceparts=/dev/null
         -o Dir::State::lists="$PWD/lists" -o Dir::Cache::pkgcache= -o Dir::Cache::srcpkgcache=
         -o APT::Sandbox::User=root)
     "${apt[@]}" update
-    "${apt[@]}" source zlib minizip pugixml
+    "${apt[@]}" source "$@"
     rm -rf lists
+}
+
+# need_library_sources FOLDER : brings zlib, minizip and pugixml there, and all their headers in FOLDER/include, unless
+# they are there.
+need_library_sources() {
+    local libraries=$1
+    [ ! -d "$libraries" ] || return 0
+    rm -rf "$libraries.new"
+    mkdir -p "$libraries.new"
+    pushd "$libraries.new" >/dev/null
+    fetch_sources zlib minizip pugixml
     # Their headers in one folder, with those of nlohmann that need no source.
     mkdir include
     cd include

@@ -6,6 +6,7 @@
 #include <set>
 
 #include "base/dates.h"
+#include "base/file_names.h"
 #include "base/strings.h"
 
 namespace keelview {
@@ -161,7 +162,8 @@ std::string SafeFileName(std::string_view text) {
         if (std::string_view("/\\:*?\"<>|,#").find(c) != std::string_view::npos) c = '_';
     while (!name.empty() && (name.back() == '.' || name.back() == ' ')) name.pop_back();
     if (name.starts_with('.')) name.front() = '_';
-    return name.empty() ? "race" : name;
+    if (name.empty()) return "race";
+    return EverySystemTakes(name) ? name : "_" + name;
 }
 
 std::string FreeName(const std::string& name, const std::vector<std::string>& taken) {

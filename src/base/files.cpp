@@ -13,9 +13,9 @@ namespace {
 
 namespace fs = std::filesystem;
 
-/// A name that leads nowhere else: ".." and names cut short by a zero byte are set in brackets.
+/// A name that leads nowhere else: ".." and what the system takes for no name are set in brackets.
 std::string HarmlessName(std::string_view name) {
-    if (name != ".." && name.find('\0') == std::string_view::npos) return std::string(name);
+    if (name != ".." && SystemTakesName(name)) return std::string(name);
     std::string harmless = "(" + std::string(name) + ")";
     std::replace(harmless.begin(), harmless.end(), '\0', '?');
     return harmless;

@@ -14,6 +14,9 @@ namespace keelview {
 // All that the rooms without a window ask of a file system. Each system has an implementation of its own,
 // so that those rooms also run where the standard library knows no files.
 
+/// Whether the system can have a file of this name (UTF-8, without folders).
+bool SystemTakesName(std::string_view name);
+
 /// The size of a regular file in bytes, also where a link leads to it; nothing if there is none.
 std::optional<std::uintmax_t> RegularFileSize(const std::filesystem::path& path);
 

@@ -40,6 +40,10 @@ std::error_code WriteNew(const fs::path& path, std::string_view bytes) {
 
 }  // namespace
 
+bool SystemTakesName(std::string_view name) {
+    return name.find('\0') == std::string_view::npos;
+}
+
 std::optional<std::uintmax_t> RegularFileSize(const fs::path& path) {
     struct stat status {};
     if (::stat(path.c_str(), &status) != 0 || !S_ISREG(status.st_mode)) return std::nullopt;

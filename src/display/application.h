@@ -3,6 +3,7 @@
 #include <filesystem>
 #include <functional>
 #include <memory>
+#include <vector>
 
 #include "display/dialogs.h"
 #include "display/platform.h"
@@ -24,6 +25,8 @@ class Application {
     Application(const Application&) = delete;
     Application& operator=(const Application&) = delete;
 
+    /// The files and folders that the process was started with: its words that the toolkit does not take.
+    std::vector<std::filesystem::path> Files() const;
     Platform& ThePlatform();
     Dialogs& TheDialogs();
     /// Runs until the last window is closed or EndProcess is called; the exit status.

@@ -48,6 +48,10 @@ class Platform {
     virtual int OpenDocument(const std::string& target, const std::filesystem::path& folder) = 0;
     /// Starts a program without waiting; false if it cannot be started.
     virtual bool StartProgram(const std::filesystem::path& program) = 0;
+    /// Notes beside a file, for other programs, that this one works on it, until another file is noted or
+    /// none (an empty path). False where another program that runs has noted it already; true where nothing
+    /// can be noted.
+    virtual bool ClaimFile(const std::filesystem::path& file) = 0;
     /// Plays a wave file without waiting; quiet where there is no sound.
     virtual void PlaySound(const std::filesystem::path& file) = 0;
     virtual ScreenInfo Screen() = 0;

@@ -5,11 +5,13 @@
 #include <cstdint>
 
 #include "analysis/race_numbers.h"
+#include "base/file_names.h"
 #include "base/files.h"
 #include "base/paths.h"
 #include "base/strings.h"
 #include "base/text_encoding.h"
 #include "distribution/process.h"
+#include "distribution/zip_packer.h"
 #include "racedata/race_control.h"
 #include "racedata/race_file.h"
 #include "racedata/shore_file.h"
@@ -23,11 +25,9 @@ namespace {
 
 constexpr std::string_view DistributionFolder = "distribution";
 constexpr std::string_view UnfinishedMark = ".unfinished";
-constexpr std::string_view PackedEnd = ".tar.gz";
+constexpr std::string_view TarEnd = ".tar.gz";
+constexpr std::string_view ZipEnd = ".zip";
 constexpr std::string_view StartSound = "gun.wav";
-
-// Names that some file system of a reader, or the command line of the packer, would not take.
-constexpr std::string_view ForbiddenInNames = "/\\:*?\"<>|";
 
 /// Where the toolkit finds its plug-ins: below the program, not at their place on the builder's machine.
 constexpr std::string_view ToolkitSettings = "[Paths]\nPrefix = .\nPlugins = plugins\n";
@@ -88,6 +88,7 @@ class Build {
         const RuntimeFiles files = FindRuntimeFiles(appPath_, minimal, listing);
         for (const RuntimeFile& file : files.Files) CopyWhole(file.Source, root_ / file.Target);
         for (const std::string& name : files.Missing) Miss(name);
+        for_ = files.For;
         WriteLines(root_ / "qt.conf", ToolkitSettings);
         CopyOneFile({}, StartSound);
     }
@@ -104,7 +105,7 @@ class Build {
         if (!order_.StartRace.empty())
             WriteLines(root_ / "raceadmin" / "racefile.st", order_.StartRace + "\r\n");
         if (order_.Target == Medium::CdRom) {
-            const std::string program(ProgramFileName);
+            const std::string program(for_.Windows ? WindowsProgramFileName : ProgramFileName);
             WriteLines(root_ / "autorun.inf",
                        "[autorun]\r\nIcon = " + program + "\r\nopen = " + program + "\r\n");
         }
@@ -119,6 +120,7 @@ class Build {
     }
 
     std::vector<std::string> TakeMissing() { return std::move(missing_); }
+    const Systems& For() const { return for_; }
 
   private:
     void GatherRaceFiles(const std::string& raceName) {
@@ -174,7 +176,7 @@ class Build {
     static fs::path PlaceOf(std::string_view folder, std::string_view name) {
         std::string place(name);
         std::ranges::replace(place, '\\', '/');
-        return PathOf(folder) / place;
+        return PathOf(folder) / PathOf(place);
     }
 
     void Miss(const std::string& name) {
@@ -185,13 +187,15 @@ class Build {
     const DistributionOrder& order_;
     const fs::path& root_;
     std::vector<std::string> missing_;
+    Systems for_;
     std::vector<CoastArea> areas_;  ///< of the races with a coast to bring
 };
 
 /// Packs a finished folder beside itself; the packed file, or nothing, and nothing left of it, if that
 /// fails.
-fs::path Pack(const fs::path& distribution, const std::string& folderName) {
-    fs::path packed = distribution / PathOf(folderName + std::string(PackedEnd));
+fs::path Pack(const fs::path& distribution, const std::string& folderName, bool asZip) {
+    fs::path packed = distribution / PathOf(folderName + std::string(asZip ? ZipEnd : TarEnd));
+    if (asZip) return PackZip(distribution / PathOf(folderName), packed) ? fs::path() : packed;
     fs::path unfinished = packed;
     unfinished += UnfinishedMark;
     std::string nothing;
@@ -213,12 +217,14 @@ fs::path Pack(const fs::path& distribution, const std::string& folderName) {
 std::optional<Text> FolderNameTrouble(std::string_view name) {
     if (Trim(name).empty())
         return Text{"Input the name of the folder", "収納するフォルダー名を入れてください"};
-    const bool forbidden = name.find_first_of(ForbiddenInNames) != std::string_view::npos ||
-                           std::ranges::any_of(name, [](unsigned char c) { return c < ' '; });
-    if (forbidden || name.front() == '.' || name.front() == '-' || name.back() == '.' ||
+    // The packer would take a minus for a switch.
+    if (!EverySystemTakes(name) || name.front() == '.' || name.front() == '-' ||
         name.ends_with(UnfinishedMark))
-        return Text{"A folder name must not hold / \\ : * ? \" < > | nor begin with a point or a minus",
-                    "フォルダー名に / \\ : * ? \" < > | は使えません。先頭の . と - も使えません。"};
+        return Text{
+            "A folder name must not hold / \\ : * ? \" < > | nor begin with a point or a minus, "
+            "nor be one that Windows keeps for itself, such as CON",
+            "フォルダー名に / \\ : * ? \" < > | は使えません。先頭の . と - も使えません。CON など "
+            "Windows が予約している名前も使えません。"};
     return std::nullopt;
 }
 
@@ -226,7 +232,7 @@ bool DistributionExists(const fs::path& appPath, std::string_view folderName) {
     const fs::path distribution = FindBelow(appPath, DistributionFolder);
     std::error_code error;
     return std::ranges::any_of(
-        std::initializer_list<std::string_view>{"", PackedEnd}, [&](std::string_view end) {
+        std::initializer_list<std::string_view>{"", TarEnd, ZipEnd}, [&](std::string_view end) {
             return fs::exists(FindBelow(distribution, std::string(folderName) + std::string(end)), error);
         });
 }
@@ -248,6 +254,7 @@ DistributionResult BuildDistribution(const fs::path& appPath, const Distribution
         build.WriteSettings();
         build.CopyRaces();
         result.Missing = build.TakeMissing();
+        result.For = build.For();
         fs::rename(unfinished, root, error);
         Check(error, root);
     } catch (const BuildFailure& failure) {
@@ -257,7 +264,8 @@ DistributionResult BuildDistribution(const fs::path& appPath, const Distribution
         return result;
     }
     result.Folder = root;
-    if (order.Target == Medium::Web) result.Packed = Pack(distribution, order.FolderName);
+    if (order.Target == Medium::Web)
+        result.Packed = Pack(distribution, order.FolderName, result.For.Windows);
     return result;
 }
 

@@ -34,7 +34,8 @@ struct DistributionResult {
     std::filesystem::path FailedAt;    ///< the file or folder that met with the error
     std::vector<std::string> Missing;  ///< files that were wanted and are not there, each once
     std::filesystem::path Folder;      ///< where it lies
-    std::filesystem::path Packed;      ///< the .tar.gz of a web medium; empty if it could not be packed
+    std::filesystem::path Packed;      ///< the packed file of a web medium; empty if it could not be packed
+    Systems For;                       ///< what it starts on
 };
 
 /// What is wrong with a folder name, told to the person; nothing if it can be used.
@@ -45,8 +46,8 @@ bool DistributionExists(const std::filesystem::path& appPath, std::string_view f
 
 /// Builds the folder `appPath`/distribution/FolderName: a browse-only copy of the program with its run-time
 /// files, the manual, the races and every data file that they name. It stands under "FolderName.unfinished"
-/// until it is whole, and that is removed again when the build fails. A web medium is packed beside it as a
-/// .tar.gz.
+/// until it is whole, and that is removed again when the build fails. A web medium is packed beside it: as
+/// a .zip, which Windows opens, where it serves Windows, else as a .tar.gz.
 DistributionResult BuildDistribution(const std::filesystem::path& appPath, const DistributionOrder& order,
                                      const LibraryListing& listing = AskLoader);
 

@@ -17,16 +17,26 @@ namespace {
 /// No race control file, though its name ends like one.
 constexpr std::string_view NotARace = "ver.txt";
 
-/// A distribution runs where its program does: the kind of system and processor that this one was built
-/// for.
-std::string SystemsText(bool useEnglish) {
-    std::string systems = QSysInfo::kernelType().toStdString();
-    if (systems == "linux") systems = "Linux";
+/// The kind of system and processor that this program was built for.
+std::string OwnSystem() {
+    std::string system = QSysInfo::kernelType().toStdString();
+    if (system == "linux") system = "Linux";
     std::string processor = QSysInfo::buildCpuArchitecture().toStdString();
     std::ranges::replace(processor, '_', '-');
-    systems += " " + processor;
-    return useEnglish ? "It is for " + systems + ", as new as this system or newer."
-                      : "対応システム: " + systems + " (このシステム以降)";
+    return system + " " + processor;
+}
+
+/// Which systems a distribution starts on.
+std::string SystemsText(const Systems& systems, const Voice& voice) {
+    if (!systems.Own && !systems.Windows)
+        return voice.Str({"It has races alone, and no program.", "プログラムは含まれていません。"});
+    constexpr Text Windows{"Windows 10 or newer (64 bit)", "Windows 10 以降 (64ビット)"};
+    std::string names;
+    if (systems.Own)
+        names = OwnSystem() + voice.Str({", as new as this system or newer", " (このシステム以降)"});
+    if (systems.Own && systems.Windows) names += voice.Str({", and for ", "、"});
+    if (systems.Windows) names += voice.Str(Windows);
+    return voice.Str({"It is for ", "対応システム: "}) + names + (voice.English() ? "." : "");
 }
 
 }  // namespace
@@ -163,7 +173,7 @@ void DistributionForm::TellResult(const DistributionOrder& order, const Distribu
     std::string said = voice_.Str({"The distribution is ready:", "配布データを作成しました:"}) + "\r\n" +
                        result.Folder.string() + "\r\n";
     if (!result.Packed.empty()) said += result.Packed.string() + "\r\n";
-    said += "\r\n" + SystemsText(voice_.English());
+    said += "\r\n" + SystemsText(result.For, voice_);
     if (order.Target == Medium::Web && result.Packed.empty())
         said += "\r\n\r\n" + voice_.Str({"It could not be packed into one file.",
                                          "圧縮ファイルは作成できませんでした。"});

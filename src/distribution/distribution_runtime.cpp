@@ -1,5 +1,6 @@
 #include "distribution/distribution_runtime.h"
 
+#include <QCoreApplication>
 #include <algorithm>
 #include <array>
 #include <initializer_list>
@@ -8,6 +9,7 @@
 #include <system_error>
 
 #include "base/files.h"
+#include "base/paths.h"
 #include "base/strings.h"
 #include "distribution/process.h"
 
@@ -76,6 +78,7 @@ class Collector {
     }
     /// Where the toolkit's core library lies, once a program that needs it was added.
     const fs::path& Core() const { return core_; }
+    Systems& For() { return found_.For; }
     RuntimeFiles Take() { return std::move(found_); }
 
   private:
@@ -122,8 +125,32 @@ std::optional<fs::path> FindDeep(const fs::path& folder, std::string_view name) 
     return std::nullopt;
 }
 
-void AddFonts(const fs::path& appPath, Collector& files) {
-    std::vector<fs::path> folders{appPath / "fonts"};
+/// Of the folders where a program for Windows may lie the first that has one; empty if none has.
+fs::path WindowsFolder(const fs::path& appPath) {
+    const fs::path running = PathOf(QCoreApplication::applicationDirPath().toStdString());
+    for (const fs::path& folder : {appPath, appPath / "windows", running, running / "windows"})
+        if (IsFile(folder / WindowsProgramFileName)) return folder;
+    return {};
+}
+
+/// There libraries lie beside the program, and with all of it go the licences that allow to hand it on.
+void AddWindowsProgram(const fs::path& folder, Collector& files) {
+    files.Add(folder / WindowsProgramFileName, WindowsProgramFileName);
+    for (const std::string& name : ListFiles(folder, "*.dll")) files.Add(folder / name, name);
+    for (const char* part : {"plugins", "licences"})
+        for (const fs::path& file : FilesBelow(folder / part))
+            files.Add(file, file.lexically_relative(folder));
+    files.For().Windows = true;
+}
+
+/// The program for the system that this one runs on, unless that is Windows, where nobody lists libraries.
+void AddOwnProgram(const fs::path& program, bool minimal, Collector& files) {
+    files.AddWithLibraries(program, ProgramFileName);
+    AddPlugIns(PlugInFolder(program.parent_path(), files.Core()), minimal, files);
+    files.For().Own = true;
+}
+
+void AddFonts(std::vector<fs::path> folders, Collector& files) {
     folders.insert(folders.end(), FontFolders.begin(), FontFolders.end());
     for (const std::string_view font : FontFiles) {
         std::optional<fs::path> found;
@@ -162,13 +189,13 @@ std::string AskLoader(const fs::path& program) {
 RuntimeFiles FindRuntimeFiles(const fs::path& appPath, bool minimal, const LibraryListing& listing) {
     Collector files(listing);
     const fs::path program = appPath / ProgramFileName;
-    if (!IsFile(program)) {
+    const fs::path windows = WindowsFolder(appPath);
+    if (IsFile(program) && !listing(program).empty()) AddOwnProgram(program, minimal, files);
+    if (!windows.empty()) AddWindowsProgram(windows, files);
+    if (files.For().Own || files.For().Windows)
+        AddFonts({appPath / "fonts", windows / "fonts"}, files);
+    else
         files.Miss(std::string(ProgramFileName));
-        return files.Take();
-    }
-    files.AddWithLibraries(program, ProgramFileName);
-    AddPlugIns(PlugInFolder(appPath, files.Core()), minimal, files);
-    AddFonts(appPath, files);
     return files.Take();
 }
 

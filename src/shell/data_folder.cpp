@@ -1,9 +1,10 @@
 #include "shell/data_folder.h"
 
+#include <array>
 #include <system_error>
-#include <vector>
 
 #include "base/files.h"
+#include "racedata/start_files.h"
 
 namespace keelview {
 
@@ -14,6 +15,10 @@ namespace fs = std::filesystem;
 constexpr const char* RaceFolder = "raceadmin";
 constexpr const char* CoastFolder = "coastline";
 constexpr const char* StartFolder = "start";  // Ver.00 and racefile.st by language
+
+/// What a person's folder is laid out with; the race folder last, as it tells that all is there.
+constexpr std::array<const char*, 9> DataNames{"gpsdat", "winddat", "attachment", CoastFolder, "help",
+                                               "help-e", "gun.wav", "tools",      RaceFolder};
 
 bool IsFolder(const fs::path& path) {
     std::error_code error;
@@ -34,31 +39,25 @@ std::error_code CopyAll(const fs::path& from, const fs::path& to) {
 }
 
 /// Copies an entry of the shared data that the folder lacks: aside first, so that it is there whole or not
-/// at all.
+/// at all. What is not shared is not copied.
 std::error_code LayOutEntry(const fs::path& shared, const fs::path& folder, const std::string& name,
                             const fs::path& startFiles) {
     std::error_code error;
-    if (fs::exists(folder / name, error)) return {};
+    const fs::path source = FindBelow(shared, name);
+    if (fs::exists(folder / name, error) || !fs::exists(source, error)) return {};
     const fs::path aside = folder / (".new-" + name);
     fs::remove_all(aside, error);
-    if (!error) error = CopyAll(shared / name, aside);
-    if (!error && name == RaceFolder) error = CopyAll(startFiles, aside);
+    if (!error) error = CopyAll(source, aside);
+    if (!error && name == RaceFolder && IsFolder(startFiles)) error = CopyAll(startFiles, aside);
     if (!error) fs::rename(aside, folder / name, error);
     return error;
 }
 
-/// Copies what the folder lacks, the race folder last: it tells that all is there.
+/// Copies what the folder lacks.
 std::error_code LayOut(const fs::path& shared, const fs::path& folder, const fs::path& startFiles) {
     std::error_code error;
     fs::create_directories(folder, error);
-    if (error) return error;
-    std::vector<std::string> names;
-    for (fs::directory_iterator entry(shared, error), end; !error && entry != end; entry.increment(error)) {
-        const std::string name = entry->path().filename().string();
-        if (name != RaceFolder && name != StartFolder) names.push_back(name);
-    }
-    names.emplace_back(RaceFolder);
-    for (const std::string& name : names)
+    for (const char* name : DataNames)
         if (!error) error = LayOutEntry(shared, folder, name, startFiles);
     return error;
 }
@@ -85,13 +84,27 @@ void LinkProgram(const fs::path& program, const fs::path& folder) {
     fs::create_symlink(program, link, error);
 }
 
+/// Whether a person may write there; nothing but trying tells that on every system.
+bool MayWrite(const fs::path& folder) {
+    const fs::path trial = folder / ".trial";
+    const bool may = !WriteFileAtomically(trial, {});
+    RemoveFile(trial);
+    return may;
+}
+
+bool ShowsOnly(const fs::path& folder) {
+    return !ReadStartSettings(folder).EditMode;
+}
+
 }  // namespace
 
 fs::path SettleDataFolder(const fs::path& program, const fs::path& userFolder, bool japanese) {
-    fs::path programFolder = program.parent_path();
-    if (IsFolder(FindBelow(programFolder, RaceFolder))) return programFolder;
-    fs::path shared = (programFolder / "../share/keelview").lexically_normal();
-    if (!IsFolder(shared / RaceFolder)) return programFolder;
+    const fs::path programFolder = program.parent_path();
+    const fs::path races = FindBelow(programFolder, RaceFolder);
+    if (IsFolder(races) && (ShowsOnly(programFolder) || MayWrite(races))) return programFolder;
+    const fs::path shared =
+        IsFolder(races) ? programFolder : (programFolder / ".." / "share" / "keelview").lexically_normal();
+    if (!IsFolder(FindBelow(shared, RaceFolder))) return programFolder;
     const fs::path startFiles = shared / StartFolder / (japanese ? "ja" : "en");
     if (!IsFolder(FindBelow(userFolder, RaceFolder)) && LayOut(shared, userFolder, startFiles))
         return shared;

@@ -1,7 +1,8 @@
-#include <algorithm>
+#include <filesystem>
 #include <functional>
 #include <memory>
 #include <utility>
+#include <vector>
 
 #include "display/application.h"
 #include "session/app_state.h"
@@ -14,10 +15,11 @@ int main(int argc, char** argv) {
     Application application(argc, argv, SettleDataFolder);
     Services services{application.ThePlatform(), application.TheDialogs()};
     const auto app = std::make_unique<AppState>();
-    const StartOutcome outcome = SettleStart(*app, services, argc > 1);
+    const std::vector<std::filesystem::path> files = application.Files();
+    const StartOutcome outcome = SettleStart(*app, services, !files.empty());
     if (outcome == StartOutcome::End) return 0;
     Program program(*app, services,
                     [&application](std::function<void()> task) { application.Later(std::move(task)); });
-    program.Start(outcome, {argv + std::min(argc, 1), argv + argc});  // as the toolkit has left them
+    program.Start(outcome, files);
     return application.Run();
 }

@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 #include <sys/stat.h>
 
+#include "base/file_names.h"
 #include "support/temp_tree.h"
 
 namespace keelview {
@@ -33,6 +34,15 @@ TEST(Files, NoNameLeadsOutOfTheTree) {
         const std::string found = FindBelow(base, name).lexically_normal().string();
         EXPECT_TRUE(found.starts_with(base.string() + "/") && !IsFile(found)) << found;
     }
+}
+
+TEST(FileNames, OneThatSomeSystemDoesNotTakeIsKnown) {
+    for (const char* good :
+         {"R1.txt", "江の島.trk", "console.txt", "COM.trk", "COM10", "a.CON", "LPTx", ".a", "😀"})
+        EXPECT_TRUE(EverySystemTakes(good)) << good;
+    for (const char* bad : {"", "CON", "con.txt", "Nul .trk", "aux.tar.gz", "COM1", "lpt0.txt", "COM\u00B2",
+                            "a:b", "a?", "a\nb", "a/b", "a\\b", "a.", "a "})
+        EXPECT_FALSE(EverySystemTakes(bad)) << bad;
 }
 
 TEST(Files, OnlyRegularFilesAreRead) {

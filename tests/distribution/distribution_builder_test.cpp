@@ -46,7 +46,7 @@ TEST(FolderName, OnlyPlainNamesCanBeUsed) {
     for (const char* good : {"Enoshima 2004", "江の島", "a.b", "R1,R2"})
         EXPECT_FALSE(FolderNameTrouble(good)) << good;
     for (const char* bad :
-         {"", "   ", "a/b", "/", "..", ".", "../x", "a\\b", "-r", "what?", "a\nb", "x.unfinished"})
+         {"", "   ", "a/b", "/", "..", ".", "../x", "a\\b", "-r", "what?", "a\nb", "x.unfinished", "Con"})
         EXPECT_TRUE(FolderNameTrouble(bad)) << bad;
 }
 
@@ -141,6 +141,40 @@ TEST_F(DistributionTest, ACdRomStartsByItselfInItsLanguageAndWhatItLacksIsTold) 
                                         "gpsdat/gone.trk", "attachment/../../secret"}));
 }
 
+TEST_F(DistributionTest, WithTheProgramForWindowsBesideItServesBothAndIsPackedForBoth) {
+    for (const char* file :
+         {"windows/keelview.exe", "windows/Qt6Core.dll", "windows/plugins/platforms/qwindows.dll",
+          "windows/licences/LGPL.txt", "windows/raceadmin/R1.txt"})
+        tree.Write(file, file);
+    order.FolderName = "Spring Cup 江の島";
+    const DistributionResult both = Build();
+    EXPECT_TRUE(both.For.Own && both.For.Windows);
+    for (const auto& [name, text] :
+         {std::pair{"keelview.exe", "windows/keelview.exe"}, {"keelview", "program"}})
+        EXPECT_EQ(ReadWholeFile(both.Folder / name), text);
+    ASSERT_EQ(both.Packed.filename(), "Spring Cup 江の島.zip");
+    const fs::path unpacked = tree.Root() / "unpacked";
+    const char* script =
+        "import os, sys, zipfile\n"
+        "with zipfile.ZipFile(sys.argv[1]) as packed:\n"
+        "    packed.extractall(sys.argv[2])\n"
+        "    print(oct(packed.getinfo('Spring Cup 江の島/keelview').external_attr >> 16), end='')\n";
+    std::string rights;
+    EXPECT_EQ(RunAndWait({"python3", "-c", script, both.Packed.string(), unpacked.string()}, rights), 0);
+    EXPECT_EQ(rights, "0o100755");
+    EXPECT_EQ(tree.Files(unpacked / "Spring Cup 江の島"), tree.Files(both.Folder));
+
+    fs::remove(tree.Root() / "keelview");
+    order.FolderName = "Windows alone";
+    order.Target = Medium::CdRom;
+    const DistributionResult windows = Build();
+    EXPECT_TRUE(!windows.For.Own && windows.For.Windows);
+    EXPECT_EQ(tree.Read("distribution/Windows alone/autorun.inf"),
+              "[autorun]\r\nIcon = keelview.exe\r\nopen = keelview.exe\r\n");
+    EXPECT_EQ(tree.Files(windows.Folder / "plugins"), "platforms/qwindows.dll ");
+    EXPECT_EQ(tree.Files(windows.Folder / "licences"), "LGPL.txt ");
+}
+
 TEST_F(DistributionTest, ABuildThatFailsLeavesNothing) {
     tree.Write("gpsdat/a.trk", std::string(300'000, 'T'));
     rlimit before{};
@@ -161,6 +195,7 @@ struct DistributionFormTest : testing::Test, TestWorld {
         tree.Race("R1.txt", "");
         tree.Race("R2.txt", "");
         tree.Write("raceadmin/ver.txt", "");
+        fs::copy_file("/bin/true", tree.Root() / "keelview");
         fs::create_directories(tree.Root() / "distribution/Old");
     }
 };
@@ -205,7 +240,7 @@ TEST_F(DistributionFormTest, RacesAreChosenByClicksAndBuilt) {
     EXPECT_TRUE(form.Closed());
     const std::string folder = (tree.Root() / "distribution/New one").string();
     EXPECT_TRUE(Said().find(folder + "\r\n\r\nIt is for Linux x86-64") != std::string::npos &&
-                Said().find("keelview\r\ngun.wav") != std::string::npos)  // this tree has none
+                Said().find("\r\ngun.wav") != std::string::npos)  // this tree has none
         << Said();
     EXPECT_EQ(platform.Documents, std::vector<std::string>{folder});
     const std::string made = "distribution/New one/raceadmin/";

@@ -77,6 +77,19 @@ TEST_F(ProgramTest, ASingleTrackShowsNothingOfTheRaceBeforeIt) {
     EXPECT_TRUE(Display().Boat[0].Visible() && app.now.WindNow.DirectionTrue == 0);
 }
 
+TEST_F(ProgramTest, ARaceThatAnotherProgramHasOpenIsShownAndThePersonIsTold) {
+    Start();
+    platform.FileIsFree = false;
+    dialogs.AnswerOk();
+    Choose(Menu().Command3, "R1.txt");
+    EXPECT_TRUE(Said().starts_with("This race is open in another Keelview, too.")) << Said();
+    EXPECT_EQ(platform.Claimed, tree.Root() / "raceadmin/R1.txt");
+    CloseDisplay();
+    EXPECT_EQ(platform.Claimed, "");
+    Start(false);  // nothing can be changed there
+    EXPECT_EQ(platform.Claimed, "");
+}
+
 TEST_F(ProgramTest, WhatCannotBeShownIsToldAndTheMenuStands) {
     tree.Write("gpsdat/empty.trk", "");
     tree.Write("gpsdat/notes.trk", std::string(1000, 'T'));

@@ -68,6 +68,20 @@ TEST_F(StartTest, EveryLocaleStartsInTheLanguageThatSuitsItBest) {
     qputenv("LC_ALL", before);
 }
 
+TEST(ClaimedFile, OneProgramAtATimeHoldsItAndLeavesNothing) {
+    TempTree tree;
+    const fs::path file = tree.Root() / "江の島.txt";
+    const auto first = MakePlatform({});
+    auto second = MakePlatform({});
+    EXPECT_TRUE(first->ClaimFile(file) && first->ClaimFile(file) && !second->ClaimFile(file));
+    EXPECT_TRUE(first->ClaimFile(tree.Root() / "other.txt") && second->ClaimFile(file) &&
+                !first->ClaimFile(file));
+    second.reset();
+    EXPECT_TRUE(first->ClaimFile(file) && first->ClaimFile({}));
+    EXPECT_TRUE(fs::is_empty(tree.Root()));
+    EXPECT_TRUE(first->ClaimFile(tree.Root() / "no such folder" / "R1.txt"));
+}
+
 TEST(SystemWords, AreInTheProgramsLanguage) {
     const auto system = MakePlatform({});
     const auto seen = [] {
@@ -170,6 +184,22 @@ TEST_F(DataFolderTest, AnInterruptedFirstStartIsMadeGood) {
               "coastline/5339.cst gpsdat/mine.trk gun.wav keelview raceadmin/R1.txt raceadmin/Ver.00 ");
     EXPECT_EQ(UserFile("raceadmin/Ver.00"), "1,1");
     EXPECT_FALSE(fs::exists(user / ".new-coastline"));
+}
+
+TEST_F(DataFolderTest, ATreeThatNobodyMayWriteToIsCopiedForItsUserUnlessItOnlyShows) {
+    const fs::path beside = program.parent_path();
+    tree.Write("usr/bin/raceadmin/R9.txt", "R9");
+    tree.Write("usr/bin/raceadmin/.trial/held", "");  // nothing can be written in its place
+    tree.Write("usr/bin/plugins/own.so", "");
+    tree.Write("usr/bin/raceadmin/Ver.00", "1,1");
+    EXPECT_EQ(Settle(), beside);
+    EXPECT_FALSE(fs::exists(user));
+    tree.Write("usr/bin/raceadmin/Ver.00", "0,1");
+    EXPECT_EQ(Settle(true), user);
+    EXPECT_EQ(UserFile("raceadmin/R9.txt") + UserFile("raceadmin/Ver.00"), "R90,1");
+    EXPECT_FALSE(fs::exists(user / "plugins") || fs::exists(user / "gun.wav"));
+    fs::remove_all(beside / "raceadmin/.trial");
+    EXPECT_EQ(Settle(), beside);
 }
 
 TEST_F(DataFolderTest, ATreeOfItsOwnOrAUserWithoutAFolderSeesTheDataWhereTheyAre) {

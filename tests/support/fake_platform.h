@@ -18,9 +18,11 @@ class FakePlatform : public Platform {
     double Seconds = 0.0;  ///< of the steady clock; Pause moves it
     int DocumentResult = 33;
     bool ProgramStarts = true;
+    bool FileIsFree = true;  ///< no other program works on the file that is claimed
 
     std::vector<std::string> Documents;           ///< opened, in order
     std::vector<std::filesystem::path> Programs;  ///< started, in order
+    std::filesystem::path Claimed;                ///< at last
     std::vector<std::filesystem::path> Sounds;    ///< played, in order
     std::vector<bool> BusyPointers;               ///< changes of the pointer, in order
     std::string Copied;                           ///< last
@@ -35,6 +37,10 @@ class FakePlatform : public Platform {
     double SteadySeconds() override { return Seconds; }
     int OpenDocument(const std::string& target, const std::filesystem::path& folder) override;
     bool StartProgram(const std::filesystem::path& program) override;
+    bool ClaimFile(const std::filesystem::path& file) override {
+        Claimed = file;
+        return FileIsFree;
+    }
     void PlaySound(const std::filesystem::path& file) override { Sounds.push_back(file); }
     ScreenInfo Screen() override { return {1024 * 15.0, 768 * 15.0}; }
     void DeliverEvents() override {}

@@ -13,6 +13,7 @@
 #include <deque>
 #include <utility>
 
+#include "base/paths.h"
 #include "display/qt/convert.h"
 #include "display/qt/native_control.h"
 #include "display/qt/system.h"
@@ -151,6 +152,13 @@ Application::Application(int& argc, char** argv, DataFolderRule dataFolder)
 Application::~Application() {
     // Widgets that were let go of wait for the event loop, which will not run again.
     QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+}
+
+std::vector<std::filesystem::path> Application::Files() const {
+    std::vector<std::filesystem::path> files;
+    for (const QString& word : QCoreApplication::arguments().sliced(1))
+        files.push_back(PathOf(FromQt(word)));
+    return files;
 }
 
 Platform& Application::ThePlatform() {

@@ -1,4 +1,4 @@
-// What Linux and Windows do alike, by the standard library.
+// What the standard library does for a system whose names are bytes.
 
 #include <chrono>
 
@@ -23,6 +23,10 @@ void SweepAsides(const fs::path& folder) {
 }
 
 }  // namespace
+
+bool SystemTakesName(std::string_view name) {
+    return name.find('\0') == std::string_view::npos;
+}
 
 std::optional<std::uintmax_t> RegularFileSize(const fs::path& path) {
     std::error_code error;
