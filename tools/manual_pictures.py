@@ -28,6 +28,8 @@ PAGE = (5, 5, 800, 970)
 TABLES = {"en": (5, 5, 800, 720), "ja": (5, 5, 800, 940)}
 BOATS = {"en": (1015, 178, 265, 165), "ja": (1015, 178, 265, 335)}
 PANEL = (1015, 646, 265, 330)
+SIDE = (635, 5, 340, 720)
+SIDE_OUT, SIDE_AWAY = (967, 490), (627, 490)
 IDLE = (1100, 560)  # where no control is
 AUTO_TRACE, NAME, TRACKS, GRAPHS, TABLE_PAGE = (1040, 888), (1040, 856), (1212, 682), (1212, 696), (1212, 710)
 STOP, STEP, FIRST_BEAT, RING = (1040, 696), (1096, 684), (995, 745), (1263, 250)
@@ -85,6 +87,10 @@ class Photographer:
         time.sleep(1)
         self.take("tracks", MAP)
         self.take("panel", PANEL)
+        self.click(SIDE_OUT)
+        time.sleep(3)  # it is worked out by then
+        self.take("side", SIDE)
+        self.click(SIDE_AWAY)
         self.click(GRAPHS)
         self.display.xdotool("mousemove", *IDLE)
         time.sleep(1)

@@ -53,6 +53,24 @@ std::vector<ControlHint> RaceDataHints(RaceDisp& form) {
     };
 }
 
+/// The side panel: the ways in and what its buttons do.
+std::vector<ControlHint> SidePanelHints(RaceDisp& form) {
+    return {
+        HintOf(form.Command14, HintsOn, {200, 32},
+               {"What a coach asks: takes the side\npanel out, or puts it away.",
+                "コーチ用のサイドパネルを\n引き出します・しまいます"}),
+        HintOf(form.Command15, HintsOn, {220, 32},
+               {"Copies the tables of this tab,\nto be pasted into a spreadsheet.",
+                "このタブの表をコピーします\n（表計算ソフトに貼り付けられます）"}),
+        HintOf(form.Command16, HintsOn, {230, 32},
+               {"Writes the estimated wind into the\nwind file of the race. It asks first.",
+                "推定風をレースの風データファイルに\n書き込みます（確認あり）"}),
+        HintOf(form.Command17, HintsOn, {230, 32},
+               {"Saves this tab as a page to be printed,\nin the folder attachment.",
+                "このタブを印刷用のページとして\nattachmentフォルダに保存します"}),
+    };
+}
+
 std::vector<ControlHint> CheckBoxHints(RaceDisp& form) {
     ControlHint enlarge = HintOf(form.Check10, HintsOn, {200, 30},
                                  {"When checked, boats are drawn no\n"
@@ -188,8 +206,8 @@ const Control* OnGraphs(const Control& owner, const RaceDisp& form) {
 
 std::vector<ControlHint> ControlHints(RaceDisp& form) {
     std::vector<ControlHint> hints{WindEntryHint(form)};
-    for (const auto& group : {SmoothingHints(form), RaceDataHints(form), CheckBoxHints(form),
-                              ColourCellHints(form), DoorHints(form)})
+    for (const auto& group : {SmoothingHints(form), SidePanelHints(form), RaceDataHints(form),
+                              CheckBoxHints(form), ColourCellHints(form), DoorHints(form)})
         hints.insert(hints.end(), group.begin(), group.end());
     return hints;
 }

@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include "base/strings.h"
+#include "display/stripes.h"
 #include "instruments/page_text.h"
 #include "session/livery.h"
 
@@ -15,7 +16,8 @@ constexpr double TitlePitch = 18.0;
 constexpr double BlockGap = 8.0;
 constexpr double Edge = 4.0;
 constexpr double ColumnGap = 9.0;
-constexpr double MostOfName = 130.0;
+constexpr double MostOfName = 150.0;
+constexpr double RoomOfStripes = 4 + 4 * FieldStripePitch;
 
 constexpr Colour PageColour = White;
 constexpr Colour ChosenColour = Rgb(255, 245, 190);
@@ -134,7 +136,8 @@ void SidePage::PlaceTable(const Canvas& page, const SideTable& table, Placed& pl
         if (told.Widest.empty())
             for (const SideTable::Row& row : table.Rows)
                 width = std::max(width, page.TextWidth(CellOf(row, column)));
-        if (static_cast<int>(column) == table.NameColumn) width = std::min(width + 6, MostOfName);
+        if (static_cast<int>(column) == table.NameColumn)
+            width = std::min(width + RoomOfStripes, MostOfName);
         x += width + (column > 0 ? ColumnGap : 0.0);
         placed.Rights.push_back(x);
     }

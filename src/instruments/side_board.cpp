@@ -180,16 +180,20 @@ SideTable MadeGoodTable(const SideView& view, double t) {
 
 }  // namespace
 
+SidePicture GapPicture(const SideView& view) {
+    return {
+        .Title = view.Say({"Gaps over the race", "先頭との差の推移"}),
+        .Height = CurvesHeight,
+        .Draw = [view](Canvas& page, const Bounds& place) { DrawCurves(page, view, place); },
+        .TargetAt = [view](const Point& at, const Bounds& place) { return CurveUnder(view, at, place); }};
+}
+
 // Numbers of whole seconds: in a frame between two of them nothing is drawn.
 SideBlocks BoardTab(const SideView& view) {
     const double t = std::max(0.0, std::floor(view.Time));
     SideBlocks blocks;
     blocks.emplace_back(OrderTable(view, t));
-    blocks.emplace_back(SidePicture{
-        .Title = view.Say({"Gaps over the race", "先頭との差の推移"}),
-        .Height = CurvesHeight,
-        .Draw = [view](Canvas& page, const Bounds& place) { DrawCurves(page, view, place); },
-        .TargetAt = [view](const Point& at, const Bounds& place) { return CurveUnder(view, at, place); }});
+    blocks.emplace_back(GapPicture(view));
     if (SideTable legs = MadeGoodTable(view, t); !legs.Columns.empty())
         blocks.emplace_back(std::move(legs));
     return blocks;

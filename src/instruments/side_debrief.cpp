@@ -159,6 +159,7 @@ SideBlocks DebriefTab(const SideView& view) {
         .Height = BarsRow * (legs.Count() + 1) + 6,
         .Draw = [view](Canvas& page, const Bounds& place) { DrawBars(page, view, view.Chosen, place); },
         .TargetAt = {}});
+    blocks.emplace_back(GapPicture(view));
     if (std::ranges::any_of(legs, [](const LegDebrief& leg) { return leg.BestBoat > 0 && !leg.ByPolar; }))
         blocks.emplace_back(
             SideText{view.Say({"Where no wind is known, speeds are held against each other as "

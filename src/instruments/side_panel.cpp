@@ -4,7 +4,11 @@
 #include <cmath>
 #include <utility>
 
+#include "base/files.h"
+#include "base/paths.h"
 #include "display/platform.h"
+#include "instruments/side_document.h"
+#include "session/documents.h"
 
 namespace keelview {
 
@@ -15,6 +19,7 @@ enum SideTab { Board, Start, Turns, WindAndCurrent, PolarSpeeds, Losses };
 constexpr double WideFrom = 430.0;  // pixels from which all columns have room
 constexpr double ProgressWidth = 200.0;
 constexpr double ProgressHeight = 8.0;
+constexpr double PaperWidth = 640.0;
 constexpr double WheelPitch = 15.0;
 constexpr int WindEvery = 30;  // seconds between the samples that are taken as the race's wind
 constexpr Colour ProgressColour = Rgb(0, 96, 200);
@@ -26,6 +31,7 @@ SidePanel::SidePanel(RaceSession& session)
     form_.Command14.OnClick = [this] { Command14_Click(); };
     form_.Command15.OnClick = [this] { Command15_Click(); };
     form_.Command16.OnClick = [this] { Command16_Click(); };
+    form_.Command17.OnClick = [this] { Command17_Click(); };
     form_.Picture17.OnMouseDown = [this](const MouseEvent& event) { Picture17_MouseDown(event); };
     form_.Picture17.OnWheel = [this](const WheelEvent& turn) {
         form_.VScroll4.SetValue(form_.VScroll4.Value() + static_cast<int>(turn.Lines * WheelPitch));
@@ -94,7 +100,7 @@ void SidePanel::Draw(bool whole) {
     shownAt_ = std::floor(app_.clock.ReplayTime);
     const bool hasBoats = app_.race.Boats.Count() > 0;
     const CoachAnswers* answers = hasBoats ? coach_.Answers() : nullptr;
-    CaptionTool();
+    form_.Command16.SetVisible(Tab() == WindAndCurrent && app_.settings.EditMode);
     if (answers == nullptr) return DrawProgress();
     const bool follows = Tab() == Board || Tab() == WindAndCurrent;
     if (!whole && !follows) return;
@@ -136,14 +142,8 @@ void SidePanel::VScroll4_Change() {
     Draw(true);
 }
 
-/// The tool at the foot of the panel is that of the tab.
-void SidePanel::CaptionTool() {
-    const bool wind = Tab() == WindAndCurrent && app_.settings.EditMode;
-    form_.Command16.SetVisible(wind);
-    if (wind) form_.Command16.SetCaption(session_.TheVoice().In({"Take as the wind", "推定風を採用"}));
-}
-
 void SidePanel::Command14_Click() {
+    form_.Text7.Hide();  // the button goes from under the pointer, which leaves nothing by that
     form_.SlideSidePanel(!IsOut());
     if (IsOut()) Draw(true);
 }
@@ -154,6 +154,40 @@ void SidePanel::Command15_Click() {
 
 void SidePanel::Command16_Click() {
     if (const CoachAnswers* answers = coach_.Answers()) TakeWind(*answers);
+}
+
+void SidePanel::Command17_Click() {
+    if (const CoachAnswers* answers = coach_.Answers()) SavePage(*answers);
+}
+
+/// The tab as a page among the documents of the races, and opened for the person.
+void SidePanel::SavePage(const CoachAnswers& answers) {
+    const Voice& voice = session_.TheVoice();
+    const RaceControl& race = app_.race;
+    const std::string& name = race.RaceFileName.empty() ? race.SingleTrackFile : race.RaceFileName;
+    const std::string tab = form_.SideTabs()[static_cast<std::size_t>(Tab())]->Caption();
+    const std::filesystem::path file = FindBelow(app_.settings.AppPath, "attachment") /
+                                       PathOf(name.substr(0, name.find('.')) + "_" + tab + ".html");
+    const std::string page =
+        SideDocument(form_.Title() + "  " + tab, Blocks(answers), app_.settings.UseEnglish,
+                     [this](const SidePicture& picture) { return Paint(picture); });
+    std::error_code noFolder;
+    std::filesystem::create_directories(file.parent_path(), noFolder);  // what fails here fails at writing
+    if (WriteFileAtomically(file, page))
+        voice.Say({"The page could not be written.", "ページを書き込めません。"}, file.string());
+    else if (!OpenDocument(app_.settings, session_.TheServices(), file.string()))
+        voice.Say({"The page was saved here:", "ページの保存先："}, file.string());
+}
+
+/// On the hidden sheet of the screen capture.
+Picture SidePanel::Paint(const SidePicture& picture) {
+    Surface& sheet = form_.Picture13;
+    sheet.Move(0, 0, PaperWidth, picture.Height);
+    sheet.Cls();
+    picture.Draw(sheet, {{0.0, 0.0}, {PaperWidth - 1, picture.Height - 1}});
+    Picture image = sheet.Image();
+    sheet.Move(0, 0, 1, 1);
+    return image;
 }
 
 void SidePanel::Picture17_MouseDown(const MouseEvent& event) {

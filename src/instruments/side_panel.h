@@ -18,6 +18,7 @@ class SidePanel : public Instrument {
     void Command14_Click();
     void Command15_Click();
     void Command16_Click();
+    void Command17_Click();
     void Picture17_MouseDown(const MouseEvent& event);
     void VScroll4_Change();
     bool IsOut() const;
@@ -27,7 +28,8 @@ class SidePanel : public Instrument {
     void Draw(bool whole);
     void DrawProgress();
     void PlaceCursor(const CoachAnswers& answers);
-    void CaptionTool();
+    void SavePage(const CoachAnswers& answers);
+    Picture Paint(const SidePicture& picture);
     void TakeWind(const CoachAnswers& answers);
 
     RaceSession& session_;

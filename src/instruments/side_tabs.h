@@ -37,6 +37,9 @@ SideBlocks PolarTab(const SideView& view);
 /// Where each boat lost its time, and the chosen boat leg by leg.
 SideBlocks DebriefTab(const SideView& view);
 
+/// The curves of the gaps to the leader over the whole race.
+SidePicture GapPicture(const SideView& view);
+
 /// With so many decimals; empty where there is nothing.
 std::string Fixed(const std::optional<double>& value, int decimals);
 /// "12.3 ±0.4".

@@ -32,6 +32,8 @@ void RaceDisp::PlaceAndCaption(bool useEnglish) {
             {Option20, {"Polar", "ポーラー"}},
             {Option21, {"Debrief", "講評"}},
             {Command15, {"Copy", "コピー"}},
+            {Command16, {"Take as the wind", "推定風を採用"}},
+            {Command17, {"Save page", "ページ保存"}},
         },
         useEnglish);
     Label1.SetCaption(Text{"Further Info: ", "お問い合わせ　"}.Str(useEnglish) + std::string(MakerAddress));

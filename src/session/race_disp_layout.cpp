@@ -150,8 +150,9 @@ void RaceDisp::LayoutSideTabs() {
     const double height = Picture16.Height() - top - foot - edge;
     Picture17.Move(edge, top, width - bar, height);
     VScroll4.Move(edge + width - bar, top, bar, height);
-    Command15.Move(edge, top + height + 4, 90, foot - 6);
-    Command16.Move(edge + 96, top + height + 4, 150, foot - 6);
+    Command15.Move(edge, top + height + 4, 80, foot - 6);
+    Command17.Move(edge + 86, top + height + 4, 90, foot - 6);
+    Command16.Move(edge + 182, top + height + 4, 140, foot - 6);
 }
 
 }  // namespace keelview

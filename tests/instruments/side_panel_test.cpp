@@ -1,0 +1,158 @@
+#include <gtest/gtest.h>
+
+#include <chrono>
+#include <fstream>
+#include <set>
+#include <thread>
+
+#include "instruments/side_block.h"
+#include "support/test_desk.h"
+
+namespace keelview {
+namespace {
+
+/// Three lines, 0.0201, 0.3005 and 0.7005 miles north. Boat 1 sails north at 6 knots and passes them after
+/// 12, 180 and 420 seconds; boat 2 comes from 0.06 miles further south at 7 knots and has passed boat 1
+/// between the second and the third line.
+struct SidePanelTest : testing::Test, TestDesk {
+    void Sail(const std::string& lines = {}) {
+        tree.Boat("a.trk", Lat, Lon, SixKnots, 0, -100, 600);
+        tree.Boat("b.trk", Lat - 0.06, Lon + 0.01, SixKnots * 7 / 6, 0, -100, 600);
+        tree.Race("R1.txt",
+                  "BN, a.trk, Ann\r\nBN, b.trk, Bea\r\n"
+                  "LN, 2117.0201, 8368.9, 2117.0201, 8369.1\r\nLN, 2117.3005, 8368.9, 2117.3005, 8369.1\r\n"
+                  "LN, 2117.7005, 8368.9, 2117.7005, 8369.1\r\n" +
+                      lines);
+    }
+    void TakeOut(bool english = true) {
+        Open(true, english);
+        if (!Form().SidePanelHasRoom()) driver::Click(Form().Command14);
+        const auto answered = [this] { return desk->session.TheCoach().Answers() != nullptr; };
+        for (int look = 0; look < 5000 && !answered(); ++look) {
+            std::this_thread::sleep_for(std::chrono::milliseconds(2));
+            Form().Timer5.OnTimer();
+        }
+        ASSERT_TRUE(answered());
+        driver::Settle();
+    }
+    std::string Copied() {
+        driver::Click(Form().Command15);
+        return platform.Copied;
+    }
+    void Choose(OptionButton& tab) const { driver::Click(tab); }
+};
+
+TEST_F(SidePanelTest, TheBoardTellsOrderAndGapsOfTheMomentAndLeadsToABoat) {
+    Sail("CRS, L1, L2, L3\r\n");
+    TakeOut();
+    const auto expectOrder = [this](int entry, int first, int second) {
+        const int gap = *PassTime(app.passes, second, entry) - *PassTime(app.passes, first, entry);
+        Seek(*PassTime(app.passes, second, entry));
+        driver::Settle();
+        const auto row = [this](int rank, int boat, int seconds) {
+            return "\r\n" + std::to_string(rank) + "\t" + app.race.Boats[boat].BoatName +
+                   "\t0:" + (seconds < 10 ? "0" : "") + std::to_string(seconds) + "\t";
+        };
+        const std::string told = Copied();
+        EXPECT_NE(told.find(row(1, first, 0)), std::string::npos) << told;
+        EXPECT_NE(told.find(row(2, second, gap)), std::string::npos) << told << gap;
+    };
+    expectOrder(2, 1, 2);
+    expectOrder(3, 2, 1);
+
+    Seek(300);
+    app.view.CentreOn({Lat + 20, Lon});
+    driver::ClickAt(Form().Picture17, {60, 56});  // the second row
+    EXPECT_NEAR(app.view.ViewCentreLat, Lat + 300 * SixKnots, 0.02);
+    EXPECT_EQ(app.clock.ReplayTime, 300);
+}
+
+TEST_F(SidePanelTest, NothingIsAnsweredAnewUntilTheRaceChanges) {
+    Sail("CRS, L1, L2, L3\r\n");
+    TakeOut();
+    const CoachAnswers* before = desk->session.TheCoach().Answers();
+    Seek(200);
+    driver::Settle();
+    EXPECT_EQ(desk->session.TheCoach().Answers(), before);
+    desk->session.Changes().ClearCourse();
+    driver::Settle();
+    EXPECT_EQ(desk->session.TheCoach().Answers(), nullptr);
+}
+
+TEST_F(SidePanelTest, EveryTabSaysSomethingOfARaceThatTellsNothing) {
+    for (const bool english : {true, false}) {
+        WriteRace(2, "WD, 0\r\n");
+        TakeOut(english);
+        std::set<std::string> told;
+        for (OptionButton* tab : Form().SideTabs()) {
+            driver::Click(*tab);
+            EXPECT_FALSE(Copied().empty());
+            told.insert(Copied());
+        }
+        EXPECT_EQ(told.size(), Form().SideTabs().size());
+        desk.reset();
+    }
+}
+
+TEST_F(SidePanelTest, AWindThatIsTakenStandsInItsFileAndOneThatCannotBeWrittenChangesNothing) {
+    Sail();
+    Open();
+    const WindData wind = {{.WindTime = 0, .WindSpeed = {}, .WindDirection = 10},
+                           {.WindTime = 600, .WindSpeed = 7.0, .WindDirection = 30}};
+    const std::filesystem::path folder = tree.Root() / "winddat";
+    std::filesystem::remove_all(folder);
+    std::ofstream(folder).put('x');  // a file where the folder belongs
+    dialogs.AnswerOk();
+    desk->session.Changes().TakeWind(wind);
+    EXPECT_TRUE(app.race.WindFileName.empty() && app.wind.Empty() && dialogs.AllAnswered());
+    std::filesystem::remove(folder);
+    std::filesystem::create_directory(folder);
+    desk->session.Changes().TakeWind(wind);
+    EXPECT_NE(File().find("WF, R1_WIND.CSV"), std::string::npos) << File();
+    desk->session.ReloadRace();
+    EXPECT_EQ(app.wind.Count(), 2);
+    EXPECT_EQ(WindAt(app.race, app.wind, 300).DirectionMagnetic, 20);
+}
+
+SideBlocks Lines(int rows, int shift) {
+    SideTable table;
+    table.Title = "Title";
+    table.Columns = {{"A", "0000", false}, {"B", "", true}, {"C", "00", false}};
+    table.NameColumn = 1;
+    for (int row = 1; row <= rows; ++row) {
+        const int boat = (row * 7 + shift) % rows + 1;
+        table.Rows.push_back({.To = {.Boat = boat, .Time = {}},
+                              .Cells = {std::to_string(row), "Boat " + std::to_string(boat % 5),
+                                        std::to_string((row + shift) % 3)}});
+    }
+    return {std::move(table),
+            SideText{"Words that stand below the table and are broken where they are long."}};
+}
+
+TEST(SidePage, WhatHasChangedLooksAsIfAllHadBeenDrawn) {
+    Form form("Form", Form::Kind::Fixed, 400, 300);
+    Surface followed(form, "Followed", BorderStyle::None), whole(form, "Whole", BorderStyle::None);
+    const SideFocus focus{.InFocus = [](int boat) { return boat % 3 != 0; }, .Chosen = 4};
+    for (Surface* page : {&followed, &whole}) {
+        page->Move(0, 0, 200, 260);
+        page->SetBackColor(White);
+    }
+    SidePage one;
+    one.Show(followed, Lines(11, 0), focus, 5, true);
+    for (const int shift : {1, 4, 6}) {
+        one.Show(followed, Lines(11, shift), focus, 5, false);
+        SidePage other;
+        other.Show(whole, Lines(11, shift), focus, 5, true);
+        const Picture a = followed.Image(), b = whole.Image();
+        int differ = 0;
+        for (int y = 0; y < a.Height(); ++y)
+            for (int x = 0; x < a.Width(); ++x) differ += a.PixelAt(x, y) != b.PixelAt(x, y) ? 1 : 0;
+        EXPECT_EQ(differ, 0) << shift;
+        EXPECT_EQ(one.AsText(), other.AsText());
+        EXPECT_EQ(one.TargetAt({50, 50}).Boat, other.TargetAt({50, 50}).Boat);
+        EXPECT_GT(one.TargetAt({50, 50}).Boat, 0);
+    }
+}
+
+}  // namespace
+}  // namespace keelview
