@@ -153,8 +153,8 @@ void WriteCurve(JsonWriter& json, const PolarCurve& curve) {
         const int to = from + static_cast<int>(PolarCellDegrees);
         if (cell.Stretches > 0) {
             json.BeginObject();
-            json.Member("from", from);
-            json.Member("to", to);
+            json.Member("from_angle", from);
+            json.Member("to_angle", to);
             json.Member("angle", cell.Angle);
             json.Member("stretches", cell.Stretches);
             WithSigma(json, "median", "median_sigma", cell.Median, cell.Sigma);
@@ -211,6 +211,22 @@ void WriteRanking(JsonWriter& json, const CoachAnswers& coach, const std::vector
         }
         json.EndArray();
         json.EndObject();
+    }
+    json.EndArray();
+}
+
+void WriteGaps(JsonWriter& json, const CoachAnswers& coach) {
+    json.Key("gaps");
+    json.BeginArray();
+    for (const auto& curve : coach.Gaps) {
+        json.BeginArray();
+        for (const GapPoint& point : curve) {
+            json.BeginObject();
+            json.Member("time", point.Time);
+            json.Member("seconds", point.Seconds);
+            json.EndObject();
+        }
+        json.EndArray();
     }
     json.EndArray();
 }

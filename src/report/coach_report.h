@@ -12,6 +12,9 @@ namespace keelview {
 /// "ranking": for each moment the order with the gaps to the leader, metres and seconds.
 void WriteRanking(JsonWriter& json, const CoachAnswers& coach, const std::vector<double>& at);
 
+/// "gaps": for each boat its gap to the leader in seconds, each 10 s and at its passings.
+void WriteGaps(JsonWriter& json, const CoachAnswers& coach);
+
 /// "start": the line, and each boat's start; null where the course does not begin with a line.
 void WriteStart(JsonWriter& json, const CoachAnswers& coach);
 
