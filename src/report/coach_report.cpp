@@ -122,14 +122,17 @@ void WriteLeg(JsonWriter& json, const std::optional<LegMadeGood>& made) {
     json.BeginObject();
     json.Member("seconds", made->Seconds);
     json.Member("speed", made->Speed);
+    json.Member("speed_sigma", made->SpeedSigma);
     json.Member("vmc", made->Vmc);
-    MaybeMember(json, "vmg", made->Vmg);
+    json.Member("vmc_sigma", made->Sigma);
+    WithSigma(json, "vmg", "vmg_sigma", made->Vmg, made->Sigma);
     MaybeMember(json, "efficiency", made->Efficiency);
     MaybeMember(json, "port", made->PortShare);
     MaybeMember(json, "starboard", made->StarboardShare);
     json.Member("sailed", made->Sailed);
+    json.Member("sailed_sigma", made->SpeedSigma * KnotMetres * made->Seconds);
     json.Member("straight", made->Straight);
-    MaybeMember(json, "overstood", made->Overstood);
+    WithSigma(json, "overstood", "overstood_sigma", made->Overstood, made->PlaceSigma);
     json.EndObject();
 }
 
@@ -205,8 +208,10 @@ void WriteRanking(JsonWriter& json, const CoachAnswers& coach, const std::vector
             json.Member("boat", ranked.Boat);
             json.Member("rank", ++rank);
             json.Member("gap_metres", ranked.GapMetres);
-            MaybeMember(json, "gap_seconds", ranked.GapSeconds);
+            json.Member("gap_metres_sigma", ranked.GapMetresSigma);
+            WithSigma(json, "gap_seconds", "gap_seconds_sigma", ranked.GapSeconds, ranked.GapSecondsSigma);
             json.Member("to_go", ranked.ToGo);
+            json.Member("to_go_sigma", ranked.ToGoSigma);
             json.EndObject();
         }
         json.EndArray();
