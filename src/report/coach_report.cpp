@@ -288,9 +288,9 @@ void WriteCurrent(JsonWriter& json, const CoachAnswers& coach) {
     json.BeginObject();
     json.Member("axis", current->Axis);
     json.Member("across", current->Across);
-    json.Key("along");
-    json.Null();
+    WithSigma(json, "along", "along_sigma", current->Along, current->AlongSigma);
     json.Member("sigma", current->Sigma);
+    json.Member("turns", current->Turns);
     json.EndObject();
 }
 

@@ -24,8 +24,8 @@ void WriteManoeuvres(JsonWriter& json, const CoachAnswers& coach);
 /// "wind_estimate": the wind over the water from the tracks, and which wind the other numbers rest on.
 void WriteWindEstimate(JsonWriter& json, const CoachAnswers& coach);
 
-/// "current": its part across the wind in knots; null where too few turns tell it. The part along the wind
-/// cannot be told from turns that are alike on both sides and is null.
+/// "current": its parts across and along the wind in knots, the latter null where the wind shifts too
+/// little to tell it; null where too few turns tell either.
 void WriteCurrent(JsonWriter& json, const CoachAnswers& coach);
 
 /// "made_good": a row a boat, a cell a leg.

@@ -227,6 +227,24 @@ TEST(CoachNumbers, TheCurrentAcrossTheWindIsTheMeanOfBothSidesOfATurn) {
     EXPECT_FALSE(EstimateCurrent({}));
 }
 
+TEST(CoachNumbers, LargeShiftsTellTheCurrentAlongTheWindAndSmallOnesDoNot) {
+    Errors errors;
+    for (unsigned seed = 1; seed <= 8; ++seed) {
+        const double north = 0.2 * seed - 0.9;
+        FleetPlan plan{
+            .Seed = seed, .Boats = 12, .Noise = 1, .Swing = 25, .Period = 900, .Current = {0.4, north}};
+        const auto current = EstimateCurrent(Judged(plan).Estimate);
+        ASSERT_TRUE(current && current->Along) << seed;
+        const Way truth = plan.Current * KnotMetres;
+        errors.Add(*current->Along - plan.Current.Along(Towards(current->Axis - 90)), current->AlongSigma);
+        EXPECT_NEAR((current->Velocity() - truth).Length() / KnotMetres, 0, 0.35);
+        plan.Swing = 3;
+        EXPECT_FALSE(EstimateCurrent(Judged(plan).Estimate)->Along);
+    }
+    EXPECT_LT(errors.Rms(), 0.15);
+    EXPECT_GE(errors.WithinTwo, 7);
+}
+
 TEST(CoachNumbers, AFleetThatOnlyBeatsTellsTheWindTooAndTwoTurnsTellNothing) {
     Judged judged({.Noise = 1, .Wind = 300, .Last = 350});
     ASSERT_FALSE(judged.Estimate.Samples.empty());
