@@ -138,7 +138,7 @@ class LegSailor {
         if (slow || pace.Sailed.Count + start.Count + other.Count + LostWindows() < 0.9 * (end_ - begin_))
             return pace;
         for (const Manoeuvre* turn : lost_)
-            pace.Turns = pace.Turns + LostSeconds{*turn->LossSeconds, turn->LossSecondsSigma};
+            pace.Turns = pace.Turns + LostSeconds{turn->LossSeconds.value_or(0), turn->LossSecondsSigma};
         // Where it heads at a mark is a matter of distance.
         pace.Rest = other.LostAt(pace.Sailed.Speed.Mean(), other.Speed.Sum);
         if (leg_ == 1) {
@@ -216,8 +216,11 @@ class LegSailor {
 /// Takes the time of a boat on a leg apart; nothing where it did not sail all of it.
 std::optional<LegPace> PaceOf(const DebriefSources& from, const Targets& targets, int boat, int leg) {
     const auto begin = PassTime(from.Passes, boat, leg), end = PassTime(from.Passes, boat, leg + 1);
-    if (!end || *end < 0 || (leg > 1 && (!begin || *end <= *begin))) return {};
-    if (leg > 1) return LegSailor(from, targets, boat, leg, *begin, *end).Tell(*end - *begin, 0);
+    if (!end || *end < 0) return {};
+    if (leg > 1) {
+        if (!begin || *end <= *begin) return {};
+        return LegSailor(from, targets, boat, leg, *begin, *end).Tell(*end - *begin, 0);
+    }
     // Where no line tells the crossing, the passing does.
     const auto& measured = from.Start.Boats[boat].Crossing;
     const auto crossing = measured || from.Start.Line ? measured : std::optional<double>(begin);
@@ -234,6 +237,7 @@ LegLoss LossTo(const LegPace& best, const LegPace& own, bool byPolar) {
     loss.Rest.Seconds = loss.Loss;
     if (!own.Known || !best.Known) return loss;
     loss.IsSplit = true;
+    if (&own == &best) return loss;  // nothing, for sure
     const WindowMean& share = byPolar ? own.Sailed.Ratio : own.Sailed.Speed;
     const WindowMean& bestShare = byPolar ? best.Sailed.Ratio : best.Sailed.Speed;
     const double p = share.Mean(), q = p * own.Free;
@@ -255,21 +259,18 @@ LegDebrief DebriefLeg(const OneBased<std::optional<LegPace>>& paces) {
     LegDebrief told;
     double free = 0.0, targeted = 0.0;
     bool all = true;
+    const LegPace* best = nullptr;
     for (int boat = 1; boat <= paces.Count(); ++boat) {
         const auto& pace = paces[boat];
         if (!pace) continue;
-        if (told.BestBoat == 0 || pace->Whole < paces[told.BestBoat]->Whole) told.BestBoat = boat;
+        if (!best || pace->Whole < best->Whole) best = &*pace, told.BestBoat = boat;
         free += pace->Sailed.Count;
         targeted += pace->Sailed.Ratio.Count;
         all = all && (!pace->Known || pace->Sailed.Ratio.Count >= LeastFree);
     }
     told.ByPolar = all && targeted >= LeastTargeted * free && free > 0;
     for (const auto& pace : paces)
-        told.Boats.Add(pace ? std::optional(LossTo(*paces[told.BestBoat], *pace, told.ByPolar))
-                            : std::nullopt);
-    if (told.BestBoat == 0) return told;
-    LegLoss& best = *told.Boats[told.BestBoat];  // of which all is sure
-    best = {best.Seconds, 0, best.IsSplit, {}, {}, {}, {}, {}};
+        told.Boats.Add(pace && best ? std::optional(LossTo(*best, *pace, told.ByPolar)) : std::nullopt);
     return told;
 }
 

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <numbers>
 
 #include "base/angles.h"
 #include "base/parallel.h"
@@ -74,7 +75,7 @@ double SigmaOf(const LegSums& sums, VelocitySource source) {
     // themselves.
     const double noise = source == VelocitySource::Receiver
                              ? std::sqrt(sums.VelocitySquares)
-                             : std::sqrt(2.0) * sums.PlaceSigma / sums.Seconds;
+                             : std::numbers::sqrt2 * sums.PlaceSigma / sums.Seconds;
     // The leg begins and ends at some moment of a second.
     constexpr double Moment = 0.29;
     const Way mean = sums.Velocity * (1 / sums.Seconds);

@@ -34,7 +34,8 @@ class BoatProgress {
     };
     std::optional<Distance> At(double t) const {
         int done = passes_.Count();
-        while (done > 0 && !(passes_[done] && *passes_[done] <= t)) --done;
+        const auto isDone = [&](const std::optional<int>& pass) { return pass && *pass <= t; };
+        while (done > 0 && !isDone(passes_[done])) --done;
         if (done > legs_.Count()) return Distance{};
         auto here = OnLeg(done, t);
         if (here) here->ToGo += behind_[done + 1];

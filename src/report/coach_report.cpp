@@ -305,12 +305,13 @@ void WriteMadeGood(JsonWriter& json, const CoachAnswers& coach) {
     json.EndArray();
 }
 
-void WritePolar(JsonWriter& json, const CoachAnswers& coach) {
-    json.Key("polar");
+namespace {
+
+void WriteBands(JsonWriter& json, const Polar& polar) {
     json.BeginObject();
     json.Key("bands");
     json.BeginArray();
-    for (const PolarBand& band : coach.Speeds.Bands) {
+    for (const PolarBand& band : polar.Bands) {
         json.BeginObject();
         MaybeMember(json, "from", band.From);
         MaybeMember(json, "to", band.To);
@@ -324,6 +325,20 @@ void WritePolar(JsonWriter& json, const CoachAnswers& coach) {
     }
     json.EndArray();
     json.EndObject();
+}
+
+}  // namespace
+
+void WritePolar(JsonWriter& json, const CoachAnswers& coach) {
+    json.Key("polar");
+    WriteBands(json, coach.Speeds);
+}
+
+void WritePolarLessCurrent(JsonWriter& json, const CoachAnswers& coach) {
+    json.Key("polar_less_current");
+    if (!coach.Current) return json.Null();
+    WriteBands(json, FindPolar(coach.Race, coach.Motion, coach.Turns, coach.Wind, coach.Passes,
+                               coach.Current->Velocity()));
 }
 
 void WriteDebrief(JsonWriter& json, const CoachAnswers& coach) {

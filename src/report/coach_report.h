@@ -34,6 +34,10 @@ void WriteMadeGood(JsonWriter& json, const CoachAnswers& coach);
 /// "polar": for each band of wind speed the curves of the fleet and of each boat.
 void WritePolar(JsonWriter& json, const CoachAnswers& coach);
 
+/// "polar_less_current": the same of the velocities less the current, as far as it is known; null where
+/// nothing is known of it.
+void WritePolarLessCurrent(JsonWriter& json, const CoachAnswers& coach);
+
 /// "debrief": a row a leg, with the best boat and a cell a boat.
 void WriteDebrief(JsonWriter& json, const CoachAnswers& coach);
 

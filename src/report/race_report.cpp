@@ -234,7 +234,7 @@ struct Section {
     void (*Write)(JsonWriter& json, const Source& source);
 };
 
-constexpr std::array<Section, 20> Sections{{
+constexpr std::array<Section, 21> Sections{{
     {"race", false, [](JsonWriter& json, const Source& from) { WriteRace(json, from.Numbers.race); }},
     {"scale", false, [](JsonWriter& json, const Source& from) { WriteScale(json, from.Numbers); }},
     {"boats", false,
@@ -258,6 +258,8 @@ constexpr std::array<Section, 20> Sections{{
     {"current", true, [](JsonWriter& json, const Source& from) { WriteCurrent(json, *from.Coach); }},
     {"made_good", true, [](JsonWriter& json, const Source& from) { WriteMadeGood(json, *from.Coach); }},
     {"polar", true, [](JsonWriter& json, const Source& from) { WritePolar(json, *from.Coach); }},
+    {"polar_less_current", true,
+     [](JsonWriter& json, const Source& from) { WritePolarLessCurrent(json, *from.Coach); }},
     {"debrief", true, [](JsonWriter& json, const Source& from) { WriteDebrief(json, *from.Coach); }},
     {"velocities", true,
      [](JsonWriter& json, const Source& from) { WriteVelocitySources(json, *from.Coach); }},

@@ -85,7 +85,7 @@ class Report(unittest.TestCase):
         whole = json.loads(self.run_report(self.tree, "R1.txt", "--at", "400").stdout)
         some = json.loads(self.run_report(self.tree, "R1.txt", "--at", "400", "--only", "boats,at, race").stdout)
         self.assertEqual(some, {key: whole[key] for key in ("race", "boats", "at")})
-        coach = ("ranking", "gaps", "start", "manoeuvres", "wind_estimate", "current", "made_good", "polar", "debrief", "velocities")
+        coach = ("ranking", "gaps", "start", "manoeuvres", "wind_estimate", "current", "made_good", "polar", "polar_less_current", "debrief", "velocities")
         self.assertFalse(set(coach) & set(whole))
         answers = json.loads(self.run_report(self.tree, "R1.txt", "--only", ",".join(coach)).stdout)
         self.assertEqual(tuple(answers), coach)
