@@ -55,6 +55,9 @@ class BoatMotion {
     /// Standard deviation of a single place, metres each way, as far as it changes from fix to fix.
     double Noise() const { return noise_; }
 
+    /// Seconds to either side over which velocities are smoothed; 0 where they are the receiver's own.
+    double Reach() const { return velocities_.empty() ? reach_ : 0.0; }
+
     /// The times of the first and the last fix; equal where there is no motion.
     std::pair<double, double> Span() const {
         return times_.empty() ? std::pair(0.0, 0.0) : std::pair(times_.front(), times_.back());

@@ -17,13 +17,32 @@ constexpr double LeastFree = 20.0;                     // seconds of free sailin
 constexpr double LeastTargeted = 0.8;                  // share of free seconds whose target is known
 constexpr int FewestBoats = 3;                         // that a target rests on, where there are as many
 
+/// A mean over the seconds of some windows, as unsure as the windows scatter.
+struct WindowMean {
+    double Count = 0.0, Sum = 0.0;
+    double Square = 0.0, Product = 0.0, Weight = 0.0;  // over closed windows, of their sums and counts
+    double WindowCount = 0.0, WindowSum = 0.0;         // of the open one
+
+    void Add(double value) { ++WindowCount, WindowSum += value, ++Count, Sum += value; }
+    void CloseWindow() {
+        Square += WindowSum * WindowSum;
+        Product += WindowSum * WindowCount;
+        Weight += WindowCount * WindowCount;
+        WindowCount = WindowSum = 0.0;
+    }
+    double Mean() const { return Sum / Count; }
+    double Sigma() const {
+        const double mean = Mean();
+        return std::sqrt(std::max(0.0, Square - 2 * mean * Product + mean * mean * Weight)) / Count;
+    }
+};
+
 /// Sums over seconds of one kind.
 struct Seconds {
     double Count = 0.0;
     double Good = 0.0;        // metres made good along the leg
-    double Speed = 0.0;       // sum of speeds, metres a second
-    double Targeted = 0.0;    // seconds whose target is known
-    double Ratio = 0.0;       // sum of speed over target there
+    WindowMean Speed;         // metres a second
+    WindowMean Ratio;         // of the speed to its target, where that is known
     double PlaceSigma = 0.0;  // sum, metres
     int Windows = 0;          // stretches that they lie in
 
@@ -32,8 +51,6 @@ struct Seconds {
         if (Count == 0) return {};
         return {Count - metres / pace, PlaceSigma / Count * std::sqrt(2.0 * Windows) / pace};
     }
-    /// Standard deviation of a mean over all of them, as a share of it: ends of the ways are unsure.
-    double Unsure() const { return Speed > 0 ? PlaceSigma / Count * std::sqrt(2.0 * Windows) / Speed : 0; }
 };
 
 /// A boat's time on a leg, taken apart.
@@ -121,9 +138,9 @@ class LegSailor {
         if (slow || pace.Sailed.Count + start.Count + other.Count + LostWindows() < 0.9 * (end_ - begin_))
             return pace;
         for (const Manoeuvre* turn : lost_)
-            pace.Turns = pace.Turns + LostSeconds{*turn->LossSeconds, turn->LossSecondsSigma};
+            pace.Turns = pace.Turns + LostSeconds{turn->LossSeconds.value_or(0), turn->LossSecondsSigma};
         // Where it heads at a mark is a matter of distance.
-        pace.Rest = other.LostAt(pace.Sailed.Speed / pace.Sailed.Count, other.Speed);
+        pace.Rest = other.LostAt(pace.Sailed.Speed.Mean(), other.Speed.Sum);
         if (leg_ == 1) {
             const auto behind = Behind(crossing);
             if (!behind) return pace;
@@ -154,10 +171,16 @@ class LegSailor {
         return next != steady_.begin() && (next - 1)->second > t ? Kind::Free : Kind::Other;
     }
 
+    static void CloseWindows(Seconds& free) {
+        free.Speed.CloseWindow();
+        free.Ratio.CloseWindow();
+    }
+
     void SumSeconds(Seconds& free, Seconds& start, Seconds& other) const {
         Kind last = Kind::Turn;
         for (double t = std::ceil(begin_); t < end_; ++t) {
             const Kind kind = KindOf(t);
+            if (kind != last) CloseWindows(free);
             if (kind != Kind::Turn) {
                 Seconds& sums = kind == Kind::Free ? free : kind == Kind::Start ? start : other;
                 sums.Windows += kind != last;
@@ -165,6 +188,7 @@ class LegSailor {
             }
             last = kind;
         }
+        CloseWindows(free);
     }
 
     void Add(double t, bool targeted, Seconds& sums) const {
@@ -175,12 +199,10 @@ class LegSailor {
         sums.Good += now->Velocity.Along(from_.Legs[leg_].LadderAxis(upwind));
         sums.PlaceSigma += now->PlaceSigma;
         const double speed = now->Speed();
-        sums.Speed += speed;
+        sums.Speed.Add(speed);
         if (!targeted || !upwind) return;
-        const double target = targets_.At(t, now->Velocity, *upwind);
-        if (!(target > 0)) return;
-        ++sums.Targeted;
-        sums.Ratio += speed / target;
+        if (const double target = targets_.At(t, now->Velocity, *upwind); target > 0)
+            sums.Ratio.Add(speed / target);
     }
 
     const DebriefSources& from_;
@@ -194,8 +216,11 @@ class LegSailor {
 /// Takes the time of a boat on a leg apart; nothing where it did not sail all of it.
 std::optional<LegPace> PaceOf(const DebriefSources& from, const Targets& targets, int boat, int leg) {
     const auto begin = PassTime(from.Passes, boat, leg), end = PassTime(from.Passes, boat, leg + 1);
-    if (!end || *end < 0 || (leg > 1 && (!begin || *end <= *begin))) return {};
-    if (leg > 1) return LegSailor(from, targets, boat, leg, *begin, *end).Tell(*end - *begin, 0);
+    if (!end || *end < 0) return {};
+    if (leg > 1) {
+        if (!begin || *end <= *begin) return {};
+        return LegSailor(from, targets, boat, leg, *begin, *end).Tell(*end - *begin, 0);
+    }
     // Where no line tells the crossing, the passing does.
     const auto& measured = from.Start.Boats[boat].Crossing;
     const auto crossing = measured || from.Start.Line ? measured : std::optional<double>(begin);
@@ -212,12 +237,12 @@ LegLoss LossTo(const LegPace& best, const LegPace& own, bool byPolar) {
     loss.Rest.Seconds = loss.Loss;
     if (!own.Known || !best.Known) return loss;
     loss.IsSplit = true;
-    const auto share = [byPolar](const Seconds& s) {
-        return byPolar ? s.Ratio / s.Targeted : s.Speed / s.Count;
-    };
-    const double p = share(own.Sailed), q = p * own.Free;
-    const double bestP = share(best.Sailed), bestQ = bestP * best.Free;
-    const double unsure = std::hypot(own.Sailed.Unsure() / p, best.Sailed.Unsure() / bestP);
+    if (&own == &best) return loss;  // nothing, for sure
+    const WindowMean& share = byPolar ? own.Sailed.Ratio : own.Sailed.Speed;
+    const WindowMean& bestShare = byPolar ? best.Sailed.Ratio : best.Sailed.Speed;
+    const double p = share.Mean(), q = p * own.Free;
+    const double bestP = bestShare.Mean(), bestQ = bestP * best.Free;
+    const double unsure = std::hypot(share.Sigma() / (p * p), bestShare.Sigma() / (bestP * bestP));
     loss.Start = own.Start - best.Start;
     loss.Turns = own.Turns - best.Turns;
     loss.Speed = {(1 / p - 1 / bestP) * (q + bestQ) / 2, unsure * (q + bestQ) / 2};
@@ -234,21 +259,18 @@ LegDebrief DebriefLeg(const OneBased<std::optional<LegPace>>& paces) {
     LegDebrief told;
     double free = 0.0, targeted = 0.0;
     bool all = true;
+    const LegPace* best = nullptr;
     for (int boat = 1; boat <= paces.Count(); ++boat) {
         const auto& pace = paces[boat];
         if (!pace) continue;
-        if (told.BestBoat == 0 || pace->Whole < paces[told.BestBoat]->Whole) told.BestBoat = boat;
+        if (!best || pace->Whole < best->Whole) best = &*pace, told.BestBoat = boat;
         free += pace->Sailed.Count;
-        targeted += pace->Sailed.Targeted;
-        all = all && (!pace->Known || pace->Sailed.Targeted >= LeastFree);
+        targeted += pace->Sailed.Ratio.Count;
+        all = all && (!pace->Known || pace->Sailed.Ratio.Count >= LeastFree);
     }
     told.ByPolar = all && targeted >= LeastTargeted * free && free > 0;
     for (const auto& pace : paces)
-        told.Boats.Add(pace ? std::optional(LossTo(*paces[told.BestBoat], *pace, told.ByPolar))
-                            : std::nullopt);
-    if (told.BestBoat == 0) return told;
-    LegLoss& best = *told.Boats[told.BestBoat];  // of which all is sure
-    best = {best.Seconds, 0, best.IsSplit, {}, {}, {}, {}, {}};
+        told.Boats.Add(pace && best ? std::optional(LossTo(*best, *pace, told.ByPolar)) : std::nullopt);
     return told;
 }
 

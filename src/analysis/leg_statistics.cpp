@@ -138,16 +138,6 @@ void CompareEfforts(const OneBased<Effort>& efforts, FactorColumn& column) {
     }
 }
 
-/// A text between double quotes, where a quote inside is doubled.
-std::string Quoted(std::string_view text) {
-    std::string quoted = "\"";
-    for (const char c : text) {
-        if (c == '"') quoted += '"';
-        quoted += c;
-    }
-    return quoted + '"';
-}
-
 void AppendCells(const LegTable& table, int boat, int firstEntry, int lastEntry, std::string& row) {
     for (int entry = firstEntry; entry <= lastEntry; ++entry) {
         row += ',';
@@ -215,12 +205,12 @@ DiffAxis ChooseDiffAxis(double spread) {
 std::string LegStatisticsCsv(const RaceControl& race, const LegStatistics& statistics) {
     std::string csv = "\xEF\xBB\xBF\"Boat\"";
     const int entries = race.CourseOrder.Count();
-    for (const std::string& entry : race.CourseOrder) csv += ',' + Quoted(Trim(entry));
+    for (const std::string& entry : race.CourseOrder) csv += ',' + QuotedCell(Trim(entry));
     for (int entry = 2; entry <= entries; ++entry)
-        csv += ',' + Quoted(">" + std::string(Trim(race.CourseOrder[entry])));
+        csv += ',' + QuotedCell(">" + std::string(Trim(race.CourseOrder[entry])));
     csv += "\r\n";
     for (int boat = 1; boat <= race.Boats.Count(); ++boat) {
-        csv += Quoted(race.Boats[boat].BoatName);
+        csv += QuotedCell(race.Boats[boat].BoatName);
         AppendCells(statistics.Cumulative, boat, 1, entries, csv);
         AppendCells(statistics.ByLeg, boat, 2, entries, csv);
         csv += "\r\n";

@@ -19,8 +19,10 @@ struct MadeGoodNow {
 /// What a boat made of a leg, from passing its begin to passing its end.
 struct LegMadeGood {
     double Seconds = 0.0;
-    double Speed = 0.0;  ///< mean, knots
-    double Vmc = 0.0;    ///< mean towards the leg's end, knots
+    double Speed = 0.0;       ///< mean, knots
+    double Vmc = 0.0;         ///< mean towards the leg's end, knots
+    double Sigma = 0.0;       ///< knots, of VMC and of VMG
+    double SpeedSigma = 0.0;  ///< knots; more, as smoothing cuts the corners of turns
     std::optional<double>
         Vmg;  ///< mean along the wind in the sense of the leg, knots; nothing without wind
     std::optional<double> Efficiency;      ///< VMG / speed
@@ -28,6 +30,7 @@ struct LegMadeGood {
     std::optional<double> StarboardShare;  ///< on starboard tack
     double Sailed = 0.0;                   ///< metres
     double Straight = 0.0;                 ///< metres from where it began to where it ended
+    double PlaceSigma = 0.0;               ///< metres, of a place on the way
     std::optional<double> Overstood;  ///< metres beyond the lay line at the last tack of a beat; below 0
                                       ///< short of it
 };

@@ -145,7 +145,8 @@ PolarBand BandOf(int number, const Stretches& sailed, int boats) {
 
 const PolarBand* Polar::BandOf(std::optional<double> windSpeed) const {
     for (const PolarBand& band : Bands)
-        if (windSpeed ? band.From && *windSpeed >= *band.From && *windSpeed < *band.To : !band.From)
+        if (windSpeed ? band.From && *windSpeed >= *band.From && *windSpeed < band.To.value_or(0)
+                      : !band.From)
             return &band;
     return nullptr;
 }
@@ -181,7 +182,7 @@ std::optional<double> PolarSpeed(const PolarCurve& curve, double angle, int fewe
     const bool nearAbove = above && above->Angle - angle <= FarthestFromCell;
     if (below && above && (nearBelow || nearAbove)) {
         const double f = (angle - below->Angle) / (above->Angle - below->Angle);
-        return *below->Median + (*above->Median - *below->Median) * f;
+        return below->Median.value_or(0) * (1 - f) + above->Median.value_or(0) * f;
     }
     if (nearBelow) return below->Median;
     if (nearAbove) return above->Median;

@@ -11,6 +11,9 @@ namespace keelview {
 namespace {
 
 constexpr double LedToMark = 60.0;  // seconds about a passing in which the distance is led to it
+constexpr double FittedWith = 5.0;  // seconds
+constexpr double PaceWithin = 5.0;  // seconds to either side
+constexpr double LeastPace = 0.2;   // metres a second, of a leader whose gap is told in seconds
 constexpr double StillToGo =
     0.01;  // metres for each second before a passing, and gone behind one, at least
 
@@ -25,24 +28,43 @@ class BoatProgress {
             behind_[entry] = behind_[entry + 1] + legs_[entry].Length;
     }
 
-    std::optional<double> At(double t) const {
+    struct Distance {
+        double ToGo = 0.0;
+        double Sigma = 0.0;
+    };
+    std::optional<Distance> At(double t) const {
         int done = passes_.Count();
-        while (done > 0 && !(passes_[done] && *passes_[done] <= t)) --done;
-        if (done > legs_.Count()) return 0.0;
-        const auto here = OnLeg(done, t);
-        return here ? std::optional(*here + behind_[done + 1]) : std::nullopt;
+        const auto isDone = [&](const std::optional<int>& pass) { return pass && *pass <= t; };
+        while (done > 0 && !isDone(passes_[done])) --done;
+        if (done > legs_.Count()) return Distance{};
+        auto here = OnLeg(done, t);
+        if (here) here->ToGo += behind_[done + 1];
+        return here;
     }
 
   private:
     /// Metres to the end of a leg, as the boat's place tells; of leg 0 those to the start.
-    std::optional<double> Raw(int leg, double t) const {
+    std::optional<Distance> Raw(int leg, double t) const {
         const auto now = motion_.At(t);
         if (!now) return {};
         const CourseLeg& axis = legs_[std::max(leg, 1)];
-        return ((leg == 0 ? axis.From : axis.To) - now->At).Along(axis.LadderAxis(wind_.Upwind(t)));
+        return Distance{
+            ((leg == 0 ? axis.From : axis.To) - now->At).Along(axis.LadderAxis(wind_.Upwind(t))),
+            now->PlaceSigma};
     }
 
-    std::optional<double> OnLeg(int leg, double t) const {
+    /// Adds what leads a distance to that of a mark which was passed, or will be, so many seconds away.
+    /// What is unsure goes with it: places within some seconds are fitted to the same fixes.
+    void Lead(int leg, double pass, double length, double away, double fade, Distance& toGo) const {
+        const double share = std::max(0.0, 1 - away / fade);
+        const auto there = share > 0 ? Raw(leg, pass) : std::nullopt;
+        if (!there) return;
+        const double alike = std::max(0.0, 1 - away / FittedWith);
+        toGo.ToGo += (length - there->ToGo) * share;
+        toGo.Sigma *= std::sqrt(std::max(0.0, 1 + share * share - 2 * share * alike));
+    }
+
+    std::optional<Distance> OnLeg(int leg, double t) const {
         auto toGo = Raw(leg, t);
         if (!toGo) return {};
         const double length = leg > 0 ? legs_[leg].Length : 0.0;
@@ -51,17 +73,12 @@ class BoatProgress {
         const double fade =
             begin && end ? std::max(1.0, std::min(LedToMark, (*end - *begin) / 2.0)) : LedToMark;
         if (begin) {
-            const double share = std::max(0.0, 1 - (t - *begin) / fade);
-            if (const auto there = share > 0 ? Raw(leg, *begin) : std::nullopt)
-                *toGo += (length - *there) * share;
-            if (t - *begin < fade) *toGo = std::min(*toGo, length - StillToGo * (t - *begin));
+            Lead(leg, *begin, length, t - *begin, fade, *toGo);
+            if (t - *begin < fade) toGo->ToGo = std::min(toGo->ToGo, length - StillToGo * (t - *begin));
         }
-        if (end) {
-            const double share = std::max(0.0, 1 - (*end - t) / fade);
-            if (const auto there = share > 0 ? Raw(leg, *end) : std::nullopt) *toGo -= *there * share;
-            return std::max(*toGo, StillToGo * (*end - t));
-        }
-        return std::max(*toGo, StillToGo);
+        if (end) Lead(leg, *end, 0.0, *end - t, fade, *toGo);
+        toGo->ToGo = std::max(toGo->ToGo, end ? StillToGo * (*end - t) : StillToGo);
+        return toGo;
     }
 
     const OneBased<CourseLeg>& legs_;
@@ -86,8 +103,9 @@ CourseProgress::CourseProgress(const RaceControl& race, const FleetMotion& fleet
         double least = std::numeric_limits<double>::infinity();
         for (int second = 0; second <= std::min<double>(last, LongestRace); ++second) {
             const auto toGo = progress.At(second);
-            curve.ToGo.push_back(toGo.value_or(std::numeric_limits<double>::quiet_NaN()));
-            if (toGo) least = std::min(least, *toGo);
+            curve.ToGo.push_back(toGo ? toGo->ToGo : std::numeric_limits<double>::quiet_NaN());
+            curve.Sigma.push_back(static_cast<float>(toGo ? toGo->Sigma : 0.0));
+            if (toGo) least = std::min(least, toGo->ToGo);
             curve.Least.push_back(least);
         }
     });
@@ -121,7 +139,7 @@ double CourseProgress::Until(int boat, double t) const {
     return std::min<double>(curves_[boat].Finish.value_or(t), t);
 }
 
-bool CourseProgress::IsAhead(const RankedBoat& one, const RankedBoat& other, double t) const {
+bool CourseProgress::IsAhead(const Standing& one, const Standing& other, double t) const {
     if (one.ToGo != other.ToGo) return one.ToGo < other.ToGo;
     return Until(one.Boat, t) < Until(other.Boat, t);
 }
@@ -133,10 +151,10 @@ double CourseProgress::Last() const {
 }
 
 std::optional<int> CourseProgress::LeaderAt(double t) const {
-    std::optional<RankedBoat> leader;
+    std::optional<Standing> leader;
     for (int boat = 1; boat <= curves_.Count(); ++boat)
         if (const auto toGo = ToGo(boat, t)) {
-            const RankedBoat here{boat, *toGo, 0, {}};
+            const Standing here{boat, *toGo};
             if (!leader || IsAhead(here, *leader, t)) leader = here;
         }
     return leader ? std::optional(leader->Boat) : std::nullopt;
@@ -145,7 +163,7 @@ std::optional<int> CourseProgress::LeaderAt(double t) const {
 std::optional<double> CourseProgress::GapSeconds(int boat, int other, double t) const {
     const auto own = ToGo(boat, t), others = ToGo(other, t);
     if (!own || !others) return {};
-    const RankedBoat one{boat, *own, 0, {}}, another{other, *others, 0, {}};
+    const Standing one{boat, *own}, another{other, *others};
     const bool ahead = IsAhead(one, another, t);
     if (!ahead && !IsAhead(another, one, t)) return 0.0;
     const auto then = ahead ? TimeAt(boat, *others) : TimeAt(other, *own);
@@ -153,16 +171,42 @@ std::optional<double> CourseProgress::GapSeconds(int boat, int other, double t) 
     return ahead ? -std::max(0.0, Until(other, t) - *then) : std::max(0.0, Until(boat, t) - *then);
 }
 
+double CourseProgress::ToGoSigma(int boat, double t) const {
+    const std::vector<float>& sigmas = curves_[boat].Sigma;
+    const bool known = t >= 0 && t < static_cast<double>(sigmas.size());
+    return known ? sigmas[static_cast<std::size_t>(t)] : 0.0;
+}
+
+/// That of a boat behind another one.
+double CourseProgress::GapSecondsSigma(int boat, int other, double t) const {
+    const auto toGo = ToGo(boat, t);
+    const auto then = toGo ? TimeAt(other, *toGo) : std::nullopt;
+    if (!then || boat == other) return 0.0;
+    const auto before = ToGo(other, std::max(0.0, *then - PaceWithin)),
+               after = ToGo(other, *then + PaceWithin);
+    const double pace = before && after ? (*before - *after) / (2 * PaceWithin) : 0.0;
+    return std::hypot(ToGoSigma(boat, Until(boat, t)), ToGoSigma(other, *then)) / std::max(pace, LeastPace);
+}
+
 std::vector<RankedBoat> CourseProgress::OrderAt(double t) const {
     std::vector<RankedBoat> order;
     for (int boat = 1; boat <= curves_.Count(); ++boat)
-        if (const auto toGo = ToGo(boat, t)) order.push_back({boat, *toGo, 0, {}});
-    std::ranges::stable_sort(
-        order, [&](const RankedBoat& one, const RankedBoat& other) { return IsAhead(one, other, t); });
+        if (const auto toGo = ToGo(boat, t)) {
+            order.emplace_back();
+            order.back().Boat = boat;
+            order.back().ToGo = *toGo;
+        }
+    std::ranges::stable_sort(order, [&](const RankedBoat& one, const RankedBoat& other) {
+        return IsAhead({one.Boat, one.ToGo}, {other.Boat, other.ToGo}, t);
+    });
     for (RankedBoat& ranked : order) {
         const RankedBoat& leader = order.front();
         ranked.GapMetres = ranked.ToGo - leader.ToGo;
         ranked.GapSeconds = GapSeconds(ranked.Boat, leader.Boat, t);
+        ranked.ToGoSigma = ToGoSigma(ranked.Boat, Until(ranked.Boat, t));
+        if (ranked.Boat == leader.Boat) continue;
+        ranked.GapMetresSigma = std::hypot(ranked.ToGoSigma, leader.ToGoSigma);
+        ranked.GapSecondsSigma = GapSecondsSigma(ranked.Boat, leader.Boat, t);
     }
     return order;
 }

@@ -13,9 +13,12 @@ namespace keelview {
 /// A boat in the order of a moment.
 struct RankedBoat {
     int Boat = 0;
-    double ToGo = 0.0;                 ///< metres to the finish
-    double GapMetres = 0.0;            ///< to the leader
+    double ToGo = 0.0;       ///< metres to the finish
+    double ToGoSigma = 0.0;  ///< metres, as the tracks' noise has it
+    double GapMetres = 0.0;  ///< to the leader
+    double GapMetresSigma = 0.0;
     std::optional<double> GapSeconds;  ///< since the leader had that distance to go
+    double GapSecondsSigma = 0.0;      ///< beside that of passing times, which are whole seconds
 };
 
 /// How far each boat has to go, for every second from the gun to the end of the race. On a leg within 60
@@ -48,18 +51,27 @@ class CourseProgress {
     /// Metres to the finish, 0 behind it.
     std::optional<double> ToGo(int boat, double t) const;
 
+    /// Standard deviation of that, metres; 0 where it is not known.
+    double ToGoSigma(int boat, double t) const;
+
     /// When a boat first had no more than so many metres to go; nothing if it never had.
     std::optional<double> TimeAt(int boat, double toGo) const;
 
   private:
-    /// A boat's distances by the second, no number where there is none, and the least up to each.
+    /// A boat's distances by the second, no number where there is none, the least up to each, and sigmas.
     struct Curve {
         std::vector<double> ToGo;
         std::vector<double> Least;
+        std::vector<float> Sigma;
         std::optional<int> Finish;
     };
     double Until(int boat, double t) const;
-    bool IsAhead(const RankedBoat& one, const RankedBoat& other, double t) const;
+    double GapSecondsSigma(int boat, int other, double t) const;
+    struct Standing {
+        int Boat = 0;
+        double ToGo = 0.0;
+    };
+    bool IsAhead(const Standing& one, const Standing& other, double t) const;
 
     OneBased<Curve> curves_;
 };

@@ -24,6 +24,7 @@ std::optional<TimeSpan> RacingTime(const RaceControl& race, const MarkPasses& pa
 std::vector<TimeSpan> SteadyTimes(const std::vector<CourseTurn>& turns,
                                   const OneBased<std::optional<int>>& passes, TimeSpan within) {
     std::vector<TimeSpan> unsteady;
+    unsteady.reserve(turns.size() + static_cast<std::size_t>(passes.Count()) + 1);
     for (const CourseTurn& turn : turns)
         unsteady.emplace_back(turn.Start - BeforeTurn, turn.End + BehindTurn);
     for (const auto& pass : passes)

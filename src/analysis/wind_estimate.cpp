@@ -161,8 +161,14 @@ void TakeSamples(double about, WindEstimate& estimate) {
         values.push_back({.Time = t, .Sigma = std::numeric_limits<double>::infinity()});
     std::ranges::stable_sort(values, {}, &SmoothedValue::Time);
     SmoothLikeliest(values);
+    auto sight = estimate.Sights.begin();
     for (const SmoothedValue& value : values) {
-        if (std::isfinite(value.Sigma)) continue;
+        if (std::isfinite(value.Sigma)) {
+            const double share = std::min(std::pow(value.SmoothSigma / value.Sigma, 2), 0.9);
+            const double others = (value.Smooth - share * value.Value) / (1 - share);
+            (sight++)->Others = WrapDirection(std::fmod(about + others + 720, 360));
+            continue;
+        }
         const auto first =
             std::ranges::lower_bound(estimate.Sights, value.Time - CountedWithin, {}, &WindSight::Time);
         const auto last =
@@ -191,7 +197,7 @@ WindEstimate EstimateWind(const FleetMotion& fleet, const FleetTurns& turns, con
     for (const AxisTurn& turn : axes) {
         const bool gybe = std::abs(TurnBetween(wind, turn.Middle)) > 90;
         estimate.Sights.push_back({turn.Time, gybe ? WrapDirection(turn.Middle + 180) : turn.Middle,
-                                   turn.Sigma, gybe, turn.Mean});
+                                   turn.Sigma, gybe, turn.Mean, 0.0});
     }
     WeighKinds(wind, estimate);
     if (std::ssize(estimate.Sights) >= FewestTurns) TakeSamples(wind, estimate);

@@ -21,7 +21,8 @@ struct WindSight {
     double Direction = 0.0;  ///< where the wind comes from, degrees true
     double Sigma = 0.0;      ///< degrees, as the tracks' scatter has it
     bool Gybe = false;
-    Way Mean;  ///< half the sum of the velocities before and behind it, metres a second
+    Way Mean;             ///< half the sum of the velocities before and behind it, metres a second
+    double Others = 0.0;  ///< where all other turns have the wind come from at its time, degrees true
 };
 
 /// The estimated wind at a moment, its band, and on how many turns it rests.

@@ -43,6 +43,15 @@ bool EqualNoCase(std::string_view a, std::string_view b) {
                       [](char x, char y) { return UpperChar(x) == UpperChar(y); });
 }
 
+std::string QuotedCell(std::string_view text) {
+    std::string quoted = "\"";
+    for (const char c : text) {
+        if (c == '"') quoted += '"';
+        quoted += c;
+    }
+    return quoted + '"';
+}
+
 std::vector<std::string_view> Lines(std::string_view text) {
     std::vector<std::string_view> lines;
     while (!text.empty()) lines.push_back(CutLine(text));

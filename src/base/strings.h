@@ -18,6 +18,9 @@ std::string UpperAscii(std::string_view text);
 /// True if both are equal without regard to the case of ASCII letters.
 bool EqualNoCase(std::string_view a, std::string_view b);
 
+/// A text between double quotes, where a quote inside is doubled: a cell of a table for spreadsheets.
+std::string QuotedCell(std::string_view text);
+
 /// The lines of a text that ends its lines with CR LF or LF, without their ends. An end at the very end of
 /// the text opens no further line.
 std::vector<std::string_view> Lines(std::string_view text);

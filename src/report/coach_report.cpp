@@ -122,14 +122,17 @@ void WriteLeg(JsonWriter& json, const std::optional<LegMadeGood>& made) {
     json.BeginObject();
     json.Member("seconds", made->Seconds);
     json.Member("speed", made->Speed);
+    json.Member("speed_sigma", made->SpeedSigma);
     json.Member("vmc", made->Vmc);
-    MaybeMember(json, "vmg", made->Vmg);
+    json.Member("vmc_sigma", made->Sigma);
+    WithSigma(json, "vmg", "vmg_sigma", made->Vmg, made->Sigma);
     MaybeMember(json, "efficiency", made->Efficiency);
     MaybeMember(json, "port", made->PortShare);
     MaybeMember(json, "starboard", made->StarboardShare);
     json.Member("sailed", made->Sailed);
+    json.Member("sailed_sigma", made->SpeedSigma * KnotMetres * made->Seconds);
     json.Member("straight", made->Straight);
-    MaybeMember(json, "overstood", made->Overstood);
+    WithSigma(json, "overstood", "overstood_sigma", made->Overstood, made->PlaceSigma);
     json.EndObject();
 }
 
@@ -153,8 +156,8 @@ void WriteCurve(JsonWriter& json, const PolarCurve& curve) {
         const int to = from + static_cast<int>(PolarCellDegrees);
         if (cell.Stretches > 0) {
             json.BeginObject();
-            json.Member("from", from);
-            json.Member("to", to);
+            json.Member("from_angle", from);
+            json.Member("to_angle", to);
             json.Member("angle", cell.Angle);
             json.Member("stretches", cell.Stretches);
             WithSigma(json, "median", "median_sigma", cell.Median, cell.Sigma);
@@ -205,12 +208,30 @@ void WriteRanking(JsonWriter& json, const CoachAnswers& coach, const std::vector
             json.Member("boat", ranked.Boat);
             json.Member("rank", ++rank);
             json.Member("gap_metres", ranked.GapMetres);
-            MaybeMember(json, "gap_seconds", ranked.GapSeconds);
+            json.Member("gap_metres_sigma", ranked.GapMetresSigma);
+            WithSigma(json, "gap_seconds", "gap_seconds_sigma", ranked.GapSeconds, ranked.GapSecondsSigma);
             json.Member("to_go", ranked.ToGo);
+            json.Member("to_go_sigma", ranked.ToGoSigma);
             json.EndObject();
         }
         json.EndArray();
         json.EndObject();
+    }
+    json.EndArray();
+}
+
+void WriteGaps(JsonWriter& json, const CoachAnswers& coach) {
+    json.Key("gaps");
+    json.BeginArray();
+    for (const auto& curve : coach.Gaps) {
+        json.BeginArray();
+        for (const GapPoint& point : curve) {
+            json.BeginObject();
+            json.Member("time", point.Time);
+            json.Member("seconds", point.Seconds);
+            json.EndObject();
+        }
+        json.EndArray();
     }
     json.EndArray();
 }
@@ -267,9 +288,9 @@ void WriteCurrent(JsonWriter& json, const CoachAnswers& coach) {
     json.BeginObject();
     json.Member("axis", current->Axis);
     json.Member("across", current->Across);
-    json.Key("along");
-    json.Null();
+    WithSigma(json, "along", "along_sigma", current->Along, current->AlongSigma);
     json.Member("sigma", current->Sigma);
+    json.Member("turns", current->Turns);
     json.EndObject();
 }
 
@@ -284,12 +305,13 @@ void WriteMadeGood(JsonWriter& json, const CoachAnswers& coach) {
     json.EndArray();
 }
 
-void WritePolar(JsonWriter& json, const CoachAnswers& coach) {
-    json.Key("polar");
+namespace {
+
+void WriteBands(JsonWriter& json, const Polar& polar) {
     json.BeginObject();
     json.Key("bands");
     json.BeginArray();
-    for (const PolarBand& band : coach.Speeds.Bands) {
+    for (const PolarBand& band : polar.Bands) {
         json.BeginObject();
         MaybeMember(json, "from", band.From);
         MaybeMember(json, "to", band.To);
@@ -303,6 +325,20 @@ void WritePolar(JsonWriter& json, const CoachAnswers& coach) {
     }
     json.EndArray();
     json.EndObject();
+}
+
+}  // namespace
+
+void WritePolar(JsonWriter& json, const CoachAnswers& coach) {
+    json.Key("polar");
+    WriteBands(json, coach.Speeds);
+}
+
+void WritePolarLessCurrent(JsonWriter& json, const CoachAnswers& coach) {
+    json.Key("polar_less_current");
+    if (!coach.Current) return json.Null();
+    WriteBands(json, FindPolar(coach.Race, coach.Motion, coach.Turns, coach.Wind, coach.Passes,
+                               coach.Current->Velocity()));
 }
 
 void WriteDebrief(JsonWriter& json, const CoachAnswers& coach) {

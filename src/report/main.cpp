@@ -1,5 +1,4 @@
-// keelview-report TREE RACEFILE [--at SECONDS]... [--only KEY,KEY] [--walk] [--csv time|distance|speed]
-//                 [--tracks]
+// keelview-report TREE RACEFILE [--at SECONDS]... [--only KEY,KEY] [--walk] [--csv TABLE] [--tracks]
 // keelview-report --new TREE RACEFILE FILE... [--replace]
 // Prints the numbers of a race as one JSON object, or one table of it as CSV for a spreadsheet, or with
 // --tracks what its track files hold; --only prints just the members of those keys. A file that cannot be
@@ -23,6 +22,7 @@
 #include "base/system_command_line.h"
 #include "racedata/refusal_text.h"
 #include "report/leg_report.h"
+#include "report/member_csv.h"
 #include "report/new_race.h"
 #include "report/race_report.h"
 #include "report/track_report.h"
@@ -34,7 +34,7 @@ namespace {
 constexpr int WrongUse = 2;
 constexpr std::string_view Usage =
     "usage: keelview-report TREE RACEFILE [--at SECONDS]... [--only KEY,KEY] [--walk] "
-    "[--csv time|distance|speed] [--tracks] | --new TREE RACEFILE FILE... [--replace]";
+    "[--csv TABLE] [--tracks] | --new TREE RACEFILE FILE... [--replace]";
 
 struct Request {
     std::filesystem::path Tree;
@@ -42,7 +42,7 @@ struct Request {
     std::vector<double> At;
     std::vector<std::string> Only;             ///< keys of the report that are wanted alone
     bool Walk = false;                         ///< the walk's times alone
-    std::optional<StatKind> Csv;               ///< the table that is wanted in place of the whole
+    std::string Csv;                           ///< the table that is wanted in place of the whole
     bool Tracks = false;                       ///< what the track files hold, in place of the whole
     bool New = false;                          ///< the race is to be made of files
     bool Replace = false;                      ///< even where there is one of its name
@@ -77,8 +77,9 @@ Request ReadCommandLine(const std::vector<std::string>& arguments) {
         } else if (argument == "--replace") {
             request.Replace = true;
         } else if (argument == "--csv") {
-            request.Csv = ++i < arguments.size() ? TableKind(arguments[i]) : std::nullopt;
-            if (!request.Csv) request.Fault = "--csv needs time, distance or speed";
+            if (++i < arguments.size()) request.Csv = arguments[i];
+            if (!TableKind(request.Csv) && !IsCoachKey(request.Csv))
+                request.Fault = "--csv needs time, distance, speed or a key of the report, as start";
         } else if (argument == "--only") {
             TakeKeys(++i < arguments.size() ? std::string_view(arguments[i]) : std::string_view(), request);
         } else if (argument.starts_with("-")) {
@@ -118,8 +119,10 @@ int Complain(const std::string& fault) {
 
 std::string TextOf(const RaceNumbers& numbers, const Request& request) {
     if (request.Tracks) return TrackReport(request.Tree, numbers.race) + "\n";
-    if (!request.Csv) return RaceReport(numbers, request.At, request.Walk, request.Only) + "\n";
-    return LegStatisticsCsv(numbers.race, ComputeLegStatistics(numbers.race, numbers.passes, *request.Csv));
+    if (request.Csv.empty()) return RaceReport(numbers, request.At, request.Walk, request.Only) + "\n";
+    if (const auto kind = TableKind(request.Csv))
+        return LegStatisticsCsv(numbers.race, ComputeLegStatistics(numbers.race, numbers.passes, *kind));
+    return MemberCsv(numbers.race, RaceReport(numbers, request.At, request.Walk, {request.Csv}));
 }
 
 void WalkAlone(RaceNumbers& numbers) {

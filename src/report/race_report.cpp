@@ -234,7 +234,7 @@ struct Section {
     void (*Write)(JsonWriter& json, const Source& source);
 };
 
-constexpr std::array<Section, 19> Sections{{
+constexpr std::array<Section, 21> Sections{{
     {"race", false, [](JsonWriter& json, const Source& from) { WriteRace(json, from.Numbers.race); }},
     {"scale", false, [](JsonWriter& json, const Source& from) { WriteScale(json, from.Numbers); }},
     {"boats", false,
@@ -250,6 +250,7 @@ constexpr std::array<Section, 19> Sections{{
     {"at", false, [](JsonWriter& json, const Source& from) { WriteMoments(json, from.Numbers, from.At); }},
     {"ranking", true,
      [](JsonWriter& json, const Source& from) { WriteRanking(json, *from.Coach, from.At); }},
+    {"gaps", true, [](JsonWriter& json, const Source& from) { WriteGaps(json, *from.Coach); }},
     {"start", true, [](JsonWriter& json, const Source& from) { WriteStart(json, *from.Coach); }},
     {"manoeuvres", true, [](JsonWriter& json, const Source& from) { WriteManoeuvres(json, *from.Coach); }},
     {"wind_estimate", true,
@@ -257,6 +258,8 @@ constexpr std::array<Section, 19> Sections{{
     {"current", true, [](JsonWriter& json, const Source& from) { WriteCurrent(json, *from.Coach); }},
     {"made_good", true, [](JsonWriter& json, const Source& from) { WriteMadeGood(json, *from.Coach); }},
     {"polar", true, [](JsonWriter& json, const Source& from) { WritePolar(json, *from.Coach); }},
+    {"polar_less_current", true,
+     [](JsonWriter& json, const Source& from) { WritePolarLessCurrent(json, *from.Coach); }},
     {"debrief", true, [](JsonWriter& json, const Source& from) { WriteDebrief(json, *from.Coach); }},
     {"velocities", true,
      [](JsonWriter& json, const Source& from) { WriteVelocitySources(json, *from.Coach); }},
@@ -266,6 +269,11 @@ constexpr std::array<Section, 19> Sections{{
 
 bool IsReportKey(std::string_view key) {
     return std::ranges::find(Sections, key, &Section::Key) != Sections.end();
+}
+
+bool IsCoachKey(std::string_view key) {
+    const auto section = std::ranges::find(Sections, key, &Section::Key);
+    return section != Sections.end() && section->OfCoach;
 }
 
 std::string RaceReport(const RaceNumbers& numbers, const std::vector<double>& at, bool bareTimes,

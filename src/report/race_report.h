@@ -21,4 +21,7 @@ std::string RaceReport(const RaceNumbers& numbers, const std::vector<double>& at
 /// True for the key of a member that a report can have.
 bool IsReportKey(std::string_view key);
 
+/// True for those of the coach, which are told where they are asked for.
+bool IsCoachKey(std::string_view key);
+
 }  // namespace keelview

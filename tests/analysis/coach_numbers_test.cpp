@@ -227,6 +227,24 @@ TEST(CoachNumbers, TheCurrentAcrossTheWindIsTheMeanOfBothSidesOfATurn) {
     EXPECT_FALSE(EstimateCurrent({}));
 }
 
+TEST(CoachNumbers, LargeShiftsTellTheCurrentAlongTheWindAndSmallOnesDoNot) {
+    Errors errors;
+    for (unsigned seed = 1; seed <= 8; ++seed) {
+        const double north = 0.2 * seed - 0.9;
+        FleetPlan plan{
+            .Seed = seed, .Boats = 12, .Noise = 1, .Swing = 25, .Period = 900, .Current = {0.4, north}};
+        const auto current = EstimateCurrent(Judged(plan).Estimate);
+        ASSERT_TRUE(current && current->Along) << seed;
+        const Way truth = plan.Current * KnotMetres;
+        errors.Add(*current->Along - plan.Current.Along(Towards(current->Axis - 90)), current->AlongSigma);
+        EXPECT_NEAR((current->Velocity() - truth).Length() / KnotMetres, 0, 0.35);
+        plan.Swing = 3;
+        EXPECT_FALSE(EstimateCurrent(Judged(plan).Estimate)->Along);
+    }
+    EXPECT_LT(errors.Rms(), 0.15);
+    EXPECT_GE(errors.WithinTwo, 7);
+}
+
 TEST(CoachNumbers, AFleetThatOnlyBeatsTellsTheWindTooAndTwoTurnsTellNothing) {
     Judged judged({.Noise = 1, .Wind = 300, .Last = 350});
     ASSERT_FALSE(judged.Estimate.Samples.empty());
@@ -382,6 +400,80 @@ TEST(CoachNumbers, APlantedFaultHasItsLossInItsPartOfTheDebrief) {
         }
         EXPECT_GT(lost, 4 * 15);
         EXPECT_GT(inPart, 0.9 * lost) << static_cast<int>(fault);
+    }
+}
+
+TEST(CoachNumbers, TheNoiseOfTracksMovesGapsAndPartsOfLossesAsFarAsTheirSigmasSay) {
+    for (const bool own : {false, true}) {
+        Errors gaps, metres, turns, speed, distance;
+        for (unsigned seed = 1; seed <= 3; ++seed) {
+            FleetPlan plan{.Seed = seed, .Boats = 6, .Swing = 4, .Current = {0.6, -0.2}, .Last = 1700};
+            const CoachAnswers truth = AnswersOf(SimulatedFleet(plan));
+            plan.Noise = 2;
+            plan.OwnVelocity = own;
+            const CoachAnswers seen = AnswersOf(SimulatedFleet(plan));
+            for (double t = 20; t < 1600; t += 35) {
+                const auto order = seen.Progress.OrderAt(t);
+                const int leader = order.front().Boat;
+                for (const RankedBoat& boat : order) {
+                    const auto gap = truth.Progress.GapSeconds(boat.Boat, leader, t);
+                    if (boat.Boat == leader || !gap || !boat.GapSeconds || boat.ToGo == 0) continue;
+                    gaps.Add(*boat.GapSeconds - *gap, boat.GapSecondsSigma);
+                    const double apart =
+                        *truth.Progress.ToGo(boat.Boat, t) - *truth.Progress.ToGo(leader, t);
+                    metres.Add(boat.GapMetres - apart, boat.GapMetresSigma);
+                }
+            }
+            for (int leg = 1; leg <= 3; ++leg)
+                for (int boat = 1; boat <= 6; ++boat) {
+                    const auto& one = seen.Losses[leg].Boats[boat];
+                    const auto& same = truth.Losses[leg].Boats[boat];
+                    if (boat == seen.Losses[leg].BestBoat || !one || !one->IsSplit) continue;
+                    turns.Add(one->Turns.Seconds - same->Turns.Seconds, one->Turns.Sigma);
+                    speed.Add(one->Speed.Seconds - same->Speed.Seconds, one->Speed.Sigma);
+                    distance.Add(one->Distance.Seconds - same->Distance.Seconds, one->Distance.Sigma);
+                }
+        }
+        EXPECT_TRUE(gaps.SigmasHold() && metres.SigmasHold()) << own;
+        EXPECT_LT(metres.Rms(), 1.5);
+        for (const Errors& part : {turns, speed, distance})
+            EXPECT_GE(part.WithinTwo, 0.9 * part.Count) << own;
+    }
+}
+
+TEST(CoachNumbers, ThePolarIsThatOfTheBoatsAndItsTargetsWhereTheyMakeMostGood) {
+    const auto speed = [](double angle) {
+        return (2 + 1.3 * std::sin((angle - 20) * DegToRad)) / KnotMetres;
+    };
+    const auto best = [&](double from, double to) {
+        double at = from;
+        const auto good = [&](double angle) { return speed(angle) * std::abs(std::cos(angle * DegToRad)); };
+        for (double angle = from; angle < to; angle += 0.1)
+            if (good(angle) > good(at)) at = angle;
+        return at;
+    };
+    FleetPlan plan{.Boats = 12, .Noise = 1, .OwnVelocity = true, .Wind = 250, .Last = 2000, .Alike = true};
+    EXPECT_FALSE(AnswersOf(SimulatedFleet(plan)).Speeds.Bands[1].Fleet.UpTarget);  // all sail one angle
+    plan.Spread = 22;
+    for (const bool mirrored : {false, true}) {
+        plan.Mirrored = mirrored;
+        const CoachAnswers answers = AnswersOf(SimulatedFleet(plan));
+        ASSERT_EQ(answers.Speeds.Bands.Count(), 1);
+        const PolarCurve& fleet = answers.Speeds.Bands[1].Fleet;
+        EXPECT_EQ(answers.Speeds.Bands[1].From, 8);
+        int told = 0;
+        for (const PolarCell& cell : fleet.Cells) {
+            if (!cell.Median) continue;
+            EXPECT_NEAR(*cell.Median, speed(cell.Angle), 0.1) << cell.Angle;
+            EXPECT_NEAR(*cell.BestTenth, *cell.Median, 0.25);
+            ++told;
+        }
+        EXPECT_GE(told, 8);
+        ASSERT_TRUE(fleet.UpTarget && fleet.DownTarget);
+        EXPECT_NEAR(fleet.UpTarget->Angle, best(0, 75), 3);
+        EXPECT_NEAR(fleet.DownTarget->Angle, best(105, 180), 3);
+        EXPECT_NEAR(fleet.UpTarget->Speed, speed(fleet.UpTarget->Angle), 0.1);
+        EXPECT_FALSE(PolarSpeed(fleet, 90, 1));
     }
 }
 

@@ -1,5 +1,7 @@
 """keelview-report as a script meets it: one JSON object, or one line on standard error and exit status 2."""
 
+import csv
+import io
 import json
 import shutil
 import subprocess
@@ -83,7 +85,7 @@ class Report(unittest.TestCase):
         whole = json.loads(self.run_report(self.tree, "R1.txt", "--at", "400").stdout)
         some = json.loads(self.run_report(self.tree, "R1.txt", "--at", "400", "--only", "boats,at, race").stdout)
         self.assertEqual(some, {key: whole[key] for key in ("race", "boats", "at")})
-        coach = ("ranking", "start", "manoeuvres", "wind_estimate", "current", "made_good", "polar", "debrief", "velocities")
+        coach = ("ranking", "gaps", "start", "manoeuvres", "wind_estimate", "current", "made_good", "polar", "polar_less_current", "debrief", "velocities")
         self.assertFalse(set(coach) & set(whole))
         answers = json.loads(self.run_report(self.tree, "R1.txt", "--only", ",".join(coach)).stdout)
         self.assertEqual(tuple(answers), coach)
@@ -92,11 +94,15 @@ class Report(unittest.TestCase):
         self.assertEqual((line["favoured_end"], answers["wind_estimate"]["used"]), (1, "typed"))
         self.assertAlmostEqual(boat["crossing"], 300, delta=0.1)
         self.assertEqual((boat["ocs"], boat["returned"]), (None, None))  # its track begins with the gun
+        head, row = csv.reader(io.StringIO(self.run_report(self.tree, "R1.txt", "--csv", "start").stdout.lstrip("\ufeff")))
+        cells = dict(zip(head, row))
+        self.assertEqual((cells["Boat"], cells["line_favoured_end"], cells["number"], cells["ocs"]), ("Al\tpha", "1", "1", ""))
+        self.assertAlmostEqual(float(cells["crossing"]), boat["crossing"])
 
     def test_wrong_use_is_one_line_and_exit_status_2(self):
         good = (self.tree, "R1.txt")
         for arguments in ((), good[:1], (*good, "more"), (*good, "--at"), (*good, "--at", "noon"), (*good, "--help-me"), (*good, "--only"),
-                          (*good, "--only", "start,none"),
+                          (*good, "--only", "start,none"), (*good, "--csv", "boats"),
                           (self.tree, "none.txt"), (self.tree / "none", "R1.txt"), (self.tree, "../raceadmin/R1.txt")):  # fmt: skip
             with self.subTest(arguments=arguments):
                 ran = self.run_report(*arguments)

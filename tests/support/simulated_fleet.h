@@ -58,7 +58,8 @@ class SimulatedFleet {
     std::vector<Turn> Turns;
     std::vector<Start> Starts;
 
-    explicit SimulatedFleet(const FleetPlan& plan) : plan_(plan), engine_(plan.Seed) {
+    explicit SimulatedFleet(const FleetPlan& plan)
+        : plan_(plan), engine_(plan.Seed), noise_(plan.Seed + 1000) {
         Race.RaceDuration = plan.Last;
         LayCourse();
         Race.WindFileName = "simulated";
@@ -82,7 +83,7 @@ class SimulatedFleet {
     double Between(double low, double high) { return low + (high - low) * Random(); }
     double Gauss() {
         double sum = -6;
-        for (int i = 0; i < 12; ++i) sum += Random();
+        for (int i = 0; i < 12; ++i) sum += static_cast<double>(noise_()) / 4294967296.0;
         return sum;
     }
     double WindFrom(double t) const {
@@ -258,6 +259,7 @@ class SimulatedFleet {
 
     const FleetPlan plan_;
     std::mt19937 engine_;
+    std::mt19937 noise_;  // apart, so that fleets of one seed sail alike however they are recorded
     std::vector<int> passes_;
 };
 
