@@ -5,12 +5,13 @@
 QT_PACKAGES=(g++-mingw-w64-x86-64-posix cmake ninja-build dpkg-dev qt6-base-dev qt6-base-dev-tools)
 
 # Shared libraries, which the LGPL wants to be replaceable, of Core, Gui and Widgets alone. Without Direct2D the
-# platform's plug-in links only without DirectWrite; faces then come by GDI, those beside the program as well.
+# platform's plug-in links only without DirectWrite; faces then come by GDI, those beside the program as well. OpenGL
+# that is found at run time is off by a switch of its own.
 QT_SWITCHES=(CMAKE_BUILD_TYPE=Release BUILD_SHARED_LIBS=ON QT_HOST_PATH=/usr
     QT_HOST_PATH_CMAKE_DIR=/usr/lib/x86_64-linux-gnu/cmake QT_QMAKE_TARGET_MKSPEC=win32-g++
-    CMAKE_INSTALL_PREFIX=/qt QT_BUILD_TESTS=OFF QT_BUILD_EXAMPLES=OFF)
+    CMAKE_INSTALL_PREFIX=/qt QT_BUILD_TESTS=OFF QT_BUILD_EXAMPLES=OFF INPUT_opengl=no)
 QT_WITHOUT=(network sql dbus testlib concurrent printsupport xml
-    opengl vulkan direct2d directwrite directwrite3 freetype fontconfig
+    opengl opengl_dynamic dynamicgl vulkan direct2d directwrite directwrite3 freetype fontconfig
     icu openssl glib zstd brotli tabletevent pkg_config
     system_zlib system_png system_jpeg system_pcre2 system_harfbuzz system_freetype system_doubleconversion
     gif ico bmp ppm xbm xpm pdf graphicsview

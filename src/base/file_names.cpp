@@ -27,7 +27,7 @@ bool IsDevice(std::string_view name) {
 
 bool EverySystemTakes(std::string_view name) {
     const auto forbidden = [](unsigned char c) {
-        return c < ' ' || Forbidden.find(static_cast<char>(c)) != Forbidden.npos;
+        return c < ' ' || Forbidden.find(static_cast<char>(c)) != std::string_view::npos;
     };
     return !name.empty() && name.back() != '.' && name.back() != ' ' &&
            std::ranges::none_of(name, forbidden) && !IsDevice(name);

@@ -99,10 +99,10 @@ bool ShowsOnly(const fs::path& folder) {
 }  // namespace
 
 fs::path SettleDataFolder(const fs::path& program, const fs::path& userFolder, bool japanese) {
-    const fs::path programFolder = program.parent_path();
+    fs::path programFolder = program.parent_path();
     const fs::path races = FindBelow(programFolder, RaceFolder);
     if (IsFolder(races) && (ShowsOnly(programFolder) || MayWrite(races))) return programFolder;
-    const fs::path shared =
+    fs::path shared =
         IsFolder(races) ? programFolder : (programFolder / ".." / "share" / "keelview").lexically_normal();
     if (!IsFolder(FindBelow(shared, RaceFolder))) return programFolder;
     const fs::path startFiles = shared / StartFolder / (japanese ? "ja" : "en");
