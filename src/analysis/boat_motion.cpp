@@ -17,6 +17,7 @@ constexpr double ShortestReach = 1.0;
 constexpr double SureVelocity = 0.15;  // metres a second, to which a velocity is sought
 constexpr double LeastNoise = 0.002;  // metres that a boat makes in the millisecond to which times are told
 constexpr double LongestGap = 12.0;   // seconds between fixes that are one way
+constexpr double GapsInAll = 200'000;  // seconds of a track by the second
 constexpr int FewestFitted = 5;
 constexpr double AgreementSpan = 20.0;       // seconds over which own velocities are compared with places
 constexpr double LeastTold = 0.95;           // share of the fixes that must tell a velocity
@@ -64,8 +65,8 @@ BoatMotion::BoatMotion(const Track& track, const Plane& plane) {
 }
 
 void BoatMotion::KeepSeconds() {
-    // A track of few fixes with long gaps is not worth it.
-    const auto most = LongestGap * static_cast<double>(times_.size());
+    // Few fixes that are spread over weeks are not worth it.
+    const auto most = LongestGap * static_cast<double>(times_.size()) + GapsInAll;
     if (times_.empty() || times_.back() - times_.front() > most) return;
     firstSecond_ = std::ceil(times_.front());
     int next = 0;

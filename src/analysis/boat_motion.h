@@ -55,6 +55,9 @@ class BoatMotion {
     /// Standard deviation of a single place, metres each way, as far as it changes from fix to fix.
     double Noise() const { return noise_; }
 
+    /// Its fixes stand close enough for a motion by the second; else nobody needs to ask for each.
+    bool IsDense() const { return !seconds_.empty(); }
+
     /// Seconds to either side over which velocities are smoothed; 0 where they are the receiver's own.
     double Reach() const { return velocities_.empty() ? reach_ : 0.0; }
 

@@ -25,14 +25,14 @@ struct CoachWork::Piece {
 };
 
 std::span<const CoachWork::Piece> CoachWork::Pieces() {
-    static constexpr std::array<Piece, 8> pieces{{{0.30, &CoachWork::TakeMotion},
-                                                  {0.15, &CoachWork::FindTheTurns},
-                                                  {0.05, &CoachWork::FindTheWind},
-                                                  {0.15, &CoachWork::FollowCourse},
-                                                  {0.05, &CoachWork::JudgeTurns},
-                                                  {0.15, &CoachWork::SumLegs},
-                                                  {0.05, &CoachWork::FindSpeeds},
-                                                  {0.10, &CoachWork::SplitLosses}}};
+    static constexpr std::array<Piece, 8> pieces{{{0.27, &CoachWork::TakeMotion},
+                                                  {0.14, &CoachWork::FindTheTurns},
+                                                  {0.07, &CoachWork::FindTheWind},
+                                                  {0.12, &CoachWork::FollowCourse},
+                                                  {0.07, &CoachWork::JudgeTurns},
+                                                  {0.12, &CoachWork::SumLegs},
+                                                  {0.06, &CoachWork::FindSpeeds},
+                                                  {0.15, &CoachWork::SplitLosses}}};
     return pieces;
 }
 

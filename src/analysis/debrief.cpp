@@ -14,6 +14,7 @@ namespace {
 constexpr double StartWindow = 20.0;  // seconds behind the crossing that belong to the start
 constexpr double BeforeTurn = 5.0, BehindTurn = 15.0;  // seconds that the loss of a turn speaks of
 constexpr double LeastFree = 20.0;                     // seconds of free sailing that tell a pace
+constexpr double LeastCovered = 0.9;                   // of a leg, by its track
 constexpr double LeastTargeted = 0.8;                  // share of free seconds whose target is known
 constexpr int FewestBoats = 3;                         // that a target rests on, where there are as many
 
@@ -131,11 +132,15 @@ class LegSailor {
     LegPace Tell(double whole, double crossing) const {
         LegPace pace;
         pace.Whole = whole;
+        const BoatMotion& motion = from_.Motion.Boats[boat_];
+        if (!motion.IsDense() || motion.Span().second < begin_ + LeastCovered * (end_ - begin_))
+            return pace;
         Seconds start, other;
         SumSeconds(pace.Sailed, start, other);
         const double good = pace.Sailed.Good / std::max(pace.Sailed.Count, 1.0);
         const bool slow = pace.Sailed.Count < LeastFree || good <= KnotMetres / 2;
-        if (slow || pace.Sailed.Count + start.Count + other.Count + LostWindows() < 0.9 * (end_ - begin_))
+        if (slow ||
+            pace.Sailed.Count + start.Count + other.Count + LostWindows() < LeastCovered * (end_ - begin_))
             return pace;
         for (const Manoeuvre* turn : lost_)
             pace.Turns = pace.Turns + LostSeconds{turn->LossSeconds.value_or(0), turn->LossSecondsSigma};

@@ -100,7 +100,8 @@ std::optional<MadeGoodNow> MadeGoodAt(const BoatMotion& motion, const CourseLeg&
 std::optional<LegMadeGood> MadeGoodOnLeg(const RaceControl& race, const BoatMotion& motion,
                                          const CourseLeg& leg, const RaceWind& wind,
                                          std::optional<int> begin, std::optional<int> end) {
-    if (!begin || !end || *end <= *begin) return {};
+    if (!begin || !end || *end <= *begin || !motion.IsDense()) return {};
+    if (motion.Span().second < *begin + LeastCovered * (*end - *begin)) return {};
     LegSums sums;
     for (int t = *begin; t <= *end; ++t)
         if (const auto now = motion.At(t)) sums.Add(*now, leg, wind.Upwind(t));

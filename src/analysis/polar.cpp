@@ -155,8 +155,9 @@ Polar FindPolar(const RaceControl& race, const FleetMotion& fleet, const FleetTu
                 const RaceWind& wind, const MarkPasses& passes, Way current) {
     OneBased<Stretches> sailed(fleet.Boats.Count());
     ForEachInParallel(sailed.Count(), [&](int boat) {
-        const auto racing = RacingTime(race, passes, boat);
-        if (!racing) return;
+        auto racing = RacingTime(race, passes, boat);
+        if (!racing || !fleet.Boats[boat].IsDense()) return;
+        racing->second = std::min(racing->second, fleet.Boats[boat].Span().second);
         const auto none = OneBased<std::optional<int>>();
         const auto& own = passes.MarkPassTime.Holds(boat) ? passes.MarkPassTime[boat] : none;
         sailed[boat] =

@@ -99,7 +99,8 @@ CourseProgress::CourseProgress(const RaceControl& race, const FleetMotion& fleet
         Curve& curve = curves_[boat];
         curve.Finish = FinishTime(passes, boat);
         const BoatProgress progress(legs, fleet.Boats[boat], wind, passes, boat);
-        const double last = std::max<double>(race.RaceDuration, fleet.Boats[boat].Span().second);
+        if (!fleet.Boats[boat].IsDense()) return;
+        const double last = fleet.Boats[boat].Span().second;
         double least = std::numeric_limits<double>::infinity();
         for (int second = 0; second <= std::min<double>(last, LongestRace); ++second) {
             const auto toGo = progress.At(second);
@@ -127,7 +128,7 @@ std::optional<double> CourseProgress::ToGo(int boat, double t) const {
 std::optional<double> CourseProgress::TimeAt(int boat, double toGo) const {
     const std::vector<double>& least = curves_[boat].Least;
     const auto found = std::ranges::lower_bound(least, toGo, std::ranges::greater());
-    if (found == least.end()) return {};
+    if (found == least.end()) return curves_[boat].Finish;  // its track ended before
     const auto second = static_cast<double>(found - least.begin());
     if (found == least.begin() || !std::isfinite(*(found - 1)) || *found == toGo) return second;
     const double before = *(found - 1);

@@ -21,7 +21,7 @@ struct RankedBoat {
     double GapSecondsSigma = 0.0;      ///< beside that of passing times, which are whole seconds
 };
 
-/// How far each boat has to go, for every second from the gun to the end of the race. On a leg within 60
+/// How far each boat has to go, for every second from the gun to the end of its track. On a leg within 60
 /// degrees of the wind's axis the distance is counted along the wind (ladder rungs), else along the leg;
 /// the legs to come count by their length. Within a minute of a mark the distance is led to that of the
 /// mark, so that boats are there just when they pass it, and the gap there is the difference of the passing

@@ -24,7 +24,7 @@ struct Courses {
 
     explicit Courses(const BoatMotion& motion) {
         const auto [from, to] = motion.Span();
-        if (!(to > from)) return;
+        if (!(to > from) || !motion.IsDense()) return;
         First = static_cast<int>(std::ceil(from));
         std::optional<double> last;
         for (int t = First; t <= to; ++t) {

@@ -4,8 +4,7 @@
 #include <cmath>
 #include <tuple>
 
-#include "analysis/coach_answers.h"
-#include "support/simulated_fleet.h"
+#include "support/asked_fleet.h"
 
 namespace keelview {
 namespace {
@@ -357,17 +356,6 @@ TEST(CoachNumbers, WhatIsMadeGoodOfALegIsThatOfThePolarAndTheWaySailed) {
         ASSERT_EQ(one[i].Overstood.has_value(), mirrored[i].Overstood.has_value());
         EXPECT_NEAR(one[i].Overstood.value_or(0), mirrored[i].Overstood.value_or(0), 1);
     }
-}
-
-/// All answers of a simulated fleet.
-CoachAnswers AnswersOf(const SimulatedFleet& fleet) {
-    RaceNumbers numbers;
-    numbers.race = fleet.Race;
-    numbers.tracks = fleet.Boats;
-    numbers.scale = fleet.Scale;
-    numbers.wind = fleet.Wind;
-    numbers.passes = fleet.Passes;
-    return *AnswerCoach(numbers);
 }
 
 TEST(CoachNumbers, APlantedFaultHasItsLossInItsPartOfTheDebrief) {
