@@ -5,6 +5,7 @@
 #include <cstdint>
 
 #include "analysis/race_numbers.h"
+#include "base/copy_file.h"
 #include "base/file_names.h"
 #include "base/files.h"
 #include "base/paths.h"
@@ -57,8 +58,7 @@ bool NoRoomFor(const fs::path& source, const fs::path& target) {
 
 void CopyWhole(const fs::path& source, const fs::path& target) {
     MakeFolder(target.parent_path());
-    std::error_code error;
-    fs::copy_file(source, target, fs::copy_options::overwrite_existing, error);
+    std::error_code error = CopyOver(source, target);
     // The copy itself calls a full disc an input/output error.
     if (error == std::errc::io_error && NoRoomFor(source, target))
         error = std::make_error_code(std::errc::no_space_on_device);

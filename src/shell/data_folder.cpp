@@ -3,7 +3,9 @@
 #include <array>
 #include <system_error>
 
+#include "base/copy_file.h"
 #include "base/files.h"
+#include "base/paths.h"
 #include "racedata/start_files.h"
 
 namespace keelview {
@@ -25,17 +27,22 @@ bool IsFolder(const fs::path& path) {
     return fs::is_directory(path, error);
 }
 
-/// Copies a file or all that is in a folder. The user owns the copies and may write them.
-std::error_code CopyAll(const fs::path& from, const fs::path& to) {
+/// The user owns what was copied, a file or all that is in a folder, and may write it.
+std::error_code MakeWritable(const fs::path& to) {
     std::error_code error;
-    fs::copy(from, to, fs::copy_options::recursive | fs::copy_options::overwrite_existing, error);
-    if (error) return error;
     fs::permissions(to, fs::perms::owner_write, fs::perm_options::add, error);
     if (error || !IsFolder(to)) return error;
     for (fs::recursive_directory_iterator entry(to, error), end; !error && entry != end;
          entry.increment(error))
         fs::permissions(entry->path(), fs::perms::owner_write, fs::perm_options::add, error);
     return error;
+}
+
+/// Copies the files of a folder over those of another; none where there is no such folder.
+std::error_code CopyFilesOver(const fs::path& from, const fs::path& to) {
+    for (const std::string& name : ListFiles(from, "*"))
+        if (const std::error_code error = CopyOver(from / PathOf(name), to / PathOf(name))) return error;
+    return {};
 }
 
 /// Copies an entry of the shared data that the folder lacks: aside first, so that it is there whole or not
@@ -47,8 +54,9 @@ std::error_code LayOutEntry(const fs::path& shared, const fs::path& folder, cons
     if (fs::exists(folder / name, error) || !fs::exists(source, error)) return {};
     const fs::path aside = folder / (".new-" + name);
     fs::remove_all(aside, error);
-    if (!error) error = CopyAll(source, aside);
-    if (!error && name == RaceFolder && IsFolder(startFiles)) error = CopyAll(startFiles, aside);
+    if (!error) fs::copy(source, aside, fs::copy_options::recursive, error);
+    if (!error && name == RaceFolder) error = CopyFilesOver(startFiles, aside);
+    if (!error) error = MakeWritable(aside);
     if (!error) fs::rename(aside, folder / name, error);
     return error;
 }

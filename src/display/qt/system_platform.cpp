@@ -35,7 +35,8 @@ class SystemPlatform : public Platform {
     std::filesystem::path ProgramFolder() override {
         const std::string tree = FromQt(qEnvironmentVariable("KEELVIEW_TREE"));
         if (!tree.empty()) return PathOf(tree).lexically_normal();
-        const std::filesystem::path program = PathOf(FromQt(QCoreApplication::applicationFilePath()));
+        const std::filesystem::path program =
+            PathOf(FromQt(QCoreApplication::applicationFilePath())).make_preferred();
         if (!dataFolder_) return program.parent_path();
         return dataFolder_(program, PersonsDataFolder(), UserIsJapanese());
     }
