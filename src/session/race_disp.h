@@ -232,8 +232,8 @@ class RaceDisp : public Form {
     OptionButton Option20{Picture16, "Option20"};                  // "Polar"
     OptionButton Option21{Picture16, "Option21"};                  // "Debrief"
     Button Command15{Picture16, "Command15"};                      // "Copy"
-    Button Command16{Picture16, "Command16"};                // "Take as the wind"
-    Button Command17{Picture16, "Command17"};                // "Save page"
+    Button Command16{Picture16, "Command16"};                      // "Take as the wind"
+    Button Command17{Picture16, "Command17"};                      // "Save page"
     Surface Picture17{Picture16, "Picture17", BorderStyle::Flat};  // what the chosen tab shows
     ScrollBar VScroll4{Picture16, "VScroll4", ScrollBar::Way::Down};
     LineObject Line6{Picture17, "Line6", Red};  // the moment of the film on its curves
