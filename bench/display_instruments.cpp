@@ -40,6 +40,25 @@ BENCHMARK(WindPanelUpdate)
     ->Args({0, 1})
     ->Unit(benchmark::kMicrosecond);
 
+/// The side panel with its order of all boats as the film runs on, by so many tenths of a second a frame.
+void SidePanelFrame(benchmark::State& state) {
+    const Display display(WindSamples);
+    AppState& app = *display.app;
+    FindAllPasses(app.race, app.tracks, app.scale, app.passes);
+    if (!display.Form().SidePanelHasRoom()) display.Form().SlideSidePanel(true);
+    display.desk->sidePanel.Repaint(Changed::Size);
+    while (display.desk->session.TheCoach().Answers() == nullptr) display.Form().Timer5.OnTimer();
+    app.clock.ReplayTime = 1000;
+    display.ShowMoment();
+    for (auto _ : state) {
+        app.clock.ReplayTime += static_cast<double>(state.range(0)) / 10;
+        if (app.clock.ReplayTime > Fixes - 1000) app.clock.ReplayTime = 1000;
+        app.now.Time = app.clock.ReplayTime;
+        display.desk->sidePanel.Show(app.now);
+    }
+}
+BENCHMARK(SidePanelFrame)->ArgName("tenths")->Arg(2)->Arg(10)->Unit(benchmark::kMicrosecond);
+
 void WindGraph(benchmark::State& state) {
     const Display display(WindSamples);
     for (auto _ : state) display.desk->windPanel.Repaint(Changed::Wind);

@@ -105,12 +105,13 @@ bool SidePage::SameShape(const SideBlocks& blocks) const {
         if (table == nullptr) return true;
         const SideTable& before = std::get<SideTable>(other);
         return table->Rows.size() == before.Rows.size() && table->Columns.size() == before.Columns.size() &&
-               table->Title == before.Title;
+               table->Title.empty() == before.Title.empty();
     });
 }
 
 void SidePage::Place(const Canvas& page) {
     placed_.assign(blocks_.size(), {});
+    widths_.clear();
     double y = Edge;
     for (std::size_t i = 0; i < blocks_.size(); ++i) {
         Placed& placed = placed_[i];
@@ -152,25 +153,29 @@ double SidePage::RowTop(const SideTable& table, const Placed& placed, std::size_
 void SidePage::DrawAll(Canvas& page, const SideFocus& focus) const {
     page.Cls();
     const double end = scrolled_ + page.ScaleHeight();
-    const auto title = [&page](double y, const std::string& words) {
-        page.ForeColor = Black;
-        if (!words.empty()) page.PrintAt(Edge, y, words);
-    };
     for (std::size_t i = 0; i < blocks_.size(); ++i) {
         const Placed& placed = placed_[i];
         if (placed.Bottom < scrolled_ || placed.Top > end) continue;
         const double top = placed.Top - scrolled_;
         if (const auto* table = std::get_if<SideTable>(&blocks_[i])) {
-            title(top, table->Title);
+            DrawTitle(page, top, table->Title);
             DrawTable(page, *table, placed, focus);
         } else if (const auto* picture = std::get_if<SidePicture>(&blocks_[i])) {
-            title(top, picture->Title);
+            DrawTitle(page, top, picture->Title);
             picture->Draw(page, PlaceOf(i));
         } else {
+            page.ForeColor = Black;
             for (std::size_t line = 0; line < placed.Lines.size(); ++line)
-                title(top + RowPitch * static_cast<double>(line), placed.Lines[line]);
+                page.PrintAt(Edge, top + RowPitch * static_cast<double>(line), placed.Lines[line]);
         }
     }
+}
+
+void SidePage::DrawTitle(Canvas& page, double top, const std::string& title) const {
+    if (title.empty()) return;
+    page.FilledBox(0.0, top, width_, top + TitlePitch - 1, PageColour);
+    page.ForeColor = Black;
+    page.PrintAt(Edge, top, title);
 }
 
 void SidePage::DrawChanges(Canvas& page, const SideBlocks& before, const SideFocus& focus) const {
@@ -178,6 +183,7 @@ void SidePage::DrawChanges(Canvas& page, const SideBlocks& before, const SideFoc
         const auto* table = std::get_if<SideTable>(&blocks_[i]);
         if (table == nullptr) continue;
         const SideTable& old = std::get<SideTable>(before[i]);
+        if (table->Title != old.Title) DrawTitle(page, placed_[i].Top - scrolled_, table->Title);
         for (std::size_t row = 0; row < table->Rows.size(); ++row) {
             const bool otherBoat = table->Rows[row].To.Boat != old.Rows[row].To.Boat;
             for (std::size_t column = 0; column < table->Columns.size(); ++column)
@@ -227,7 +233,14 @@ void SidePage::DrawCell(Canvas& page, const SideTable& table, const Placed& plac
     if (table.Columns[column].Left)
         page.PrintAt(left, y, cell);
     else
-        PrintRight(page, right, y, cell);
+        page.PrintAt(right - WidthOf(page, cell), y, cell);
+}
+
+/// Measuring takes as long as printing, and the same numbers come again and again.
+double SidePage::WidthOf(const Canvas& page, std::string_view cell) const {
+    const auto [known, isNew] = widths_.try_emplace(std::string(cell), 0.0);
+    if (isNew) known->second = page.TextWidth(cell);
+    return known->second;
 }
 
 SideTarget SidePage::TargetAt(const Point& at) const {

@@ -3,6 +3,8 @@
 #include <functional>
 #include <optional>
 #include <string>
+#include <string_view>
+#include <unordered_map>
 #include <variant>
 #include <vector>
 
@@ -87,15 +89,18 @@ class SidePage {
     void PlaceTable(const Canvas& page, const SideTable& table, Placed& placed) const;
     void DrawAll(Canvas& page, const SideFocus& focus) const;
     void DrawChanges(Canvas& page, const SideBlocks& before, const SideFocus& focus) const;
+    void DrawTitle(Canvas& page, double top, const std::string& title) const;
     void DrawHead(Canvas& page, const SideTable& table, const Placed& placed) const;
     void DrawTable(Canvas& page, const SideTable& table, const Placed& placed,
                    const SideFocus& focus) const;
     void DrawCell(Canvas& page, const SideTable& table, const Placed& placed, std::size_t row,
                   std::size_t column, const SideFocus& focus) const;
+    double WidthOf(const Canvas& page, std::string_view cell) const;
     double RowTop(const SideTable& table, const Placed& placed, std::size_t row) const;
 
     SideBlocks blocks_;
     std::vector<Placed> placed_;
+    mutable std::unordered_map<std::string, double> widths_;  // of cells, since all was placed
     double height_ = 0.0;
     double scrolled_ = 0.0;
     double width_ = 0.0;

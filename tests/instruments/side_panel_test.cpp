@@ -116,7 +116,7 @@ TEST_F(SidePanelTest, AWindThatIsTakenStandsInItsFileAndOneThatCannotBeWrittenCh
 
 SideBlocks Lines(int rows, int shift) {
     SideTable table;
-    table.Title = "Title";
+    table.Title = "Title " + std::string(static_cast<std::size_t>(shift), 'i');
     table.Columns = {{"A", "0000", false}, {"B", "", true}, {"C", "00", false}};
     table.NameColumn = 1;
     for (int row = 1; row <= rows; ++row) {
