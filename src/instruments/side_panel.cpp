@@ -171,8 +171,6 @@ void SidePanel::SavePage(const CoachAnswers& answers) {
     const std::string page =
         SideDocument(form_.Title() + "  " + tab, Blocks(answers), app_.settings.UseEnglish,
                      [this](const SidePicture& picture) { return Paint(picture); });
-    std::error_code noFolder;
-    std::filesystem::create_directories(file.parent_path(), noFolder);  // what fails here fails at writing
     if (WriteFileAtomically(file, page))
         voice.Say({"The page could not be written.", "ページを書き込めません。"}, file.string());
     else if (!OpenDocument(app_.settings, session_.TheServices(), file.string()))
@@ -184,7 +182,7 @@ Picture SidePanel::Paint(const SidePicture& picture) {
     Surface& sheet = form_.Picture13;
     sheet.Move(0, 0, PaperWidth, picture.Height);
     sheet.Cls();
-    picture.Draw(sheet, {{0.0, 0.0}, {PaperWidth - 1, picture.Height - 1}});
+    picture.Draw(sheet, {{0.0, 0.0}, {sheet.ScaleWidth() - 1, sheet.ScaleHeight() - 1}});
     Picture image = sheet.Image();
     sheet.Move(0, 0, 1, 1);
     return image;

@@ -1,5 +1,7 @@
 #include <gtest/gtest.h>
 
+#include <QByteArray>
+#include <QImage>
 #include <chrono>
 #include <fstream>
 #include <set>
@@ -92,6 +94,28 @@ TEST_F(SidePanelTest, EveryTabSaysSomethingOfARaceThatTellsNothing) {
         EXPECT_EQ(told.size(), Form().SideTabs().size());
         desk.reset();
     }
+}
+
+TEST_F(SidePanelTest, ASavedPageHoldsItsPicturesAndNamesAsText) {
+    Sail("CRS, L1, L2, L3\r\nBN, a.trk, <i>Cat & \"Co\"</i>\r\n");
+    TakeOut();
+    driver::Click(Form().Command17);
+    const std::string page = tree.Read("attachment/R1_Board.html");
+    EXPECT_NE(page.find("&lt;i&gt;Cat &amp; &quot;Co&quot;&lt;/i&gt;"), std::string::npos)
+        << page.substr(0, 2000);
+    EXPECT_EQ(page.find("<i>"), std::string::npos);
+    const std::size_t at = page.find("base64,") + 7;
+    const QByteArray bytes =
+        QByteArray::fromBase64(QByteArray::fromStdString(page.substr(at, page.find('"', at) - at)));
+    const QImage picture = QImage::fromData(bytes, "PNG");
+    ASSERT_GT(picture.width(), 600);
+    EXPECT_EQ(picture.pixelColor(picture.width() - 1, 50), QColor(Qt::black));  // its frame is whole
+    int red = 0;  // the first boat's curve
+    for (int y = 0; y < picture.height(); ++y)
+        for (int x = 0; x < picture.width(); ++x)
+            red += picture.pixelColor(x, y).red() > 200 && picture.pixelColor(x, y).blue() < 60 ? 1 : 0;
+    EXPECT_GT(red, 50);
+    EXPECT_EQ(platform.Documents.size(), 1U);
 }
 
 TEST_F(SidePanelTest, AWindThatIsTakenStandsInItsFileAndOneThatCannotBeWrittenChangesNothing) {
