@@ -42,21 +42,25 @@ void SetColumns(const SideView& view, const Text& first, SideTable& table) {
     for (const Part& part : Parts) table.Columns.push_back({view.Say(part.Name), "-000", false});
 }
 
+/// What a boat lost on a leg; nullptr where it did not sail all of it.
+const LegLoss* LossOf(const LegDebrief& leg, int boat) {
+    if (!leg.Boats.Holds(boat)) return nullptr;
+    const std::optional<LegLoss>& loss = leg.Boats[boat];
+    return loss ? &*loss : nullptr;
+}
+
 /// The sum over the legs that the boat sailed.
 std::optional<LegLoss> SumOf(const SideView& view, int boat) {
-    std::optional<LegLoss> sum;
+    LegLoss sum;
+    bool sailed = false;
     for (const LegDebrief& leg : view.Answers.Losses) {
-        if (!leg.Boats.Holds(boat) || !leg.Boats[boat]) continue;
-        if (!sum) sum.emplace();
-        sum->Loss += leg.Boats[boat]->Loss;
-        for (const Part& part : Parts) {
-            LostSeconds& whole = (*sum).*part.Lost;
-            const LostSeconds& piece = (*leg.Boats[boat]).*part.Lost;
-            whole.Seconds += piece.Seconds;
-            whole.Sigma = std::hypot(whole.Sigma, piece.Sigma);
-        }
+        const LegLoss* loss = LossOf(leg, boat);
+        if (loss == nullptr) continue;
+        sailed = true;
+        sum.Loss += loss->Loss;
+        for (const Part& part : Parts) (sum.*part.Lost).Seconds += (loss->*part.Lost).Seconds;
     }
-    return sum;
+    return sailed ? std::optional(sum) : std::nullopt;
 }
 
 SideTable FleetTable(const SideView& view) {
@@ -82,12 +86,12 @@ SideTable BoatTable(const SideView& view, int boat) {
     table.Columns.push_back({view.Say({"best boat", "最速艇"}), "", true});
     for (int leg = 1; leg <= view.Answers.Losses.Count(); ++leg) {
         const LegDebrief& told = view.Answers.Losses[leg];
-        if (!told.Boats.Holds(boat) || !told.Boats[boat]) continue;
+        const LegLoss* loss = LossOf(told, boat);
+        if (loss == nullptr) continue;
         const auto begin = PassTime(view.Answers.Passes, boat, leg);
         SideTable::Row row =
             PartsRow(LegName(view, leg),
-                     {.Boat = boat, .Time = static_cast<double>(leg == 1 ? 0 : begin.value_or(0))},
-                     *told.Boats[boat]);
+                     {.Boat = boat, .Time = static_cast<double>(leg == 1 ? 0 : begin.value_or(0))}, *loss);
         row.Cells.push_back(told.BestBoat > 0 ? view.NameOf(told.BestBoat) : "");
         table.Rows.push_back(std::move(row));
     }
@@ -107,8 +111,8 @@ void DrawBars(Canvas& page, const SideView& view, int boat, const Bounds& place)
         return sides;
     };
     for (const LegDebrief& leg : legs)
-        if (leg.Boats.Holds(boat) && leg.Boats[boat]) {
-            const auto [won, lost] = sums(*leg.Boats[boat]);
+        if (const LegLoss* loss = LossOf(leg, boat)) {
+            const auto [won, lost] = sums(*loss);
             most = std::max({most, won, lost});
         }
     constexpr double names = 70.0;
@@ -118,10 +122,11 @@ void DrawBars(Canvas& page, const SideView& view, int boat, const Bounds& place)
     for (int leg = 1; leg <= legs.Count(); ++leg, y += BarsRow) {
         page.ForeColor = Black;
         page.PrintAt(place.Low.X, y, LegName(view, leg));
-        if (!legs[leg].Boats.Holds(boat) || !legs[leg].Boats[boat]) continue;
+        const LegLoss* loss = LossOf(legs[leg], boat);
+        if (loss == nullptr) continue;
         double left = middle, right = middle;
         for (const Part& part : Parts) {
-            const double wide = ((*legs[leg].Boats[boat]).*part.Lost).Seconds * pixels;
+            const double wide = (loss->*part.Lost).Seconds * pixels;
             const double from = wide < 0 ? left + wide : right;
             if (std::abs(wide) >= 1)
                 page.FilledBox(from, y + 2, from + std::abs(wide) - 1, y + BarsRow - 3, part.Ink);

@@ -196,7 +196,7 @@ void SidePanel::Picture17_MouseDown(const MouseEvent& event) {
     Draw(true);
     if (target.Boat > 0)
         session_.GoTo(target.Boat, target.Time.value_or(app_.clock.ReplayTime));
-    else
+    else if (target.Time)
         session_.TheFilm().Seek(*target.Time);
 }
 

@@ -20,7 +20,7 @@ constexpr Colour GridGrey = Rgb(205, 222, 228);
 SideText LineText(const SideView& view, const StartLine& line) {
     std::string words = view.Say({"Line ", "ライン "}) + Fixed(line.Length, 0) + " m, " +
                         Fixed(line.Bearing, 0) + "\xC2\xB0\n";
-    if (!line.BiasDegrees || !line.FavouredEnd)
+    if (!line.BiasDegrees || !line.FavouredEnd || !line.Advantage)
         return {words + view.Say({"No wind is known at the gun, so no end is favoured.",
                                   "号砲時の風が不明のため、有利な側は分かりません。"})};
     words += view.Say(*line.FavouredEnd == 1 ? Text{"End 1 favoured by ", "1側が有利 "}
@@ -122,7 +122,8 @@ void DrawStart(Canvas& page, const SideView& view, const Bounds& place) {
     page.Line(middle.X - half, middle.Y, middle.X + half, middle.Y, Red);
     page.DrawWidth = 1;
     // Which end is which: the first one stands at the left unless the course side is on the other side.
-    const bool firstLeft = frame->Along.Along(Towards(view.Answers.Start.Line->Bearing)) > 0;
+    const auto& line = view.Answers.Start.Line;
+    const bool firstLeft = line && frame->Along.Along(Towards(line->Bearing)) > 0;
     page.ForeColor = Red;
     page.PrintAt(middle.X - half - 9, middle.Y - 6, firstLeft ? "1" : "2");
     page.PrintAt(middle.X + half + 4, middle.Y - 6, firstLeft ? "2" : "1");
@@ -135,8 +136,7 @@ void DrawStart(Canvas& page, const SideView& view, const Bounds& place) {
 std::string OverText(const SideView& view, const BoatStart& start) {
     if (!start.Over) return {};
     if (!*start.Over) return {};
-    return start.Returned ? view.Say({"OCS, back ", "OCS 復帰 "}) + Fixed(*start.Returned, 0) + " s"
-                          : "OCS";
+    return start.Returned ? view.Say({"OCS, back ", "OCS 復帰 "}) + Fixed(start.Returned, 0) + " s" : "OCS";
 }
 
 SideTable StartsTable(const SideView& view) {

@@ -39,8 +39,9 @@ void DrawEntryTimes(Canvas& page, const SideView& view, const Bounds& place) {
     page.ForeColor = Black;
     double free = place.Low.X;
     for (int entry = 1; entry <= first.Count(); ++entry) {
-        if (!first[entry]) continue;
-        const double x = axes.At(*first[entry], 0.0).X;
+        const std::optional<int>& time = first[entry];
+        if (!time) continue;
+        const double x = axes.At(*time, 0.0).X;
         page.Line(x, place.Low.Y, x, place.High.Y, EntryGrey);
         const std::string& name = view.Answers.Race.CourseOrder[entry];
         if (x + 2 < free) continue;  // names do not lie on each other

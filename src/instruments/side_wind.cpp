@@ -1,5 +1,6 @@
 #include <algorithm>
 #include <cmath>
+#include <ranges>
 #include <vector>
 
 #include "analysis/wind_at.h"
@@ -61,8 +62,8 @@ void DrawBand(Canvas& page, const WindEstimate& estimate, const DirectionRange& 
         band.push_back(axes.At(sample.Time, range.From(sample.Direction) - sample.Sigma));
         middle.push_back(axes.At(sample.Time, range.From(sample.Direction)));
     }
-    for (auto sample = estimate.Samples.rbegin(); sample != estimate.Samples.rend(); ++sample)
-        band.push_back(axes.At(sample->Time, range.From(sample->Direction) + sample->Sigma));
+    for (const WindEstimateSample& sample : std::views::reverse(estimate.Samples))
+        band.push_back(axes.At(sample.Time, range.From(sample.Direction) + sample.Sigma));
     page.Fill = FillStyle::Solid;
     page.FillColor = BandColour;
     page.ForeColor = BandColour;

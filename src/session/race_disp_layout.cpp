@@ -142,10 +142,11 @@ void RaceDisp::LayoutSideTabs() {
     const auto tabs = SideTabs();
     const int columns =
         width >= tabWidth * static_cast<double>(tabs.size()) ? static_cast<int>(tabs.size()) : 3;
-    for (int tab = 0; tab < static_cast<int>(tabs.size()); ++tab)
-        tabs[static_cast<std::size_t>(tab)]->Move(edge + tab % columns * (width / columns),
-                                                  2 + tab / columns * tabHeight, width / columns - 2,
-                                                  tabHeight);
+    for (int tab = 0; tab < static_cast<int>(tabs.size()); ++tab) {
+        const int row = tab / columns;
+        tabs[static_cast<std::size_t>(tab)]->Move(edge + (tab - row * columns) * (width / columns),
+                                                  2 + row * tabHeight, width / columns - 2, tabHeight);
+    }
     const double top = 6 + tabHeight * std::ceil(static_cast<double>(tabs.size()) / columns);
     const double height = Picture16.Height() - top - foot - edge;
     Picture17.Move(edge, top, width - bar, height);
