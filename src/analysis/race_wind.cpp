@@ -32,19 +32,23 @@ void RaceWind::KeepSeconds() {
     if (knowledge_ == WindKnowledge::None) return;
     if (knowledge_ == WindKnowledge::Measured) last = wind_.Last().WindTime;
     if (knowledge_ == WindKnowledge::Estimated) last = estimate_.Samples.back().Time;
-    for (double t = 0; t <= std::min(last, MostKept); ++t) upwind_.push_back(Towards(*From(t)));
+    for (double t = 0; t <= std::min(last, MostKept); ++t) upwind_.push_back(Towards(KnownFrom(t)));
 }
 
 std::optional<Way> RaceWind::Upwind(double t) const {
     if (knowledge_ == WindKnowledge::None) return {};
     const bool kept = t >= 0 && std::floor(t) == t && t < static_cast<double>(upwind_.size());
-    return kept ? upwind_[static_cast<std::size_t>(t)] : Towards(*From(t));
+    return kept ? upwind_[static_cast<std::size_t>(t)] : Towards(KnownFrom(t));
 }
 
 std::optional<double> RaceWind::From(double t) const {
-    if (knowledge_ == WindKnowledge::None) return {};
-    if (knowledge_ == WindKnowledge::Estimated) return EstimatedWindAt(estimate_, t);
-    return WindAt(race_, wind_, t).DirectionTrue;
+    return knowledge_ == WindKnowledge::None ? std::nullopt : std::optional(KnownFrom(t));
+}
+
+/// Where something is known.
+double RaceWind::KnownFrom(double t) const {
+    return knowledge_ == WindKnowledge::Estimated ? EstimatedWindAt(estimate_, t)
+                                                  : WindAt(race_, wind_, t).DirectionTrue;
 }
 
 std::optional<double> RaceWind::Speed(double t) const {

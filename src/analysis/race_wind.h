@@ -41,6 +41,7 @@ class RaceWind {
 
   private:
     void KeepSeconds();
+    double KnownFrom(double t) const;
 
     RaceControl race_;  // what is told there of the wind, and no more
     WindData wind_;
