@@ -110,7 +110,7 @@ TEST_F(SidePanelTest, ASavedPageHoldsItsPicturesAndNamesAsText) {
     const QImage picture = QImage::fromData(bytes, "PNG");
     ASSERT_GT(picture.width(), 600);
     EXPECT_EQ(picture.pixelColor(picture.width() - 1, 50), QColor(Qt::black));  // its frame is whole
-    int red = 0;  // the first boat's curve
+    int red = 0;                                                                // the first boat's curve
     for (int y = 0; y < picture.height(); ++y)
         for (int x = 0; x < picture.width(); ++x)
             red += picture.pixelColor(x, y).red() > 200 && picture.pixelColor(x, y).blue() < 60 ? 1 : 0;
