@@ -4,6 +4,7 @@
 #include <array>
 #include <cmath>
 #include <span>
+#include <tuple>
 
 #include "base/angles.h"
 #include "map/screen_geometry.h"
@@ -105,6 +106,20 @@ SpriteSize SizeOnMap(double boatLength, double pixelsPerMetre, bool enlarge) {
     const double side = boatLength * pixelsPerMetre;
     const bool realSize = side >= MinBoatSize || !enlarge;
     return {realSize ? std::min(std::max(side, Smallest), Largest) : MinBoatSize, realSize};
+}
+
+double AngleInPicture(double degrees, double side) {
+    constexpr double off = 0.1;  // pixels
+    const double step = off / (side / 2) / DegToRad;
+    return std::round(degrees / step) * step;
+}
+
+bool SamePicture(const BoatLook& one, const BoatLook& other) {
+    const auto plain = [](const BoatLook& look) {
+        return std::tuple(look.Side, look.Length, look.Heading, look.WindAngle, look.Ring, look.Hull,
+                          look.Edge, look.Stripes.data(), look.Stripes.size());
+    };
+    return plain(one) == plain(other);
 }
 
 void DrawBoatSprite(Sprite& sprite, const BoatLook& look) {

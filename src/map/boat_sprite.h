@@ -28,6 +28,13 @@ struct BoatLook {
     std::span<const Colour> Stripes;  ///< across it, from the bow
 };
 
+/// The angle as near as a picture of that side shows it: no corner is off by more than a tenth of a pixel.
+/// Boats that turn slowly thus keep their pictures for some frames.
+double AngleInPicture(double degrees, double side);
+
+/// Do both say the same of a picture? Stripes are the same where they are those of one livery.
+bool SamePicture(const BoatLook& one, const BoatLook& other);
+
 /// Draws a boat on its sprite, which takes the size of the picture.
 void DrawBoatSprite(Sprite& sprite, const BoatLook& look);
 

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <utility>
 #include <vector>
 
 #include "base/angles.h"
@@ -28,6 +29,7 @@ Boats::Boats(const AppState& app, RaceDisp& form) : app_(app), form_(form) {}
 
 void Boats::Repaint(Changed changed) {
     if (!Any(changed, Changed::Boats | Changed::Race)) return;
+    drawn_.assign(form_.Boat.Count(), {});
     for (int row = 0; row < form_.Bar.Count(); ++row) {
         form_.Bar[row].SetBorderColor(BoatColour(row + 1));
         form_.Bar[row].SetStripes(LiveryOf(row + 1).Stripes);
@@ -62,7 +64,9 @@ void Boats::ShowScaleNote(bool realSize) {
 
 void Boats::ShowBoat(int boat, const Point& at, const SpriteSize& size) {
     Sprite& sprite = form_.Boat[boat - 1];
-    DrawBoatSprite(sprite, LookOf(boat, size.Side));
+    const BoatLook look = LookOf(boat, size.Side);
+    drawn_.resize(std::max<std::size_t>(drawn_.size(), boat));
+    if (!SamePicture(std::exchange(drawn_[boat - 1], look), look)) DrawBoatSprite(sprite, look);
     sprite.Move(at.X - size.Side / 2, at.Y - size.Side / 2);
     sprite.SetVisible(true);
 }
@@ -77,8 +81,8 @@ BoatLook Boats::LookOf(int boat, double side) const {
     const double heading = HeadingOn(app_.tracks.Boats[boat], now.Boats[boat].Segment, now.Time);
     return {.Side = side,
             .Length = app_.race.BoatLength,
-            .Heading = WrapDifference(heading - app_.view.ScreenUpDirection),
-            .WindAngle = WrapDifference(now.WindNow.DirectionTrue - heading),
+            .Heading = AngleInPicture(WrapDifference(heading - app_.view.ScreenUpDirection), side),
+            .WindAngle = AngleInPicture(WrapDifference(now.WindNow.DirectionTrue - heading), side),
             .Ring = form_.HasRing(boat) || app_.shown.HoverBoat == boat,
             .Hull = BoatColour(boat),
             .Edge = EdgeOf(boat),

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <string>
+#include <vector>
 
 #include "analysis/view.h"
 #include "map/boat_sprite.h"
@@ -34,6 +35,7 @@ class Boats : public Instrument {
     const AppState& app_;
     RaceDisp& form_;
     NamePlaces names_;
+    std::vector<BoatLook> drawn_;  ///< what each boat's sprite shows, from boat 1 at index 0
 };
 
 }  // namespace keelview
