@@ -25,14 +25,15 @@ struct CoachWork::Piece {
 };
 
 std::span<const CoachWork::Piece> CoachWork::Pieces() {
-    static constexpr std::array<Piece, 8> pieces{{{0.27, &CoachWork::TakeMotion},
+    static constexpr std::array<Piece, 9> pieces{{{0.27, &CoachWork::TakeMotion},
                                                   {0.14, &CoachWork::FindTheTurns},
                                                   {0.07, &CoachWork::FindTheWind},
                                                   {0.12, &CoachWork::FollowCourse},
                                                   {0.07, &CoachWork::JudgeTurns},
                                                   {0.12, &CoachWork::SumLegs},
                                                   {0.06, &CoachWork::FindSpeeds},
-                                                  {0.15, &CoachWork::SplitLosses}}};
+                                                  {0.06, &CoachWork::FindWaterSpeeds},
+                                                  {0.09, &CoachWork::SplitLosses}}};
     return pieces;
 }
 
@@ -88,6 +89,12 @@ void CoachWork::SumLegs() {
 void CoachWork::FindSpeeds() {
     answers_.Speeds =
         FindPolar(answers_.Race, answers_.Motion, answers_.Turns, answers_.Wind, answers_.Passes);
+}
+
+void CoachWork::FindWaterSpeeds() {
+    if (answers_.Current)
+        answers_.WaterSpeeds = FindPolar(answers_.Race, answers_.Motion, answers_.Turns, answers_.Wind,
+                                         answers_.Passes, answers_.Current->Velocity());
 }
 
 void CoachWork::SplitLosses() {

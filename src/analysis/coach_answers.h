@@ -35,7 +35,8 @@ struct CoachAnswers {
     GapCurves Gaps;                               ///< to the leader, each 10 s
     FleetMadeGood MadeGood;                       ///< by boat and leg
     std::optional<CurrentEstimate> Current;
-    Polar Speeds;  ///< over ground
+    Polar Speeds;                      ///< over ground
+    std::optional<Polar> WaterSpeeds;  ///< less the current, where it is known
     Debrief Losses;
 };
 
@@ -63,6 +64,7 @@ class CoachWork {
     void JudgeTurns();
     void SumLegs();
     void FindSpeeds();
+    void FindWaterSpeeds();
     void SplitLosses();
 
     const Tracks& tracks_;

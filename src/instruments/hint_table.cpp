@@ -53,6 +53,37 @@ std::vector<ControlHint> RaceDataHints(RaceDisp& form) {
     };
 }
 
+ControlHint ChoiceOf(OptionButton& choice, HintSize size, Text words) {
+    ControlHint hint = HintOf(choice, HintsOn, size, words);
+    hint.Choice = &choice;
+    return hint;
+}
+
+/// What is chosen of the film, the map and the views.
+std::vector<ControlHint> ChoiceHints(RaceDisp& form) {
+    return {
+        ChoiceOf(form.Option6, {200, 32},
+                 {"Play the film forward\n( Space stops it and goes on )",
+                  "順方向に再生します\n（スペースキーで停止・再開）"}),
+        ChoiceOf(form.Option7, {200, 16}, {"Stop the film ( Space )", "再生を停止します（スペース）"}),
+        ChoiceOf(form.Option8, {200, 16}, {"Play the film backward", "逆方向に再生します"}),
+        ChoiceOf(form.Option3, {230, 16},
+                 {"Turn the map so that the wind is up", "風上が上になるように表示します"}),
+        ChoiceOf(form.Option2, {230, 16}, {"Turn the map so that north is up", "北を上に表示します"}),
+        ChoiceOf(form.Option9, {230, 16},
+                 {"Show the map with boats and tracks", "艇と航跡の地図を表示します"}),
+        ChoiceOf(form.Option10, {230, 16},
+                 {"Show courses and speeds over time", "針路と速度のグラフを表示します"}),
+        ChoiceOf(form.Option11, {230, 16},
+                 {"Show the tables of all legs", "レグごとのデータ表を表示します"}),
+        ChoiceOf(form.Option1, {230, 16}, {"When each boat passed the marks", "各マークの通過時刻"}),
+        ChoiceOf(form.Option4, {230, 16}, {"What each boat sailed on each leg", "各レグの航走距離"}),
+        ChoiceOf(form.Option5, {230, 16}, {"The mean speeds on each leg", "各レグの平均速度"}),
+        ChoiceOf(form.Option12, {230, 16},
+                 {"Port and starboard, up and down the wind", "風上・風下、両タックの解析"}),
+    };
+}
+
 /// The side panel: the ways in and what its buttons do.
 std::vector<ControlHint> SidePanelHints(RaceDisp& form) {
     return {
@@ -68,6 +99,9 @@ std::vector<ControlHint> SidePanelHints(RaceDisp& form) {
         HintOf(form.Command17, HintsOn, {230, 32},
                {"Saves this tab as a page to be printed,\nin the folder attachment.",
                 "このタブを印刷用のページとして\nattachmentフォルダに保存します"}),
+        HintOf(form.Check11, HintsOn, {220, 32},
+               {"Takes the current off the speeds:\nthose through the water are left.",
+                "潮流を差し引いて\n対水速度で表示します"}),
     };
 }
 
@@ -194,20 +228,40 @@ std::vector<ControlHint> SmoothingHints(RaceDisp& form) {
     return hints;
 }
 
-/// What a hint stands below, where its control is on the graphs; the control itself or the frame round it.
-const Control* OnGraphs(const Control& owner, const RaceDisp& form) {
-    if (&owner == &form.Command12) return &owner;
-    for (const OptionButton* option : {&form.Option13, &form.Option14, &form.Option15})
-        if (&owner == option) return &form.Frame5;
-    return nullptr;
+bool IsOneOf(std::initializer_list<const Control*> controls, const Control& owner) {
+    return std::ranges::find(controls, &owner) != controls.end();
+}
+
+/// What stands in the place of the map with what a hint stands below on it: the control itself or the frame
+/// round it.
+struct OnPage {
+    const Surface* Page = nullptr;
+    const Control* Above = nullptr;
+};
+
+OnPage PageOf(const Control& owner, const RaceDisp& form) {
+    if (&owner == &form.Command12) return {&form.GPIC, &owner};
+    if (IsOneOf({&form.Option13, &form.Option14, &form.Option15}, owner)) return {&form.GPIC, &form.Frame5};
+    if (IsOneOf({&form.Option1, &form.Option4, &form.Option5, &form.Option12}, owner))
+        return {&form.PicTime, &form.Frame2};
+    return {};
+}
+
+/// Where the top of a control lies on its panel; choices stand in frames.
+double TopOnPanel(const Control& owner, const RaceDisp& form) {
+    const bool inFrame = IsOneOf({&form.Option6, &form.Option7, &form.Option8, &form.Option3, &form.Option2,
+                                  &form.Option9, &form.Option10, &form.Option11},
+                                 owner);
+    return owner.Top() + (inFrame ? form.Frame3.Top() : 0.0);  // the frames stand beside each other
 }
 
 }  // namespace
 
 std::vector<ControlHint> ControlHints(RaceDisp& form) {
     std::vector<ControlHint> hints{WindEntryHint(form)};
-    for (const auto& group : {SmoothingHints(form), SidePanelHints(form), RaceDataHints(form),
-                              CheckBoxHints(form), ColourCellHints(form), DoorHints(form)})
+    for (const auto& group :
+         {SmoothingHints(form), ChoiceHints(form), SidePanelHints(form), RaceDataHints(form),
+          CheckBoxHints(form), ColourCellHints(form), DoorHints(form)})
         hints.insert(hints.end(), group.begin(), group.end());
     return hints;
 }
@@ -262,11 +316,14 @@ HintPlace BesidePanel(const RaceDisp& form, double top, double width, double hei
 HintPlace PlaceOf(const ControlHint& hint, const RaceDisp& form, bool useEnglish) {
     const double width = useEnglish ? hint.Size.Width : hint.Size.WidthJapanese;
     const Control& owner = *hint.Owner;
-    const Control* onGraphs = OnGraphs(owner, form);
-    if (onGraphs == nullptr)
-        return BesidePanel(form, form.Picture7.Top() + owner.Top(), width, hint.Size.Height);
-    return {.Left = form.GPIC.Left() + onGraphs->Left(),
-            .Top = form.GPIC.Top() + onGraphs->Top() + onGraphs->Height() + 4,
+    const OnPage on = PageOf(owner, form);
+    if (on.Page == nullptr)
+        return BesidePanel(form, form.Picture7.Top() + TopOnPanel(owner, form), width, hint.Size.Height);
+    // A frame may stand at the right end of its page.
+    const double left =
+        std::max(0.0, on.Page->Left() + std::min(on.Above->Left(), on.Page->Width() - width - 4));
+    return {.Left = left,
+            .Top = on.Page->Top() + on.Above->Top() + on.Above->Height() + 4,
             .Width = width,
             .Height = hint.Size.Height};
 }

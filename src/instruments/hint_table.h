@@ -32,7 +32,8 @@ struct ControlHint {
     Text Words;
     bool OnOwnColour = false;  ///< on the colour of the control, else on that of all hints
     Colour Ink = Black;
-    bool HidesBoatLabel = false;  ///< the boat label on the map goes away too
+    const OptionButton* Choice = nullptr;  ///< tells nothing more once this is chosen
+    bool HidesBoatLabel = false;           ///< the boat label on the map goes away too
 };
 
 /// The hints of all controls that tell nothing but themselves. Those that follow a place on the map, on a

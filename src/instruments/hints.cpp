@@ -13,6 +13,8 @@ Hints::Hints(const RaceControl& race, const Settings& settings, RaceDisp& form)
     for (const ControlHint& hint : hints_) {
         hint.Owner->OnMouseMove = [this, &hint](const MouseEvent&) { ShowHintOf(hint); };
         hint.Owner->OnMouseLeave = [this] { form_.Text7.Hide(); };
+        if (hint.Choice != nullptr)
+            hint.Owner->OnMouseDown = [this](const MouseEvent&) { form_.Text7.Hide(); };
     }
     for (const ControlHint& hint : greyHints_) {
         Control& grey = *hint.Owner;
@@ -41,6 +43,7 @@ void Hints::ShowGreyHintOf(const Control& grey) {
 }
 
 bool Hints::MayShow(const ControlHint& hint) const {
+    if (hint.Choice != nullptr && hint.Choice->Value()) return false;
     switch (hint.Gate) {
         case HintGate::Always:
             return true;

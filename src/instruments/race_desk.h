@@ -46,7 +46,7 @@ struct RaceDesk {
           startSignals(app.settings, services.platform, form),
           finishList(app.race, app.passes, app.settings, services.platform, form),
           mapInteraction(session),
-          windPanel(app, form),
+          windPanel(app, form, session.TheCoach()),
           windField(app.race, form, session.Changes()),
           overview(app, form),
           timeBar(app.race, app.tracks, form),

@@ -19,11 +19,11 @@ struct Part {
 };
 
 constexpr Part Parts[] = {
-    {{"start", "スタート"}, &LegLoss::Start, Rgb(200, 80, 0)},
-    {{"turns", "ターン"}, &LegLoss::Turns, Rgb(0, 110, 200)},
+    {{"start", "ｽﾀｰﾄ"}, &LegLoss::Start, Rgb(200, 80, 0)},
+    {{"turns", "ﾀｰﾝ"}, &LegLoss::Turns, Rgb(0, 110, 200)},
     {{"speed", "速度"}, &LegLoss::Speed, Rgb(0, 140, 70)},
     {{"distance", "距離"}, &LegLoss::Distance, Rgb(150, 60, 170)},
-    {{"rest", "その他"}, &LegLoss::Rest, Rgb(130, 130, 130)},
+    {{"rest", "他"}, &LegLoss::Rest, Rgb(130, 130, 130)},
 };
 
 std::string LegName(const SideView& view, int leg) {
@@ -38,7 +38,7 @@ SideTable::Row PartsRow(const std::string& name, const SideTarget& to, const Leg
 }
 
 void SetColumns(const SideView& view, const Text& first, SideTable& table) {
-    table.Columns = {{view.Say(first), "", true}, {view.Say({"lost s", "損失秒"}), "-0000", false}};
+    table.Columns = {{view.Say(first), "", true}, {view.Say({"lost s", "損失"}), "-0000", false}};
     for (const Part& part : Parts) table.Columns.push_back({view.Say(part.Name), "-000", false});
 }
 
@@ -64,10 +64,10 @@ std::optional<LegLoss> SumOf(const SideView& view, int boat) {
 }
 
 SideTable FleetTable(const SideView& view) {
-    SideTable table{
-        .Title = view.Say({"Lost to each leg's best boat, over all legs", "各レグ最速艇との差の合計"}),
-        .Columns = {},
-        .Rows = {}};
+    SideTable table{.Title = view.Say(
+                        {"Lost to each leg's best boat, over all legs", "各レグ最速艇との差の合計（秒）"}),
+                    .Columns = {},
+                    .Rows = {}};
     SetColumns(view, {"Boat", "艇"}, table);
     table.NameColumn = 0;
     std::vector<std::pair<int, LegLoss>> boats;

@@ -36,6 +36,7 @@ SidePanel::SidePanel(RaceSession& session)
     form_.Picture17.OnWheel = [this](const WheelEvent& turn) {
         form_.VScroll4.SetValue(form_.VScroll4.Value() + static_cast<int>(turn.Lines * WheelPitch));
     };
+    form_.Check11.OnClick = [this] { Draw(true); };
     form_.VScroll4.OnChange = [this] { VScroll4_Change(); };
     for (OptionButton* tab : form_.SideTabs())
         tab->OnClick = [this] {
@@ -58,7 +59,10 @@ void SidePanel::Repaint(Changed changed) {
     if (Any(changed, Changed::Boats | Changed::Race)) chosen_ = beside_ = 0;
     const Changed mine = Changed::Answers | Changed::Race | Changed::Course | Changed::Wind |
                          Changed::Size | Changed::Focus | Changed::Boats;
-    if (IsOut() && Any(changed, mine)) Draw(true);
+    if (!IsOut())
+        MarkTurns(nullptr);
+    else if (Any(changed, mine))
+        Draw(true);
 }
 
 void SidePanel::Show(const Moment& now) {
@@ -78,7 +82,8 @@ SideBlocks SidePanel::Blocks(const CoachAnswers& answers) const {
                         .Time = app_.clock.ReplayTime,
                         .Chosen = chosen_,
                         .Beside = beside_,
-                        .Focus = Focus()};
+                        .Focus = Focus(),
+                        .LessCurrent = form_.Check11.Value()};
     switch (Tab()) {
         case Board:
             return BoardTab(view);
@@ -101,6 +106,8 @@ void SidePanel::Draw(bool whole) {
     const bool hasBoats = app_.race.Boats.Count() > 0;
     const CoachAnswers* answers = hasBoats ? coach_.Answers() : nullptr;
     form_.Command16.SetVisible(Tab() == WindAndCurrent && app_.settings.EditMode);
+    form_.Check11.SetVisible(Tab() == PolarSpeeds && answers != nullptr && answers->WaterSpeeds);
+    if (whole) MarkTurns(answers);
     if (answers == nullptr) return DrawProgress();
     const bool follows = Tab() == Board || Tab() == WindAndCurrent;
     if (!whole && !follows) return;
@@ -110,6 +117,19 @@ void SidePanel::Draw(bool whole) {
     form_.VScroll4.SetVisible(beyond > 0);
     form_.VScroll4.SetView(beyond, static_cast<int>(WheelPitch), static_cast<int>(page.Height()));
     PlaceCursor(*answers);
+}
+
+/// The map marks the turns that the panel tells of, as long as it does.
+void SidePanel::MarkTurns(const CoachAnswers* answers) {
+    const int boat = answers != nullptr && Tab() == Turns ? chosen_ : 0;
+    std::vector<TurnMark> marks;
+    if (boat > 0)
+        for (const Manoeuvre& turn : RacedTurns(*answers, boat))
+            marks.push_back({.Time = turn.Time, .Kind = turn.Kind, .LossMetres = turn.LossMetres});
+    Shown& shown = app_.shown;
+    if (std::exchange(shown.TurningBoat, boat) == boat && shown.Turns == marks) return;
+    shown.Turns = std::move(marks);
+    session_.TheStage().Repaint(Changed::Layers);
 }
 
 void SidePanel::DrawProgress() {
@@ -145,7 +165,10 @@ void SidePanel::VScroll4_Change() {
 void SidePanel::Command14_Click() {
     form_.Text7.Hide();  // the button goes from under the pointer, which leaves nothing by that
     form_.SlideSidePanel(!IsOut());
-    if (IsOut()) Draw(true);
+    if (IsOut())
+        Draw(true);
+    else
+        MarkTurns(nullptr);
 }
 
 void SidePanel::Command15_Click() {

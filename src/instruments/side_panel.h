@@ -27,6 +27,7 @@ class SidePanel : public Instrument {
     SideFocus Focus() const;
     void Draw(bool whole);
     void DrawProgress();
+    void MarkTurns(const CoachAnswers* answers);
     void PlaceCursor(const CoachAnswers& answers);
     void SavePage(const CoachAnswers& answers);
     Picture Paint(const SidePicture& picture);

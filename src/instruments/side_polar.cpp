@@ -132,12 +132,16 @@ SideTable SailedTable(const SideView& view, const PolarBand& band) {
 
 SideBlocks PolarTab(const SideView& view) {
     SideBlocks blocks;
-    if (view.Answers.Speeds.Bands.Empty())
+    const bool onWater = view.LessCurrent && view.Answers.WaterSpeeds;
+    const Polar& speeds = onWater ? *view.Answers.WaterSpeeds : view.Answers.Speeds;
+    const Text over =
+        onWater ? Text{"Speed through the water, ", "対水速度 "} : Text{"Speed over ground, ", "対地速度 "};
+    if (speeds.Bands.Empty())
         blocks.emplace_back(SideText{view.Say({"No wind is known, so speeds have no angle off it.",
                                                "風が不明のため、ポーラーはありません。"})});
-    for (const PolarBand& band : view.Answers.Speeds.Bands) {
+    for (const PolarBand& band : speeds.Bands) {
         blocks.emplace_back(
-            SidePicture{.Title = view.Say({"Speed over ground, ", "対地速度 "}) + BandText(view, band),
+            SidePicture{.Title = view.Say(over) + BandText(view, band),
                         .Height = PictureHeight,
                         .Draw = [view, &band](Canvas& page,
                                               const Bounds& place) { DrawPolar(page, view, band, place); },

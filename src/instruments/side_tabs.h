@@ -2,6 +2,7 @@
 
 #include <optional>
 #include <string>
+#include <vector>
 
 #include "analysis/coach_answers.h"
 #include "base/bilingual.h"
@@ -18,6 +19,7 @@ struct SideView {
     int Chosen = 0;     ///< the boat that was clicked last, 0 none
     int Beside = 0;     ///< the one before it, to be compared with
     SideFocus Focus;
+    bool LessCurrent = false;  ///< speeds through the water are wished
 
     std::string Say(const Text& text) const { return text.Str(English); }
     const std::string& NameOf(int boat) const { return Answers.Race.Boats[boat].BoatName; }
@@ -36,6 +38,9 @@ SideBlocks WindTab(const SideView& view);
 SideBlocks PolarTab(const SideView& view);
 /// Where each boat lost its time, and the chosen boat leg by leg.
 SideBlocks DebriefTab(const SideView& view);
+
+/// A boat's turns between the gun and its finish: before the start nobody sails for speed.
+std::vector<Manoeuvre> RacedTurns(const CoachAnswers& answers, int boat);
 
 /// The curves of the gaps to the leader over the whole race.
 SidePicture GapPicture(const SideView& view);

@@ -55,16 +55,6 @@ struct Cost {
     double Sum = 0.0, Best = 0.0, Worst = 0.0;
 };
 
-/// A boat's turns between the gun and its finish: before the start nobody sails for speed.
-std::vector<Manoeuvre> RacedTurns(const SideView& view, int boat) {
-    std::vector<Manoeuvre> turns = view.Answers.Manoeuvres[boat];
-    const auto finish = FinishTime(view.Answers.Passes, boat);
-    std::erase_if(turns, [&finish](const Manoeuvre& turn) {
-        return turn.Time < 0 || (finish && turn.Time > *finish);
-    });
-    return turns;
-}
-
 Cost CostOf(const std::vector<Manoeuvre>& turns, ManoeuvreKind kind) {
     Cost cost;
     for (const Manoeuvre& turn : turns) {
@@ -95,7 +85,7 @@ SideTable CostTable(const SideView& view) {
     table.NameColumn = 0;
     for (int boat = 1; boat <= view.Boats(); ++boat) {
         SideTable::Row row{.To = {.Boat = boat, .Time = {}}, .Cells = {view.NameOf(boat)}};
-        const std::vector<Manoeuvre> turns = RacedTurns(view, boat);
+        const std::vector<Manoeuvre> turns = RacedTurns(view.Answers, boat);
         for (const ManoeuvreKind kind : {ManoeuvreKind::Tack, ManoeuvreKind::Gybe}) {
             const Cost cost = CostOf(turns, kind);
             const auto told = [&cost](double metres) {
@@ -126,7 +116,7 @@ SideTable TurnsTable(const SideView& view) {
     if (view.Wide) table.Columns.push_back({view.Say({"lost s", "損失秒"}), "-00.0", false});
     table.Columns.push_back({view.Say({"shift", "風振れ"}), "-00\xC2\xB0", false});
     if (view.Wide) table.Columns.push_back({"", "", true});
-    for (const Manoeuvre& turn : RacedTurns(view, view.Chosen)) {
+    for (const Manoeuvre& turn : RacedTurns(view.Answers, view.Chosen)) {
         SideTable::Row row{.To = {.Boat = view.Chosen, .Time = turn.Time - 10}, .Cells = {}};
         row.Cells = {RaceClockText(turn.Time), KindText(view, turn.Kind)};
         if (view.Wide)
@@ -172,7 +162,7 @@ void DrawOverlay(Canvas& page, const SideView& view, ManoeuvreKind kind, const B
     };
     for (const int boat : {view.Beside, view.Chosen}) {
         if (boat == 0) continue;
-        for (const Manoeuvre& turn : RacedTurns(view, boat)) {
+        for (const Manoeuvre& turn : RacedTurns(view.Answers, boat)) {
             if (turn.Kind != kind) continue;
             std::vector<Point> way = WayOf(view, boat, turn, place);
             std::erase_if(way, [&inside](const Point& at) { return !inside(at); });
@@ -182,6 +172,15 @@ void DrawOverlay(Canvas& page, const SideView& view, ManoeuvreKind kind, const B
 }
 
 }  // namespace
+
+std::vector<Manoeuvre> RacedTurns(const CoachAnswers& answers, int boat) {
+    std::vector<Manoeuvre> turns = answers.Manoeuvres[boat];
+    const auto finish = FinishTime(answers.Passes, boat);
+    std::erase_if(turns, [&finish](const Manoeuvre& turn) {
+        return turn.Time < 0 || (finish && turn.Time > *finish);
+    });
+    return turns;
+}
 
 SideBlocks TurnsTab(const SideView& view) {
     SideBlocks blocks;

@@ -34,6 +34,8 @@ constexpr double NarrowestRange = 30.0;  // degrees, so that a steady wind does 
 constexpr double RangeShare = 0.8;       // of the graph's width
 constexpr double FirstTime = -60.0;      // seconds; nothing earlier is drawn
 constexpr Colour GraphColour = Rgb(225, 225, 0);
+constexpr Colour BandColour = Rgb(255, 255, 170);
+constexpr Colour EstimateColour = Rgb(170, 0, 110);
 
 Point CompassCentre(const Surface& compass) {
     const double half = compass.Width() / 2;
@@ -44,7 +46,7 @@ Point CompassCentre(const Surface& compass) {
 
 void WindPanel::Repaint(Changed changed) {
     if (Any(changed, Changed::Race)) windGraphOn_ = true;
-    if (Any(changed, Changed::Race | Changed::Wind)) ShowForRace();
+    if (Any(changed, Changed::Race | Changed::Wind | Changed::Answers)) ShowForRace();
     stale_ = stale_ || Any(changed, Changed::Race | Changed::Wind | Changed::Colours);
 }
 
@@ -125,6 +127,7 @@ void WindPanel::DrawWindGraph() {
     graph.ForeColor = InkOn(graph.BackColor);
     graph.PrintAt(30, 2, "TWD (mag)");
     if (HasSamples()) {
+        DrawEstimate();
         DrawGraphLine();
         DrawGraphGrid();
     }
@@ -146,6 +149,11 @@ void WindPanel::ScaleWindGraph() {
             largest = std::max(largest, turn);
             smallest = std::min(smallest, turn);
         }
+        for (const WindEstimateSample& sample : Estimated()) {
+            const double turn = TurnBetween(reference, MagneticOf(sample));
+            largest = std::max(largest, turn);
+            smallest = std::min(smallest, turn);
+        }
     }
     centreDir_ = reference + (largest + smallest) / 2;
     degScale_ = (side_ - 2 * GraphMargin) / std::max(largest - smallest, NarrowestRange) * RangeShare;
@@ -157,6 +165,38 @@ double WindPanel::GraphX(double direction) const {
 
 double WindPanel::GraphY(double time) const {
     return (app_.race.RaceDuration - time) * timeScale_ + GraphTop;
+}
+
+std::span<const WindEstimateSample> WindPanel::Estimated() const {
+    const CoachAnswers* answers = coach_.Known();
+    if (answers == nullptr) return {};
+    return answers->Wind.Estimate().Samples;
+}
+
+double WindPanel::MagneticOf(const WindEstimateSample& sample) const {
+    return sample.Direction - app_.race.MagVariation;
+}
+
+/// Its band as wide as the graph has room for.
+void WindPanel::DrawEstimate() {
+    std::vector<Point> left, right, middle;
+    for (const WindEstimateSample& sample : Estimated()) {
+        if (sample.Time < FirstTime || sample.Time > app_.race.RaceDuration) continue;
+        const double y = GraphY(sample.Time);
+        const double x = GraphX(MagneticOf(sample));
+        const double half = sample.Sigma * degScale_;
+        left.push_back({std::max(x - half, GraphMargin), y});
+        right.push_back({std::min(x + half, side_ - GraphMargin), y});
+        middle.push_back({x, y});
+    }
+    if (middle.empty()) return;
+    left.insert(left.end(), right.rbegin(), right.rend());
+    Surface& graph = form_.sWind;
+    graph.Fill = FillStyle::Solid;
+    graph.FillColor = graph.ForeColor = BandColour;
+    graph.Polygon(left);
+    graph.Polyline(middle, EstimateColour);
+    graph.ForeColor = InkOn(graph.BackColor);
 }
 
 void WindPanel::DrawGraphLine() {

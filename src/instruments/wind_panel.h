@@ -1,6 +1,9 @@
 #pragma once
 
+#include <span>
+
 #include "session/app_state.h"
+#include "session/coach.h"
 #include "session/instrument.h"
 #include "session/race_disp.h"
 
@@ -8,10 +11,12 @@ namespace keelview {
 
 /// The wind's instruments on the map: the compass Picture2 with north and the wind of the moment as they
 /// lie relative to the top of the screen, Text13 and Text14 with the wind's direction (magnetic) and speed,
-/// and the wind graph sWind of the whole race with a cross that follows the replay.
+/// and the wind graph sWind of the whole race with a cross that follows the replay. Once the wind has been
+/// estimated from the tracks, the graph shows it with its band beside the measured one.
 class WindPanel : public Instrument {
   public:
-    WindPanel(const AppState& app, RaceDisp& form) : app_(app), form_(form) {}
+    WindPanel(const AppState& app, RaceDisp& form, const Coach& coach)
+        : app_(app), form_(form), coach_(coach) {}
 
     /// Graph and readouts are there for a race with a wind file, and hidden for one without; another race
     /// begins with its graph shown.
@@ -31,6 +36,9 @@ class WindPanel : public Instrument {
     void DrawWindArrow(const Wind& wind);
     void DrawWindGraph();
     void ScaleWindGraph();
+    std::span<const WindEstimateSample> Estimated() const;
+    double MagneticOf(const WindEstimateSample& sample) const;
+    void DrawEstimate();
     void DrawGraphLine();
     void DrawGraphGrid();
     void MoveCross(const Moment& now);
@@ -39,6 +47,7 @@ class WindPanel : public Instrument {
 
     const AppState& app_;
     RaceDisp& form_;
+    const Coach& coach_;
     bool windGraphOn_ = false;
     bool stale_ = true;       ///< what shows the moment is that of another race, wind or colour
     int drawnSecond_ = 0;     ///< of the race clock, in the last drawing of the moment

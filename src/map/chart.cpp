@@ -11,6 +11,7 @@
 #include "base/numbers.h"
 #include "map/coast_picture.h"
 #include "map/course_picture.h"
+#include "map/turn_marks.h"
 #include "session/livery.h"
 
 namespace keelview {
@@ -35,6 +36,7 @@ void Chart::Repaint(Changed changed) {
     DrawGround(projection);
     if (form_.Check1.Value() && !form_.Check5.Value()) DrawTimePoints(projection);
     DrawCourseNow();
+    DrawTurnMarks(form_.Picture1, app_, projection);
 }
 
 void Chart::Show(const Moment& now) {

@@ -336,9 +336,8 @@ void WritePolar(JsonWriter& json, const CoachAnswers& coach) {
 
 void WritePolarLessCurrent(JsonWriter& json, const CoachAnswers& coach) {
     json.Key("polar_less_current");
-    if (!coach.Current) return json.Null();
-    WriteBands(json, FindPolar(coach.Race, coach.Motion, coach.Turns, coach.Wind, coach.Passes,
-                               coach.Current->Velocity()));
+    if (!coach.WaterSpeeds) return json.Null();
+    WriteBands(json, *coach.WaterSpeeds);
 }
 
 void WriteDebrief(JsonWriter& json, const CoachAnswers& coach) {

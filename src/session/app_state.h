@@ -1,8 +1,11 @@
 #pragma once
 
 #include <filesystem>
+#include <optional>
 #include <string>
+#include <vector>
 
+#include "analysis/manoeuvres.h"
 #include "analysis/race_numbers.h"
 #include "analysis/track_at.h"
 #include "analysis/view.h"
@@ -58,6 +61,15 @@ struct Moment {
     bool BoatInView = true;      ///< some boat is on the map, or another view is shown
 };
 
+/// A turn of a boat that the map marks.
+struct TurnMark {
+    double Time = 0.0;  ///< seconds from the race start
+    ManoeuvreKind Kind = ManoeuvreKind::Tack;
+    std::optional<double> LossMetres;
+
+    bool operator==(const TurnMark&) const = default;
+};
+
 /// What the person has chosen to see, and where the pointer is.
 struct Shown {
     ViewKind ViewMode = ViewKind::Map;
@@ -67,6 +79,8 @@ struct Shown {
     int HoverBoat = 0;  ///< boat under the pointer in the panel; 0 when none is
     bool PointerOnMap = false;
     bool PointerOnTimeBar = false;  ///< the overview shows the moment under the pointer
+    int TurningBoat = 0;            ///< whose turns the map marks; 0 when it marks none
+    std::vector<TurnMark> Turns;    ///< that boat's, in the order of time
 };
 
 /// The one shared state, made at the start and handed on by reference: the numbers of the open race, and

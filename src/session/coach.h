@@ -21,6 +21,8 @@ class Coach : public Instrument {
     /// The answers; nothing as long as they are being worked out, which the first asking begins.
     /// Changed::Answers tells that they are there, or that their work has come on.
     const CoachAnswers* Answers();
+    /// The answers where somebody has asked for them and they are there.
+    const CoachAnswers* Known() const { return answers_ ? &*answers_ : nullptr; }
     /// How far the work has come, 0 to 1.
     double ShareDone() const { return share_; }
     /// Lets the answers go, and the work on them, before the race's tracks change.

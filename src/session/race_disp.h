@@ -233,6 +233,7 @@ class RaceDisp : public Form {
     OptionButton Option21{Picture16, "Option21"};                  // "Debrief"
     Button Command15{Picture16, "Command15"};                      // "Copy"
     Button Command16{Picture16, "Command16"};                      // "Take as the wind"
+    CheckBox Check11{Picture16, "Check11"};                        // "Less current"
     Button Command17{Picture16, "Command17"};                      // "Save page"
     Surface Picture17{Picture16, "Picture17", BorderStyle::Flat};  // what the chosen tab shows
     ScrollBar VScroll4{Picture16, "VScroll4", ScrollBar::Way::Down};

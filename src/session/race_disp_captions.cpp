@@ -33,6 +33,7 @@ void RaceDisp::PlaceAndCaption(bool useEnglish) {
             {Option21, {"Debrief", "講評"}},
             {Command15, {"Copy", "コピー"}},
             {Command16, {"Take as the wind", "推定風を採用"}},
+            {Check11, {"Less current", "潮流を差し引く"}},
             {Command17, {"Save page", "ページ保存"}},
         },
         useEnglish);

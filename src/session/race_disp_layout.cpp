@@ -153,7 +153,8 @@ void RaceDisp::LayoutSideTabs() {
     VScroll4.Move(edge + width - bar, top, bar, height);
     Command15.Move(edge, top + height + 4, 80, foot - 6);
     Command17.Move(edge + 86, top + height + 4, 90, foot - 6);
-    Command16.Move(edge + 182, top + height + 4, 140, foot - 6);
+    for (Control* beside : std::initializer_list<Control*>{&Command16, &Check11})
+        beside->Move(edge + 182, top + height + 4, 140, foot - 6);
 }
 
 }  // namespace keelview

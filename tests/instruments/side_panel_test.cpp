@@ -118,6 +118,47 @@ TEST_F(SidePanelTest, ASavedPageHoldsItsPicturesAndNamesAsText) {
     EXPECT_EQ(platform.Documents.size(), 1U);
 }
 
+TEST_F(SidePanelTest, TheMapMarksTheTurnsThatThePanelTellsOfAndTheWindGraphTheWindTheyTell) {
+    constexpr int board = 60;  // seconds from tack to tack, at right angles, the wind from the north
+    std::string track;
+    Position at{Lat, Lon};
+    for (int t = -30; t <= 600; ++t) {
+        track += tree.TrackLine(at, RaceTree::Start + t);
+        at.Lat += SixKnots * 0.7;
+        at.Lon += (t + 1000 * board) / board % 2 == 0 ? SixKnots * 0.7 : -SixKnots * 0.7;
+    }
+    tree.Write("gpsdat/a.trk", track);
+    tree.Wind("W.CSV", {{.WindTime = 0, .WindSpeed = 10.0, .WindDirection = 10},
+                        {.WindTime = 600, .WindSpeed = 10.0, .WindDirection = 10}});
+    tree.Race("R1.txt", "BN, a.trk, Ann\r\nWF, W.CSV\r\nMG, 4\r\n");
+    TakeOut();
+    const auto estimated = [this] {
+        return CountPixels(Form().sWind.Image(), 6, 26, 80, 80, [](int red, int green, int blue) {
+            return red > green + 100 && blue > green + 50;
+        });
+    };
+    EXPECT_GT(estimated(), 10);
+    Choose(Form().Option18);
+    driver::ClickAt(Form().Picture17, {60, 41});
+    driver::Settle();
+    ASSERT_EQ(app.shown.Turns.size(), 10U);
+    const auto signs = [this] {
+        int marked = 0;
+        for (int turn = board; turn < 600; turn += board) {
+            const Track& way = app.tracks.Boats[1];
+            const QPoint here = PixelOf(PositionOn(way, FindSegment(way, turn), turn));
+            const auto pure = [](int red, int green, int blue) { return red == 255 && green + blue == 0; };
+            marked += CountPixels(Map().Image(), here.x() - 5, here.y() - 5, here.x() + 5, here.y() + 5,
+                                  pure) > 15;
+        }
+        return marked;
+    };
+    EXPECT_GE(signs(), 7);  // all but those under the boat and beyond the edge
+    Choose(Form().Option16);
+    driver::Settle();
+    EXPECT_EQ(signs(), 0);
+}
+
 TEST_F(SidePanelTest, AWindThatIsTakenStandsInItsFileAndOneThatCannotBeWrittenChangesNothing) {
     Sail();
     Open();
