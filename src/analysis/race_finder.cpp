@@ -224,7 +224,7 @@ void TellFinish(const Draft& draft, FoundRace& race) {
 double ConfidenceOf(const Draft& draft) {
     const FoundStart& start = draft.Start;
     const double size = std::min(1.0, 0.4 + 0.15 * static_cast<double>(start.Boats.size() - 1));
-    const double sharp = start.HintedGun ? 1.0 : std::clamp(1.35 - start.Spread / 30, 0.2, 1.0);
+    const double sharp = start.HintedGun ? 1.0 : std::clamp(1.3 - start.Spread / 100, 0.5, 1.0);
     const double finish =
         draft.Finish.Where == FoundFinish::Kind::None ? 0.6 : 0.7 + 0.3 * draft.Finish.Share;
     const double agree =
@@ -361,8 +361,9 @@ Draft DraftUpTo(const Day& day, const FinderHints& hints, const FoundStart& star
     Draft draft;
     draft.Start = start;
     draft.End = end;
-    draft.WindTold = hints.Wind.has_value();
-    draft.Wind = hints.Wind ? hints.Wind : WindOf(day, start);
+    draft.Wind = WindOf(day, start);
+    draft.WindTold = !draft.Wind && hints.Wind;
+    if (draft.WindTold) draft.Wind = hints.Wind;
     FindCourseOf(day, draft);
     return draft;
 }
