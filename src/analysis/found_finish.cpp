@@ -120,12 +120,32 @@ FoundFinish FindFinish(const std::vector<Finisher>& boats, const FoundLine& star
         return finish;
     }
     FoundFinish atStart = AtLine(boats, stops, start, FoundFinish::Kind::StartLine, to);
-    if (atStart.Share >= MostOf) return atStart;
+    if (atStart.Share >= MostOf) {
+        atStart.Stops = std::move(places);
+        return atStart;
+    }
     if (places.size() < 2) return {};
     FoundFinish own = AtLine(boats, stops, LineAcross(places, LastWay(boats, stops, wind)),
                              FoundFinish::Kind::OwnLine, to);
     if (own.Share >= MostOf) return own;
     return {};
+}
+
+FoundLine LineOfBoth(const FoundLine& start, const std::vector<Way>& stops) {
+    constexpr double reach = 40, farthest = 12;  // metres
+    const Way middle = (start.Left + start.Right) * 0.5;
+    double high = (start.Right - start.Left).Length() / 2, low = -high;
+    std::vector<double> ahead;
+    for (const Way& at : stops) {
+        ahead.push_back((at - middle).Along(start.Ahead()));
+        if (std::abs(ahead.back()) > reach) continue;
+        const double along = (at - middle).Along(start.Along());
+        low = std::min(low, along - EndRoom);
+        high = std::max(high, along + EndRoom);
+    }
+    const double nearest = QuantileOf(ahead, 0.85);
+    const Way moved = middle + start.Ahead() * (nearest > 0 ? std::min(nearest, farthest) : 0);
+    return {moved + start.Along() * low, moved + start.Along() * high};
 }
 
 }  // namespace keelview

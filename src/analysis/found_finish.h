@@ -12,8 +12,9 @@ namespace keelview {
 struct FoundFinish {
     enum class Kind { None, LastMark, StartLine, OwnLine };
     Kind Where = Kind::None;
-    FoundLine Line;      ///< of OwnLine
-    double Share = 0.0;  ///< of the boats that have been at the last mark, that finished there
+    FoundLine Line;          ///< of OwnLine
+    double Share = 0.0;      ///< of the boats that have been at the last mark, that finished there
+    std::vector<Way> Stops;  ///< where the boats stop racing
     std::vector<std::optional<int>> Times;  ///< second at which each of them finished
 };
 
@@ -30,5 +31,9 @@ struct Finisher {
 /// way, or to the wind where they came with it or against it. `to` is the last second that is looked at.
 FoundFinish FindFinish(const std::vector<Finisher>& boats, const FoundLine& start,
                        const std::optional<double>& wind, int to);
+
+/// A line that is start and finish at once, as both have it: moved ahead, by 12 m at most, to where boats
+/// stop racing that come back to it, and as long as they need it.
+FoundLine LineOfBoth(const FoundLine& start, const std::vector<Way>& stops);
 
 }  // namespace keelview

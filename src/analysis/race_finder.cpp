@@ -327,6 +327,8 @@ void FindCourseOf(const Day& day, Draft& draft) {
     draft.Course = FindCourse(visits, static_cast<int>(draft.Marks.size()));
     FindFinishOf(day, draft);
     PreferLine(day, draft);
+    if (draft.Finish.Where != FoundFinish::Kind::StartLine || draft.Start.HintedLine) return;
+    draft.Start.Line = LineOfBoth(draft.Start.Line, draft.Finish.Stops);
 }
 
 /// True if some boat took part in both starts.
