@@ -3,18 +3,15 @@
 #include <cmath>
 #include <string>
 
+#include "analysis/course_on_water.h"
+
 namespace keelview {
 
 namespace {
 
 std::optional<Way> PlaceOf(const RaceControl& race, const Plane& water, const std::string& text) {
-    const CourseKey key = ParseCourseKey(text);
-    if (key.IsLine && race.Lines.Holds(key.Number)) {
-        const Line& line = race.Lines[key.Number];
-        return (water.To(line.FirstEnd()) + water.To(line.SecondEnd())) * 0.5;
-    }
-    if (!key.IsLine && race.Marks.Holds(key.Number)) return water.To(race.Marks[key.Number].At());
-    return {};
+    const auto middle = MiddleOf(race, ParseCourseKey(text));
+    return middle ? std::optional(water.To(*middle)) : std::nullopt;
 }
 
 }  // namespace

@@ -16,6 +16,8 @@ PlacedEntry PlaceEntry(const RaceControl& race, const std::string& text) {
         entry.SecondEnd = race.Lines[key.Number].SecondEnd();
     } else if (!key.IsLine && race.Marks.Holds(key.Number)) {
         entry.At = race.Marks[key.Number].At();
+        entry.IsGate = race.Marks.Holds(key.OtherMark);
+        if (entry.IsGate) entry.SecondEnd = race.Marks[key.OtherMark].At();
     }
     return entry;
 }
@@ -42,10 +44,34 @@ CourseOnWater PlaceCourse(const RaceControl& race, const EarthScale& scale) {
         PlacedEntry& entry = course.Entries[c];
         entry.HasCorner = true;
         if (c == 1) continue;
-        entry.RoundingBearing = OutwardBisector(course.Bearing(course.Entries[c - 1].At, entry.At),
-                                                course.Bearing(entry.At, course.Entries[c + 1].At));
+        const Position here = course.LegEnd(entry);
+        entry.RoundingBearing = OutwardBisector(course.Bearing(course.LegEnd(course.Entries[c - 1]), here),
+                                                course.Bearing(here, course.LegEnd(course.Entries[c + 1])));
     }
     return course;
+}
+
+OneBased<PlacedEntry> MarksOf(const PlacedEntry& entry) {
+    OneBased<PlacedEntry> marks{entry};
+    if (!entry.IsGate) return marks;
+    marks.Add(entry);
+    marks[2].At = entry.SecondEnd;
+    for (PlacedEntry& mark : marks) {
+        mark.IsGate = false;
+        mark.SecondEnd = {};
+    }
+    return marks;
+}
+
+std::optional<Position> MiddleOf(const RaceControl& race, const CourseKey& key) {
+    const auto between = [](const Position& a, const Position& b) {
+        return Position{(a.Lat + b.Lat) / 2, (a.Lon + b.Lon) / 2};
+    };
+    if (key.IsLine && race.Lines.Holds(key.Number))
+        return between(race.Lines[key.Number].FirstEnd(), race.Lines[key.Number].SecondEnd());
+    if (key.IsLine || !race.Marks.Holds(key.Number)) return {};
+    const Position at = race.Marks[key.Number].At();
+    return race.Marks.Holds(key.OtherMark) ? between(at, race.Marks[key.OtherMark].At()) : at;
 }
 
 double LineRadius(const CourseOnWater& course, const PlacedEntry& line) {

@@ -25,8 +25,9 @@ inline constexpr int StartTo = 360;
 /// A course entry on the water.
 struct PlacedEntry {
     bool IsLine = false;
-    Position At;  ///< the mark, or the first end of the line
-    Position SecondEnd;
+    bool IsGate = false;
+    Position At;                   ///< the mark, the first end of the line, or the first mark of the gate
+    Position SecondEnd;            ///< of the line, or the second mark of the gate
     double RoundingBearing = 0.0;  ///< outward bisector of the course's corner, degrees
     bool HasCorner = false;        ///< another leg begins here
 
@@ -48,8 +49,21 @@ struct CourseOnWater {
     double Bearing(const Position& from, const Position& to) const {
         return BearingOf(East(from, to), to.Lat - from.Lat);
     }
+    /// Where legs to and from an entry end: between the marks of a gate, else where it lies.
+    Position LegEnd(const PlacedEntry& entry) const {
+        if (!entry.IsGate) return entry.At;
+        return {(entry.At.Lat + entry.SecondEnd.Lat) / 2, (entry.At.Lon + entry.SecondEnd.Lon) / 2};
+    }
     double LengthOf(const PlacedEntry& line) const { return Distance(line.At, line.SecondEnd); }
 };
+
+/// The marks of an entry that is no line, each as an entry of its own with the corner of the whole: one, or
+/// the two of a gate, which is rounded when either is.
+OneBased<PlacedEntry> MarksOf(const PlacedEntry& entry);
+
+/// The middle of what a key names: a mark, the middle of a line or of a gate. Nothing where the race has no
+/// such thing.
+std::optional<Position> MiddleOf(const RaceControl& race, const CourseKey& key);
 
 /// A straight line over the water, from a place on along a bearing; it goes on behind the place too.
 class Axis {

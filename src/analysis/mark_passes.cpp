@@ -1,5 +1,6 @@
 #include "analysis/mark_passes.h"
 
+#include "analysis/course_on_water.h"
 #include "analysis/track_at.h"
 #include "base/numbers.h"
 
@@ -39,6 +40,26 @@ void FindFirstPasses(MarkPasses& passes) {
         for (const auto& times : passes.MarkPassTime)
             if (times[c] > before && (!first || times[c] < first)) first = times[c];
         before = first.value_or(before);
+    }
+}
+
+void FindGateMarks(const RaceControl& race, const Tracks& tracks, const EarthScale& scale,
+                   MarkPasses& passes) {
+    passes.GateMark.Assign(race.Boats.Count(), OneBased<int>(race.CourseOrder.Count()));
+    const CourseOnWater course = PlaceCourse(race, scale);
+    for (int entry = 1; entry <= course.Count(); ++entry) {
+        const PlacedEntry& gate = course.Entries[entry];
+        if (!gate.IsGate) continue;
+        const CourseKey key = ParseCourseKey(race.CourseOrder[entry]);
+        for (int boat = 1; boat <= race.Boats.Count(); ++boat) {
+            const std::optional<int> time = PassTime(passes, boat, entry);
+            const int segment =
+                time && HasSegment(tracks, boat) ? FindSegment(tracks.Boats[boat], *time) : 0;
+            if (segment == 0) continue;
+            const Position at = PositionOn(tracks.Boats[boat], segment, *time);
+            const bool isFirst = course.Distance(at, gate.At) <= course.Distance(at, gate.SecondEnd);
+            passes.GateMark[boat][entry] = isFirst ? key.Number : key.OtherMark;
+        }
     }
 }
 

@@ -25,7 +25,8 @@ struct MarkPasses {
     ByBoatAndEntry<std::optional<int>> MarkPassTime;  ///< seconds from the start, below 0 before the gun
     ByBoatAndEntry<PassSource> MarkPassSource;
     OneBased<std::optional<int>> FirstPassTime;  ///< earliest of all boats; nothing where nobody passed
-    ByBoatAndEntry<double> MarkPassDist;         ///< nautical miles sailed from the start
+    ByBoatAndEntry<int> GateMark;         ///< of a gate the mark that was rounded; 0 for any other entry
+    ByBoatAndEntry<double> MarkPassDist;  ///< nautical miles sailed from the start
 
     /// A cell of one of the tables; an empty one outside it.
     template <class T>
@@ -42,6 +43,10 @@ void SetHandPasses(const RaceControl& race, MarkPasses& passes);
 /// than the first at an entry before does not count, nor does one before the gun.
 void FindFirstPasses(MarkPasses& passes);
 
+/// Fills GateMark: of the two marks of a gate the one that the boat was nearer to at its time there.
+void FindGateMarks(const RaceControl& race, const Tracks& tracks, const EarthScale& scale,
+                   MarkPasses& passes);
+
 /// Fills MarkPassDist from MarkPassTime: miles sailed since second 0, to three decimals; 0 where there is
 /// no time or the track does not hold it.
 void ComputeMarkPassDist(const RaceControl& race, const Tracks& tracks, MarkPasses& passes);
@@ -50,6 +55,11 @@ void ComputeMarkPassDist(const RaceControl& race, const Tracks& tracks, MarkPass
 /// of a race or a course without that boat or entry.
 inline std::optional<int> PassTime(const MarkPasses& passes, int boat, int entry) {
     return MarkPasses::CellOf(passes.MarkPassTime, boat, entry);
+}
+
+/// The mark of a gate that a boat rounded; 0 where it was not there, and for any entry that is no gate.
+inline int GateMark(const MarkPasses& passes, int boat, int entry) {
+    return MarkPasses::CellOf(passes.GateMark, boat, entry);
 }
 
 /// A person has set that time, or taken it away.

@@ -84,9 +84,9 @@ class BoatSearch {
         return found;
     }
 
-    /// The first second of the nearest approach inside the small circle.
-    std::optional<int> NearestApproach(const PlacedEntry& mark, SecondRange range) {
-        double best = 1000;
+    /// The first second of the nearest approach inside the small circle. `best` is the distance that it
+    /// must beat, and becomes its own.
+    std::optional<int> NearestApproach(const PlacedEntry& mark, SecondRange range, double& best) {
         std::optional<int> found;
         scan_.Run(range, {mark.At, GapRadius}, [&](int t, int) {
             const double distance = course_.Distance(mark.At, scan_.At());
@@ -106,6 +106,17 @@ class BoatSearch {
 
 using PassTimes = OneBased<std::optional<int>>;
 
+/// The earliest time that a search finds at one of the marks of an entry.
+template <class Search>
+std::optional<int> AtEitherMark(const PlacedEntry& entry, Search search) {
+    std::optional<int> first;
+    for (const PlacedEntry& mark : MarksOf(entry)) {
+        const std::optional<int> time = search(mark);
+        if (time && (!first || *time < *first)) first = time;
+    }
+    return first;
+}
+
 /// A time as the walk goes on from it: after a missed entry it begins again at the gun.
 int WalkedTime(const PassTimes& times, int c) {
     return times[c].value_or(0);
@@ -122,9 +133,11 @@ void FindPasses(BoatSearch& search, const CourseOnWater& course, int lastSecond,
             times[c] = search.LineCrossing(entry, range, isStart);
             continue;
         }
-        times[c] = search.Rounding(entry, range);
+        times[c] = AtEitherMark(entry, [&](const auto& mark) { return search.Rounding(mark, range); });
         if (times[c]) continue;
-        times[c] = search.NoLongerNearer(entry, range, isStart ? StartFrom - 1 : before + 1);
+        const int after = isStart ? StartFrom - 1 : before + 1;
+        times[c] = AtEitherMark(
+            entry, [&](const auto& mark) { return search.NoLongerNearer(mark, range, after); });
     }
 }
 
@@ -145,7 +158,9 @@ void FillGaps(BoatSearch& search, const CourseOnWater& course, PassTimes& times)
         const int after = WalkedTime(times, c + 1);
         const SecondRange range =
             c == 1 ? SecondRange{StartFrom, after} : SecondRange{WalkedTime(times, c - 1) + 1, after - 1};
-        times[c] = search.NearestApproach(course.Entries[c], range);
+        double best = 1000;
+        for (const PlacedEntry& mark : MarksOf(course.Entries[c]))
+            if (const auto time = search.NearestApproach(mark, range, best)) times[c] = time;
     }
 }
 
@@ -188,6 +203,7 @@ void FindAllPasses(const RaceControl& race, const Tracks& tracks, const EarthSca
     ReconcilePasses(race, tracks, scale, passes);
     SetHandPasses(race, passes);
     FindFirstPasses(passes);
+    FindGateMarks(race, tracks, scale, passes);
     ComputeMarkPassDist(race, tracks, passes);
 }
 

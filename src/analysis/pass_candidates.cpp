@@ -45,8 +45,10 @@ double UsualPace(const CourseOnWater& course, const Track& track) {
     return *ninth;
 }
 
-/// The place of an entry that lies nearest: the mark, or a place on the line.
+/// The place of an entry that lies nearest: a mark, or a place on the line.
 Position NearestPlace(const CourseOnWater& course, const PlacedEntry& entry, const Position& to) {
+    if (entry.IsGate && course.Distance(entry.SecondEnd, to) < course.Distance(entry.At, to))
+        return entry.SecondEnd;
     if (!entry.IsLine) return entry.At;
     const double length = course.LengthOf(entry);
     if (!(length > 0)) return entry.At;
@@ -100,13 +102,15 @@ CandidateSearch::CandidateSearch(const CourseOnWater& course, const Track& track
 
 PassCandidates CandidateSearch::Find(const PlacedEntry& entry) {
     found_.Clear();
-    lastNear_.reset();
-    if (entry.IsLine)
+    if (entry.IsLine) {
+        lastNear_.reset();
         CrossLine(entry);
-    else if (entry.HasCorner)
-        RoundMark(entry);
-    else
-        ReachLastMark(entry);
+    } else {
+        for (const PlacedEntry& mark : MarksOf(entry)) {
+            lastNear_.reset();
+            mark.HasCorner ? RoundMark(mark) : ReachLastMark(mark);
+        }
+    }
     std::ranges::stable_sort(found_, {}, &PassCandidate::Second);
     return found_;
 }

@@ -45,6 +45,11 @@ class Plane {
         return {(at.Lon - middle_.Lon) * scale_.MetresPerLonMinute,
                 (at.Lat - middle_.Lat) * scale_.MetresPerLatMinute};
     }
+    /// The way back.
+    Position From(const Way& at) const {
+        return {middle_.Lat + at.North / scale_.MetresPerLatMinute,
+                middle_.Lon + at.East / scale_.MetresPerLonMinute};
+    }
 
   private:
     EarthScale scale_;

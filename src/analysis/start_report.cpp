@@ -26,28 +26,21 @@ struct LineGeometry {
 std::optional<LineGeometry> LineOf(const RaceControl& race, const FleetMotion& fleet,
                                    const RaceWind& wind) {
     if (race.CourseOrder.Empty()) return {};
-    const auto lineOf = [&](const std::string& text) -> const Line* {
-        const CourseKey key = ParseCourseKey(text);
-        return key.IsLine && race.Lines.Holds(key.Number) ? &race.Lines[key.Number] : nullptr;
-    };
-    const Line* const line = lineOf(race.CourseOrder[1]);
-    if (!line) return {};
+    const CourseKey key = ParseCourseKey(race.CourseOrder[1]);
+    if (!key.IsLine || !race.Lines.Holds(key.Number)) return {};
+    const Line& line = race.Lines[key.Number];
     LineGeometry geometry;
-    geometry.First = fleet.Water.To(line->FirstEnd());
-    const Way whole = fleet.Water.To(line->SecondEnd()) - geometry.First;
+    geometry.First = fleet.Water.To(line.FirstEnd());
+    const Way whole = fleet.Water.To(line.SecondEnd()) - geometry.First;
     geometry.Length = whole.Length();
     if (!(geometry.Length > 0)) return {};
     geometry.Along = whole * (1 / geometry.Length);
     geometry.Course = {-geometry.Along.North, geometry.Along.East};
     Way ahead = Towards(wind.From(0).value_or(0));
     if (HasLegs(race)) {
-        const CourseKey key = ParseCourseKey(race.CourseOrder[2]);
-        const Line* const next = lineOf(race.CourseOrder[2]);
         const Way middle = geometry.First + whole * 0.5;
-        if (next)
-            ahead = (fleet.Water.To(next->FirstEnd()) + fleet.Water.To(next->SecondEnd())) * 0.5 - middle;
-        else if (!key.IsLine && race.Marks.Holds(key.Number))
-            ahead = fleet.Water.To(race.Marks[key.Number].At()) - middle;
+        if (const auto next = MiddleOf(race, ParseCourseKey(race.CourseOrder[2])))
+            ahead = fleet.Water.To(*next) - middle;
     }
     if (ahead.Along(geometry.Course) < 0) geometry.Course = geometry.Course * -1.0;
     return geometry;

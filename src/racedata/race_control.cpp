@@ -3,6 +3,8 @@
 #include <algorithm>
 #include <string_view>
 
+#include "base/strings.h"
+
 namespace keelview {
 
 namespace {
@@ -44,15 +46,24 @@ int DurationBetween(CivilTime start, CivilTime finish) {
 
 CourseKey ParseCourseKey(const std::string& key) {
     const bool isLine = key.starts_with('L');
-    const std::string_view text(key);
-    const std::size_t digits = isLine ? 1 : 2;
-    const int number = text.size() > digits ? FloorToInt(LenientNumber(text.substr(digits))) : 0;
-    const int limit = isLine ? MaxLines : MaxMarks;
-    return {isLine, number >= 1 && number <= limit ? number : 0};
+    const auto numberIn = [&](std::string_view text) {
+        const std::size_t digits = isLine ? 1 : 2;
+        const int number = text.size() > digits ? FloorToInt(LenientNumber(text.substr(digits))) : 0;
+        const int limit = isLine ? MaxLines : MaxMarks;
+        return number >= 1 && number <= limit ? number : 0;
+    };
+    std::string_view rest(key);
+    const std::string_view first = CutHead(rest, '/');
+    CourseKey entry{isLine, numberIn(first)};
+    if (isLine || entry.Number == 0 || first.size() == key.size()) return entry;
+    const int other = numberIn(Trim(rest));
+    if (other != entry.Number) entry.OtherMark = other;
+    return entry;
 }
 
 std::string CourseKeyText(const CourseKey& entry) {
-    return (entry.IsLine ? "L" : "MK") + std::to_string(entry.Number);
+    const std::string text = (entry.IsLine ? "L" : "MK") + std::to_string(entry.Number);
+    return entry.IsGate() ? text + "/MK" + std::to_string(entry.OtherMark) : text;
 }
 
 }  // namespace keelview

@@ -181,17 +181,24 @@ inline int TimeZoneOfLongitude(double longitude) {
 /// Seconds from one time to the other, held to what a race can last: 0 to LongestRace.
 int DurationBetween(CivilTime start, CivilTime finish);
 
-/// A course entry taken apart: a line or a mark, and its number (0 where the key holds none).
+/// A course entry taken apart: a line, a mark or a gate of two marks, and their numbers (0 where the key
+/// holds none).
 struct CourseKey {
     bool IsLine = false;
     int Number = 0;
+    int OtherMark = 0;  ///< the second mark of a gate; 0 for any other entry
+
+    bool IsGate() const { return OtherMark != 0; }
+    /// True if the entry is that mark, alone or in a gate.
+    bool HasMark(int mark) const { return !IsLine && (mark == Number || mark == OtherMark); }
 };
 
-/// Takes "L1" or "MK3" apart: a key that begins with "L" names a line by the number from its second
-/// character on, any other a mark by the number from its third character on.
+/// Takes "L1", "MK3" or "MK3/MK4" apart: a key that begins with "L" names a line by the number from its
+/// second character on, any other a mark by the number from its third character on; behind a slash stands
+/// the second mark of a gate. A gate of one mark twice, or whose first mark is none, is no gate.
 CourseKey ParseCourseKey(const std::string& key);
 
-/// The way back: "L1" or "MK3".
+/// The way back: "L1", "MK3" or "MK3/MK4".
 std::string CourseKeyText(const CourseKey& entry);
 
 /// There is something to put into an order: more than one mark or line.

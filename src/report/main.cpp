@@ -1,12 +1,14 @@
 // keelview-report TREE RACEFILE [--at SECONDS]... [--only KEY,KEY] [--walk] [--csv TABLE] [--tracks]
 // keelview-report --new TREE RACEFILE FILE... [--replace]
+// keelview-report --find TREE RACEFILE [--write]
 // Prints the numbers of a race as one JSON object, or one table of it as CSV for a spreadsheet, or with
 // --tracks what its track files hold; --only prints just the members of those keys. A file that cannot be
 // read is told on standard error. TREE is a folder with raceadmin, gpsdat, winddat and coastline, RACEFILE
 // a race control file in raceadmin. With
 // --walk the pass times are those that the walk along each track finds by itself, bare numbers with 0 for
 // an entry that it did not find. Nothing is written to the tree, but with --new: that makes a race of the
-// track files and folders, copies them into the tree, and prints what was found in them.
+// track files and folders, copies them into the tree, and prints what was found in them. --find looks for
+// races in the tracks alone and prints them; with --write the surest one is written into the race file.
 
 #include <cstdio>
 #include <filesystem>
@@ -21,6 +23,7 @@
 #include "base/strings.h"
 #include "base/system_command_line.h"
 #include "racedata/refusal_text.h"
+#include "report/find_race.h"
 #include "report/leg_report.h"
 #include "report/member_csv.h"
 #include "report/new_race.h"
@@ -34,7 +37,7 @@ namespace {
 constexpr int WrongUse = 2;
 constexpr std::string_view Usage =
     "usage: keelview-report TREE RACEFILE [--at SECONDS]... [--only KEY,KEY] [--walk] "
-    "[--csv TABLE] [--tracks] | --new TREE RACEFILE FILE... [--replace]";
+    "[--csv TABLE] [--tracks] | --new TREE RACEFILE FILE... [--replace] | --find TREE RACEFILE [--write]";
 
 struct Request {
     std::filesystem::path Tree;
@@ -45,6 +48,8 @@ struct Request {
     std::string Csv;                           ///< the table that is wanted in place of the whole
     bool Tracks = false;                       ///< what the track files hold, in place of the whole
     bool New = false;                          ///< the race is to be made of files
+    bool Find = false;                         ///< races are to be looked for in the tracks
+    bool Write = false;                        ///< and the surest one written
     bool Replace = false;                      ///< even where there is one of its name
     std::vector<std::filesystem::path> Files;  ///< of a new race
     std::string Fault;  ///< what is wrong with the command line; empty when nothing is
@@ -74,6 +79,10 @@ Request ReadCommandLine(const std::vector<std::string>& arguments) {
             request.Tracks = true;
         } else if (argument == "--new") {
             request.New = true;
+        } else if (argument == "--find") {
+            request.Find = true;
+        } else if (argument == "--write") {
+            request.Write = true;
         } else if (argument == "--replace") {
             request.Replace = true;
         } else if (argument == "--csv") {
@@ -142,12 +151,19 @@ int MakeNew(const Request& request) {
     return made.Trouble.empty() ? printed : Complain(made.Trouble);
 }
 
+int Find(const Request& request) {
+    const FindReport found = FindRaceOf(request.Tree, request.RaceFile, request.Write);
+    const int printed = found.Report.empty() ? 0 : Print(found.Report + "\n");
+    return found.Trouble.empty() ? printed : Complain(found.Trouble);
+}
+
 int Run(const std::vector<std::string>& arguments) {
     const Request request = ReadCommandLine(arguments);
     if (!request.Fault.empty()) return Complain(request.Fault);
     if (request.New) return MakeNew(request);
     if (!IsFile(FindBelow(FindBelow(request.Tree, "raceadmin"), request.RaceFile)))
         return Complain("no race file " + request.RaceFile + " in " + request.Tree.string() + "/raceadmin");
+    if (request.Find) return Find(request);
     RaceNumbers numbers;
     numbers.race.RaceFileName = request.RaceFile;
     LoadRace(request.Tree, numbers);

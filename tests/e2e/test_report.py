@@ -129,6 +129,36 @@ class Report(unittest.TestCase):
         self.assertRegex(again.stderr, r"New.txt exists; --replace writes over it\n\Z")
         self.assertEqual(self.run_report("--new", self.tree, "New.txt", stick, "--replace").returncode, 0)
 
+    def test_the_demo_races_find_themselves(self):
+        tree = Path(self.enterContext(tempfile.TemporaryDirectory()))
+        subprocess.run([BUILD / "tools/make_demo", tree], check=True, timeout=60)
+        told = (b"ST,", b"FT,", b"WD,", b"MK,", b"LN,", b"CRS,")
+        for name in ("Enoshima_R1.txt", "Enoshima_R2.txt"):
+            with self.subTest(race=name):
+                before = json.loads(self.run_report(tree, name).stdout)
+                file = tree / "raceadmin" / name
+                bare = b"".join(line for line in file.read_bytes().splitlines(True) if not line.startswith(told))
+                file.write_bytes(bare)
+                found = self.run_report("--find", tree, name)
+                self.assertEqual((found.returncode, file.read_bytes()), (0, bare))
+                (race,) = json.loads(found.stdout)["races"]
+                self.assertEqual(race["start_time"], before["race"]["start"])
+                self.assertEqual(race["course"], before["race"]["course"])
+                for mark, place in zip(before["race"]["marks"], race["marks"], strict=True):
+                    for one, other in zip(mark, place, strict=True):
+                        self.assertAlmostEqual(one, other, delta=0.008)  # 15 m
+                self.assertEqual(self.run_report("--find", tree, name, "--write").stdout, found.stdout)
+                self.assertEqual((tree / "raceadmin" / (name + ".bak")).read_bytes(), bare)
+                after = json.loads(self.run_report(tree, name).stdout)
+                self.assertEqual(after["finish_order"], before["finish_order"])
+                self.assertEqual([boat["name"] for boat in after["boats"]], [boat["name"] for boat in before["boats"]])
+
+    def test_where_nobody_raced_no_race_is_written(self):
+        before = (self.tree / "raceadmin/R1.txt").read_bytes()
+        found = self.run_report("--find", self.tree, "R1.txt", "--write")
+        self.assertEqual((found.returncode, json.loads(found.stdout)["races"]), (2, []))
+        self.assertEqual((self.tree / "raceadmin/R1.txt").read_bytes(), before)
+
 
 if __name__ == "__main__":
     unittest.main(argv=["test_report"])

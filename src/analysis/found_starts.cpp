@@ -1,0 +1,273 @@
+#include "analysis/found_starts.h"
+
+#include <algorithm>
+#include <cmath>
+#include <cstdlib>
+#include <limits>
+
+#include "analysis/medians.h"
+
+namespace keelview {
+
+namespace {
+
+constexpr int ScanStep = 5;         // seconds
+constexpr int Leaves = 60;          // seconds that a start is followed
+constexpr int Gathers = 240;        // seconds that boats lie about before it
+constexpr int Apart = 150;          // seconds between starts
+constexpr int Rivals = 900;         // seconds within which a larger start leaves no smaller one
+constexpr double LeastShare = 0.4;  // of the boats
+constexpr double LeastSpeed = 0.7;  // metres a second
+constexpr double Behind = 45;       // metres that boats of a start lie behind the first
+constexpr double OnTheWay = 0.35;   // of the usual way, along the common direction
+constexpr int LeastKnown = 60;      // seconds that must be recorded before it
+constexpr double Idle = 75;         // seconds of the usual speed, that gathering boats go away at most
+constexpr double MostBeyond = 25;   // metres beyond the crossings at which something lying is an end
+constexpr double EndRoom = 8;       // metres that ends lie beyond the crossings
+constexpr int Sweep = 45;           // seconds to either side in which the gun is looked for
+
+/// One boat about a moment.
+struct Departure {
+    int Boat;
+    Way At, Next;   ///< the place, and the way of the next minute
+    double Before;  ///< metres to the farthest place in the time before
+    Way Last;       ///< the way of the last minute
+};
+
+std::vector<Departure> DeparturesAt(const std::vector<WayBySecond>& fleet, int t) {
+    std::vector<Departure> all;
+    for (int boat = 0; boat < std::ssize(fleet); ++boat) {
+        const WayBySecond& way = fleet[static_cast<std::size_t>(boat)];
+        const auto at = way.At(t), next = way.At(t + Leaves);
+        if (!at || !next) continue;
+        if (!way.At(t - LeastKnown)) continue;
+        double farthest = 0;
+        for (int s = 30; s <= Gathers; s += 30)
+            if (const auto before = way.At(t - s)) farthest = std::max(farthest, (*at - *before).Length());
+        const auto last = way.At(t - Leaves);
+        all.push_back({boat, *at, *next - *at, farthest, last ? *at - *last : Way{}});
+    }
+    return all;
+}
+
+/// The direction across which places lie closest together, of length 1, on the side of `ahead`.
+Way NormalOf(const std::vector<Way>& places, Way ahead) {
+    std::vector<Way> kept = places;
+    Way normal = ahead;
+    for (int round = 0; round < 3 && kept.size() > 2; ++round) {
+        Way mean;
+        for (const Way& at : kept) mean = mean + at * (1.0 / static_cast<double>(kept.size()));
+        double ee = 0, en = 0, nn = 0;
+        for (const Way& at : kept) {
+            const Way off = at - mean;
+            ee += off.East * off.East, en += off.East * off.North, nn += off.North * off.North;
+        }
+        const double angle = std::atan2(2 * en, ee - nn) / 2;  // of the longer axis
+        normal = {-std::sin(angle), std::cos(angle)};
+        if (normal.Along(ahead) < 0) normal = normal * -1;
+        std::vector<double> off;
+        for (const Way& at : places) off.push_back(std::abs((at - mean).Along(normal)));
+        const double limit = std::max(2 * MedianOf(off), 1.0);
+        kept.clear();
+        for (std::size_t i = 0; i < places.size(); ++i)
+            if (off[i] <= limit) kept.push_back(places[i]);
+    }
+    return normal.Along(ahead) > 0.5 ? normal : ahead;
+}
+
+/// How much a moment is like a start.
+struct Moment {
+    int Time = 0;
+    double Share = 0.0;
+    double Next = 0.0;  ///< metres that boats usually sail in the minute behind it
+    Way Normal;
+    double Front = 0.0;  ///< metres along the normal of the first boats
+    std::vector<int> Boats;
+};
+
+Moment LookAt(const std::vector<WayBySecond>& fleet, int t) {
+    Moment moment;
+    moment.Time = t;
+    const std::vector<Departure> all = DeparturesAt(fleet, t);
+    if (all.size() < 2) return moment;
+    std::vector<double> lengths;
+    for (const Departure& each : all) lengths.push_back(each.Next.Length());
+    const double usual = QuantileOf(lengths, 0.7);
+    moment.Next = usual;
+    if (usual < LeastSpeed * Leaves) return moment;
+    Way ahead;
+    std::vector<const Departure*> leaving;
+    for (const Departure& each : all)
+        if (each.Next.Length() > 0.6 * usual && each.Before < Idle * usual / Leaves) {
+            leaving.push_back(&each);
+            ahead = ahead + each.Next;
+        }
+    if (static_cast<double>(leaving.size()) < LeastShare * static_cast<double>(all.size()) ||
+        leaving.size() < 2)
+        return moment;
+    ahead = ahead * (1 / std::max(ahead.Length(), 1e-9));
+    std::vector<Way> places;
+    for (const Departure* each : leaving) places.push_back(each->At);
+    moment.Normal = NormalOf(places, ahead);
+    std::vector<double> fronts;
+    for (const Way& at : places) fronts.push_back(at.Along(moment.Normal));
+    moment.Front = QuantileOf(fronts, 0.9);
+    for (const Departure* each : leaving) {
+        const double way = each->Next.Along(moment.Normal);
+        const double gap = moment.Front - each->At.Along(moment.Normal);
+        if (way > OnTheWay * usual && gap < Behind && gap > -Behind / 2 &&
+            each->Last.Along(moment.Normal) < 0.6 * way)
+            moment.Boats.push_back(each->Boat);
+    }
+    moment.Share = static_cast<double>(moment.Boats.size()) / static_cast<double>(all.size());
+    return moment;
+}
+
+/// How fast the boats of a moment make way ahead at second t: the middle one, as a share of what each of
+/// them makes once all are under way.
+double PaceAt(const std::vector<WayBySecond>& fleet, const Moment& moment, int t) {
+    std::vector<double> shares;
+    for (const int boat : moment.Boats) {
+        const WayBySecond& way = fleet[static_cast<std::size_t>(boat)];
+        const auto from = way.At(moment.Time + 20), to = way.At(moment.Time + Leaves);
+        const auto velocity = way.Velocity(t - 3, t + 3);
+        if (!from || !to || !velocity) continue;
+        const double usual = (*to - *from).Along(moment.Normal) / (Leaves - 20);
+        if (usual > 0) shares.push_back(velocity->Along(moment.Normal) / usual);
+    }
+    return MedianOf(std::move(shares));
+}
+
+/// The gun: the middle boat begins its run at the line a quarter of a minute before it, and guns go at
+/// whole minutes where that is near.
+std::optional<int> GunOf(const std::vector<WayBySecond>& fleet, const Moment& moment,
+                         const StartHints& hints, FoundStart& start) {
+    constexpr double run = 14, nearMinute = 14;                   // seconds
+    constexpr double underWay = 0.85, begun = 0.5, still = 0.15;  // of the usual way
+    int fast = moment.Time - Sweep;
+    while (fast < moment.Time + Sweep && PaceAt(fleet, moment, fast) < underWay) ++fast;
+    if (fast == moment.Time + Sweep) return {};
+    int goes = fast;
+    while (goes > fast - Sweep && PaceAt(fleet, moment, goes) > begun) --goes;
+    if (goes == fast - Sweep) return {};
+    int rest = goes;
+    while (rest > goes - Sweep && PaceAt(fleet, moment, rest) > still) --rest;
+    start.Spread = fast - rest;
+    const double gun = goes + run;
+    const double minute = hints.MinuteAt + 60 * std::round((gun - hints.MinuteAt) / 60);
+    start.AtMinute = std::abs(minute - gun) <= nearMinute;
+    return static_cast<int>(std::lround(start.AtMinute ? minute : gun));
+}
+
+/// The line: it lies at the front of the boats as the gun goes, and ends at the outermost of them, or at
+/// what lies still there.
+FoundLine LineOf(const std::vector<WayBySecond>& fleet, const Moment& moment, int gun,
+                 const StartHints& hints) {
+    std::vector<Way> places;
+    for (const int boat : moment.Boats)
+        if (const auto at = fleet[static_cast<std::size_t>(boat)].Mean(gun - 1, gun + 1))
+            places.push_back(*at);
+    const Way normal = NormalOf(places, moment.Normal);
+    const Way along{normal.North, -normal.East};
+    std::vector<double> fronts, sides;
+    for (const Way& at : places) fronts.push_back(at.Along(normal)), sides.push_back(at.Along(along));
+    const double front = QuantileOf(fronts, 0.9) + 1.5;
+    const auto [low, high] = std::ranges::minmax(sides);
+    FoundLine line{along * (low - EndRoom) + normal * front, along * (high + EndRoom) + normal * front};
+    const auto take = [&](Way& end) {
+        for (const Way& lying : hints.Lying)
+            if ((lying - end).Length() < MostBeyond + EndRoom) end = lying;
+    };
+    take(line.Left);
+    take(line.Right);
+    return line;
+}
+
+void TakeHints(const StartHints& hints, FoundStart& start) {
+    if (hints.Gun && std::abs(*hints.Gun - start.Gun) < 2 * Sweep) {
+        start.Gun = *hints.Gun;
+        start.HintedGun = true;
+    }
+    if (!hints.Line) return;
+    const Way ahead = start.Line.Ahead();
+    const Way middle = (start.Line.Left + start.Line.Right) * 0.5;
+    FoundLine line = *hints.Line;
+    if (line.Ahead().Along(ahead) < 0) std::swap(line.Left, line.Right);
+    if (((line.Left + line.Right) * 0.5 - middle).Length() >
+        (start.Line.Right - start.Line.Left).Length() + 100)
+        return;
+    start.Line = line;
+    start.HintedLine = true;
+}
+
+/// True if the boats of a start are those of a larger one.
+bool Includes(const FoundStart& larger, const FoundStart& start) {
+    const auto both = std::ranges::count_if(
+        start.Boats, [&](int boat) { return std::ranges::find(larger.Boats, boat) != larger.Boats.end(); });
+    return 4 * both >= 3 * std::ssize(start.Boats);
+}
+
+std::optional<FoundStart> StartAt(const std::vector<WayBySecond>& fleet, const Moment& moment,
+                                  const StartHints& hints) {
+    FoundStart start;
+    const auto gun = GunOf(fleet, moment, hints, start);
+    if (!gun) return {};
+    start.Gun = *gun;
+    start.Line = LineOf(fleet, moment, *gun, hints);
+    start.Boats = moment.Boats;
+    start.Share = moment.Share;
+    TakeHints(hints, start);
+    return start;
+}
+
+}  // namespace
+
+std::optional<int> LastCrossing(const WayBySecond& way, const FoundLine& line, int from, int to,
+                                double beyond) {
+    const Way ahead = line.Ahead(), along = line.Along();
+    const double length = (line.Right - line.Left).Length();
+    for (int t = std::min(to, way.Last()); t > std::max(from, way.First()); --t) {
+        const auto at = way.At(t), before = way.At(t - 1);
+        if (!at || !before) continue;
+        const double now = (*at - line.Left).Along(ahead), then = (*before - line.Left).Along(ahead);
+        if (!(then < 0 && now >= 0)) continue;
+        const double place = (*at - line.Left).Along(along);
+        if (place >= -beyond && place <= length + beyond) return t;
+    }
+    return {};
+}
+
+std::vector<FoundStart> FindStarts(const std::vector<WayBySecond>& fleet, const StartHints& hints) {
+    int first = std::numeric_limits<int>::max(), last = std::numeric_limits<int>::min();
+    for (const WayBySecond& way : fleet)
+        if (!way.Empty()) first = std::min(first, way.First()), last = std::max(last, way.Last());
+    std::vector<Moment> all;
+    double fastest = 0;
+    for (int t = first; t < last - Leaves && first < last; t += ScanStep) {
+        Moment moment = LookAt(fleet, t);
+        fastest = std::max(fastest, moment.Next);
+        if (moment.Share >= LeastShare && moment.Boats.size() >= 2) all.push_back(std::move(moment));
+    }
+    const auto worth = [&](const Moment& moment) {
+        return moment.Share * std::min(moment.Next, 0.7 * fastest);
+    };
+    std::vector<Moment> moments;
+    for (Moment& moment : all) {
+        if (moments.empty() || moment.Time - moments.back().Time >= Apart)
+            moments.push_back(std::move(moment));
+        else if (worth(moment) > worth(moments.back()))
+            moments.back() = std::move(moment);
+    }
+    std::vector<FoundStart> starts;
+    for (const Moment& moment : moments)
+        if (auto start = StartAt(fleet, moment, hints)) starts.push_back(*std::move(start));
+    std::erase_if(starts, [all = starts](const FoundStart& start) {
+        return std::ranges::any_of(all, [&](const FoundStart& other) {
+            return std::abs(other.Gun - start.Gun) < Rivals && 0.75 * other.Share > start.Share &&
+                   Includes(other, start);
+        });
+    });
+    return starts;
+}
+
+}  // namespace keelview

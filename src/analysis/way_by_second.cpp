@@ -1,0 +1,39 @@
+#include "analysis/way_by_second.h"
+
+#include <cmath>
+
+namespace keelview {
+
+namespace {
+
+constexpr double LongestGap = 20.0;  // seconds
+
+}  // namespace
+
+WayBySecond::WayBySecond(const Track& track, const Plane& plane, int longest) {
+    if (track.Count() == 0) return;
+    first_ = static_cast<int>(std::ceil(track.TrackTime[1]));
+    sums_.emplace_back();
+    counts_.push_back(0);
+    double before = track.TrackTime[1];
+    Way from = plane.To(track.At(1));
+    for (int fix = 2; fix <= track.Count(); ++fix) {
+        const double time = track.TrackTime[fix];
+        if (!(time > before)) continue;
+        const Way to = plane.To(track.At(fix));
+        const double end = std::min(time, static_cast<double>(first_) + longest);
+        for (double t = first_ + static_cast<double>(sums_.size()) - 1; t < end; ++t) {
+            const double f = (t - before) / (time - before);
+            Add(time - before > LongestGap ? std::nullopt : std::optional(from + (to - from) * f));
+        }
+        before = time;
+        from = to;
+    }
+}
+
+void WayBySecond::Add(const std::optional<Way>& place) {
+    sums_.push_back(sums_.back() + place.value_or(Way{}));
+    counts_.push_back(counts_.back() + (place ? 1 : 0));
+}
+
+}  // namespace keelview

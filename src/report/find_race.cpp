@@ -1,0 +1,148 @@
+#include "report/find_race.h"
+
+#include <algorithm>
+#include <optional>
+#include <vector>
+
+#include "analysis/found_race_entry.h"
+#include "analysis/found_tracks.h"
+#include "analysis/race_finder.h"
+#include "analysis/race_numbers.h"
+#include "base/files.h"
+#include "base/numbers.h"
+#include "report/json_writer.h"
+
+namespace keelview {
+
+namespace {
+
+constexpr std::uintmax_t FileLimit = 16U << 20U;
+
+void WritePlace(JsonWriter& json, const Position& at) {
+    json.BeginArray();
+    json.Number(RoundDecimals(at.Lat, 5));
+    json.Number(RoundDecimals(WrapLongitude(at.Lon), 5));
+    json.EndArray();
+}
+
+void WriteLine(JsonWriter& json, const std::pair<Position, Position>& line) {
+    json.BeginArray();
+    WritePlace(json, line.first);
+    WritePlace(json, line.second);
+    json.EndArray();
+}
+
+void WriteTexts(JsonWriter& json, std::string_view name, const std::vector<std::string>& texts) {
+    json.Key(name);
+    json.BeginArray();
+    for (const std::string& text : texts) json.String(text);
+    json.EndArray();
+}
+
+std::vector<std::string> EnglishOf(const std::vector<Sentence>& sentences) {
+    std::vector<std::string> texts;
+    for (const Sentence& sentence : sentences) texts.push_back(sentence.English);
+    return texts;
+}
+
+void WriteTime(JsonWriter& json, std::string_view name, CivilTime clock, const std::optional<int>& second) {
+    json.Key(name);
+    second ? json.String(DateTimeText(clock + *second)) : json.Null();
+}
+
+void WriteFound(JsonWriter& json, const FoundRace& race, CivilTime clock) {
+    json.BeginObject();
+    WriteTime(json, "start_time", clock, race.Gun);
+    WriteTime(json, "finish_time", clock, race.Finish);
+    json.Key("line");
+    WriteLine(json, race.Lines.front());
+    json.Key("lines");
+    json.BeginArray();
+    for (const auto& line : race.Lines) WriteLine(json, line);
+    json.EndArray();
+    json.Key("marks");
+    json.BeginArray();
+    for (const Position& at : race.Marks) WritePlace(json, at);
+    json.EndArray();
+    WriteTexts(json, "course", race.Course);
+    json.Key("wind_direction");
+    race.Wind ? json.Number(RoundDecimals(*race.Wind, 1)) : json.Null();
+    json.Member("confidence", RoundDecimals(race.Confidence, 2));
+    WriteTexts(json, "reasons", EnglishOf(race.Reasons));
+    json.EndObject();
+}
+
+std::string TextOf(const RaceFinding& finding, CivilTime clock) {
+    JsonWriter json;
+    json.BeginObject();
+    json.Key("races");
+    json.BeginArray();
+    for (const FoundRace& race : finding.Races) WriteFound(json, race, clock);
+    json.EndArray();
+    WriteTexts(json, "missing", EnglishOf(finding.Missing));
+    json.EndObject();
+    return json.Text();
+}
+
+/// Gun and line as devices of the race were told them, on the race's clock.
+void TakeFileHints(const std::filesystem::path& tree, const RaceControl& race, FinderHints& hints) {
+    std::vector<std::filesystem::path> paths;
+    for (const BoatEntry& boat : race.Boats) paths.push_back(TrackPath(tree, boat.BoatFile));
+    const auto files = FindTracksIn(HandedFiles(paths), {});
+    if (!files) return;
+    std::vector<int> guns;
+    const auto placeOf = [](const NamedPlace& place) { return Position{place.Lat * 60, place.Lon * 60}; };
+    for (const FoundFile& file : *files) {
+        if (file.Hints.Gun)
+            guns.push_back(static_cast<int>(static_cast<double>(*file.Hints.Gun) / 1000 +
+                                            race.TimeDiff.value_or(0) * 3600 -
+                                            static_cast<double>(hints.Clock)));
+        if (file.Hints.LinePin && file.Hints.LineBoat && !hints.Line)
+            hints.Line = std::pair(placeOf(*file.Hints.LinePin), placeOf(*file.Hints.LineBoat));
+    }
+    std::ranges::sort(guns);
+    if (!guns.empty()) hints.Gun = guns[guns.size() / 2];
+}
+
+/// Writes a race over its file; the old bytes are kept beside it first.
+std::string Replace(const std::filesystem::path& tree, const RaceControl& race) {
+    const auto path = FindBelow(FindBelow(tree, "raceadmin"), race.RaceFileName);
+    const auto old = ReadWholeFile(path, FileLimit);
+    if (!old) return "cannot read race file " + race.RaceFileName;
+    auto kept = path;
+    kept += ".bak";
+    if (const auto error = WriteFileAtomically(kept, *old)) return "nothing written: " + error.message();
+    if (const auto error = SaveRaceFile(tree, race)) return "nothing written: " + error.message();
+    return {};
+}
+
+}  // namespace
+
+FindReport FindRaceOf(const std::filesystem::path& tree, const std::string& raceFile, bool write) {
+    RaceNumbers numbers;
+    numbers.race.RaceFileName = raceFile;
+    LoadRace(tree, numbers);
+    if (!numbers.report.Opened) return {{}, "cannot read race file " + raceFile};
+    RaceControl day = numbers.race;
+    day.Start = day.Finish = RaceTime();
+    day.DataFromTime = day.DataToTime = std::nullopt;
+    Tracks tracks;
+    TrackArea area;
+    EarthScale scale;
+    LoadAllTracks(tree, day, tracks, area, scale, {});
+    FinderHints hints = HintsOf(day, day.Start.At().value_or(0));
+    TakeFileHints(tree, day, hints);
+    const RaceFinding finding = FindRaces(tracks, scale, hints);
+    FindReport report{TextOf(finding, hints.Clock), {}};
+    if (!write) return report;
+    if (finding.Races.empty()) {
+        report.Trouble = "nothing written: no race was found";
+        return report;
+    }
+    TakeFoundRace(*std::ranges::max_element(finding.Races, {}, &FoundRace::Confidence), hints.Clock,
+                  numbers.race);
+    report.Trouble = Replace(tree, numbers.race);
+    return report;
+}
+
+}  // namespace keelview
