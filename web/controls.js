@@ -52,6 +52,8 @@ export class Controls {
         /** @type {WeakMap<Element, Part>} */
         this.partOf = new WeakMap();
         this.top = 1;
+        /** Told of a control that is there no more. @type {(address: number) => void} */
+        this.removed = () => {};
     }
 
     /** @param {string} name */
@@ -202,6 +204,7 @@ export class Controls {
             PageRemove: (address) => {
                 of(address).box.remove();
                 parts.delete(address);
+                this.removed(address);
             },
             PagePlace: (address, left, top, width, height) => {
                 const part = of(address);
@@ -244,7 +247,8 @@ export class Controls {
                 if (step > 0) works.step = String(step);
                 works.value = String(value);
             },
-            PagePut: (address, ...rest) => this.put(of(address), .../** @type {[any]} */ (rest)),
+            PagePut: (address, at, width, height, ratio, left, top, partWidth, partHeight) =>
+                this.put(of(address), at, width, height, ratio, left, top, partWidth, partHeight),
         };
     }
 }

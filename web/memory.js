@@ -1,6 +1,9 @@
 // The program's memory as the page sees it. It moves when it grows, so every look at it is made anew.
 
-/** What the program offers (src/display/web/events.cpp and src/web/start.cpp). @typedef {any} Program */
+/**
+ * What the program offers: src/display/web/events.cpp and src/web/start.cpp.
+ * @typedef {any} Program
+ */
 
 export class Memory {
     constructor() {

@@ -15,7 +15,8 @@ const documents = 'attachment/';
 async function block(id) {
     const text = atob(document.getElementById(id)?.textContent?.trim() ?? '');
     const packed = Uint8Array.from(text, (sign) => sign.charCodeAt(0));
-    const plain = new Blob([packed]).stream().pipeThrough(new DecompressionStream('gzip'));
+    const Unpacker = /** @type {any} */ (globalThis).DecompressionStream;
+    const plain = new Blob([packed]).stream().pipeThrough(new Unpacker('gzip'));
     return new Uint8Array(await new Response(plain).arrayBuffer());
 }
 
@@ -57,6 +58,7 @@ class Page {
         /** @param {() => void} action */
         const guard = (action) => this.guard(action);
         this.system = new System(this.memory, guard);
+        this.controls.removed = (address) => this.system.frames.delete(address);
         this.person = new Person(this.memory, this.controls, guard);
         this.desk = new Desk(this.controls);
         /** @type {{name: string, bytes: Uint8Array}[]} */

@@ -1,10 +1,10 @@
 #include "base/numbers.h"
 
-#include <array>
 #include <charconv>
 #include <cmath>
 #include <limits>
 
+#include "base/digits.h"
 #include "base/strings.h"
 
 namespace keelview {
@@ -30,11 +30,8 @@ Leading LeadingNumber(std::string_view text) {
 
 /// A finite number that is not negative, with at most 15 significant digits.
 std::string MagnitudeText(double magnitude) {
-    std::array<char, 32> buffer{};
-    const char* end = std::to_chars(buffer.data(), buffer.data() + buffer.size(), magnitude,
-                                    std::chars_format::general, 15)
-                          .ptr;
-    std::string_view power(buffer.data(), static_cast<std::size_t>(end - buffer.data()));
+    const std::string written = SignificantDigits(magnitude, 15);
+    std::string_view power = written;
     std::string digits(CutHead(power, 'e'));
     if (power.empty()) return digits;
     const int exponent = static_cast<int>(LenientNumber(power));

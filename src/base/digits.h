@@ -1,0 +1,20 @@
+#pragma once
+
+#include <string>
+
+namespace keelview {
+
+// A finite number as digits with a point, in every locale; one implementation for each kind of system, as
+// the standard library's own takes tables that a page has no room for.
+
+/// The fewest digits that read back as the number: "0.1", "1e+300".
+std::string ShortestDigits(double value);
+
+/// At most so many significant digits, without zeros at the end; with an exponent below 1e-4 and from
+/// 10^digits on.
+std::string SignificantDigits(double value, int digits);
+
+/// So many digits behind the point.
+std::string FixedDigits(double value, int decimals);
+
+}  // namespace keelview
