@@ -42,7 +42,8 @@ void Focus(RaceSession& session, std::string_view boats) {
         const double boat = StrictNumber(number).value_or(0);
         if (boat >= 1 && boat <= form.Ticks.Count()) form.Ticks[static_cast<int>(boat)].InFocus = true;
     }
-    session.TheStage().Repaint(Changed::Boats | Changed::Focus);
+    // The list fills its rows with the ticks as with a new size.
+    session.TheStage().Repaint(Changed::Focus | Changed::Size);
 }
 
 void ShowPart(RaceSession& session, const Position& middle, double zoom) {
