@@ -20,7 +20,7 @@ BROWSER_PACKAGES=(clang-22 lld-22 libc++-22-dev-wasm32 libc++abi-22-dev-wasm32 l
     nodejs python3 dpkg-dev)
 # What making the program of a page needs on top, and leading a page in a browser.
 PAGE_PACKAGES=(clang-22 lld-22 libc++-22-dev-wasm32 libc++abi-22-dev-wasm32 libclang-rt-22-dev-wasm32 wasi-libc
-    ninja-build python3)
+    binaryen zopfli ninja-build python3)
 PAGE_TEST_PACKAGES=(chromium chromium-driver python3-selenium node-typescript imagemagick)
 
 # missing_packages PACKAGE... : prints those that are not installed, one a line.

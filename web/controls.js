@@ -11,12 +11,18 @@ const kinds = [
 ];
 const borders = ['', 'flat', 'sunken'];
 const aligns = ['left', 'centre', 'right'];
-const systemColours = new Map([[0x80000005, 'var(--window)'], [0x80000008, 'var(--ink)'], [0x8000000f, 'var(--face)']]);
+/** Those of the system, and the blue of captions, which would not be read on dark ground. */
+const ownColours = new Map([
+    [0x80000005, 'var(--window)'],
+    [0x80000008, 'var(--ink)'],
+    [0x8000000f, 'var(--face)'],
+    [0xff0000, 'var(--blue)'],
+]);
 
 /** @param {number} bgr @returns {string} */
 function css(bgr) {
     const colour = bgr >>> 0;
-    return systemColours.get(colour) ??
+    return ownColours.get(colour) ??
         `rgb(${colour & 255} ${(colour >> 8) & 255} ${(colour >> 16) & 255})`;
 }
 
@@ -53,7 +59,7 @@ export class Controls {
         this.partOf = new WeakMap();
         this.top = 1;
         /** Told of a control that is there no more. @type {(address: number) => void} */
-        this.removed = () => {};
+        this.removed = (_address) => {};
     }
 
     /** @param {string} name */

@@ -11,10 +11,24 @@ const folder = '/race/';
 const assets = 'assets/';
 const documents = 'attachment/';
 
+const signs = '0123456789ABCDEFGHIJKLMNOPQRSTUVWXYZabcdefghijklmnopqrstuvwxyz!#$%&()*+-;,=>?@^_`{|}~';
+
+/** The bytes of a text of 85 signs, as src/base/html.h has it. @param {string} text */
+function unpack85(text) {
+    const digitOf = new Uint8Array(128);
+    for (let i = 0; i < signs.length; ++i) digitOf[signs.charCodeAt(i)] = i;
+    const bytes = new Uint8Array(Math.floor((text.length * 4) / 5));
+    for (let at = 0, to = 0; to < bytes.length; at += 5) {
+        let four = 0;
+        for (let k = at; k < at + 5; ++k) four = four * 85 + (k < text.length ? digitOf[text.charCodeAt(k)] : 84);
+        for (let shift = 24; shift >= 0 && to < bytes.length; shift -= 8) bytes[to++] = four / 2 ** shift;
+    }
+    return bytes;
+}
+
 /** The bytes of a block of data in the page. @param {string} id @returns {Promise<Uint8Array>} */
 async function block(id) {
-    const text = atob(document.getElementById(id)?.textContent?.trim() ?? '');
-    const packed = Uint8Array.from(text, (sign) => sign.charCodeAt(0));
+    const packed = unpack85(document.getElementById(id)?.textContent?.trim() ?? '');
     const Unpacker = /** @type {any} */ (globalThis).DecompressionStream;
     const plain = new Blob([packed]).stream().pipeThrough(new Unpacker('gzip'));
     return new Uint8Array(await new Response(plain).arrayBuffer());

@@ -17,6 +17,13 @@ std::string Written(double value, Form... form) {
 
 }  // namespace
 
+ReadDigits DigitsAtHead(std::string_view text) {
+    double value = 0.0;
+    const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), value);
+    if (error != std::errc{}) return {};
+    return {value, static_cast<std::size_t>(end - text.data())};
+}
+
 std::string ShortestDigits(double value) {
     return Written(value);
 }

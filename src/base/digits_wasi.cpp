@@ -17,6 +17,15 @@ std::string Written(const char* form, int digits, double value) {
 
 }  // namespace
 
+ReadDigits DigitsAtHead(std::string_view text) {
+    // It would read more than decimals.
+    const std::string decimal(
+        text.substr(0, std::min(text.find_first_not_of("0123456789.eE+-"), text.size())));
+    char* end = nullptr;
+    const double value = std::strtod(decimal.c_str(), &end);
+    return {value, static_cast<std::size_t>(end - decimal.c_str())};
+}
+
 std::string ShortestDigits(double value) {
     std::string scientific;
     for (const int behind : {14, 15, 16}) {

@@ -1,6 +1,5 @@
 #include "base/numbers.h"
 
-#include <charconv>
 #include <cmath>
 #include <limits>
 
@@ -21,11 +20,9 @@ Leading LeadingNumber(std::string_view text) {
     if (text.size() <= sign) return {};
     const char first = text[sign];
     if (first != '.' && (first < '0' || first > '9')) return {};
-    const char* begin = text.data() + sign;
-    double value = 0.0;
-    const auto [end, error] = std::from_chars(begin, text.data() + text.size(), value);
-    if (error != std::errc{} || !std::isfinite(value)) return {};
-    return {text[0] == '-' ? -value : value, static_cast<std::size_t>(end - text.data())};
+    const ReadDigits digits = DigitsAtHead(text.substr(sign));
+    if (digits.Length == 0 || !std::isfinite(digits.Value)) return {};
+    return {text[0] == '-' ? -digits.Value : digits.Value, sign + digits.Length};
 }
 
 /// A finite number that is not negative, with at most 15 significant digits.
