@@ -1,8 +1,9 @@
 // view_pictures TREE RACEFILE LINK OUT.png: writes what the race display shows of a race at the moment of a
-// link (session/moment_link), without the rest of its window: the map, the graphs or the tables. On a
-// screen of 1280 x 1024 in memory, in English.
+// link (session/moment_link), without the rest of its window: the map, the graphs or the tables; and prints
+// the size of its form. On a screen of 1280 x 1024 in memory, in English.
 
 #include <QTemporaryDir>
+#include <cmath>
 #include <cstdio>
 #include <memory>
 
@@ -41,5 +42,15 @@ int main(int argc, char** argv) {
     const Surface* view = &desk.form.Picture1;
     if (app->shown.ViewMode == ViewKind::Graph) view = &desk.form.GPIC;
     if (app->shown.ViewMode == ViewKind::Data) view = &desk.form.PicTime;
-    return WriteFileAtomically(out, PngOf(view->Image().Data())) ? 1 : 0;
+    Surface& sheet = desk.form.Picture13;
+    const Picture ground = view->Image();
+    sheet.Move(0, 0, ground.Width() + 2, ground.Height() + 2);
+    sheet.PaintPicture(ground, 0, 0);
+    for (int boat = 0; view == &desk.form.Picture1 && boat < desk.form.Boat.Count(); ++boat) {
+        const Sprite& hull = desk.form.Boat[boat];
+        if (hull.Visible())
+            sheet.PaintPicture(hull.Image(), std::round(hull.Left()), std::round(hull.Top()));
+    }
+    std::printf("%g %g\n", desk.form.ScaleWidth(), desk.form.ScaleHeight());
+    return WriteFileAtomically(out, PngOf(sheet.Image().Data())) ? 1 : 0;
 }

@@ -10,7 +10,7 @@ from selenium.webdriver.chrome.service import Service
 class Page:
     """One opened page. What it asks of the network is kept in requests(), what it complains of in complaints()."""
 
-    def __init__(self, file, width, height, touch=False, link="", downloads=None):
+    def __init__(self, file, width, height, touch=False, link="", downloads=None, before=""):
         options = webdriver.ChromeOptions()
         options.binary_location = "/usr/bin/chromium"
         for argument in ("--headless=new", "--no-sandbox", "--disable-gpu", "--hide-scrollbars", "--lang=en"):
@@ -25,6 +25,8 @@ class Page:
             self.call("Emulation.setTouchEmulationEnabled", enabled=True, maxTouchPoints=2)
         if downloads:
             self.call("Browser.setDownloadBehavior", behavior="allow", downloadPath=str(downloads))
+        if before:
+            self.call("Page.addScriptToEvaluateOnNewDocument", source=before)
         self.driver.get(file.as_uri() + ("#" + link if link else ""))
         self.wait(lambda: self.run("return Boolean(window.keelview?.person.window)"))
 
