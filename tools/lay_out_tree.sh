@@ -125,6 +125,8 @@ done
 # The program for Windows, where packaging/windows/build has made it, for the distributions of this tree.
 collect build/for-windows/program windows
 source_of[gun.wav]=assets/gun.wav
+# The program of a page, where tools/make_page_program has made it.
+[ ! -f build/page/keelview-page.html ] || source_of[keelview-page.html]=build/page/keelview-page.html
 for tool in coast_for shorelines.py; do
     source_of[tools/$tool]=tools/$tool
 done

@@ -18,6 +18,10 @@ WINDOWS_PACKAGES=(g++-mingw-w64-x86-64-posix wine64 dpkg-dev)
 # What compiling for a browser, and running that, needs on top.
 BROWSER_PACKAGES=(clang-22 lld-22 libc++-22-dev-wasm32 libc++abi-22-dev-wasm32 libclang-rt-22-dev-wasm32 wasi-libc
     nodejs python3 dpkg-dev)
+# What making the program of a page needs on top, and leading a page in a browser.
+PAGE_PACKAGES=(clang-22 lld-22 libc++-22-dev-wasm32 libc++abi-22-dev-wasm32 libclang-rt-22-dev-wasm32 wasi-libc
+    binaryen zopfli ninja-build python3)
+PAGE_TEST_PACKAGES=(chromium chromium-driver python3-selenium node-typescript imagemagick)
 
 # missing_packages PACKAGE... : prints those that are not installed, one a line.
 missing_packages() {

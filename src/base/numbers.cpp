@@ -1,10 +1,9 @@
 #include "base/numbers.h"
 
-#include <array>
-#include <charconv>
 #include <cmath>
 #include <limits>
 
+#include "base/digits.h"
 #include "base/strings.h"
 
 namespace keelview {
@@ -21,20 +20,15 @@ Leading LeadingNumber(std::string_view text) {
     if (text.size() <= sign) return {};
     const char first = text[sign];
     if (first != '.' && (first < '0' || first > '9')) return {};
-    const char* begin = text.data() + sign;
-    double value = 0.0;
-    const auto [end, error] = std::from_chars(begin, text.data() + text.size(), value);
-    if (error != std::errc{} || !std::isfinite(value)) return {};
-    return {text[0] == '-' ? -value : value, static_cast<std::size_t>(end - text.data())};
+    const ReadDigits digits = DigitsAtHead(text.substr(sign));
+    if (digits.Length == 0 || !std::isfinite(digits.Value)) return {};
+    return {text[0] == '-' ? -digits.Value : digits.Value, sign + digits.Length};
 }
 
 /// A finite number that is not negative, with at most 15 significant digits.
 std::string MagnitudeText(double magnitude) {
-    std::array<char, 32> buffer{};
-    const char* end = std::to_chars(buffer.data(), buffer.data() + buffer.size(), magnitude,
-                                    std::chars_format::general, 15)
-                          .ptr;
-    std::string_view power(buffer.data(), static_cast<std::size_t>(end - buffer.data()));
+    const std::string written = SignificantDigits(magnitude, 15);
+    std::string_view power = written;
     std::string digits(CutHead(power, 'e'));
     if (power.empty()) return digits;
     const int exponent = static_cast<int>(LenientNumber(power));

@@ -23,6 +23,12 @@ std::vector<std::string> ArgumentsOf(int /*argc*/, char** /*argv*/) {
     return arguments;
 }
 
+std::filesystem::path OwnFolder(const char* /*calledAs*/) {
+    std::wstring place(32768, L'\0');  // the longest path that the system has
+    place.resize(::GetModuleFileNameW(nullptr, place.data(), static_cast<DWORD>(place.size())));
+    return std::filesystem::path(place).parent_path();
+}
+
 void KeepLineEnds(std::FILE* file) {
     ::_setmode(::_fileno(file), _O_BINARY);
 }

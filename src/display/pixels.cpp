@@ -18,8 +18,9 @@ void AppendNumber(std::string& bytes, std::uint32_t number, int count) {
 
 Pixel PixelOf(Colour colour) {
     const ColourParts parts = PartsOf(colour);
-    return 0xFF000000U | static_cast<unsigned>(parts.Red) << 16U |
-           static_cast<unsigned>(parts.Green) << 8U | static_cast<unsigned>(parts.Blue);
+    return 0xFF000000U | static_cast<unsigned>(parts.Red) << RedShift |
+           static_cast<unsigned>(parts.Green) << GreenShift |
+           static_cast<unsigned>(parts.Blue) << BlueShift;
 }
 
 Colour ColourOf(Pixel pixel) {
@@ -28,7 +29,7 @@ Colour ColourOf(Pixel pixel) {
         const Pixel value = pixel >> shift & 0xFFU;
         return alpha == 255 || alpha == 0 ? value : (value * 255 + alpha / 2) / alpha;
     };
-    return Rgb(part(16), part(8), part(0));
+    return Rgb(part(RedShift), part(GreenShift), part(BlueShift));
 }
 
 std::string BitmapFile(const Pixels& image) {
@@ -48,7 +49,9 @@ std::string BitmapFile(const Pixels& image) {
         AppendNumber(bytes, field, 4);
     for (int y = image.Height - 1; y >= 0; --y) {
         const Pixel* row = image.Row(y);
-        for (int x = 0; x < image.Width; ++x) AppendNumber(bytes, row[x], 3);
+        for (int x = 0; x < image.Width; ++x)
+            for (const unsigned shift : {BlueShift, GreenShift, RedShift})
+                bytes += static_cast<char>(row[x] >> shift & 0xFFU);
         bytes.append(rowSize - width * 3, '\0');
     }
     return bytes;

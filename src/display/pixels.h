@@ -9,8 +9,20 @@
 
 namespace keelview {
 
-/// A pixel 0xAARRGGBB: alpha from 0, clear, to 255, opaque; red, green and blue are multiplied by it.
+/// A pixel: alpha in the high byte, from 0, clear, to 255, opaque; red, green and blue are multiplied by
+/// it.
 using Pixel = std::uint32_t;
+
+/// Where the parts of a pixel stand, from its low bit: as the system's screen takes them, so that an image
+/// is shown without a copy.
+#ifdef __wasi__
+inline constexpr unsigned RedShift = 0;
+inline constexpr unsigned BlueShift = 16;
+#else
+inline constexpr unsigned RedShift = 16;
+inline constexpr unsigned BlueShift = 0;
+#endif
+inline constexpr unsigned GreenShift = 8;
 
 inline constexpr Pixel ClearPixel = 0;
 

@@ -32,7 +32,8 @@ std::string RowsOf(const Pixels& image) {
         rows += '\0';
         for (int x = 0; x < image.Width; ++x) {
             const Pixel pixel = raster::Over(WhitePixel, image.Row(y)[x]);
-            for (const unsigned shift : {16U, 8U, 0U}) rows += static_cast<char>(pixel >> shift & 0xFFU);
+            for (const unsigned shift : {RedShift, GreenShift, BlueShift})
+                rows += static_cast<char>(pixel >> shift & 0xFFU);
         }
     }
     return rows;

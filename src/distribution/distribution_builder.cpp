@@ -11,6 +11,7 @@
 #include "base/paths.h"
 #include "base/strings.h"
 #include "base/text_encoding.h"
+#include "distribution/page_writer.h"
 #include "distribution/process.h"
 #include "distribution/zip_packer.h"
 #include "racedata/race_control.h"
@@ -28,6 +29,7 @@ constexpr std::string_view DistributionFolder = "distribution";
 constexpr std::string_view UnfinishedMark = ".unfinished";
 constexpr std::string_view TarEnd = ".tar.gz";
 constexpr std::string_view ZipEnd = ".zip";
+constexpr std::string_view PageEnd = ".html";
 constexpr std::string_view StartSound = "gun.wav";
 
 /// Where the toolkit finds its plug-ins: below the program, not at their place on the builder's machine.
@@ -191,6 +193,22 @@ class Build {
     std::vector<CoastArea> areas_;  ///< of the races with a coast to bring
 };
 
+/// The page of an order: the race to be shown at start goes first.
+DistributionResult BuildPage(const fs::path& appPath, const DistributionOrder& order) {
+    PageOrder page{.Tree = appPath,
+                   .RaceNames = order.RaceNames,
+                   .UseEnglish = order.UseEnglish,
+                   .AttachMap = order.AttachMap};
+    const auto first = std::ranges::find(page.RaceNames, order.StartRace);
+    if (first != page.RaceNames.end()) std::rotate(page.RaceNames.begin(), first, first + 1);
+    WrittenPage written = WritePage(page, PagePath(appPath, order.FolderName));
+    DistributionResult result;
+    result.Error = written.Error;
+    (written.Error ? result.FailedAt : result.Folder) = written.At;
+    result.Missing = std::move(written.Missing);
+    return result;
+}
+
 /// Packs a finished folder beside itself; the packed file, or nothing, and nothing left of it, if that
 /// fails.
 fs::path Pack(const fs::path& distribution, const std::string& folderName, bool asZip) {
@@ -232,7 +250,7 @@ bool DistributionExists(const fs::path& appPath, std::string_view folderName) {
     const fs::path distribution = FindBelow(appPath, DistributionFolder);
     std::error_code error;
     return std::ranges::any_of(
-        std::initializer_list<std::string_view>{"", TarEnd, ZipEnd}, [&](std::string_view end) {
+        std::initializer_list<std::string_view>{"", TarEnd, ZipEnd, PageEnd}, [&](std::string_view end) {
             return fs::exists(FindBelow(distribution, std::string(folderName) + std::string(end)), error);
         });
 }
@@ -243,6 +261,7 @@ DistributionResult BuildDistribution(const fs::path& appPath, const Distribution
     const fs::path root = distribution / PathOf(order.FolderName);
     const fs::path unfinished = distribution / PathOf(order.FolderName + std::string(UnfinishedMark));
     std::error_code error;
+    if (order.Target == Medium::Page) return BuildPage(appPath, order);
     DistributionResult result;
     try {
         fs::remove_all(unfinished, error);  // of a build that was cut short

@@ -15,7 +15,11 @@ namespace keelview {
 inline constexpr int MaxRaceChoices = 200;  ///< race files on offer
 inline constexpr int MaxPendingRaces = 50;  ///< races of one distribution
 
-enum class Medium { Web, CdRom };
+enum class Medium {
+    Web,
+    CdRom,
+    Page  ///< one file for a browser, in place of a folder with the program
+};
 
 /// What is to be distributed.
 struct DistributionOrder {
@@ -33,7 +37,7 @@ struct DistributionResult {
     std::error_code Error;             ///< why it could not be built; nothing of it is left then
     std::filesystem::path FailedAt;    ///< the file or folder that met with the error
     std::vector<std::string> Missing;  ///< files that were wanted and are not there, each once
-    std::filesystem::path Folder;      ///< where it lies
+    std::filesystem::path Folder;      ///< where it lies; of a page the file itself
     std::filesystem::path Packed;      ///< the packed file of a web medium; empty if it could not be packed
     Systems For;                       ///< what it starts on
 };
@@ -47,7 +51,8 @@ bool DistributionExists(const std::filesystem::path& appPath, std::string_view f
 /// Builds the folder `appPath`/distribution/FolderName: a browse-only copy of the program with its run-time
 /// files, the manual, the races and every data file that they name. It stands under "FolderName.unfinished"
 /// until it is whole, and that is removed again when the build fails. A web medium is packed beside it: as
-/// a .zip, which Windows opens, where it serves Windows, else as a .tar.gz.
+/// a .zip, which Windows opens, where it serves Windows, else as a .tar.gz. A page is one file,
+/// FolderName.html, which holds all the races.
 DistributionResult BuildDistribution(const std::filesystem::path& appPath, const DistributionOrder& order,
                                      const LibraryListing& listing = AskLoader);
 

@@ -78,8 +78,9 @@ void DistributionForm::LayOut() {
               "ｽﾀｰﾄｱｯﾌﾟ時のﾚｰｽﾌｧｲﾙ名　（上段配布ﾚｰｽﾌｧｲﾙから選択）"}},
             {Text1, {8, 296, 225, 21}},
             {Frame1, {8, 328, 113, 57}, {"Media for Distribution", "ファイルの種類"}},
-            {Option1, {8, 14, 97, 17}, {"WEB", "ＷＥＢ配信用"}},
-            {Option2, {8, 33, 97, 17}, {"CD-ROM", "CD-ROM作成"}},
+            {Option1, {8, 13, 97, 14}, {"WEB", "ＷＥＢ配信用"}},
+            {Option2, {8, 27, 97, 14}, {"CD-ROM", "CD-ROM作成"}},
+            {Option3, {8, 41, 97, 14}, {"PAGE", "ブラウザー用"}},
             {Check1, {136, 336, 137, 17}, {"Attach Map Data", "地図データ添付"}},
             {Check2, {136, 360, 153, 17}, {"Smallest Data Size", "データサイズ最小化"}},
             {Command2, {8, 392, 145, 25}, {"Cancel", "キャンセル"}},
@@ -137,11 +138,16 @@ void DistributionForm::Command1_Click() {
     if (!result.Error) Close();
 }
 
+Medium DistributionForm::Target() const {
+    if (Option3.Value()) return Medium::Page;
+    return Option2.Value() ? Medium::CdRom : Medium::Web;
+}
+
 DistributionOrder DistributionForm::Order() const {
     return {.FolderName = std::string(Trim(Combo1.Text())),
             .RaceNames = pendingRaceNames_,
             .StartRace = std::string(Trim(Text1.Text())),
-            .Target = Option2.Value() ? Medium::CdRom : Medium::Web,
+            .Target = Target(),
             .AttachMap = Check1.Value(),
             .MinimiseSize = Check2.Value(),
             .UseEnglish = voice_.English()};
@@ -173,7 +179,9 @@ void DistributionForm::TellResult(const DistributionOrder& order, const Distribu
     std::string said = voice_.Str({"The distribution is ready:", "配布データを作成しました:"}) + "\r\n" +
                        result.Folder.string() + "\r\n";
     if (!result.Packed.empty()) said += result.Packed.string() + "\r\n";
-    said += "\r\n" + SystemsText(result.For, voice_);
+    said += "\r\n" + (order.Target == Medium::Page
+                          ? voice_.Str({"It opens in any browser.", "どのブラウザーでも開けます。"})
+                          : SystemsText(result.For, voice_));
     if (order.Target == Medium::Web && result.Packed.empty())
         said += "\r\n\r\n" + voice_.Str({"It could not be packed into one file.",
                                          "圧縮ファイルは作成できませんでした。"});
@@ -182,7 +190,9 @@ void DistributionForm::TellResult(const DistributionOrder& order, const Distribu
                 voice_.Str({"These files were not found, and are not in it:",
                             "次のファイルがなかったため、含まれていません:"}) +
                 "\r\n" + LinesOfBox(result.Missing);
-    said += "\r\n\r\n" + voice_.Str({"Open the folder?", "フォルダーを開きますか？"});
+    said += "\r\n\r\n" + (order.Target == Medium::Page
+                              ? voice_.Str({"Open it?", "開きますか？"})
+                              : voice_.Str({"Open the folder?", "フォルダーを開きますか？"}));
     if (services_.dialogs.YesNo(said, settings_.AppTitle))
         OpenDocument(settings_, services_, result.Folder.string());
 }

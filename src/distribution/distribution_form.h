@@ -29,6 +29,7 @@ class DistributionForm : public Form {
     Frame Frame1{*this, "Frame1"};                      // "Media for Distribution"
     OptionButton Option1{Frame1, "Option1", {}, true};  // "WEB"
     OptionButton Option2{Frame1, "Option2"};            // "CD-ROM"
+    OptionButton Option3{Frame1, "Option3"};            // "PAGE"
     CheckBox Check1{*this, "Check1", {}, true};         // "Attach Map Data"
     CheckBox Check2{*this, "Check2", {}, true};         // hidden: smallest size of a web medium
     Button Command2{*this, "Command2"};                 // "Cancel"
@@ -41,6 +42,7 @@ class DistributionForm : public Form {
     void List2_MouseDown();
     void Command1_Click();
     void Command3_Click();
+    Medium Target() const;
     DistributionOrder Order() const;
     bool MayBuild(const DistributionOrder& order) const;
     void TellResult(const DistributionOrder& order, const DistributionResult& result);

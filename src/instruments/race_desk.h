@@ -77,12 +77,17 @@ struct RaceDesk {
         form.Command13.OnClick = [this] {
             if (OnReferences) OnReferences();
         };
+        form.Command18.OnClick = [this] {
+            if (OnPage) OnPage();
+        };
     }
     RaceDesk(const RaceDesk&) = delete;
     RaceDesk& operator=(const RaceDesk&) = delete;
 
     /// The person asks for the documents of the race.
     std::function<void()> OnReferences;
+    /// The person wants the race as a page for a browser. Who sets this shows the button for it.
+    std::function<void()> OnPage;
 
     RaceSession session;
     RaceDisp& form;

@@ -1,7 +1,6 @@
 #include "instruments/side_document.h"
 
-#include <cstdint>
-
+#include "base/html.h"
 #include "base/strings.h"
 #include "display/png.h"
 
@@ -17,52 +16,15 @@ constexpr std::string_view Style =
     ".l{text-align:left}img{display:block;max-width:100%;margin-bottom:1.5em}"
     "h2{font-size:14px;margin:1em 0 .3em}";
 
-std::string Escaped(std::string_view text) {
-    std::string out;
-    for (const char sign : text) {
-        switch (sign) {
-            case '&':
-                out += "&amp;";
-                break;
-            case '<':
-                out += "&lt;";
-                break;
-            case '>':
-                out += "&gt;";
-                break;
-            case '"':
-                out += "&quot;";
-                break;
-            default:
-                out += sign;
-        }
-    }
-    return out;
-}
-
-/// RFC 4648, section 4.
-std::string Base64(std::string_view bytes) {
-    constexpr std::string_view signs = "ABCDEFGHIJKLMNOPQRSTUVWXYZabcdefghijklmnopqrstuvwxyz0123456789+/";
-    std::string out;
-    for (std::size_t at = 0; at < bytes.size(); at += 3) {
-        std::uint32_t three = 0;
-        for (std::size_t k = 0; k < 3; ++k)
-            three = three << 8U | (at + k < bytes.size() ? static_cast<unsigned char>(bytes[at + k]) : 0U);
-        for (std::size_t k = 0; k < 4; ++k)
-            out += at + k > bytes.size() ? '=' : signs[three >> (18U - 6U * k) & 63U];
-    }
-    return out;
-}
-
 std::string Heading(const std::string& title) {
-    return title.empty() ? "" : "<h2>" + Escaped(title) + "</h2>\n";
+    return title.empty() ? "" : "<h2>" + HtmlText(title) + "</h2>\n";
 }
 
 std::string Html(const SideTable& table) {
     std::string out = Heading(table.Title) + "<table>\n<tr>";
     const auto cell = [&table](const char* tag, std::size_t column, const std::string& text) {
         return "<" + std::string(tag) + (table.Columns[column].Left ? " class=\"l\">" : ">") +
-               Escaped(text) + "</" + tag + ">";
+               HtmlText(text) + "</" + tag + ">";
     };
     for (std::size_t column = 0; column < table.Columns.size(); ++column)
         out += cell("th", column, table.Columns[column].Head);
@@ -78,7 +40,7 @@ std::string Html(const SideTable& table) {
 
 std::string Html(const SideText& text) {
     std::string out;
-    for (const std::string_view line : Lines(text.Words)) out += "<p>" + Escaped(line) + "</p>\n";
+    for (const std::string_view line : Lines(text.Words)) out += "<p>" + HtmlText(line) + "</p>\n";
     return out;
 }
 
@@ -87,9 +49,9 @@ std::string Html(const SideText& text) {
 std::string SideDocument(const std::string& title, const SideBlocks& blocks, bool useEnglish,
                          const PaintSidePicture& paint) {
     std::string out = "<!DOCTYPE html>\n<html lang=\"" + std::string(useEnglish ? "en" : "ja") +
-                      "\">\n<head>\n<meta charset=\"utf-8\">\n<title>" + Escaped(title) +
+                      "\">\n<head>\n<meta charset=\"utf-8\">\n<title>" + HtmlText(title) +
                       "</title>\n<style>" + std::string(Style) + "</style>\n</head>\n<body>\n<h1>" +
-                      Escaped(title) + "</h1>\n";
+                      HtmlText(title) + "</h1>\n";
     for (const SideBlock& block : blocks) {
         if (const auto* table = std::get_if<SideTable>(&block)) {
             out += Html(*table);
@@ -97,7 +59,7 @@ std::string SideDocument(const std::string& title, const SideBlocks& blocks, boo
             out += Html(*text);
         } else {
             const auto& picture = std::get<SidePicture>(block);
-            out += Heading(picture.Title) + "<img alt=\"" + Escaped(picture.Title) +
+            out += Heading(picture.Title) + "<img alt=\"" + HtmlText(picture.Title) +
                    "\" src=\"data:image/png;base64," + Base64(PngOf(paint(picture).Data())) + "\">\n";
         }
     }

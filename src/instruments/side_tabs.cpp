@@ -1,8 +1,8 @@
 #include "instruments/side_tabs.h"
 
 #include <algorithm>
-#include <charconv>
 
+#include "base/digits.h"
 #include "instruments/page_text.h"
 
 namespace keelview {
@@ -15,10 +15,7 @@ constexpr Colour EntryGrey = Rgb(200, 200, 200);
 
 std::string Fixed(const std::optional<double>& value, int decimals) {
     if (!value) return {};
-    char digits[64];
-    const auto end =
-        std::to_chars(std::begin(digits), std::end(digits), *value, std::chars_format::fixed, decimals);
-    std::string text(std::begin(digits), end.ptr);
+    std::string text = FixedDigits(*value, decimals);
     // What is rounded to nothing has no sign.
     if (text.starts_with('-') && text.find_first_not_of("-0.") == std::string::npos) text.erase(0, 1);
     return text;

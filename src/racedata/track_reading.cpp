@@ -11,6 +11,7 @@
 #include "base/numbers.h"
 #include "base/parallel.h"
 #include "base/strings.h"
+#include "racedata/packed_track.h"
 #include "racedata/track_faults.h"
 #include "racedata/tracks/formats.h"
 #include "racedata/tracks/own_lines.h"
@@ -159,7 +160,11 @@ std::filesystem::path TrackPath(const std::filesystem::path& appPath, const std:
 TrackFileReading ReadTrackBytes(const std::string& name, std::string_view bytes,
                                 const ReadingProgress& progress) {
     TrackFileReading reading;
-    if (IsLinesFile(name, bytes)) {
+    if (IsPackedTrack(bytes)) {
+        reading.Lines = UnpackTrack(bytes);
+        reading.Content.Refused = reading.Lines ? reading.Lines->Refused : Refusal::Broken;
+        if (reading.Lines) reading.Content.Format = reading.Lines->Format;
+    } else if (IsLinesFile(name, bytes)) {
         reading.Lines = ReadLinesFile(bytes);
         reading.Content.Format = LinesFormat;
         reading.Content.Refused = reading.Lines->Refused;

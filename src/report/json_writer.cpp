@@ -1,9 +1,8 @@
 #include "report/json_writer.h"
 
-#include <array>
-#include <charconv>
 #include <cmath>
 
+#include "base/digits.h"
 #include "base/text_encoding.h"
 
 namespace keelview {
@@ -26,9 +25,7 @@ void JsonWriter::Number(double value) {
         return;
     }
     Separate();
-    std::array<char, 32> digits{};
-    const auto end = std::to_chars(digits.data(), digits.data() + digits.size(), value).ptr;
-    text_.append(digits.data(), end);
+    text_ += ShortestDigits(value);
 }
 
 void JsonWriter::Null() {

@@ -1,6 +1,7 @@
 // keelview-report TREE RACEFILE [--at SECONDS]... [--only KEY,KEY] [--walk] [--csv TABLE] [--tracks]
 // keelview-report --new TREE RACEFILE FILE... [--replace]
 // keelview-report --find TREE RACEFILE [--write]
+// keelview-report --page OUT.html TREE RACEFILE... [--en | --ja]
 // Prints the numbers of a race as one JSON object, or one table of it as CSV for a spreadsheet, or with
 // --tracks what its track files hold; --only prints just the members of those keys. A file that cannot be
 // read is told on standard error. TREE is a folder with raceadmin, gpsdat, winddat and coastline, RACEFILE
@@ -9,6 +10,8 @@
 // an entry that it did not find. Nothing is written to the tree, but with --new: that makes a race of the
 // track files and folders, copies them into the tree, and prints what was found in them. --find looks for
 // races in the tracks alone and prints them; with --write the surest one is written into the race file.
+// With --page the races become one HTML file that shows them in any browser, in the browser's language or
+// the one that is asked for.
 
 #include <cstdio>
 #include <filesystem>
@@ -22,6 +25,7 @@
 #include "base/paths.h"
 #include "base/strings.h"
 #include "base/system_command_line.h"
+#include "page/page_maker.h"
 #include "racedata/refusal_text.h"
 #include "report/find_race.h"
 #include "report/leg_report.h"
@@ -37,7 +41,8 @@ namespace {
 constexpr int WrongUse = 2;
 constexpr std::string_view Usage =
     "usage: keelview-report TREE RACEFILE [--at SECONDS]... [--only KEY,KEY] [--walk] "
-    "[--csv TABLE] [--tracks] | --new TREE RACEFILE FILE... [--replace] | --find TREE RACEFILE [--write]";
+    "[--csv TABLE] [--tracks] | --new TREE RACEFILE FILE... [--replace] | --find TREE RACEFILE [--write] | "
+    "--page OUT.html TREE RACEFILE... [--en | --ja]";
 
 struct Request {
     std::filesystem::path Tree;
@@ -52,6 +57,9 @@ struct Request {
     bool Write = false;                        ///< and the surest one written
     bool Replace = false;                      ///< even where there is one of its name
     std::vector<std::filesystem::path> Files;  ///< of a new race
+    std::filesystem::path Page;                ///< the file of a page that is to be made
+    std::optional<bool> UseEnglish;            ///< in the page, whatever the browser speaks
+    std::vector<std::string> RaceFiles;        ///< of a page
     std::string Fault;  ///< what is wrong with the command line; empty when nothing is
 };
 
@@ -85,6 +93,11 @@ Request ReadCommandLine(const std::vector<std::string>& arguments) {
             request.Write = true;
         } else if (argument == "--replace") {
             request.Replace = true;
+        } else if (argument == "--en" || argument == "--ja") {
+            request.UseEnglish = argument == "--en";
+        } else if (argument == "--page") {
+            if (++i < arguments.size()) request.Page = PathOf(arguments[i]);
+            if (request.Page.empty()) request.Fault = "--page needs the name of the file to make";
         } else if (argument == "--csv") {
             if (++i < arguments.size()) request.Csv = arguments[i];
             if (!TableKind(request.Csv) && !IsCoachKey(request.Csv))
@@ -97,10 +110,12 @@ Request ReadCommandLine(const std::vector<std::string>& arguments) {
             names.push_back(argument);
         }
     }
-    if (request.New ? names.size() > 2 : names.size() == 2) {
+    const bool several = request.New || !request.Page.empty();
+    if (several ? names.size() > (request.New ? 2U : 1U) : names.size() == 2) {
         request.Tree = PathOf(names[0]);
         request.RaceFile = names[1];
         for (std::size_t i = 2; i < names.size(); ++i) request.Files.push_back(PathOf(names[i]));
+        request.RaceFiles.assign(names.begin() + 1, names.end());
     } else if (request.Fault.empty()) {
         request.Fault = Usage;
     }
@@ -157,10 +172,28 @@ int Find(const Request& request) {
     return found.Trouble.empty() ? printed : Complain(found.Trouble);
 }
 
-int Run(const std::vector<std::string>& arguments) {
+/// The program of a page lies in the tree, beside this program, or among what an installation shares.
+int WritePage(const Request& request, const std::filesystem::path& ownFolder) {
+    const auto program =
+        FindPageProgram({request.Tree, ownFolder, ownFolder.parent_path() / "share" / "keelview"});
+    if (program.empty())
+        return Complain(
+            "the program of a page, " + std::string(PageProgramName) +
+            ", is neither in the tree nor beside this program: tools/make_page_program makes it");
+    const Page page = MakePage(
+        {.Tree = request.Tree, .RaceNames = request.RaceFiles, .UseEnglish = request.UseEnglish}, program);
+    if (!page.Trouble.empty()) return Complain("cannot read " + page.Trouble);
+    for (const std::string& file : page.Missing)
+        std::fprintf(stderr, "keelview-report: not there: %s\n", file.c_str());
+    const std::error_code error = WriteFileAtomically(request.Page, page.Html);
+    return error ? Complain("cannot write " + request.Page.string() + ": " + error.message()) : 0;
+}
+
+int Run(const std::vector<std::string>& arguments, const std::filesystem::path& ownFolder) {
     const Request request = ReadCommandLine(arguments);
     if (!request.Fault.empty()) return Complain(request.Fault);
     if (request.New) return MakeNew(request);
+    if (!request.Page.empty()) return WritePage(request, ownFolder);
     if (!IsFile(FindBelow(FindBelow(request.Tree, "raceadmin"), request.RaceFile)))
         return Complain("no race file " + request.RaceFile + " in " + request.Tree.string() + "/raceadmin");
     if (request.Find) return Find(request);
@@ -179,5 +212,5 @@ int Run(const std::vector<std::string>& arguments) {
 
 int main(int argc, char** argv) {
     keelview::KeepLineEnds(stdout);
-    return keelview::Run(keelview::ArgumentsOf(argc, argv));
+    return keelview::Run(keelview::ArgumentsOf(argc, argv), keelview::OwnFolder(argv[0]));
 }

@@ -63,9 +63,9 @@ RaceDisp::RaceDisp(const Settings& settings)
     for (Control* control : std::initializer_list<Control*>{&Picture1, &Check9, &Check2, &Check5})
         control->SetEnabled(false);
     for (Control* control : std::initializer_list<Control*>{
-             &PicTime, &Picture3, &Picture13, &Text8,    &Text12,   &Seven,      &Blue_P, &Picture12,
-             &Text4,   &Picture9, &Command12, &Picture4, &Text7,    &PicTimeBar, &GPIC,   &Position,
-             &sWind,   &VScroll1, &VScroll2,  &VScroll3, &HScroll3, &Picture15})
+             &PicTime, &Picture3, &Picture13, &Text8,    &Text12,   &Seven,      &Blue_P,   &Picture12,
+             &Text4,   &Picture9, &Command12, &Picture4, &Text7,    &PicTimeBar, &GPIC,     &Position,
+             &sWind,   &VScroll1, &VScroll2,  &VScroll3, &HScroll3, &Picture15,  &Command18})
         control->Hide();
     for (LineObject* line : {&Line4, &Line2, &Line3, &Line7}) line->SetVisible(false);
     Bar[0].SetVisible(false);

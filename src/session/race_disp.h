@@ -220,6 +220,7 @@ class RaceDisp : public Form {
     Button Command10{Picture7, "Command10"};  // "Save/Print"
     Button Command13{Picture7, "Command13"};  // "Reference"
     Button Command1{Picture7, "Command1"};    // "EXIT"
+    Button Command18{Picture7, "Command18"};  // "Page ...", where somebody makes it
     Label Label1{Picture7, "Label1"};         // the maker's web page
 
     // The side panel, where it has no room of its own over the map's right edge.

@@ -100,6 +100,7 @@ void RaceDisp::LayOutChoices(bool useEnglish) {
             {Command10, {16, 276, 89, 17}, {"Save/Print", "画像処理"}},
             {Command13, {112, 276, 65, 17}, {"Reference", "資料参照"}},
             {Command1, {184, 276, 65, 17}, {"EXIT", "戻る"}},
+            {Command18, {8, 295, 54, 17}, {"Page ...", "ﾍﾟｰｼﾞ..."}},
             {Label1, {64, 295, 185, 17}},
         },
         useEnglish);

@@ -6,6 +6,7 @@
 #include "import/import_sheet.h"
 #include "import/wind_sheet.h"
 #include "racedata/tracks/formats.h"
+#include "shell/race_page.h"
 #include "shell/reference_viewer.h"
 
 namespace keelview {
@@ -121,6 +122,8 @@ void Program::ConnectDisplay() {
     opened_->desk.OnReferences = [this] {
         ReferenceViewer(app_.settings, app_.race, services_).ShowModal();
     };
+    opened_->desk.OnPage = [this] { OfferPage(app_.settings, app_.race, services_); };
+    session.Display().Command18.SetVisible(!app_.race.RaceFileName.empty());
     TakeDropsOn(session.Display());
     if (!menu_) session.Display().OnQueryUnload = [this](bool&) { services_.platform.EndProcess(); };
 }

@@ -1,0 +1,171 @@
+#include "display/web/surface_board.h"
+
+#include <algorithm>
+#include <array>
+#include <cmath>
+#include <ranges>
+#include <utility>
+
+#include "display/raster.h"
+#include "display/raster_blend.h"
+#include "display/stripes.h"
+#include "display/web/page_calls.h"
+
+namespace keelview {
+
+namespace {
+
+// How far a line may reach beyond its ends, pixels.
+constexpr double LineRoom = 3.0;
+
+/// The first and the end of the whole numbers that cover a stretch, within 0 and `size`.
+std::pair<int, int> Covering(double low, double high, int size) {
+    return {static_cast<int>(std::clamp(std::floor(low), 0.0, static_cast<double>(size))),
+            static_cast<int>(std::clamp(std::ceil(high), 0.0, static_cast<double>(size)))};
+}
+
+bool Meet(const Bounds& a, const Bounds& b) {
+    return a.Low.X < b.High.X && b.Low.X < a.High.X && a.Low.Y < b.High.Y && b.Low.Y < a.High.Y;
+}
+
+Bounds Times(const Bounds& box, double factor) {
+    return {{box.Low.X * factor, box.Low.Y * factor}, {box.High.X * factor, box.High.Y * factor}};
+}
+
+/// The pixel of a picture between its four neighbours.
+Pixel Between(const Pixels& picture, double x, double y) {
+    const auto clampTo = [](double at, int size) {
+        return std::clamp(at, 0.0, static_cast<double>(size - 1));
+    };
+    x = clampTo(x, picture.Width);
+    y = clampTo(y, picture.Height);
+    const int left = static_cast<int>(x);
+    const int top = static_cast<int>(y);
+    const int right = std::min(left + 1, picture.Width - 1);
+    const int below = std::min(top + 1, picture.Height - 1);
+    const auto across = raster::CoverOf(x - left);
+    const auto mix = [](Pixel one, Pixel other, int share) {
+        const auto rest = static_cast<std::uint64_t>(raster::FullCover - share);
+        return raster::Packed(
+            (raster::Spread(one) * rest + raster::Spread(other) * static_cast<std::uint64_t>(share)) >> 8U);
+    };
+    return mix(mix(picture.Row(top)[left], picture.Row(top)[right], across),
+               mix(picture.Row(below)[left], picture.Row(below)[right], across), raster::CoverOf(y - top));
+}
+
+}  // namespace
+
+void LayScaled(Pixels& image, const Pixels& picture, const Point& topLeft, double scale,
+               const Bounds& within) {
+    if (picture.Empty() || !(scale > 0)) return;
+    const auto [left, right] =
+        Covering(std::max(within.Low.X, topLeft.X),
+                 std::min(within.High.X, topLeft.X + picture.Width * scale), image.Width);
+    const auto [top, bottom] =
+        Covering(std::max(within.Low.Y, topLeft.Y),
+                 std::min(within.High.Y, topLeft.Y + picture.Height * scale), image.Height);
+    for (int y = top; y < bottom; ++y)
+        for (int x = left; x < right; ++x) {
+            const Pixel above =
+                Between(picture, (x + 0.5 - topLeft.X) / scale - 0.5, (y + 0.5 - topLeft.Y) / scale - 0.5);
+            Pixel& under = image.Row(y)[x];
+            under = picture.Opaque ? above : raster::Over(under, above);
+        }
+}
+
+Bounds SpriteItem::Reach() const {
+    const Point at{std::round(Left), std::round(Top)};
+    return {at, {at.X + Width, at.Y + Height}};
+}
+
+Bounds LineItem::Reach() const {
+    Bounds box;
+    box.Add(Point{X1, Y1});
+    box.Add(Point{X2, Y2});
+    return box.Grown(LineRoom);
+}
+
+SurfaceBoard::SurfaceBoard(const Container& parent, std::string_view name, BorderStyle border)
+    : NativeControl(ControlKind::Surface, name, &parent, static_cast<int>(border)) {
+    Edge = BorderWidth(border);
+}
+
+void SurfaceBoard::Remove(const SpriteItem* sprite) {
+    Follow(sprite->Reach());
+    std::erase(sprites_, sprite);
+}
+
+void SurfaceBoard::Remove(const LineItem* line) {
+    Follow(line->Reach());
+    std::erase(lines_, line);
+}
+
+void SurfaceBoard::Follow(const Bounds& part) {
+    dirty_.Add(part);
+    if (!std::exchange(awaited_, true)) page::PageFollow(static_cast<NativeControl*>(this));
+}
+
+void SurfaceBoard::Put() {
+    awaited_ = false;
+    const Bounds dirty = std::exchange(dirty_, {});
+    if (Image == nullptr) return;
+    const double ratio = Image->Ratio;
+    const auto [left, right] = Covering(dirty.Low.X * ratio, dirty.High.X * ratio, Image->Width);
+    const auto [top, bottom] = Covering(dirty.Low.Y * ratio, dirty.High.Y * ratio, Image->Height);
+    if (left >= right || top >= bottom) return;
+    const Pixels& shown = Composed(dirty);
+    page::PagePut(static_cast<NativeControl*>(this), shown.Bits.data(), shown.Width, shown.Height, ratio,
+                  left, top, right - left, bottom - top);
+}
+
+bool SurfaceBoard::TakeMove(const Point& at) {
+    for (const SpriteItem* sprite : std::views::reverse(sprites_)) {
+        const Bounds reach = sprite->Reach();
+        const bool inside =
+            at.X >= reach.Low.X && at.X < reach.High.X && at.Y >= reach.Low.Y && at.Y < reach.High.Y;
+        if (!sprite->Visible || !inside || !*sprite->OnMouseMove) continue;
+        MouseEvent told;
+        told.X = std::floor(at.X - reach.Low.X);
+        told.Y = std::floor(at.Y - reach.Low.Y);
+        Fire(*sprite->OnMouseMove, told);
+        return true;
+    }
+    return false;
+}
+
+void SurfaceBoard::DrawLineItem(const LineItem& line, int firstRow, int endRow) {
+    const double ratio = whole_.Ratio;
+    const std::array<Point, 2> ends{{{line.X1, line.Y1}, {line.X2, line.Y2}}};
+    const auto draw = [&](const Point& from, const Point& to, Colour ink) {
+        raster::DrawSegment(
+            whole_, {(from.X + 0.5) * ratio, (from.Y + 0.5) * ratio},
+            {(to.X + 0.5) * ratio, (to.Y + 0.5) * ratio},
+            {.Colour = PixelOf(ink), .Width = ratio, .FirstRow = firstRow, .EndRow = endRow});
+    };
+    draw(ends[0], ends[1], line.Ink);
+    for (const LineStripe& stripe : StripesAlong(ends, line.Stripes))
+        draw(stripe.From, stripe.To, stripe.Ink);
+}
+
+/// The rows of a part as they are to be seen; the image itself where nothing floats over them.
+const Pixels& SurfaceBoard::Composed(const Bounds& shown) {
+    const auto seen = [&](const auto* item) { return item->Visible && Meet(item->Reach(), shown); };
+    if (std::ranges::none_of(lines_, seen) && std::ranges::none_of(sprites_, seen)) return *Image;
+    if (whole_.Width != Image->Width || whole_.Height != Image->Height) whole_ = *Image;
+    const double ratio = whole_.Ratio = Image->Ratio;
+    const auto [first, end] = Covering(shown.Low.Y * ratio, shown.High.Y * ratio, whole_.Height);
+    std::copy(Image->Row(first), Image->Row(end), whole_.Row(first));
+    for (const LineItem* line : lines_)
+        if (seen(line) && (line->X1 != line->X2 || line->Y1 != line->Y2)) DrawLineItem(*line, first, end);
+    for (const SpriteItem* sprite : sprites_) {
+        if (!seen(sprite)) continue;
+        const Point at{sprite->Reach().Low.X * ratio, sprite->Reach().Low.Y * ratio};
+        if (sprite->Image->Ratio == ratio && at.X == std::round(at.X) && at.Y == std::round(at.Y))
+            raster::LayOver(whole_, *sprite->Image, static_cast<int>(at.X), static_cast<int>(at.Y));
+        else
+            LayScaled(whole_, *sprite->Image, at, ratio / sprite->Image->Ratio, Times(shown, ratio));
+    }
+    return whole_;
+}
+
+}  // namespace keelview

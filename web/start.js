@@ -1,0 +1,208 @@
+// Starts the program of a page with the race that the page holds.
+
+import { Controls } from './controls.js';
+import { Desk } from './desk.js';
+import { Letters } from './letters.js';
+import { Memory } from './memory.js';
+import { Person } from './person.js';
+import { System, say } from './system.js';
+
+const folder = '/race/';
+const assets = 'assets/';
+const documents = 'attachment/';
+
+const signs = '0123456789ABCDEFGHIJKLMNOPQRSTUVWXYZabcdefghijklmnopqrstuvwxyz!#$%&()*+-;,=>?@^_`{|}~';
+
+/** The bytes of a text of 85 signs, as src/base/html.h has it. @param {string} text */
+function unpack85(text) {
+    const digitOf = new Uint8Array(128);
+    for (let i = 0; i < signs.length; ++i) digitOf[signs.charCodeAt(i)] = i;
+    const bytes = new Uint8Array(Math.floor((text.length * 4) / 5));
+    for (let at = 0, to = 0; to < bytes.length; at += 5) {
+        let four = 0;
+        for (let k = at; k < at + 5; ++k) four = four * 85 + (k < text.length ? digitOf[text.charCodeAt(k)] : 84);
+        for (let shift = 24; shift >= 0 && to < bytes.length; shift -= 8) bytes[to++] = four / 2 ** shift;
+    }
+    return bytes;
+}
+
+/** The bytes of a block of data in the page. @param {string} id @returns {Promise<Uint8Array>} */
+async function block(id) {
+    const packed = unpack85(document.getElementById(id)?.textContent?.trim() ?? '');
+    const Unpacker = /** @type {any} */ (globalThis).DecompressionStream;
+    const plain = new Blob([packed]).stream().pipeThrough(new Unpacker('gzip'));
+    return new Uint8Array(await new Response(plain).arrayBuffer());
+}
+
+/** The files of a block: the sizes of name and content, 4 bytes each, the low one first; name and content.
+ * @param {Uint8Array} bytes */
+function* files(bytes) {
+    const view = new DataView(bytes.buffer, bytes.byteOffset, bytes.byteLength);
+    const reader = new TextDecoder();
+    for (let at = 0; at + 8 <= bytes.length; ) {
+        const name = view.getUint32(at, true);
+        const size = view.getUint32(at + 4, true);
+        at += 8;
+        yield { name: reader.decode(bytes.subarray(at, at + name)), bytes: bytes.slice(at + name, at + name + size) };
+        at += name + size;
+    }
+}
+
+/** @param {Uint8Array} bytes */
+async function decode(bytes) {
+    const image = await createImageBitmap(new Blob([/** @type {BlobPart} */ (bytes)], { type: 'image/png' }), {
+        colorSpaceConversion: 'none', premultiplyAlpha: 'none',
+    });
+    const sheet = document.createElement('canvas');
+    sheet.width = image.width;
+    sheet.height = image.height;
+    const pen = /** @type {CanvasRenderingContext2D} */ (sheet.getContext('2d', { willReadFrequently: true }));
+    pen.drawImage(image, 0, 0);
+    return pen.getImageData(0, 0, image.width, image.height);
+}
+
+/** The page's own program: everything that is done in it goes through here. */
+class Page {
+    constructor() {
+        const root = /** @type {HTMLElement} */ (document.getElementById('desk'));
+        this.memory = new Memory();
+        this.letters = new Letters(this.memory);
+        this.controls = new Controls(this.memory, this.letters, root);
+        this.broken = false;
+        /** @param {() => void} action */
+        const guard = (action) => this.guard(action);
+        this.system = new System(this.memory, guard);
+        this.controls.removed = (address) => this.system.frames.delete(address);
+        this.person = new Person(this.memory, this.controls, guard);
+        this.desk = new Desk(this.controls);
+        /** @type {{name: string, bytes: Uint8Array}[]} */
+        this.documents = [];
+        this.english = true;
+    }
+
+    /** A call into the program that fails leaves it half way: it is not called again.
+     * @param {() => void} action */
+    guard(action) {
+        if (this.broken) return;
+        try {
+            action();
+        } catch (error) {
+            this.broken = true;
+            console.error(error);
+            say('Keelview', 'The program has failed, perhaps for want of memory. Please load the page anew.');
+        }
+    }
+
+    /** @returns {WebAssembly.Imports} */
+    imports() {
+        const { memory } = this;
+        const env = {
+            ...this.letters.calls(),
+            ...this.controls.calls(),
+            ...this.system.calls(),
+            PageWindow: (/** @type {number} */ window) => (this.person.window = window),
+            PageWindowSize: (/** @type {number} */ height) => this.desk.size()[height ? 'height' : 'width'],
+        };
+        const system = {
+            fd_write: (/** @type {number} */ _file, /** @type {number} */ at, /** @type {number} */ count,
+                /** @type {number} */ written) => {
+                const parts = new Uint32Array(memory.program.memory.buffer, at, 2 * count);
+                let size = 0;
+                for (let i = 0; i < count; ++i) {
+                    console.error(memory.text(parts[2 * i], parts[2 * i + 1]));
+                    size += parts[2 * i + 1];
+                }
+                new Uint32Array(memory.program.memory.buffer, written, 1)[0] = size;
+                return 0;
+            },
+        };
+        const none = () => 52; // no such call
+        return /** @type {any} */ ({
+            env,
+            wasi_snapshot_preview1: new Proxy(system, { get: (calls, name) => Reflect.get(calls, name) ?? none }),
+        });
+    }
+
+    async start() {
+        const [code, own, race] = await Promise.all(['program', 'pictures', 'race'].map(block));
+        for (const { name, bytes } of files(own)) this.system.pictures.set(name, await decode(bytes));
+        const { instance } = await WebAssembly.instantiate(/** @type {BufferSource} */ (code), this.imports());
+        const { program } = Object.assign(this.memory, { program: instance.exports });
+        program._initialize();
+        for (const { name, bytes } of files(race)) {
+            if (name.startsWith(documents)) this.documents.push({ name: name.slice(documents.length), bytes });
+            else this.memory.give((at, size) => this.addFile(at, size, bytes), folder + name);
+        }
+        document.getElementById('race')?.remove();
+        this.guard(() => this.open());
+    }
+
+    /** @param {number} name @param {number} size @param {Uint8Array} bytes */
+    addFile(name, size, bytes) {
+        const { program } = this.memory;
+        const at = program.BeginFile(name, size, bytes.length);
+        this.memory.bytes(at, bytes.length).set(bytes);
+    }
+
+    open() {
+        const { program } = this.memory;
+        this.english = program.Start() !== 0;
+        this.desk.speak(this.english, false);
+        this.desk.place();
+        this.follow();
+        const { buttons } = this.desk;
+        /** @type {[HTMLElement, () => void][]} */
+        const clicks = [
+            [buttons.language, () => this.speak(!this.english)],
+            [buttons.link, () => this.desk.giveLink(`${location.href.split('#')[0]}#${this.link()}`)],
+            [buttons.documents, () => this.desk.offer(this.documents)],
+            [buttons.gun, () => this.load(!(this.system.gun.muted = !this.system.gun.muted))],
+        ];
+        for (const [button, action] of clicks) button.addEventListener('click', () => this.guard(action));
+        window.addEventListener('resize', () => this.guard(() => this.resize()));
+        window.addEventListener('hashchange', () => this.guard(() => this.follow()));
+    }
+
+    /** The gun is heard, once at once. @param {boolean} loaded */
+    load(loaded) {
+        this.desk.speak(this.english, loaded);
+        this.system.gun.fire();
+    }
+
+    resize() {
+        this.memory.program.OnResize(this.person.window);
+        this.desk.place();
+    }
+
+    /** @param {boolean} english */
+    speak(english) {
+        this.english = english;
+        this.memory.program.Speak(english);
+        this.desk.speak(english, !this.system.gun.muted);
+        this.desk.place();
+    }
+
+    /** To the moment that the address tells. */
+    follow() {
+        const link = decodeURIComponent(location.hash.slice(1));
+        if (link) this.memory.give(this.memory.program.FollowLink, link);
+    }
+
+    link() {
+        const { program } = this.memory;
+        return this.memory.text(program.LinkNow(), program.AnswerSize());
+    }
+
+    /** What keelview-report tells of the open race. @param {string} moments seconds from the start, with commas */
+    report(moments) {
+        const { program } = this.memory;
+        return this.memory.text(this.memory.give(program.Report, moments), program.AnswerSize());
+    }
+}
+
+const page = new Page();
+Object.assign(window, { keelview: page });
+page.start().catch((error) => {
+    console.error(error);
+    say('Keelview', `This browser cannot show the race: ${error.message}`);
+});
