@@ -1,5 +1,7 @@
 #pragma once
 
+#include <filesystem>
+
 #include "analysis/race_finder.h"
 #include "racedata/race_control.h"
 
@@ -11,7 +13,17 @@ namespace keelview {
 /// tracks.
 void TakeFoundRace(const FoundRace& found, CivilTime clock, RaceControl& race);
 
-/// What is known of a race beside the tracks that lie on its clock: the direction that it tells.
-FinderHints HintsOf(const RaceControl& race, CivilTime clock);
+/// What all tracks of a race hold, whatever times it tells.
+struct DayFinding {
+    RaceFinding Found;
+    CivilTime Clock = 0;  ///< what the race's clock shows at second 0 of the tracks
+
+    /// The race that is surest; nothing where none was found.
+    const FoundRace* Surest() const;
+};
+
+/// Looks for races (FindRaces) in all that the boats of a race have recorded, `race` being in `appPath`.
+/// Wind, gun and line are taken where race and files tell them.
+DayFinding FindRacesOf(const std::filesystem::path& appPath, const RaceControl& race);
 
 }  // namespace keelview

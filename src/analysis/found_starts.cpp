@@ -172,6 +172,15 @@ FoundLine LineOf(const std::vector<WayBySecond>& fleet, const Moment& moment, in
     std::vector<double> fronts, sides;
     for (const Way& at : places) fronts.push_back(at.Along(normal)), sides.push_back(at.Along(along));
     const double front = QuantileOf(fronts, 0.9) + 1.5;
+    for (const int boat : moment.Boats) {
+        const WayBySecond& way = fleet[static_cast<std::size_t>(boat)];
+        for (int t = gun; t < gun + Leaves; ++t) {
+            const auto at = way.At(t);
+            if (!at || at->Along(normal) < front) continue;
+            sides.push_back(at->Along(along));
+            break;
+        }
+    }
     const auto [low, high] = std::ranges::minmax(sides);
     FoundLine line{along * (low - EndRoom) + normal * front, along * (high + EndRoom) + normal * front};
     const auto take = [&](Way& end) {

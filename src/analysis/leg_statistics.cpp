@@ -153,7 +153,7 @@ std::optional<double> SpeedOver(double miles, int seconds) {
 }
 
 LegStatistics ComputeLegStatistics(const RaceControl& race, const MarkPasses& passes, StatKind kind) {
-    LegStatistics statistics{kind, EmptyTable(race), EmptyTable(race)};
+    LegStatistics statistics{kind, EmptyTable(race), EmptyTable(race), {}};
     if (kind == StatKind::Analysis || !AreOf(passes, race)) return statistics;
     FillTable(
         1, kind == StatKind::Time,
@@ -162,6 +162,7 @@ LegStatistics ComputeLegStatistics(const RaceControl& race, const MarkPasses& pa
     FillTable(
         2, false, [&](int boat, int entry) { return LegValue(passes, kind, boat, entry); },
         statistics.ByLeg);
+    if (kind == StatKind::Time) statistics.GateMark = passes.GateMark;
     return statistics;
 }
 
@@ -208,11 +209,22 @@ std::string LegStatisticsCsv(const RaceControl& race, const LegStatistics& stati
     for (const std::string& entry : race.CourseOrder) csv += ',' + QuotedCell(Trim(entry));
     for (int entry = 2; entry <= entries; ++entry)
         csv += ',' + QuotedCell(">" + std::string(Trim(race.CourseOrder[entry])));
+    const auto tellsGate = [&](int entry) {
+        return statistics.Kind == StatKind::Time && ParseCourseKey(race.CourseOrder[entry]).IsGate();
+    };
+    for (int entry = 1; entry <= entries; ++entry)
+        if (tellsGate(entry))
+            csv += ',' + QuotedCell("Mark of " + std::string(Trim(race.CourseOrder[entry])));
     csv += "\r\n";
     for (int boat = 1; boat <= race.Boats.Count(); ++boat) {
         csv += QuotedCell(race.Boats[boat].BoatName);
         AppendCells(statistics.Cumulative, boat, 1, entries, csv);
         AppendCells(statistics.ByLeg, boat, 2, entries, csv);
+        for (int entry = 1; entry <= entries; ++entry) {
+            if (!tellsGate(entry)) continue;
+            const int mark = MarkPasses::CellOf(statistics.GateMark, boat, entry);
+            csv += mark == 0 ? "," : ',' + QuotedCell(CourseKeyText({false, mark}));
+        }
         csv += "\r\n";
     }
     return csv;

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <optional>
+#include <string>
 
 #include "base/one_based.h"
 #include "racedata/gps_track.h"
@@ -60,6 +61,12 @@ inline std::optional<int> PassTime(const MarkPasses& passes, int boat, int entry
 /// The mark of a gate that a boat rounded; 0 where it was not there, and for any entry that is no gate.
 inline int GateMark(const MarkPasses& passes, int boat, int entry) {
     return MarkPasses::CellOf(passes.GateMark, boat, entry);
+}
+
+/// " MK3" behind what a table tells of a boat at a gate; empty where GateMark is 0.
+inline std::string GateMarkText(const MarkPasses& passes, int boat, int entry) {
+    const int mark = GateMark(passes, boat, entry);
+    return mark == 0 ? std::string() : " MK" + std::to_string(mark);
 }
 
 /// A person has set that time, or taken it away.

@@ -22,6 +22,13 @@ std::vector<ControlHint> RaceDataHints(RaceDisp& form) {
                 "the race to the times above.",
                 "上の時刻をレースのスタートと\n"
                 "フィニッシュに設定します"}),
+        HintOf(form.Command19, HintsOn, {230, 45},
+               {"Looks for start, marks, course and finish\n"
+                "in the tracks, tells what was found,\n"
+                "and fills it in where you say so.",
+                "航跡からスタート・マーク・コース・\n"
+                "フィニッシュを探して表示し、\n"
+                "確認の上でレースに設定します。"}),
         HintOf(form.Text2, Always, {270, 16},
                {"Change the playback speed by the slide bar", "早送り速度を右のスライドバーで変更します"}),
         HintOf(form.Command2, HintsOn, {200, 45},
@@ -38,12 +45,14 @@ std::vector<ControlHint> RaceDataHints(RaceDisp& form) {
                 "このボタンを押してから地図を2点クリック\n"
                 "するとラインを設定できます。\n"
                 "<自動追尾をOffにすること>"}),
-        HintOf(form.Command5, HintsOn, {220, 45},
+        HintOf(form.Command5, HintsOn, {230, 58},
                {"Click this button, then click lines\n"
-                "and marks in the order of the course.\n"
+                "and marks in the order of the course\n"
+                "(Shift: second mark of a gate).\n"
                 "< Auto trace is to be Off >",
                 "このボタンを押してから地図上のライン、\n"
                 "マークを押してコースを設定します。\n"
+                "（Shift: ゲートの2つ目のマーク）\n"
                 "<自動追尾をOffにすること>"}),
         HintOf(form.Command9, HintsOn, {230, 32},
                {"Choose a race file in the box at the left,\n"

@@ -170,7 +170,9 @@ void LegTables::DrawColumn(const TableLayout::Column& column) {
         const std::optional<double>& value = table.Value[boat][column.Entry];
         page.FontItalic = IsByHand(app_.passes, boat, from) || IsByHand(app_.passes, boat, column.Entry);
         page.ForeColor = IsBest(table, kind, boat, column.Entry) ? DataTitleColour : Black;
-        PrintRight(page, right, y, value ? StatText(kind, asClock_, *value) : "-");
+        std::string text = value ? StatText(kind, asClock_, *value) : "-";
+        if (kind == StatKind::Time && !column.ByLeg) text += GateMarkText(app_.passes, boat, column.Entry);
+        PrintRight(page, right, y, text);
     }
     page.FontItalic = false;
     page.ForeColor = Black;

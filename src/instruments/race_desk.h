@@ -15,6 +15,7 @@
 #include "instruments/overview.h"
 #include "instruments/overview_mouse.h"
 #include "instruments/race_keys.h"
+#include "instruments/race_search.h"
 #include "instruments/screen_capture.h"
 #include "instruments/side_panel.h"
 #include "instruments/time_bar.h"
@@ -64,6 +65,7 @@ struct RaceDesk {
           panel(session),
           filmControls(session),
           timeSetting(session),
+          raceSearch(session),
           hints(app.race, app.settings, form),
           capture(app, form, services, session.TheVoice()),
           exitButton(session),
@@ -117,6 +119,7 @@ struct RaceDesk {
     ControlPanel panel;
     FilmControls filmControls;
     TimeSetting timeSetting;
+    RaceSearch raceSearch;
     Hints hints;
     ScreenCapture capture;
     ExitButton exitButton;

@@ -66,6 +66,8 @@ TableLayout::TableLayout(const RaceControl& race, const LegStatistics& statistic
             double widest = measure(ColumnHead(race, column));
             for (const double value : WidestOf(table, entry))
                 widest = std::max(widest, measure(StatText(statistics.Kind, asClock, value)));
+            const bool tellsMark = statistics.Kind == StatKind::Time && !byLeg;
+            if (tellsMark && ParseCourseKey(race.CourseOrder[entry]).IsGate()) widest += measure(" MK00");
             column.Width = widest + ColumnGap;
             column.Right = x += column.Width;
             columns_.push_back(column);

@@ -33,9 +33,8 @@ class CourseDrawing {
             DrawLayLines(at, 0, app_.race.LayLineDown);
         }
         DrawDisk(at);
-        const std::string name = CourseKeyText({.IsLine = false, .Number = mark});
-        DrawName(name, at, LabelPoints);
-        DrawPassClock(name, at);
+        DrawName(CourseKeyText({.IsLine = false, .Number = mark}), at, LabelPoints);
+        if (clock_ && KeyOfClock().HasMark(mark)) DrawPassClock(at);
     }
 
     void DrawLine(int line) {
@@ -48,9 +47,8 @@ class CourseDrawing {
         DrawClearLine(map_, std::array{from, to}, Yellow, app_.shown.SeaColour);
         DrawDisk(from);
         DrawDisk(to);
-        const std::string name = CourseKeyText({.IsLine = true, .Number = line});
-        DrawName(name, from, LineLabelPoints);
-        DrawPassClock(name, to);
+        DrawName(CourseKeyText({.IsLine = true, .Number = line}), from, LineLabelPoints);
+        if (clock_ && KeyOfClock().IsLine && KeyOfClock().Number == line) DrawPassClock(to);
     }
 
   private:
@@ -72,8 +70,9 @@ class CourseDrawing {
         PrintClear(map_, {at.X + 8, at.Y - 5}, name, app_.shown.InkColour);
     }
 
-    void DrawPassClock(const std::string& name, const Point& at) {
-        if (!clock_ || app_.race.CourseOrder[clock_->Entry] != name) return;
+    CourseKey KeyOfClock() const { return ParseCourseKey(app_.race.CourseOrder[clock_->Entry]); }
+
+    void DrawPassClock(const Point& at) {
         map_.FontSize = PassClockPoints * app_.settings.FontScale;
         PrintClear(map_, {at.X - map_.TextWidth(clock_->Text) / 2, at.Y - 50}, clock_->Text,
                    ReadableOn(app_.shown.SeaColour, Red));

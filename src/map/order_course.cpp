@@ -33,9 +33,9 @@ void OrderCourse::Leave() {
     form_.Picture9.Hide();
 }
 
-Click OrderCourse::Press(const MouseEvent& /*event*/, const Position& at) {
+Click OrderCourse::Press(const MouseEvent& event, const Position& at) {
     const auto entry = NearestEntry(app_.race, app_.scale, app_.view.ZoomFactor, at);
-    if (entry) changes_.AddToCourse(*entry);
+    if (entry && !(event.Shift && changes_.MakeGate(*entry))) changes_.AddToCourse(*entry);
     return Click::Picked;
 }
 

@@ -1,11 +1,9 @@
 #include "report/find_race.h"
 
-#include <algorithm>
 #include <optional>
 #include <vector>
 
 #include "analysis/found_race_entry.h"
-#include "analysis/found_tracks.h"
 #include "analysis/race_finder.h"
 #include "analysis/race_numbers.h"
 #include "base/files.h"
@@ -84,26 +82,6 @@ std::string TextOf(const RaceFinding& finding, CivilTime clock) {
     return json.Text();
 }
 
-/// Gun and line as devices of the race were told them, on the race's clock.
-void TakeFileHints(const std::filesystem::path& tree, const RaceControl& race, FinderHints& hints) {
-    std::vector<std::filesystem::path> paths;
-    for (const BoatEntry& boat : race.Boats) paths.push_back(TrackPath(tree, boat.BoatFile));
-    const auto files = FindTracksIn(HandedFiles(paths), {});
-    if (!files) return;
-    std::vector<int> guns;
-    const auto placeOf = [](const NamedPlace& place) { return Position{place.Lat * 60, place.Lon * 60}; };
-    for (const FoundFile& file : *files) {
-        if (file.Hints.Gun)
-            guns.push_back(static_cast<int>(static_cast<double>(*file.Hints.Gun) / 1000 +
-                                            race.TimeDiff.value_or(0) * 3600 -
-                                            static_cast<double>(hints.Clock)));
-        if (file.Hints.LinePin && file.Hints.LineBoat && !hints.Line)
-            hints.Line = std::pair(placeOf(*file.Hints.LinePin), placeOf(*file.Hints.LineBoat));
-    }
-    std::ranges::sort(guns);
-    if (!guns.empty()) hints.Gun = guns[guns.size() / 2];
-}
-
 /// Writes a race over its file; the old bytes are kept beside it first.
 std::string Replace(const std::filesystem::path& tree, const RaceControl& race) {
     const auto path = FindBelow(FindBelow(tree, "raceadmin"), race.RaceFileName);
@@ -123,24 +101,15 @@ FindReport FindRaceOf(const std::filesystem::path& tree, const std::string& race
     numbers.race.RaceFileName = raceFile;
     LoadRace(tree, numbers);
     if (!numbers.report.Opened) return {{}, "cannot read race file " + raceFile};
-    RaceControl day = numbers.race;
-    day.Start = day.Finish = RaceTime();
-    day.DataFromTime = day.DataToTime = std::nullopt;
-    Tracks tracks;
-    TrackArea area;
-    EarthScale scale;
-    LoadAllTracks(tree, day, tracks, area, scale, {});
-    FinderHints hints = HintsOf(day, day.Start.At().value_or(0));
-    TakeFileHints(tree, day, hints);
-    const RaceFinding finding = FindRaces(tracks, scale, hints);
-    FindReport report{TextOf(finding, hints.Clock), {}};
+    const DayFinding day = FindRacesOf(tree, numbers.race);
+    FindReport report{TextOf(day.Found, day.Clock), {}};
     if (!write) return report;
-    if (finding.Races.empty()) {
+    const FoundRace* const surest = day.Surest();
+    if (!surest) {
         report.Trouble = "nothing written: no race was found";
         return report;
     }
-    TakeFoundRace(*std::ranges::max_element(finding.Races, {}, &FoundRace::Confidence), hints.Clock,
-                  numbers.race);
+    TakeFoundRace(*surest, day.Clock, numbers.race);
     report.Trouble = Replace(tree, numbers.race);
     return report;
 }

@@ -126,8 +126,18 @@ void WriteTimes(JsonWriter& json, const Track& track) {
     json.Member("max_speed", std::ranges::max(track.TrackSpeed));
 }
 
+/// Of each entry the mark that was rounded, where it is a gate; null for any other.
+void WriteGateMarks(JsonWriter& json, const OneBased<int>& marks) {
+    json.Key("gate_marks");
+    json.BeginArray();
+    for (const int mark : marks) mark == 0 ? json.Null() : json.String(CourseKeyText({false, mark}));
+    json.EndArray();
+}
+
 void WriteBoats(JsonWriter& json, const RaceNumbers& numbers, bool bareTimes) {
     const RaceControl& race = numbers.race;
+    const bool hasGates = std::ranges::any_of(
+        race.CourseOrder, [](const std::string& key) { return ParseCourseKey(key).IsGate(); });
     json.Key("boats");
     json.BeginArray();
     for (int boat = 1; boat <= race.Boats.Count(); ++boat) {
@@ -142,6 +152,7 @@ void WriteBoats(JsonWriter& json, const RaceNumbers& numbers, bool bareTimes) {
         SourceArray(json, numbers.passes.MarkPassSource[boat]);
         json.Key("pass_distances");
         NumberArray(json, numbers.passes.MarkPassDist[boat]);
+        if (hasGates) WriteGateMarks(json, numbers.passes.GateMark[boat]);
         json.EndObject();
     }
     json.EndArray();

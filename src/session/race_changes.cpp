@@ -47,6 +47,17 @@ bool RaceChanges::AddToCourse(const CourseKey& entry) {
     return true;
 }
 
+bool RaceChanges::MakeGate(const CourseKey& other) {
+    if (app_.race.CourseOrder.Empty()) return false;
+    CourseKey last = ParseCourseKey(app_.race.CourseOrder.Last());
+    if (last.IsLine || last.IsGate() || last.Number == 0 || other.IsLine || other.Number == last.Number)
+        return false;
+    last.OtherMark = other.Number;
+    app_.race.CourseOrder.Last() = CourseKeyText(last);
+    CourseChanged();
+    return true;
+}
+
 void RaceChanges::Remove(const CourseKey& entry) {
     if (entry.IsLine)
         app_.race.Lines.Erase(entry.Number);
@@ -60,6 +71,14 @@ void RaceChanges::ClearCourse() {
     app_.race.CourseOrder.Clear();
     app_.race.HandPasses.Clear();
     CourseChanged();
+}
+
+bool RaceChanges::TakeFound(const FoundRace& found, CivilTime clock) {
+    const RaceControl before = app_.race;
+    TakeFoundRace(found, clock, app_.race);
+    if (saver_.Save()) return true;
+    app_.race = before;
+    return false;
 }
 
 void RaceChanges::SetPass(int boat, int entry, std::optional<int> seconds) {

@@ -3,6 +3,7 @@
 #include <optional>
 #include <string>
 
+#include "analysis/found_race_entry.h"
 #include "base/bilingual.h"
 #include "base/position.h"
 #include "racedata/race_control.h"
@@ -30,11 +31,19 @@ class RaceChanges {
     bool MayAddLine() const;
     /// Puts an entry at the end of the course, also one that is there already. False: refused.
     bool AddToCourse(const CourseKey& entry);
+    /// Makes a gate of the mark at the end of the course and another one. False, and nothing changed, where
+    /// either is none.
+    bool MakeGate(const CourseKey& other);
     /// Takes a mark or line away; the numbers of the following ones fall by one. As its entries would mean
     /// others then, the course is emptied.
     void Remove(const CourseKey& entry);
     /// What was set by hand for its entries goes with them.
     void ClearCourse();
+
+    /// Gives the race the times, marks, lines, course and wind that were found in its tracks, and writes it
+    /// in one step; `clock` as TakeFoundRace has it. False, and nothing changed, where it cannot be
+    /// written. Its tracks are to be loaded anew then, as its period is another.
+    bool TakeFound(const FoundRace& found, CivilTime clock);
 
     /// When a boat passed an entry of the course, as the person says: at a second, or (nothing) not at all.
     void SetPass(int boat, int entry, std::optional<int> seconds);

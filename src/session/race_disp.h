@@ -201,6 +201,7 @@ class RaceDisp : public Form {
     Label Label3{Picture7, "Label3"};                 // "Finish"
     TextBox Text10{Picture7, "Text10", Field};        // race finish
     Button Command4{Picture7, "Command4"};            // "Above time OK"
+    Button Command19{Picture7, "Command19"};          // "Find the race"
     CheckBox Check9{Picture7, "Check9"};              // "Name"
     CheckBox Check7{Picture7, "Check7", {}, true};    // "Map"
     CheckBox Check3{Picture7, "Check3", {}, true};    // "HINT"

@@ -78,7 +78,8 @@ void RaceDisp::LayOutRace(bool useEnglish) {
             {btnHATENA, {211, 128, 33, 65}, Both("? ")},
             {Label3, {9, 152, 57, 13}, {"Finish", "ﾌｨﾆｯｼｭ"}},
             {Text10, {64, 152, 137, 18}},
-            {Command4, {64, 176, 137, 17}, {"Above time OK", "時刻設定OK"}},
+            {Command4, {108, 176, 95, 17}, {"Above time OK", "時刻設定OK"}},
+            {Command19, {8, 176, 95, 17}, {"Find the race", "レースを探す"}},
         },
         useEnglish);
 }

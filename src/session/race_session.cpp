@@ -204,7 +204,8 @@ void RaceSession::ResetDisplay() {
 
 void RaceSession::ShowModeControls() {
     const bool edit = app_.settings.EditMode;
-    for (Button* button : {&form_.Command2, &form_.Command3, &form_.Command4, &form_.Command5})
+    for (Button* button :
+         {&form_.Command2, &form_.Command3, &form_.Command4, &form_.Command5, &form_.Command19})
         button->SetVisible(edit);
     form_.Text9.SetEnabled(edit);
     form_.Text10.SetEnabled(edit);

@@ -2,11 +2,16 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <optional>
 #include <string>
+#include <tuple>
 #include <vector>
 
+#include "analysis/found_race_entry.h"
+#include "analysis/leg_statistics.h"
 #include "analysis/track_derivation.h"
+#include "support/simulated_regatta.h"
 
 namespace keelview {
 namespace {
@@ -199,6 +204,67 @@ TEST(MarkRounding, MilesSailedCountFromTheGun) {
     // At second 29 it has sailed 58 m, at second 215 120 m to second 60, 959 m to 200, and 75 m.
     EXPECT_EQ(water.passes.MarkPassDist,
               (decltype(water.passes.MarkPassDist){{0.031, 0.623, 0}, {0.031, 0, 0}}));
+}
+
+/// A simulated regatta with a gate, as its own truths have it.
+struct GateRace {
+    explicit GateRace(const std::string& gate) {
+        const SimulatedRegatta regatta({.Course = Layout::Gate, .Seed = 3, .Retire = 0});
+        const RaceFinding found = FindRaces(regatta.Boats, regatta.Scale, {});
+        TakeFoundRace(found.Races.at(0), 0, race);
+        race.CourseOrder = {"L1", "MK1", gate, "MK1", gate, "L2"};
+        race.RaceDuration = 3000;
+        tracks = regatta.Boats;
+        for (Track& track : tracks.Boats) {
+            race.Boats.Add({});
+            for (double& time : track.TrackTime) time -= regatta.Guns.front();
+        }
+        DeriveTracks(race, regatta.Scale, tracks);
+        FindAllPasses(race, tracks, regatta.Scale, passes);
+    }
+    RaceControl race;
+    Tracks tracks;
+    MarkPasses passes;
+};
+
+TEST(MarkRounding, AGateIsRoundedAtEitherMark) {
+    const GateRace gate("MK2/MK3"), turned("MK3/MK2"), one("MK2");
+    std::vector<int> taken(4);
+    for (int boat = 1; boat <= 10; ++boat) {
+        const auto& times = gate.passes.MarkPassTime[boat];
+        EXPECT_TRUE(std::ranges::is_sorted(times)) << boat;
+        for (const auto& time : times) EXPECT_TRUE(time.has_value()) << boat;
+        EXPECT_EQ(times, turned.passes.MarkPassTime[boat]);
+        EXPECT_EQ(gate.passes.GateMark[boat], turned.passes.GateMark[boat]);
+        for (const int entry : {3, 5}) {
+            ++taken[static_cast<std::size_t>(GateMark(gate.passes, boat, entry))];
+            // Who took the first mark was there when a course of that mark alone has it.
+            const auto alone = PassTime(one.passes, boat, entry);
+            if (GateMark(gate.passes, boat, entry) == 2) {
+                EXPECT_NEAR(*PassTime(gate.passes, boat, entry), alone.value_or(-1), 12);
+            }
+        }
+        EXPECT_EQ(GateMark(gate.passes, boat, 2), 0);
+    }
+    EXPECT_TRUE(taken[2] > 2 && taken[3] > 2 && taken[2] + taken[3] == 20);
+    const std::string csv =
+        LegStatisticsCsv(gate.race, ComputeLegStatistics(gate.race, gate.passes, StatKind::Time));
+    EXPECT_NE(csv.find("\"Mark of MK2/MK3\",\"Mark of MK2/MK3\"\r\n"), std::string::npos);
+}
+
+TEST(CourseKey, GatesAreReadAndWrittenAndWhatIsNoneIsAMark) {
+    for (const auto& [text, number, other, again] : {std::tuple("MK3/MK4", 3, 4, "MK3/MK4"),
+                                                     {"MK3 / MK4", 3, 4, "MK3/MK4"},
+                                                     {"MK3", 3, 0, "MK3"},
+                                                     {"MK3/MK3", 3, 0, "MK3"},
+                                                     {"MK3/", 3, 0, "MK3"},
+                                                     {"MK3/MK61", 3, 0, "MK3"},
+                                                     {"L1/L2", 1, 0, "L1"},
+                                                     {"MK/MK4", 0, 0, "MK0"}}) {
+        const CourseKey key = ParseCourseKey(text);
+        EXPECT_EQ(std::pair(key.Number, key.OtherMark), std::pair(number, other)) << text;
+        EXPECT_EQ(CourseKeyText(key), again);
+    }
 }
 
 }  // namespace

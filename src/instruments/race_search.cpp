@@ -1,0 +1,58 @@
+#include "instruments/race_search.h"
+
+#include <cmath>
+#include <string>
+
+#include "analysis/found_race_entry.h"
+#include "base/dates.h"
+#include "base/numbers.h"
+
+namespace keelview {
+
+namespace {
+
+constexpr Text NoneFound{"No race was found in the tracks.", "航跡からレースが見つかりませんでした。"};
+constexpr Text TakeIt{
+    "This race was found in the tracks. Shall it take the place of the times, marks, lines and course of "
+    "the "
+    "race? This cannot be undone.",
+    "航跡から次のレースが見つかりました。このレースの日時・マーク・ライン・コースと置き換えますか？"
+    "元には戻せません。"};
+
+std::string LinesOf(const std::vector<Sentence>& sentences, bool english) {
+    std::string text;
+    for (const Sentence& sentence : sentences) text += "\r\n" + sentence.In(english);
+    return text;
+}
+
+/// The race in some lines: start, course, how sure it is, and why.
+std::string TellRace(const FoundRace& race, CivilTime clock, const Voice& voice, bool english) {
+    std::string course;
+    for (const std::string& entry : race.Course) course += (course.empty() ? "" : " ") + entry;
+    return "\r\n" + voice.Str({"Start ", "スタート "}) + DateTimeText(clock + race.Gun) + "\r\n" +
+           voice.Str({"Course ", "コース "}) + course + "\r\n" + voice.Str({"Sure to ", "確からしさ "}) +
+           NumberText(std::round(race.Confidence * 100)) + " %\r\n" + LinesOf(race.Reasons, english);
+}
+
+}  // namespace
+
+RaceSearch::RaceSearch(RaceSession& session)
+    : session_(session), app_(session.App()), voice_(session.TheVoice()) {
+    session.Display().Command19.OnClick = [this] { Command19_Click(); };
+}
+
+void RaceSearch::Command19_Click() {
+    const bool english = app_.settings.UseEnglish;
+    const DayFinding day = FindRacesOf(app_.settings.AppPath, app_.race);
+    const FoundRace* const race = day.Surest();
+    if (!race) {
+        voice_.SayUnder(app_.settings.AppTitle,
+                        voice_.Str(NoneFound) + LinesOf(day.Found.Missing, english));
+        return;
+    }
+    const std::string question = voice_.Str(TakeIt) + "\r\n" + TellRace(*race, day.Clock, voice_, english);
+    if (!session_.TheServices().dialogs.Confirm(question, app_.settings.AppTitle)) return;
+    if (session_.Changes().TakeFound(*race, day.Clock)) session_.ReloadRace();
+}
+
+}  // namespace keelview
