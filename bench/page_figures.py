@@ -2,7 +2,7 @@
 """What a page takes in headless Chromium, beside the desktop's programs: page_figures.py [BUILD [PROGRAM]]
 
 The first picture of the demo page from the script's start; a frame in auto trace of 50 boats with their names; a race of
-50 boats with 20,000 fixes each. Times are milliseconds by the clock; the desktop's frame is that of bench/display_frame,
+50 boats with 20,000 fixes each. Times are milliseconds by the clock; the desktop's frame is that of bench/display_bench,
 its load that of keelview-report as a whole."""
 
 import math
@@ -94,7 +94,7 @@ def main():
         begun = time.monotonic()
         subprocess.run([build / "keelview-report", long, "fleet.txt"], check=True, stdout=subprocess.DEVNULL)
         print(f"the desktop reads it from its texts in {1000 * (time.monotonic() - begun):.0f} ms, the report with it")
-        bench = build / "bench" / "display_frame"
+        bench = build / "bench" / "display_bench"
         if bench.exists():
             subprocess.run([bench, "--benchmark_filter=AutoTraceFrame"], check=False)
 

@@ -103,6 +103,7 @@ class Page {
             ...this.letters.calls(),
             ...this.controls.calls(),
             ...this.system.calls(),
+            PageOfferDocuments: () => this.desk.offer(this.documents),
             PageWindow: (/** @type {number} */ window) => (this.person.window = window),
             PageWindowSize: (/** @type {number} */ height) => this.desk.size()[height ? 'height' : 'width'],
         };
