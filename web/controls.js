@@ -42,6 +42,7 @@ export function element(tag, className = '') {
  * @property {HTMLElement} words  what bears the text
  * @property {number} width
  * @property {number} pixels  height of the letters
+ * @property {number} share  of their width that the words are narrowed to
  * @property {boolean} bold
  * @property {Part | undefined} parent
  * @property {HTMLCanvasElement} [canvas]
@@ -120,7 +121,7 @@ export class Controls {
         /** @type {Part} */
         const part = {
             address, kind, box, works, words, width: 0, parent: above,
-            pixels: above?.pixels ?? 12, bold: false,
+            pixels: above?.pixels ?? 12, bold: false, share: 1,
         };
         if (kind === 'surface') {
             part.canvas = /** @type {HTMLCanvasElement} */ (element('canvas'));
@@ -139,6 +140,8 @@ export class Controls {
         const room = part.width - (kind === 'plate' ? 4 : kind === 'button' ? 6 : 17);
         const wide = text.includes('\n') ? 0 : this.letters.width(text, part.pixels, part.bold);
         const share = room > 0 && wide > room ? Math.max(0.66, room / wide) : 1;
+        if (share === part.share) return;
+        part.share = share;
         words.style.transform = share < 1 ? `scaleX(${share.toFixed(3)})` : '';
     }
 

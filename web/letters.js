@@ -4,6 +4,8 @@ import { Memory } from './memory.js';
 
 export const faces = '"Liberation Sans", Arial, Arimo, Helvetica, "VL PGothic", "Yu Gothic", Meiryo, "Hiragino Sans", sans-serif';
 
+const mostWidths = 5000;
+
 export class Letters {
     /** @param {Memory} memory */
     constructor(memory) {
@@ -14,6 +16,8 @@ export class Letters {
             scratch.getContext('2d', { willReadFrequently: true })
         );
         this.font = '';
+        /** Of lines that were measured. @type {Map<string, number>} */
+        this.widths = new Map();
     }
 
     /** @param {number} pixels @param {boolean} italic @param {boolean} [bold] */
@@ -24,8 +28,14 @@ export class Letters {
 
     /** @param {string} text @param {number} pixels @param {boolean} [bold] */
     width(text, pixels, bold) {
+        const key = `${pixels}${bold ? 'b' : ' '}${text}`;
+        let width = this.widths.get(key);
+        if (width !== undefined) return width;
         this.take(pixels, false, bold);
-        return this.pen.measureText(text).width;
+        width = this.pen.measureText(text).width;
+        if (this.widths.size > mostWidths) this.widths.clear();
+        this.widths.set(key, width);
+        return width;
     }
 
     /** What the program asks for. @returns {Record<string, Function>} */

@@ -64,6 +64,9 @@ async function decode(bytes) {
 /** The page's own program: everything that is done in it goes through here. */
 class Page {
     constructor() {
+        /** When the script and the loading of the race began, milliseconds. */
+        this.began = performance.now();
+        this.loads = 0;
         const root = /** @type {HTMLElement} */ (document.getElementById('desk'));
         this.memory = new Memory();
         this.letters = new Letters(this.memory);
@@ -100,6 +103,7 @@ class Page {
             ...this.letters.calls(),
             ...this.controls.calls(),
             ...this.system.calls(),
+            PageOfferDocuments: () => this.desk.offer(this.documents),
             PageWindow: (/** @type {number} */ window) => (this.person.window = window),
             PageWindowSize: (/** @type {number} */ height) => this.desk.size()[height ? 'height' : 'width'],
         };
@@ -146,6 +150,7 @@ class Page {
 
     open() {
         const { program } = this.memory;
+        this.loads = performance.now();
         this.english = program.Start() !== 0;
         this.desk.speak(this.english, false);
         this.desk.place();

@@ -87,6 +87,8 @@ export class System {
         this.frames = new Set();
         this.framesAsked = false;
         this.tasksAsked = false;
+        /** When the first picture was there, milliseconds. */
+        this.shown = 0;
         /** @type {Map<string, ImageData>} */
         this.pictures = new Map();
         const channel = new MessageChannel();
@@ -108,6 +110,7 @@ export class System {
         const due = [...this.frames];
         this.frames.clear();
         for (const surface of due) this.guard(() => this.memory.program.OnFrame(surface));
+        this.shown ||= performance.now();
     }
 
     /** @param {number} timer @param {number} milliseconds */

@@ -1,14 +1,17 @@
 // The program of a page: opens the race that the page holds, and answers what the page asks of it.
 
+#include <algorithm>
 #include <memory>
 #include <string>
 #include <string_view>
 #include <utility>
+#include <vector>
 
 #include "base/files.h"
 #include "base/numbers.h"
 #include "base/page_files.h"
 #include "base/strings.h"
+#include "display/web/page_calls.h"
 #include "display/web/system.h"
 #include "instruments/race_desk.h"
 #include "racedata/start_files.h"
@@ -38,7 +41,10 @@ class PageDesk {
 
     /// Shows the same moment in the other language.
     void Speak(bool english) {
-        const std::string moment = Link();
+        std::string moment = Link();
+        // A view that begins to follow the boats in a moment is not held.
+        if (desk_->form.Timer2.Enabled()) moment.resize(std::min(moment.find("&x="), moment.size()));
+        const std::vector<bool> ticks = Ticks();
         const bool stopped = desk_->session.TheFilm().Stopped();
         const double speed = app_.clock.SpeedMultiplier;
         desk_.reset();
@@ -46,6 +52,8 @@ class PageDesk {
         MakeDesk();
         desk_->session.TheFilm().SetSpeed(speed);
         Follow(moment);
+        std::size_t at = 0;
+        for (CheckBox* box : Choices()) box->SetValue(ticks[at++]);
         if (stopped) desk_->form.Option7.SetValue(true);
     }
 
@@ -74,6 +82,19 @@ class PageDesk {
     }
 
   private:
+    /// What a person chooses to see, but for the following of the boats.
+    std::vector<CheckBox*> Choices() const {
+        RaceDisp& form = desk_->form;
+        return {&form.Check1, &form.Check3, &form.Check4, &form.Check6,
+                &form.Check7, &form.Check8, &form.Check9, &form.Check10};
+    }
+
+    std::vector<bool> Ticks() const {
+        std::vector<bool> ticks;
+        for (const CheckBox* box : Choices()) ticks.push_back(box->Value());
+        return ticks;
+    }
+
     std::string FirstRace() const {
         const auto races = ListFiles(FindBelow(app_.settings.AppPath, "raceadmin"), "*.txt");
         return races.empty() ? std::string() : races.front();
@@ -82,6 +103,7 @@ class PageDesk {
     void MakeDesk() {
         app_.settings.AppTitle = Text{"Keelview", "キールビュー"}.Str(app_.settings.UseEnglish);
         desk_ = std::make_unique<RaceDesk>(app_, services_);
+        desk_->OnReferences = [] { page::PageOfferDocuments(); };
         desk_->session.StartSession();
     }
 

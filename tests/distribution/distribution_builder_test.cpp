@@ -141,6 +141,20 @@ TEST_F(DistributionTest, ACdRomStartsByItselfInItsLanguageAndWhatItLacksIsTold) 
                                         "gpsdat/gone.trk", "attachment/../../secret"}));
 }
 
+TEST_F(DistributionTest, APageIsOneFileWithTheRaceOfItsStartFirst) {
+    order.Target = Medium::Page;
+    order.StartRace = "R2.txt";
+    EXPECT_EQ(Build().FailedAt, "keelview-page.html");  // the program of a page is not everywhere
+    tree.Write("keelview-page.html", "<title>{{title}}</title>{{race}}");
+    tree.Race("R2.txt", "T2, in the afternoon\r\nBN, gone.trk, Ghost\r\n");
+    const DistributionResult result = Build();
+    ASSERT_FALSE(result.Error) << result.Error.message();
+    EXPECT_EQ(result.Folder, tree.Root() / "distribution/Spring Cup.html");
+    EXPECT_TRUE(ReadWholeFile(result.Folder)->starts_with("<title>Spring Cup in the afternoon</title>"));
+    EXPECT_EQ(result.Missing, std::vector<std::string>{"gpsdat/gone.trk"});
+    EXPECT_TRUE(DistributionExists(tree.Root(), "spring Cup"));
+}
+
 TEST_F(DistributionTest, WithTheProgramForWindowsBesideItServesBothAndIsPackedForBoth) {
     for (const char* file :
          {"windows/keelview.exe", "windows/Qt6Core.dll", "windows/plugins/platforms/qwindows.dll",

@@ -54,6 +54,21 @@ class Report(unittest.TestCase):
         self.assertEqual(waiting["boats"], [None])
         self.assertEqual(sorted(self.tree.rglob("*")), before)  # it only reads
 
+    def test_a_page_is_written_whole_or_not_at_all(self):
+        program = self.tree / "keelview-page.html"
+        program.write_text("<title>{{title}}</title>{{race}}", encoding="utf-8")
+        self.addCleanup(program.unlink)
+        page = self.tree / "page.html"
+        ran = self.run_report("--page", page, self.tree, "R1.txt", "--ja")
+        self.assertEqual((ran.returncode, ran.stdout, ran.stderr), (0, "", ""))
+        first = page.read_bytes()
+        page.unlink()
+        self.assertTrue(first.startswith("<title>&quot;春&quot; の杯</title>".encode()))
+        for arguments in (["--page"], ["--page", page, self.tree], ["--page", page, self.tree, "R1.txt", "R9.txt"]):
+            ran = self.run_report(*arguments)
+            self.assertEqual((ran.returncode, ran.stderr.count("\n")), (2, 1), arguments)
+            self.assertFalse(page.exists())
+
     def test_the_walk_by_itself_has_bare_numbers(self):
         race = (self.tree / "raceadmin" / "R1.txt").read_bytes().replace(b"CRS, L1", b"CRS, L1, L2, L1")
         (self.tree / "raceadmin" / "R2.txt").write_bytes(race)

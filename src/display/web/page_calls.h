@@ -69,6 +69,8 @@ void PageCopy(const char* text, std::size_t size);
 void PageOpen(const char* address, std::size_t size);
 void PageHandOver(const char* name, std::size_t nameSize, const char* bytes, std::size_t size);
 void PageBusy(bool busy);
+/// Shows the documents of the race, to be kept as files.
+void PageOfferDocuments();
 
 // Questions. The answer to PageInput is written to GiveRoom; false where there is none.
 void PageSay(const char* title, std::size_t titleSize, const char* text, std::size_t size);
