@@ -185,7 +185,8 @@ TEST_F(DeskTest, TheRaceThatItsTracksHoldIsFilledInWhereThePersonSaysSo) {
         const Track& track = regatta.Boats.Boats[boat];
         std::string fixes;
         for (int fix = 1; fix <= track.Count(); ++fix)
-            fixes += RaceTree::TrackLine(track.At(fix), Start + static_cast<int>(track.TrackTime[fix]));
+            fixes += RaceTree::TrackLine(track.At(fix),
+                                         RaceTree::Start + static_cast<int>(track.TrackTime[fix]));
         tree.Write("gpsdat/s" + std::to_string(boat) + ".trk", fixes);
         lines += "BN, s" + std::to_string(boat) + ".trk, Boat " + std::to_string(boat) + "\r\n";
     }
@@ -199,7 +200,7 @@ TEST_F(DeskTest, TheRaceThatItsTracksHoldIsFilledInWhereThePersonSaysSo) {
         EXPECT_EQ(File() == before, !yes);
     }
     EXPECT_TRUE(FileHolds("CRS, " + regatta.Course));
-    EXPECT_TRUE(FileHolds("ST, " + DateTimeText(Start + regatta.Guns.front())));
+    EXPECT_TRUE(FileHolds("ST, " + DateTimeText(RaceTree::Start + regatta.Guns.front())));
     EXPECT_EQ(FinishOrder(app.passes), regatta.Finishes.front());
     EXPECT_FALSE(FileHolds("MK, 2117.2, 8369"));
 }
