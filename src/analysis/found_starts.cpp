@@ -11,20 +11,21 @@ namespace keelview {
 
 namespace {
 
-constexpr int ScanStep = 5;         // seconds
-constexpr int Leaves = 60;          // seconds that a start is followed
-constexpr int Gathers = 240;        // seconds that boats lie about before it
-constexpr int Apart = 150;          // seconds between starts
-constexpr int Rivals = 900;         // seconds within which a larger start leaves no smaller one
-constexpr double LeastShare = 0.4;  // of the boats
-constexpr double LeastSpeed = 0.7;  // metres a second
-constexpr double Behind = 45;       // metres that boats of a start lie behind the first
-constexpr double OnTheWay = 0.35;   // of the usual way, along the common direction
-constexpr int LeastKnown = 60;      // seconds that must be recorded before it
-constexpr double Idle = 75;         // seconds of the usual speed, that gathering boats go away at most
-constexpr double MostBeyond = 25;   // metres beyond the crossings at which something lying is an end
-constexpr double EndRoom = 8;       // metres that ends lie beyond the crossings
-constexpr int Sweep = 45;           // seconds to either side in which the gun is looked for
+constexpr int ScanStep = 5;            // seconds
+constexpr int LongestDay = 1'000'000;  // seconds that are looked at
+constexpr int Leaves = 60;             // seconds that a start is followed
+constexpr int Gathers = 240;           // seconds that boats lie about before it
+constexpr int Apart = 150;             // seconds between starts
+constexpr int Rivals = 900;            // seconds within which a larger start leaves no smaller one
+constexpr double LeastShare = 0.4;     // of the boats
+constexpr double LeastSpeed = 0.7;     // metres a second
+constexpr double Behind = 45;          // metres that boats of a start lie behind the first
+constexpr double OnTheWay = 0.35;      // of the usual way, along the common direction
+constexpr int LeastKnown = 60;         // seconds that must be recorded before it
+constexpr double Idle = 75;            // seconds of the usual speed, that gathering boats go away at most
+constexpr double MostBeyond = 25;      // metres beyond the crossings at which something lying is an end
+constexpr double EndRoom = 8;          // metres that ends lie beyond the crossings
+constexpr int Sweep = 45;              // seconds to either side in which the gun is looked for
 
 /// One boat about a moment.
 struct Departure {
@@ -250,6 +251,7 @@ std::vector<FoundStart> FindStarts(const std::vector<WayBySecond>& fleet, const 
     int first = std::numeric_limits<int>::max(), last = std::numeric_limits<int>::min();
     for (const WayBySecond& way : fleet)
         if (!way.Empty()) first = std::min(first, way.First()), last = std::max(last, way.Last());
+    if (first < last) last = std::min(last, first + LongestDay);
     std::vector<Moment> all;
     double fastest = 0;
     for (int t = first; t < last - Leaves && first < last; t += ScanStep) {

@@ -30,7 +30,7 @@ struct LegStatistics {
     StatKind Kind = StatKind::Time;
     LegTable Cumulative;
     LegTable ByLeg;
-    MarkPasses::ByBoatAndEntry<int> GateMark;  ///< as the passes have it; of Time alone
+    MarkPasses::ByBoatAndEntry<int> GateMark{};  ///< as the passes have it; of Time alone
 };
 
 /// Works out both tables of a kind (Time: seconds; Distance: whole metres; Speed: knots) from finished

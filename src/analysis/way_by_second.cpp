@@ -1,6 +1,9 @@
 #include "analysis/way_by_second.h"
 
+#include <algorithm>
 #include <cmath>
+
+#include "racedata/limits.h"
 
 namespace keelview {
 
@@ -11,7 +14,7 @@ constexpr double LongestGap = 20.0;  // seconds
 }  // namespace
 
 WayBySecond::WayBySecond(const Track& track, const Plane& plane, int longest) {
-    if (track.Count() == 0) return;
+    if (track.Count() == 0 || !(std::abs(track.TrackTime[1]) < LongestRace)) return;
     first_ = static_cast<int>(std::ceil(track.TrackTime[1]));
     sums_.emplace_back();
     counts_.push_back(0);
@@ -19,7 +22,7 @@ WayBySecond::WayBySecond(const Track& track, const Plane& plane, int longest) {
     Way from = plane.To(track.At(1));
     for (int fix = 2; fix <= track.Count(); ++fix) {
         const double time = track.TrackTime[fix];
-        if (!(time > before)) continue;
+        if (!(time > before) || time > LongestRace) continue;
         const Way to = plane.To(track.At(fix));
         const double end = std::min(time, static_cast<double>(first_) + longest);
         for (double t = first_ + static_cast<double>(sums_.size()) - 1; t < end; ++t) {

@@ -7,6 +7,7 @@
 #include "instruments/hints.h"
 #include "session/livery.h"
 #include "support/album.h"
+#include "support/simulated_regatta.h"
 #include "support/test_desk.h"
 
 namespace keelview {
@@ -175,6 +176,42 @@ TEST_F(DeskTest, EachViewIsCapturedWithTheBoatsTheOverviewAndTheColours) {
         EXPECT_EQ(graphs.PixelAt(305, y), Form().GPIC.Image().PixelAt(300, y - 5));
         EXPECT_EQ(page.PixelAt(305, y), Form().PicTime.Image().PixelAt(300, y - 5));
     }
+}
+
+TEST_F(DeskTest, TheRaceThatItsTracksHoldIsFilledInWhereThePersonSaysSo) {
+    const SimulatedRegatta regatta({.Seed = 3, .Boats = 6});
+    std::string lines;
+    for (int boat = 1; boat <= regatta.Boats.Boats.Count(); ++boat) {
+        const Track& track = regatta.Boats.Boats[boat];
+        std::string fixes;
+        for (int fix = 1; fix <= track.Count(); ++fix)
+            fixes += RaceTree::TrackLine(track.At(fix),
+                                         RaceTree::Start + static_cast<int>(track.TrackTime[fix]));
+        tree.Write("gpsdat/s" + std::to_string(boat) + ".trk", fixes);
+        lines += "BN, s" + std::to_string(boat) + ".trk, Boat " + std::to_string(boat) + "\r\n";
+    }
+    tree.Race("R1.txt", lines + "MK, 2117.2, 8369\r\nCRS, MK1\r\n");
+    Open();
+    const std::string before = File();
+    for (const bool yes : {false, true}) {
+        dialogs.AnswerYesNo(yes);
+        driver::Click(Form().Command18);
+        EXPECT_TRUE(dialogs.AllAnswered());
+        EXPECT_EQ(File() == before, !yes);
+    }
+    EXPECT_TRUE(FileHolds("CRS, " + regatta.Course));
+    EXPECT_TRUE(FileHolds("ST, " + DateTimeText(RaceTree::Start + regatta.Guns.front())));
+    EXPECT_EQ(FinishOrder(app.passes), regatta.Finishes.front());
+    EXPECT_FALSE(FileHolds("MK, 2117.2, 8369"));
+}
+
+TEST_F(DeskTest, TwoBoatsThatNeverRacedGiveNone) {
+    OpenFullRace();
+    const std::string before = File();
+    dialogs.AnswerOk();
+    driver::Click(Form().Command18);
+    EXPECT_TRUE(dialogs.AllAnswered());
+    EXPECT_EQ(File(), before);
 }
 
 TEST_F(DeskTest, ExitOffersToSaveInEditModeAndStaysWhereThatFails) {
