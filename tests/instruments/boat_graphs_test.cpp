@@ -392,7 +392,7 @@ TEST(StatText, NumbersOfAColumnStandUnderEachOther) {
 TEST(TableLayout, ColumnsOfALongCourseHoldTheirNumbersBesideEachOther) {
     RaceControl race;
     race.Boats.Add({"", "A"});
-    LegStatistics statistics{.Kind = StatKind::Time, .Cumulative = {}, .ByLeg = {}};
+    LegStatistics statistics{.Kind = StatKind::Time, .Cumulative = {}, .ByLeg = {}, .GateMark = {}};
     OneBased<std::optional<double>> row;
     for (int entry = 1; entry <= MaxCourseEntries; ++entry) {
         race.CourseOrder.Add("MK" + std::to_string(entry));

@@ -195,7 +195,7 @@ TEST_F(DeskTest, TheRaceThatItsTracksHoldIsFilledInWhereThePersonSaysSo) {
     const std::string before = File();
     for (const bool yes : {false, true}) {
         dialogs.AnswerYesNo(yes);
-        driver::Click(Form().Command18);
+        driver::Click(Form().Command19);
         EXPECT_TRUE(dialogs.AllAnswered());
         EXPECT_EQ(File() == before, !yes);
     }
@@ -209,7 +209,7 @@ TEST_F(DeskTest, TwoBoatsThatNeverRacedGiveNone) {
     OpenFullRace();
     const std::string before = File();
     dialogs.AnswerOk();
-    driver::Click(Form().Command18);
+    driver::Click(Form().Command19);
     EXPECT_TRUE(dialogs.AllAnswered());
     EXPECT_EQ(File(), before);
 }
