@@ -111,6 +111,7 @@ std::optional<LegMadeGood> MadeGoodOnLeg(const RaceControl& race, const BoatMoti
     made.Speed = sums.Speed / sums.Seconds / KnotMetres;
     made.Vmc = sums.Vmc / sums.Seconds / KnotMetres;
     made.Sailed = sums.Speed / sums.Seconds * made.Seconds;
+    made.Straight = (*sums.Last - *sums.First).Length();
     made.PlaceSigma = sums.PlaceSigma / sums.Seconds;
     made.Sigma = SigmaOf(sums, motion.Source()) / KnotMetres;
     made.SpeedSigma =

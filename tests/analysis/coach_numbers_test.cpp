@@ -352,6 +352,7 @@ TEST(CoachNumbers, WhatIsMadeGoodOfALegIsThatOfThePolarAndTheWaySailed) {
         EXPECT_NEAR(*one[i].Efficiency, std::cos(45 * DegToRad), 0.03);
         EXPECT_NEAR(one[i].Sailed, one[i].Speed * KnotMetres * one[i].Seconds, 8);
         EXPECT_GT(one[i].Sailed, 1.3 * 1200);
+        EXPECT_NEAR(one[i].Straight, 1210, 20);  // from its place on the line to the mark
         EXPECT_NEAR(*one[i].PortShare, *mirrored[i].StarboardShare, 0.01);
         ASSERT_EQ(one[i].Overstood.has_value(), mirrored[i].Overstood.has_value());
         EXPECT_NEAR(one[i].Overstood.value_or(0), mirrored[i].Overstood.value_or(0), 1);
