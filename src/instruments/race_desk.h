@@ -15,7 +15,6 @@
 #include "instruments/overview.h"
 #include "instruments/overview_mouse.h"
 #include "instruments/race_keys.h"
-#include "instruments/race_search.h"
 #include "instruments/screen_capture.h"
 #include "instruments/side_panel.h"
 #include "instruments/time_bar.h"
@@ -65,7 +64,6 @@ struct RaceDesk {
           panel(session),
           filmControls(session),
           timeSetting(session),
-          raceSearch(session),
           hints(app.race, app.settings, form),
           capture(app, form, services, session.TheVoice()),
           exitButton(session),
@@ -79,6 +77,9 @@ struct RaceDesk {
         form.Command13.OnClick = [this] {
             if (OnReferences) OnReferences();
         };
+        form.Command19.OnClick = [this] {
+            if (OnFindRace) OnFindRace();
+        };
         form.Command18.OnClick = [this] {
             if (OnPage) OnPage();
         };
@@ -88,6 +89,8 @@ struct RaceDesk {
 
     /// The person asks for the documents of the race.
     std::function<void()> OnReferences;
+    /// The person wants the race to be looked for in its tracks.
+    std::function<void()> OnFindRace;
     /// The person wants the race as a page for a browser. Who sets this shows the button for it.
     std::function<void()> OnPage;
 
@@ -119,7 +122,6 @@ struct RaceDesk {
     ControlPanel panel;
     FilmControls filmControls;
     TimeSetting timeSetting;
-    RaceSearch raceSearch;
     Hints hints;
     ScreenCapture capture;
     ExitButton exitButton;

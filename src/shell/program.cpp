@@ -7,6 +7,7 @@
 #include "import/wind_sheet.h"
 #include "racedata/tracks/formats.h"
 #include "shell/race_page.h"
+#include "shell/race_search.h"
 #include "shell/reference_viewer.h"
 
 namespace keelview {
@@ -122,6 +123,7 @@ void Program::ConnectDisplay() {
     opened_->desk.OnReferences = [this] {
         ReferenceViewer(app_.settings, app_.race, services_).ShowModal();
     };
+    opened_->desk.OnFindRace = [this] { OfferFoundRace(opened_->desk.session); };
     opened_->desk.OnPage = [this] { OfferPage(app_.settings, app_.race, services_); };
     session.Display().Command18.SetVisible(!app_.race.RaceFileName.empty());
     TakeDropsOn(session.Display());

@@ -6,6 +6,7 @@
 
 #include "instruments/hints.h"
 #include "session/livery.h"
+#include "shell/race_search.h"
 #include "support/album.h"
 #include "support/simulated_regatta.h"
 #include "support/test_desk.h"
@@ -192,6 +193,7 @@ TEST_F(DeskTest, TheRaceThatItsTracksHoldIsFilledInWhereThePersonSaysSo) {
     }
     tree.Race("R1.txt", lines + "MK, 2117.2, 8369\r\nCRS, MK1\r\n");
     Open();
+    desk->OnFindRace = [this] { OfferFoundRace(desk->session); };
     const std::string before = File();
     for (const bool yes : {false, true}) {
         dialogs.AnswerYesNo(yes);
@@ -208,6 +210,7 @@ TEST_F(DeskTest, TheRaceThatItsTracksHoldIsFilledInWhereThePersonSaysSo) {
 TEST_F(DeskTest, TwoBoatsThatNeverRacedGiveNone) {
     OpenFullRace();
     const std::string before = File();
+    desk->OnFindRace = [this] { OfferFoundRace(desk->session); };
     dialogs.AnswerOk();
     driver::Click(Form().Command19);
     EXPECT_TRUE(dialogs.AllAnswered());

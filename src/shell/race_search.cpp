@@ -1,4 +1,4 @@
-#include "instruments/race_search.h"
+#include "shell/race_search.h"
 
 #include <cmath>
 #include <string>
@@ -36,23 +36,19 @@ std::string TellRace(const FoundRace& race, CivilTime clock, const Voice& voice,
 
 }  // namespace
 
-RaceSearch::RaceSearch(RaceSession& session)
-    : session_(session), app_(session.App()), voice_(session.TheVoice()) {
-    session.Display().Command19.OnClick = [this] { Command19_Click(); };
-}
-
-void RaceSearch::Command19_Click() {
-    const bool english = app_.settings.UseEnglish;
-    const DayFinding day = FindRacesOf(app_.settings.AppPath, app_.race);
+void OfferFoundRace(RaceSession& session) {
+    const AppState& app = session.App();
+    const Voice& voice = session.TheVoice();
+    const bool english = app.settings.UseEnglish;
+    const DayFinding day = FindRacesOf(app.settings.AppPath, app.race);
     const FoundRace* const race = day.Surest();
     if (!race) {
-        voice_.SayUnder(app_.settings.AppTitle,
-                        voice_.Str(NoneFound) + LinesOf(day.Found.Missing, english));
+        voice.SayUnder(app.settings.AppTitle, voice.Str(NoneFound) + LinesOf(day.Found.Missing, english));
         return;
     }
-    const std::string question = voice_.Str(TakeIt) + "\r\n" + TellRace(*race, day.Clock, voice_, english);
-    if (!session_.TheServices().dialogs.Confirm(question, app_.settings.AppTitle)) return;
-    if (session_.Changes().TakeFound(*race, day.Clock)) session_.ReloadRace();
+    const std::string question = voice.Str(TakeIt) + "\r\n" + TellRace(*race, day.Clock, voice, english);
+    if (!session.TheServices().dialogs.Confirm(question, app.settings.AppTitle)) return;
+    if (session.Changes().TakeFound(*race, day.Clock)) session.ReloadRace();
 }
 
 }  // namespace keelview
