@@ -27,7 +27,7 @@ struct Courses {
             const auto velocity = way.Velocity(t - CourseReach, t + CourseReach);
             const double speed = velocity ? velocity->Length() : 0;
             Speeds.push_back(speed);
-            if (speed < LeastSpeed) {
+            if (!velocity || speed < LeastSpeed) {
                 Degrees.push_back(std::numeric_limits<double>::quiet_NaN());
                 continue;
             }

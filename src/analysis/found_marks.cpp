@@ -96,6 +96,7 @@ class MarkSearch {
     std::vector<std::vector<std::size_t>> Run(int boats) {
         std::vector<std::vector<std::size_t>> places;
         std::vector<std::pair<double, std::size_t>> seeds;
+        seeds.reserve(corners_.size());
         for (std::size_t i = 0; i < corners_.size(); ++i) seeds.emplace_back(ScoreAt(corners_[i].At), i);
         std::ranges::make_heap(seeds);
         while (!seeds.empty() && places.size() < MostMarks) {
@@ -220,6 +221,7 @@ struct Candidate {
 /// The boats that are still racing about when others make some turns: those that make one later.
 double BoatsAt(const std::vector<Corner>& turns, const std::vector<int>& lastTurns) {
     std::vector<double> times;
+    times.reserve(turns.size());
     for (const Corner& corner : turns) times.push_back(corner.Time);
     const double time = MedianOf(std::move(times)) - SameVisit / 2;
     const auto racing = std::ranges::count_if(lastTurns, [&](int last) { return last >= time; });
@@ -341,11 +343,13 @@ std::vector<Candidate> CandidatesIn(const std::vector<Corner>& corners,
     std::vector<Candidate> all;
     for (const auto& places : MarkSearch(corners, boats, wind).Run(boats)) {
         std::vector<Corner> turns;
+        turns.reserve(places.size());
         for (const std::size_t i : places) turns.push_back(corners[i]);
         all.push_back(CandidateOf(std::move(turns), lastTurns, fleet, wind));
     }
     // The last tacks and gybes before a mark lie together, too.
     std::vector<bool> leads;
+    leads.reserve(all.size());
     for (const Candidate& each : all)
         leads.push_back(!each.Changing && std::ranges::any_of(all, [&](const Candidate& other) {
             const bool near = (other.Mark.At - each.Mark.At).Length() < WaistApart;

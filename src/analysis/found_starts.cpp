@@ -67,6 +67,7 @@ Way NormalOf(const std::vector<Way>& places, Way ahead) {
         normal = {-std::sin(angle), std::cos(angle)};
         if (normal.Along(ahead) < 0) normal = normal * -1;
         std::vector<double> off;
+        off.reserve(places.size());
         for (const Way& at : places) off.push_back(std::abs((at - mean).Along(normal)));
         const double limit = std::max(2 * MedianOf(off), 1.0);
         kept.clear();
@@ -92,6 +93,7 @@ Moment LookAt(const std::vector<WayBySecond>& fleet, int t) {
     const std::vector<Departure> all = DeparturesAt(fleet, t);
     if (all.size() < 2) return moment;
     std::vector<double> lengths;
+    lengths.reserve(all.size());
     for (const Departure& each : all) lengths.push_back(each.Next.Length());
     const double usual = QuantileOf(lengths, 0.7);
     moment.Next = usual;
@@ -108,9 +110,11 @@ Moment LookAt(const std::vector<WayBySecond>& fleet, int t) {
         return moment;
     ahead = ahead * (1 / std::max(ahead.Length(), 1e-9));
     std::vector<Way> places;
+    places.reserve(leaving.size());
     for (const Departure* each : leaving) places.push_back(each->At);
     moment.Normal = NormalOf(places, ahead);
     std::vector<double> fronts;
+    fronts.reserve(places.size());
     for (const Way& at : places) fronts.push_back(at.Along(moment.Normal));
     moment.Front = QuantileOf(fronts, 0.9);
     for (const Departure* each : leaving) {

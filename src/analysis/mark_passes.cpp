@@ -53,8 +53,8 @@ void FindGateMarks(const RaceControl& race, const Tracks& tracks, const EarthSca
         const CourseKey key = ParseCourseKey(race.CourseOrder[entry]);
         for (int boat = 1; boat <= race.Boats.Count(); ++boat) {
             const std::optional<int> time = PassTime(passes, boat, entry);
-            const int segment =
-                time && HasSegment(tracks, boat) ? FindSegment(tracks.Boats[boat], *time) : 0;
+            if (!time || !HasSegment(tracks, boat)) continue;
+            const int segment = FindSegment(tracks.Boats[boat], *time);
             if (segment == 0) continue;
             const Position at = PositionOn(tracks.Boats[boat], segment, *time);
             const bool isFirst = course.Distance(at, gate.At) <= course.Distance(at, gate.SecondEnd);

@@ -57,6 +57,7 @@ Extent ExtentOf(const WayBySecond& way) {
     Extent extent;
     extent.Middle = {MedianOf(easts), MedianOf(norths)};
     std::vector<double> offs;
+    offs.reserve(easts.size());
     for (std::size_t i = 0; i < easts.size(); ++i)
         offs.push_back((Way{easts[i], norths[i]} - extent.Middle).Length());
     extent.Radius = QuantileOf(std::move(offs), 0.95);
@@ -316,6 +317,7 @@ void PreferLine(const Day& day, Draft& draft) {
 
 void FindCourseOf(const Day& day, Draft& draft) {
     std::vector<const WayBySecond*> fleet;
+    fleet.reserve(draft.Start.Boats.size());
     for (const int boat : draft.Start.Boats) fleet.push_back(&day.Ways[static_cast<std::size_t>(boat)]);
     draft.Marks = FindMarks(CornersOf(day, draft), fleet, draft.Wind, day.Lying);
     FleetVisits visits;

@@ -23,7 +23,10 @@ class CourseDrawing {
   public:
     CourseDrawing(Canvas& map, const AppState& app, bool layLines, bool passClock)
         : map_(map), app_(app), projection_(MapProjection(app)), layLines_(layLines) {
-        if (passClock) clock_ = PassClockAt(app.passes, app.now.Time);
+        const auto clock = passClock ? PassClockAt(app.passes, app.now.Time) : std::nullopt;
+        if (!clock) return;
+        clock_ = clock->Text;
+        clockAt_ = ParseCourseKey(app.race.CourseOrder[clock->Entry]);
     }
 
     void DrawMark(int mark) {
@@ -34,7 +37,7 @@ class CourseDrawing {
         }
         DrawDisk(at);
         DrawName(CourseKeyText({.IsLine = false, .Number = mark}), at, LabelPoints);
-        if (clock_ && KeyOfClock().HasMark(mark)) DrawPassClock(at);
+        if (!clock_.empty() && clockAt_.HasMark(mark)) DrawPassClock(at);
     }
 
     void DrawLine(int line) {
@@ -48,7 +51,7 @@ class CourseDrawing {
         DrawDisk(from);
         DrawDisk(to);
         DrawName(CourseKeyText({.IsLine = true, .Number = line}), from, LineLabelPoints);
-        if (clock_ && KeyOfClock().IsLine && KeyOfClock().Number == line) DrawPassClock(to);
+        if (!clock_.empty() && clockAt_.IsLine && clockAt_.Number == line) DrawPassClock(to);
     }
 
   private:
@@ -70,11 +73,9 @@ class CourseDrawing {
         PrintClear(map_, {at.X + 8, at.Y - 5}, name, app_.shown.InkColour);
     }
 
-    CourseKey KeyOfClock() const { return ParseCourseKey(app_.race.CourseOrder[clock_->Entry]); }
-
     void DrawPassClock(const Point& at) {
         map_.FontSize = PassClockPoints * app_.settings.FontScale;
-        PrintClear(map_, {at.X - map_.TextWidth(clock_->Text) / 2, at.Y - 50}, clock_->Text,
+        PrintClear(map_, {at.X - map_.TextWidth(clock_) / 2, at.Y - 50}, clock_,
                    ReadableOn(app_.shown.SeaColour, Red));
     }
 
@@ -82,7 +83,8 @@ class CourseDrawing {
     const AppState& app_;
     Projection projection_;
     bool layLines_;
-    std::optional<PassClock> clock_;
+    std::string clock_;  ///< since the last passing; empty where none runs
+    CourseKey clockAt_;  ///< where it stands
 };
 
 }  // namespace

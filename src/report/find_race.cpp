@@ -39,6 +39,7 @@ void WriteTexts(JsonWriter& json, std::string_view name, const std::vector<std::
 
 std::vector<std::string> EnglishOf(const std::vector<Sentence>& sentences) {
     std::vector<std::string> texts;
+    texts.reserve(sentences.size());
     for (const Sentence& sentence : sentences) texts.push_back(sentence.English);
     return texts;
 }
