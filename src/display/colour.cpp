@@ -1,6 +1,7 @@
 #include "display/colour.h"
 
 #include <algorithm>
+#include <array>
 #include <cmath>
 
 namespace keelview {
@@ -9,10 +10,22 @@ namespace {
 
 constexpr Colour SystemColour = 0x80000000U;
 
-/// The share of light of a part of a colour in sRGB (IEC 61966-2-1), 0 to 1.
+using LightOfPart = std::array<double, 256>;
+
+/// The share of light of each value that a part of a colour has in sRGB (IEC 61966-2-1), 0 to 1.
+LightOfPart LightOfParts() {
+    LightOfPart light{};
+    for (std::size_t part = 0; part < light.size(); ++part) {
+        const double value = static_cast<double>(part) / 255.0;
+        light[part] = value <= 0.04045 ? value / 12.92 : std::pow((value + 0.055) / 1.055, 2.4);
+    }
+    return light;
+}
+
+/// Colours are asked for as each boat is drawn, and powers take their time.
 double LightOf(int part) {
-    const double value = part / 255.0;
-    return value <= 0.04045 ? value / 12.92 : std::pow((value + 0.055) / 1.055, 2.4);
+    static const LightOfPart light = LightOfParts();
+    return light[static_cast<std::size_t>(part)];
 }
 
 double LuminanceOf(Colour colour) {
