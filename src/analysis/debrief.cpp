@@ -12,13 +12,14 @@ namespace keelview {
 namespace {
 
 constexpr double StartWindow = 20.0;  // seconds behind the crossing that belong to the start
+constexpr double PaceUnsure = 0.013;  // share of it, as noise moves the windows; from simulated fleets
 constexpr double BeforeTurn = 5.0, BehindTurn = 15.0;  // seconds that the loss of a turn speaks of
 constexpr double LeastFree = 20.0;                     // seconds of free sailing that tell a pace
 constexpr double LeastCovered = 0.9;                   // of a leg, by its track
 constexpr double LeastTargeted = 0.8;                  // share of free seconds whose target is known
 constexpr int FewestBoats = 3;                         // that a target rests on, where there are as many
 
-/// A mean over the seconds of some windows, as unsure as the windows scatter.
+/// A mean over the seconds of some windows.
 struct WindowMean {
     double Count = 0.0, Sum = 0.0;
     double Square = 0.0, Product = 0.0, Weight = 0.0;  // over closed windows, of their sums and counts
@@ -31,10 +32,12 @@ struct WindowMean {
         Weight += WindowCount * WindowCount;
         WindowCount = WindowSum = 0.0;
     }
-    double Mean() const { return Sum / Count; }
-    double Sigma() const {
-        const double mean = Mean();
-        return std::sqrt(std::max(0.0, Square - 2 * mean * Product + mean * mean * Weight)) / Count;
+    double Value() const { return Sum / Count; }
+    /// By how much noise moves the sum as it moves the ends of the windows: 0.45 of what their own
+    /// scatter makes it unsure by, as simulated fleets show.
+    double Unsure() const {
+        const double mean = Value();
+        return 0.45 * std::sqrt(std::max(0.0, Square - 2 * mean * Product + mean * mean * Weight));
     }
 };
 
@@ -45,12 +48,25 @@ struct Seconds {
     WindowMean Speed;         // metres a second
     WindowMean Ratio;         // of the speed to its target, where that is known
     double PlaceSigma = 0.0;  // sum, metres
+    double OwnSquares = 0.0;  // metres, where velocities are the receiver's own
     int Windows = 0;          // stretches that they lie in
 
-    /// Seconds lost, where so many metres were sailed, or made good, against a pace in metres a second.
-    LostSeconds LostAt(double pace, double metres) const {
-        if (Count == 0) return {};
-        return {Count - metres / pace, PlaceSigma / Count * std::sqrt(2.0 * Windows) / pace};
+    /// Standard deviation of the metres sailed in all. Velocities of positions add up to the way between
+    /// the ends of each stretch, each end with 8/15 of the variance of a place (slopes of parabolas over R
+    /// seconds, summed, weigh a place by R^2 - s^2); the receiver's own are each for themselves.
+    double MetresSigma() const {
+        return OwnSquares > 0 ? std::sqrt(OwnSquares) : EndSigma() * std::sqrt(2.0 * Windows);
+    }
+    /// Share of the pace by which noise moves it as it moves the windows.
+    double Unsure() const {
+        const WindowMean& told = Ratio.Count >= LeastFree ? Ratio : Speed;
+        return told.Unsure() / told.Sum;
+    }
+    double EndSigma() const { return PlaceSigma / std::max(Count, 1.0) * std::sqrt(8.0 / 15); }
+
+    void CloseWindows() {
+        Speed.CloseWindow();
+        Ratio.CloseWindow();
     }
 };
 
@@ -62,13 +78,6 @@ struct LegPace {
     double Free = 0.0;  // what the leg would have taken at the pace of free sailing
     Seconds Sailed;     // freely
 };
-
-LostSeconds operator+(LostSeconds a, LostSeconds b) {
-    return {a.Seconds + b.Seconds, std::hypot(a.Sigma, b.Sigma)};
-}
-LostSeconds operator-(LostSeconds a, LostSeconds b) {
-    return {a.Seconds - b.Seconds, std::hypot(a.Sigma, b.Sigma)};
-}
 
 /// The fleet's speeds by band and angle, looked up.
 class Targets {
@@ -145,12 +154,17 @@ class LegSailor {
         for (const Manoeuvre* turn : lost_)
             pace.Turns = pace.Turns + LostSeconds{turn->LossSeconds.value_or(0), turn->LossSecondsSigma};
         // Where it heads at a mark is a matter of distance.
-        pace.Rest = other.LostAt(pace.Sailed.Speed.Mean(), other.Speed.Sum);
+        const WindowMean& speed = pace.Sailed.Speed;
+        const double atPace = other.Speed.Sum / speed.Value();
+        pace.Rest = {other.Count - atPace,
+                     std::hypot(other.MetresSigma() / speed.Value(), atPace * pace.Sailed.Unsure())};
         if (leg_ == 1) {
-            const auto behind = Behind(crossing);
+            const double begin = std::ceil(crossing);  // of the seconds that are summed
+            const auto behind = Behind(begin);
             if (!behind) return pace;
-            const double sigma = from_.Start.Boats[boat_].CrossingSigma;
-            pace.Start = LostSeconds{crossing + *behind / good, sigma} + start.LostAt(good, start.Good);
+            // An error of the crossing's place is made good behind it.
+            const double sigma = std::hypot(start.EndSigma() / good, StartWindow * PaceUnsure);
+            pace.Start = {begin + start.Count + (*behind - start.Good) / good, sigma};
         }
         pace.Free = whole - pace.Start.Seconds - pace.Turns.Seconds - pace.Rest.Seconds;
         pace.Known = pace.Free > 0;
@@ -160,12 +174,12 @@ class LegSailor {
   private:
     double LostWindows() const { return static_cast<double>(lost_.size()) * (BeforeTurn + BehindTurn); }
 
-    /// Metres that the boat is to leeward of the middle of the line when it crosses it.
-    std::optional<double> Behind(double crossing) const {
-        const auto now = from_.Motion.Boats[boat_].At(crossing);
+    /// Metres that the boat is to leeward of the middle of the line at a moment.
+    std::optional<double> Behind(double t) const {
+        const auto now = from_.Motion.Boats[boat_].At(t);
         const CourseLeg& leg = from_.Legs[leg_];
         if (!now) return {};
-        return (leg.From - now->At).Along(leg.LadderAxis(from_.Wind.Upwind(crossing)));
+        return (leg.From - now->At).Along(leg.LadderAxis(from_.Wind.Upwind(t)));
     }
 
     Kind KindOf(double t) const {
@@ -176,16 +190,11 @@ class LegSailor {
         return next != steady_.begin() && (next - 1)->second > t ? Kind::Free : Kind::Other;
     }
 
-    static void CloseWindows(Seconds& free) {
-        free.Speed.CloseWindow();
-        free.Ratio.CloseWindow();
-    }
-
     void SumSeconds(Seconds& free, Seconds& start, Seconds& other) const {
         Kind last = Kind::Turn;
         for (double t = std::ceil(begin_); t < end_; ++t) {
             const Kind kind = KindOf(t);
-            if (kind != last) CloseWindows(free);
+            if (kind != last) free.CloseWindows();
             if (kind != Kind::Turn) {
                 Seconds& sums = kind == Kind::Free ? free : kind == Kind::Start ? start : other;
                 sums.Windows += kind != last;
@@ -193,7 +202,7 @@ class LegSailor {
             }
             last = kind;
         }
-        CloseWindows(free);
+        free.CloseWindows();
     }
 
     void Add(double t, bool targeted, Seconds& sums) const {
@@ -203,6 +212,8 @@ class LegSailor {
         ++sums.Count;
         sums.Good += now->Velocity.Along(from_.Legs[leg_].LadderAxis(upwind));
         sums.PlaceSigma += now->PlaceSigma;
+        if (from_.Motion.Boats[boat_].Source() == VelocitySource::Receiver)
+            sums.OwnSquares += now->VelocitySigma * now->VelocitySigma;
         const double speed = now->Speed();
         sums.Speed.Add(speed);
         if (!targeted || !upwind) return;
@@ -243,14 +254,19 @@ LegLoss LossTo(const LegPace& best, const LegPace& own, bool byPolar) {
     if (!own.Known || !best.Known) return loss;
     loss.IsSplit = true;
     if (&own == &best) return loss;  // nothing, for sure
-    const WindowMean& share = byPolar ? own.Sailed.Ratio : own.Sailed.Speed;
-    const WindowMean& bestShare = byPolar ? best.Sailed.Ratio : best.Sailed.Speed;
-    const double p = share.Mean(), q = p * own.Free;
-    const double bestP = bestShare.Mean(), bestQ = bestP * best.Free;
-    const double unsure = std::hypot(share.Sigma() / (p * p), bestShare.Sigma() / (bestP * bestP));
+    const auto share = [byPolar](const LegPace& pace) -> const WindowMean& {
+        return byPolar ? pace.Sailed.Ratio : pace.Sailed.Speed;
+    };
+    const auto unsure = [&share](const LegPace& pace) {
+        return std::hypot(pace.Sailed.MetresSigma() / pace.Sailed.Speed.Sum,
+                          share(pace).Unsure() / share(pace).Sum);
+    };
+    const double p = share(own).Value(), q = p * own.Free;
+    const double bestP = share(best).Value(), bestQ = bestP * best.Free;
     loss.Start = own.Start - best.Start;
     loss.Turns = own.Turns - best.Turns;
-    loss.Speed = {(1 / p - 1 / bestP) * (q + bestQ) / 2, unsure * (q + bestQ) / 2};
+    loss.Speed = {(1 / p - 1 / bestP) * (q + bestQ) / 2,
+                  std::hypot(unsure(own) / p, unsure(best) / bestP) * (q + bestQ) / 2};
     loss.Distance = {(q - bestQ) * (1 / p + 1 / bestP) / 2,
                      std::hypot(loss.Speed.Sigma, loss.Start.Sigma, loss.Turns.Sigma)};
     loss.Rest = own.Rest - best.Rest;

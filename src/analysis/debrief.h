@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cmath>
 #include <optional>
 #include <vector>
 
@@ -18,6 +19,14 @@ struct LostSeconds {
     double Seconds = 0.0;
     double Sigma = 0.0;
 };
+
+/// The sum of two losses that are unsure each for itself.
+inline LostSeconds operator+(LostSeconds a, LostSeconds b) {
+    return {a.Seconds + b.Seconds, std::hypot(a.Sigma, b.Sigma)};
+}
+inline LostSeconds operator-(LostSeconds a, LostSeconds b) {
+    return {a.Seconds - b.Seconds, std::hypot(a.Sigma, b.Sigma)};
+}
 
 /// Where a boat lost its time on a leg to the leg's best boat; negative where it gained.
 struct LegLoss {

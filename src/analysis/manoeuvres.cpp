@@ -137,6 +137,8 @@ class Judge {
         const WindAngle angleBefore(*wind, *before), angleAfter(*wind, *after);
         manoeuvre.From = angleBefore.Degrees;
         manoeuvre.To = angleAfter.Degrees;
+        manoeuvre.FromSigma = angleBefore.Sigma;
+        manoeuvre.ToSigma = angleAfter.Sigma;
         const auto kind = HoldsPass(passes_, turn.Start - MarkWithin, turn.End + MarkWithin)
                               ? ManoeuvreKind::Rounding
                               : KindOf(turn, angleBefore, angleAfter);
@@ -145,19 +147,33 @@ class Judge {
         manoeuvre.Time = turn.Middle;
         manoeuvre.Duration = turn.End - turn.Start;
         manoeuvre.Rate = std::abs(turn.Degrees) / std::max(manoeuvre.Duration, 1.0);
-        TakeSpeeds(turn, before->Velocity, after->Velocity, manoeuvre);
+        // Courses that are smoothed over so many seconds to either side turn earlier and for longer; by so
+        // much on simulated fleets.
+        manoeuvre.TimeSigma = std::hypot(0.3, motion_.Reach() / 5);
+        manoeuvre.DurationSigma = std::hypot(0.55, 0.55 * motion_.Reach());
+        manoeuvre.RateSigma = manoeuvre.Rate * manoeuvre.DurationSigma /
+                              std::max(manoeuvre.Duration - manoeuvre.DurationSigma, 1.0);
+        TakeSpeeds(turn, *before, *after, manoeuvre);
         TakeLossOrReason(number, manoeuvre);
         return manoeuvre;
     }
 
   private:
-    void TakeSpeeds(const CourseTurn& turn, Way before, Way after, Manoeuvre& manoeuvre) const {
-        double least = std::min(before.Length(), after.Length());
+    void TakeSpeeds(const CourseTurn& turn, const Stretch& before, const Stretch& after,
+                    Manoeuvre& manoeuvre) const {
+        double least = before.Velocity.Length(), sigma = before.VelocitySigma;
+        const auto take = [&](double speed, double speedSigma) {
+            if (speed < least) least = speed, sigma = speedSigma;
+        };
+        take(after.Velocity.Length(), after.VelocitySigma);
         for (double t = turn.Start - NearEdge; t <= turn.End + NearEdge; t += 0.5)
-            if (const auto now = motion_.At(t)) least = std::min(least, now->Velocity.Length());
-        manoeuvre.SpeedBefore = before.Length() / KnotMetres;
+            if (const auto now = motion_.At(t)) take(now->Speed(), now->VelocitySigma);
+        manoeuvre.SpeedBefore = before.Velocity.Length() / KnotMetres;
+        manoeuvre.SpeedBeforeSigma = before.VelocitySigma / KnotMetres;
         manoeuvre.SpeedLeast = least / KnotMetres;
-        manoeuvre.SpeedAfter = after.Length() / KnotMetres;
+        manoeuvre.SpeedLeastSigma = sigma / KnotMetres;
+        manoeuvre.SpeedAfter = after.Velocity.Length() / KnotMetres;
+        manoeuvre.SpeedAfterSigma = after.VelocitySigma / KnotMetres;
     }
 
     void TakeLossOrReason(std::size_t number, Manoeuvre& manoeuvre) const {
@@ -166,6 +182,8 @@ class Judge {
         const auto windBefore = wind_.From(t + Begin - Window / 2);
         const auto windAfter = wind_.From(t + End + Window / 2);
         if (windBefore && windAfter) manoeuvre.Shift = TurnBetween(*windBefore, *windAfter);
+        manoeuvre.ShiftSigma =
+            std::hypot(wind_.FromSigma(t + Begin - Window / 2), wind_.FromSigma(t + End + Window / 2));
         const auto refuse = [&](NoLoss why) { manoeuvre.Why = why; };
         if (manoeuvre.Kind != ManoeuvreKind::Tack && manoeuvre.Kind != ManoeuvreKind::Gybe)
             return refuse(NoLoss::Kind);

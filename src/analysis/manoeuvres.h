@@ -33,17 +33,22 @@ enum class NoLoss {
 /// (starboard tack).
 struct Manoeuvre {
     ManoeuvreKind Kind = ManoeuvreKind::Tack;
-    double Time = 0.0;                                             ///< its middle, seconds from the start
-    double Duration = 0.0;                                         ///< seconds
-    double From = 0.0;                                             ///< angle off the wind before it
-    double To = 0.0;                                               ///< and behind it
-    double Rate = 0.0;                                             ///< mean degrees a second
+    double Time = 0.0;      ///< its middle, seconds from the start
+    double Duration = 0.0;  ///< seconds
+    double TimeSigma = 0.0, DurationSigma = 0.0;
+    double From = 0.0;                      ///< angle off the wind before it
+    double To = 0.0;                        ///< and behind it
+    double FromSigma = 0.0, ToSigma = 0.0;  ///< beside that of the wind
+    double Rate = 0.0;                      ///< mean degrees a second
+    double RateSigma = 0.0;
     double SpeedBefore = 0.0, SpeedLeast = 0.0, SpeedAfter = 0.0;  ///< knots
+    double SpeedBeforeSigma = 0.0, SpeedLeastSigma = 0.0, SpeedAfterSigma = 0.0;
     std::optional<double> LossMetres;   ///< to windward, of a gybe to leeward, against sailing on
     std::optional<double> LossSeconds;  ///< the same at the velocity made good of before and behind
     double LossSigma = 0.0;             ///< metres; of no meaning without a loss
     double LossSecondsSigma = 0.0;
     double Shift = 0.0;  ///< degrees by which the wind shifts between the windows
+    double ShiftSigma = 0.0;
     NoLoss Why = NoLoss::None;
 };
 

@@ -30,4 +30,8 @@ double MedianSigma(double scatter, std::size_t count) {
     return scatter * std::sqrt(std::numbers::pi / 2 / static_cast<double>(count));
 }
 
+double BestTenthSigma(double scatter, std::size_t count) {
+    return 1.71 * scatter / std::sqrt(static_cast<double>(count));
+}
+
 }  // namespace keelview

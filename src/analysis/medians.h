@@ -18,4 +18,8 @@ double ScatterAbout(double middle, const std::vector<double>& values);
 /// their mean.
 double MedianSigma(double scatter, std::size_t count);
 
+/// Likewise of the value that nine tenths lie below: sqrt(0.9 * 0.1) over the density of the normal
+/// distribution there, 1.71 times that of the mean.
+double BestTenthSigma(double scatter, std::size_t count);
+
 }  // namespace keelview

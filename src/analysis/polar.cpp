@@ -73,6 +73,7 @@ PolarCell CellOf(const Stretches& sailed) {
     cell.Median = MedianOf(speeds);
     const double scatter = ScatterAbout(*cell.Median, speeds);
     cell.Sigma = MedianSigma(scatter, speeds.size());
+    cell.BestTenthSigma = BestTenthSigma(scatter, speeds.size());
     const double own = scatter > 0 ? std::max(0.0, 1 - noise / (scatter * scatter)) : 0.0;
     cell.BestTenth = *cell.Median + (QuantileOf(speeds, 0.9) - *cell.Median) * std::sqrt(own);
     return cell;
@@ -88,31 +89,53 @@ std::optional<PolarPoint> SailedBetween(const Stretches& sailed, double from, do
         good.push_back(one.Knots * std::abs(std::cos(one.Angle * DegToRad)));
     }
     if (angles.size() < FewestStretches) return {};
-    const double angle = MedianOf(angles);
-    return PolarPoint{angle, MedianOf(speeds), MedianOf(good),
-                      MedianSigma(ScatterAbout(angle, angles), angles.size())};
+    const auto sigma = [](double middle, const std::vector<double>& values) {
+        return MedianSigma(ScatterAbout(middle, values), values.size());
+    };
+    PolarPoint point{.Angle = MedianOf(angles), .Speed = MedianOf(speeds), .Vmg = MedianOf(good)};
+    point.Sigma = sigma(point.Angle, angles);
+    point.SpeedSigma = sigma(point.Speed, speeds);
+    point.VmgSigma = sigma(point.Vmg, good);
+    return point;
 }
+
+/// Parabolas through a curve's medians between two angles, counted from one of them.
+struct CurveFit {
+    ParabolaSums<double> Good, Speed;
+    double Least, Most;                         // angles
+    double GoodVariance = 0.0, Variance = 0.0;  // of one stretch
+
+    CurveFit(const PolarCurve& curve, double from, double to, double about) : Least(to), Most(from) {
+        for (const PolarCell& cell : curve.Cells) {
+            if (!cell.Median || cell.Angle < from || cell.Angle >= to) continue;
+            const double cosine = std::abs(std::cos(cell.Angle * DegToRad));
+            Good.Add(cell.Angle - about, *cell.Median * cosine, cell.Stretches);
+            Speed.Add(cell.Angle - about, *cell.Median, cell.Stretches);
+            const double variance = cell.Sigma * cell.Sigma * cell.Stretches;
+            GoodVariance = std::max(GoodVariance, variance * cosine * cosine);
+            Variance = std::max(Variance, variance);
+            Least = std::min(Least, cell.Angle), Most = std::max(Most, cell.Angle);
+        }
+    }
+};
 
 /// Where a curve makes the most good between two angles.
 std::optional<PolarPoint> TargetBetween(const PolarCurve& curve, double from, double to) {
-    ParabolaSums<double> good, speed;
-    double least = to, most = from, variance = 0.0;
     const double about = (from + to) / 2;
-    for (const PolarCell& cell : curve.Cells) {
-        if (!cell.Median || cell.Angle < from || cell.Angle >= to) continue;
-        const double cosine = std::abs(std::cos(cell.Angle * DegToRad));
-        good.Add(cell.Angle - about, *cell.Median * cosine, cell.Stretches);
-        speed.Add(cell.Angle - about, *cell.Median, cell.Stretches);
-        variance = std::max(variance, std::pow(cell.Sigma * cosine, 2) * cell.Stretches);
-        least = std::min(least, cell.Angle), most = std::max(most, cell.Angle);
-    }
-    const auto fit = good.Solve(3), speeds = speed.Solve(3);
-    if (!fit || !speeds || most - least < LeastSpread || !(fit->Bend < 0)) return {};
-    const double best = -fit->Slope / (2 * fit->Bend);
-    if (about + best < least || about + best > most) return {};
-    return PolarPoint{about + best, speeds->Place + best * (speeds->Slope + best * speeds->Bend),
-                      fit->Place + best * (fit->Slope + best * fit->Bend),
-                      std::sqrt(variance * fit->SlopeShare) / (2 * -fit->Bend)};
+    const CurveFit wide(curve, from, to, about);
+    const auto fit = wide.Good.Solve(3);
+    if (!fit || wide.Most - wide.Least < LeastSpread || !(fit->Bend < 0)) return {};
+    const double best = about - fit->Slope / (2 * fit->Bend);
+    if (best < wide.Least || best > wide.Most) return {};
+    const CurveFit there(curve, from, to, best);
+    const auto good = there.Good.Solve(3), speed = there.Speed.Solve(3);
+    if (!good || !speed) return {};
+    return PolarPoint{.Angle = best,
+                      .Speed = speed->Place,
+                      .Vmg = good->Place,
+                      .Sigma = std::sqrt(there.GoodVariance * good->SlopeShare) / (2 * -good->Bend),
+                      .SpeedSigma = std::sqrt(there.Variance * speed->PlaceShare),
+                      .VmgSigma = std::sqrt(there.GoodVariance * good->PlaceShare)};
 }
 
 PolarCurve CurveOf(const Stretches& sailed) {

@@ -19,15 +19,17 @@ struct PolarCell {
     /// Knots; nothing where too few stretches tell it. The best tenth is the speed that a tenth of the
     /// stretches reaches, less what the noise of the tracks adds to it.
     std::optional<double> Median, BestTenth;
-    double Sigma = 0.0;  ///< knots, of the median
+    double Sigma = 0.0;           ///< knots, of the median
+    double BestTenthSigma = 0.0;  ///< knots
 };
 
 /// How something was sailed, or is best sailed.
 struct PolarPoint {
-    double Angle = 0.0;  ///< degrees off the wind
-    double Speed = 0.0;  ///< knots
-    double Vmg = 0.0;    ///< knots, to windward or to leeward
-    double Sigma = 0.0;  ///< of the angle, degrees
+    double Angle = 0.0;                       ///< degrees off the wind
+    double Speed = 0.0;                       ///< knots
+    double Vmg = 0.0;                         ///< knots, to windward or to leeward
+    double Sigma = 0.0;                       ///< of the angle, degrees
+    double SpeedSigma = 0.0, VmgSigma = 0.0;  ///< knots
 };
 
 inline constexpr int PolarCells = 36;

@@ -45,6 +45,10 @@ std::optional<double> RaceWind::From(double t) const {
     return knowledge_ == WindKnowledge::None ? std::nullopt : std::optional(KnownFrom(t));
 }
 
+double RaceWind::FromSigma(double t) const {
+    return knowledge_ == WindKnowledge::Estimated ? EstimatedWindSigmaAt(estimate_, t) : 0.0;
+}
+
 /// Where something is known.
 double RaceWind::KnownFrom(double t) const {
     return knowledge_ == WindKnowledge::Estimated ? EstimatedWindAt(estimate_, t)

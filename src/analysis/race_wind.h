@@ -32,6 +32,9 @@ class RaceWind {
     /// Where it comes from, degrees true; nothing where nothing is known.
     std::optional<double> From(double t) const;
 
+    /// The standard deviation of that, degrees, where it is estimated; else 0.
+    double FromSigma(double t) const;
+
     /// The way of length 1 to where it comes from. Whole seconds are kept, and come at a fraction of the
     /// cost.
     std::optional<Way> Upwind(double t) const;

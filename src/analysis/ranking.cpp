@@ -178,7 +178,6 @@ double CourseProgress::ToGoSigma(int boat, double t) const {
     return known ? sigmas[static_cast<std::size_t>(t)] : 0.0;
 }
 
-/// That of a boat behind another one.
 double CourseProgress::GapSecondsSigma(int boat, int other, double t) const {
     const auto toGo = ToGo(boat, t);
     const auto then = toGo ? TimeAt(other, *toGo) : std::nullopt;

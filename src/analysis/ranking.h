@@ -44,6 +44,9 @@ class CourseProgress {
     /// either does not tell it.
     std::optional<double> GapSeconds(int boat, int other, double t) const;
 
+    /// Standard deviation of that; 0 where it is not known.
+    double GapSecondsSigma(int boat, int other, double t) const;
+
     int Boats() const { return curves_.Count(); }
     /// The last second that any boat's distances are known for; -1 without any.
     double Last() const;
@@ -66,7 +69,6 @@ class CourseProgress {
         std::optional<int> Finish;
     };
     double Until(int boat, double t) const;
-    double GapSecondsSigma(int boat, int other, double t) const;
     struct Standing {
         int Boat = 0;
         double ToGo = 0.0;

@@ -51,9 +51,11 @@ StartLine DescribeLine(const LineGeometry& line, const RaceWind& wind) {
     told.Length = line.Length;
     told.Bearing = line.Along.Bearing();
     if (const auto from = wind.From(0)) {
-        const double sine = Towards(*from).Along(line.Along);
-        told.BiasDegrees = std::asin(std::clamp(sine, -1.0, 1.0)) / DegToRad;
+        const double sine = std::clamp(Towards(*from).Along(line.Along), -1.0, 1.0);
+        told.BiasDegrees = std::asin(sine) / DegToRad;
+        told.BiasSigma = wind.FromSigma(0);
         told.Advantage = std::abs(line.Length * sine);
+        told.AdvantageSigma = line.Length * std::sqrt(1 - sine * sine) * told.BiasSigma * DegToRad;
         told.FavouredEnd = sine >= 0 ? 2 : 1;
     }
     return told;
@@ -72,6 +74,7 @@ class Starter {
         double Along = 0.0;     // metres a second along the line
         double Speed = 0.0;     // metres a second
         double Sigma = 0.0;     // metres
+        double SpeedSigma = 0.0;
     };
     std::optional<Sight> At(double t) const {
         const auto now = motion_.At(t);
@@ -83,23 +86,27 @@ class Starter {
                      bow.Along(line_.Along) / line_.Length,
                      now->Velocity.Along(line_.Course),
                      now->Velocity.Along(line_.Along),
-                     speed,
-                     now->PlaceSigma};
+                     now->Speed(),
+                     now->PlaceSigma,
+                     now->VelocitySigma};
     }
 
     BoatStart Tell() const {
         BoatStart start;
-        const auto distance = [&](double t) {
+        const auto tell = [&](double t, std::optional<double>& distance, double& sigma) {
             const auto sight = At(t);
-            return sight ? std::optional(sight->Distance) : std::nullopt;
+            if (!sight) return;
+            distance = sight->Distance;
+            sigma = sight->Sigma;
         };
-        start.AtMinus5 = distance(-5);
-        start.AtMinus10 = distance(-10);
+        tell(-5, start.AtMinus5, start.Minus5Sigma);
+        tell(-10, start.AtMinus10, start.Minus10Sigma);
         const auto gun = At(0);
         if (gun) {
             start.AtGun = gun->Distance;
             start.DistanceSigma = gun->Sigma;
             start.SpeedAtGun = gun->Speed / KnotMetres;
+            start.SpeedAtGunSigma = gun->SpeedSigma / KnotMetres;
             start.Over = gun->Distance > 0 && gun->Place >= 0 && gun->Place <= 1;
         }
         if (start.Over == true) start.Returned = FindWay(false, 0, StartTo);
@@ -116,6 +123,7 @@ class Starter {
         if (!sight) return;
         start.Place = sight->Place;
         start.SpeedAtCrossing = sight->Speed / KnotMetres;
+        start.SpeedAtCrossingSigma = sight->SpeedSigma / KnotMetres;
         start.CrossingSigma = sight->Sigma / std::max(sight->Closing, KnotMetres / 10);
         // It goes on along the line while the moment is unsure.
         start.PlaceSigma = std::hypot(sight->Sigma, sight->Along * start.CrossingSigma) / line_.Length;

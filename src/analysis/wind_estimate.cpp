@@ -214,4 +214,34 @@ double EstimatedWindAt(const WindEstimate& estimate, double t) {
     return WrapDirection(before->Direction + TurnBetween(before->Direction, next->Direction) * f);
 }
 
+namespace {
+
+/// Mean square of the change of direction in some seconds, degrees.
+double ChangeWithin(const std::vector<WindEstimateSample>& samples, double seconds) {
+    double squares = 0.0;
+    int count = 0;
+    auto late = samples.begin();
+    for (const WindEstimateSample& early : samples) {
+        while (late != samples.end() && late->Time < early.Time + seconds) ++late;
+        if (late == samples.end()) break;
+        squares += std::pow(TurnBetween(early.Direction, late->Direction), 2);
+        ++count;
+    }
+    return count > 0 ? squares / count : 0.0;
+}
+
+}  // namespace
+
+double EstimatedWindSigmaAt(const WindEstimate& estimate, double t) {
+    const auto& samples = estimate.Samples;
+    const auto next = std::ranges::upper_bound(samples, t, {}, &WindEstimateSample::Time);
+    const auto grown = [&](const WindEstimateSample& nearest) {
+        const double change = ChangeWithin(samples, std::abs(t - nearest.Time));
+        return std::hypot(nearest.Sigma, std::sqrt(change));
+    };
+    if (next == samples.begin()) return grown(samples.front());
+    if (next == samples.end()) return grown(samples.back());
+    return std::max((next - 1)->Sigma, next->Sigma);
+}
+
 }  // namespace keelview

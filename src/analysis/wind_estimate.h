@@ -54,4 +54,8 @@ WindEstimate EstimateWind(const FleetMotion& fleet, const FleetTurns& turns, con
 /// estimate must have samples.
 double EstimatedWindAt(const WindEstimate& estimate, double t);
 
+/// Its standard deviation there, degrees: the larger one of the two samples; beyond them grown by what the
+/// wind changes on the mean of the race in such a time (structure function of the samples).
+double EstimatedWindSigmaAt(const WindEstimate& estimate, double t);
+
 }  // namespace keelview

@@ -38,8 +38,8 @@ SideTable OrderTable(const SideView& view, double t) {
     table.Columns = {{"", "000", false},
                      {view.Say({"Boat", "艇"}), "", true},
                      {view.Say({"Gap", "差"}), "-0:00:00", false},
-                     {"m", "00000", false},
-                     {"VMG", "-00.0", false}};
+                     {"m", view.Tell(10000, 1, 0), false},
+                     {"VMG", view.Tell(-10, 0.1, 1), false}};
     table.NameColumn = 1;
     if (view.Wide) {
         table.Columns.push_back({"VMC", "-00.0", false});
@@ -56,8 +56,9 @@ SideTable OrderTable(const SideView& view, double t) {
         };
         SideTable::Row row{.To = {.Boat = place.Boat, .Time = {}}, .Cells = {}};
         row.Cells = {std::to_string(++rank), view.NameOf(place.Boat),
-                     place.GapSeconds ? RaceClockText(*place.GapSeconds) : "", Fixed(place.GapMetres, 0),
-                     made ? Fixed(made->Vmg, 1) : ""};
+                     place.GapSeconds ? RaceClockText(*place.GapSeconds) : "",
+                     view.Tell(place.GapMetres, place.GapMetresSigma, 0),
+                     made ? view.Tell(made->Vmg, made->Sigma, 1) : ""};
         if (view.Wide) {
             row.Cells.push_back(Fixed(of(&MadeGoodNow::Vmc), 1));
             row.Cells.push_back(Fixed(of(&MadeGoodNow::Speed), 1));
@@ -149,8 +150,12 @@ SideTable MadeGoodTable(const SideView& view, double t) {
     table.Title = view.Say({"Made good: ", "区間の成果: "}) + answers.Race.CourseOrder[leg] + " > " +
                   answers.Race.CourseOrder[leg + 1];
     table.Columns = {{view.Say({"Boat", "艇"}), "", true},
-                     {"VMG", "-00.0", false},
-                     {"VMC", "-00.0", false},
+                     {"VMG",
+                      view.Wide ? "-0.00 \xC2\xB1"
+                                  "0.00"
+                                : "-00.0",
+                      false},
+                     {"VMC", view.Wide ? "-0.00" : "-00.0", false},
                      {"VMG/v", "000%", false},
                      {view.Say({"port", "ポート"}), "000%", false}};
     if (view.Wide) {
@@ -167,11 +172,15 @@ SideTable MadeGoodTable(const SideView& view, double t) {
         const auto& made = answers.MadeGood[boat][leg];
         SideTable::Row row{.To = {.Boat = boat, .Time = {}}, .Cells = {view.NameOf(boat)}};
         if (made) {
-            row.Cells.insert(row.Cells.end(), {Fixed(made->Vmg, 1), Fixed(made->Vmc, 1),
-                                               percent(made->Efficiency), percent(made->PortShare)});
+            const int decimals = view.Wide ? 2 : 1;
+            row.Cells.insert(row.Cells.end(),
+                             {view.Tell(made->Vmg, made->Sigma, decimals), Fixed(made->Vmc, decimals),
+                              percent(made->Efficiency), percent(made->PortShare)});
             if (view.Wide)
-                row.Cells.insert(row.Cells.end(), {Fixed(made->Speed, 1), Fixed(made->Sailed, 0),
-                                                   Fixed(made->Straight, 0), Fixed(made->Overstood, 0)});
+                row.Cells.insert(
+                    row.Cells.end(),
+                    {Fixed(made->Speed, 2), WithSigma(made->Sailed, made->SailedSigma, 0),
+                     Fixed(made->Straight, 0), WithSigma(made->Overstood, made->OverstoodSigma, 0)});
         }
         table.Rows.push_back(std::move(row));
     }

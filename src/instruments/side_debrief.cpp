@@ -31,9 +31,13 @@ std::string LegName(const SideView& view, int leg) {
     return course[leg] + " > " + course[leg + 1];
 }
 
-SideTable::Row PartsRow(const std::string& name, const SideTarget& to, const LegLoss& loss) {
+SideTable::Row PartsRow(const SideView& view, const std::string& name, const SideTarget& to,
+                        const LegLoss& loss) {
     SideTable::Row row{.To = to, .Cells = {name, std::to_string(loss.Loss)}};
-    for (const Part& part : Parts) row.Cells.push_back(Fixed((loss.*part.Lost).Seconds, 0));
+    for (const Part& part : Parts) {
+        const LostSeconds& lost = loss.*part.Lost;
+        row.Cells.push_back(loss.IsSplit ? view.Tell(lost.Seconds, lost.Sigma, 0) : Fixed(lost.Seconds, 0));
+    }
     return row;
 }
 
@@ -58,7 +62,8 @@ std::optional<LegLoss> SumOf(const SideView& view, int boat) {
         if (loss == nullptr) continue;
         sailed = true;
         sum.Loss += loss->Loss;
-        for (const Part& part : Parts) (sum.*part.Lost).Seconds += (loss->*part.Lost).Seconds;
+        sum.IsSplit = sum.IsSplit || loss->IsSplit;
+        for (const Part& part : Parts) sum.*part.Lost = sum.*part.Lost + loss->*part.Lost;
     }
     return sailed ? std::optional(sum) : std::nullopt;
 }
@@ -75,7 +80,7 @@ SideTable FleetTable(const SideView& view) {
         if (const auto sum = SumOf(view, boat)) boats.emplace_back(boat, *sum);
     std::ranges::stable_sort(boats, {}, [](const auto& one) { return one.second.Loss; });
     for (const auto& [boat, sum] : boats)
-        table.Rows.push_back(PartsRow(view.NameOf(boat), {.Boat = boat, .Time = {}}, sum));
+        table.Rows.push_back(PartsRow(view, view.NameOf(boat), {.Boat = boat, .Time = {}}, sum));
     return table;
 }
 
@@ -90,7 +95,7 @@ SideTable BoatTable(const SideView& view, int boat) {
         if (loss == nullptr) continue;
         const auto begin = PassTime(view.Answers.Passes, boat, leg);
         SideTable::Row row =
-            PartsRow(LegName(view, leg),
+            PartsRow(view, LegName(view, leg),
                      {.Boat = boat, .Time = static_cast<double>(leg == 1 ? 0 : begin.value_or(0))}, *loss);
         row.Cells.push_back(told.BestBoat > 0 ? view.NameOf(told.BestBoat) : "");
         table.Rows.push_back(std::move(row));

@@ -168,12 +168,12 @@ SideTable StartsTable(const SideView& view) {
     for (const int boat : order) {
         const BoatStart& start = view.Answers.Start.Boats[boat];
         SideTable::Row row{.To = {.Boat = boat, .Time = start.Crossing}, .Cells = {view.NameOf(boat)}};
-        row.Cells.push_back(Fixed(start.AtGun, 1));
+        row.Cells.push_back(view.Tell(start.AtGun, start.DistanceSigma, 1));
         if (view.Wide)
             row.Cells.insert(row.Cells.end(), {Fixed(start.AtMinus5, 0), Fixed(start.AtMinus10, 0)});
         row.Cells.push_back(WithSigma(start.Crossing, start.CrossingSigma, 1));
         row.Cells.push_back(start.Place ? Fixed(*start.Place * 100, 0) + "%" : "");
-        row.Cells.push_back(Fixed(start.SpeedAtCrossing, 1));
+        row.Cells.push_back(view.Tell(start.SpeedAtCrossing, start.SpeedAtCrossingSigma, 1));
         if (view.Wide)
             row.Cells.push_back(
                 start.Rank ? rank(start.Rank) + "/" + rank(start.Rank30) + "/" + rank(start.Rank60) : "");

@@ -26,6 +26,10 @@ std::string WithSigma(const std::optional<double>& value, double sigma, int deci
     return Fixed(value, decimals) + " \xC2\xB1" + Fixed(sigma, decimals);
 }
 
+std::string SideView::Tell(const std::optional<double>& value, double sigma, int decimals) const {
+    return Wide ? WithSigma(value, sigma, decimals) : Fixed(value, decimals);
+}
+
 SideAxes TimeAxes(const SideView& view, const Bounds& place, double top, double bottom) {
     return {place, 0.0, std::max(1.0, static_cast<double>(view.Answers.Race.RaceDuration)), top, bottom};
 }

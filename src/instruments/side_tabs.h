@@ -22,6 +22,8 @@ struct SideView {
     bool LessCurrent = false;  ///< speeds through the water are wished
 
     std::string Say(const Text& text) const { return text.Str(English); }
+    /// "12.3 ±0.4" where there is room, else "12.3"; empty where there is nothing.
+    std::string Tell(const std::optional<double>& value, double sigma, int decimals) const;
     const std::string& NameOf(int boat) const { return Answers.Race.Boats[boat].BoatName; }
     int Boats() const { return Answers.Race.Boats.Count(); }
 };

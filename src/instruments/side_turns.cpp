@@ -125,7 +125,7 @@ SideTable TurnsTable(const SideView& view) {
         row.Cells.push_back(Fixed(turn.SpeedBefore, 1) + " / " + Fixed(turn.SpeedLeast, 1) + " / " +
                             Fixed(turn.SpeedAfter, 1));
         row.Cells.push_back(WithSigma(turn.LossMetres, turn.LossSigma, 1));
-        if (view.Wide) row.Cells.push_back(Fixed(turn.LossSeconds, 1));
+        if (view.Wide) row.Cells.push_back(WithSigma(turn.LossSeconds, turn.LossSecondsSigma, 1));
         row.Cells.push_back(Fixed(turn.Shift, 0) + "\xC2\xB0");
         if (view.Wide) row.Cells.push_back(WhyText(view, turn.Why));
         table.Rows.push_back(std::move(row));

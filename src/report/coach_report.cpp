@@ -72,8 +72,8 @@ void WriteLine(JsonWriter& json, const StartLine& line) {
     json.BeginObject();
     json.Member("length", line.Length);
     json.Member("bearing", line.Bearing);
-    MaybeMember(json, "bias_degrees", line.BiasDegrees);
-    MaybeMember(json, "advantage_metres", line.Advantage);
+    WithSigma(json, "bias_degrees", "bias_sigma", line.BiasDegrees, line.BiasSigma);
+    WithSigma(json, "advantage_metres", "advantage_sigma", line.Advantage, line.AdvantageSigma);
     MaybeMember(json, "favoured_end", line.FavouredEnd);
     json.EndObject();
 }
@@ -82,12 +82,13 @@ void WriteBoatStart(JsonWriter& json, int boat, const BoatStart& start) {
     json.BeginObject();
     json.Member("number", boat);
     WithSigma(json, "at_gun", "at_gun_sigma", start.AtGun, start.DistanceSigma);
-    MaybeMember(json, "at_minus_5", start.AtMinus5);
-    MaybeMember(json, "at_minus_10", start.AtMinus10);
+    WithSigma(json, "at_minus_5", "at_minus_5_sigma", start.AtMinus5, start.Minus5Sigma);
+    WithSigma(json, "at_minus_10", "at_minus_10_sigma", start.AtMinus10, start.Minus10Sigma);
     WithSigma(json, "crossing", "crossing_sigma", start.Crossing, start.CrossingSigma);
     WithSigma(json, "place", "place_sigma", start.Place, start.PlaceSigma);
-    MaybeMember(json, "speed_at_gun", start.SpeedAtGun);
-    MaybeMember(json, "speed_at_crossing", start.SpeedAtCrossing);
+    WithSigma(json, "speed_at_gun", "speed_at_gun_sigma", start.SpeedAtGun, start.SpeedAtGunSigma);
+    WithSigma(json, "speed_at_crossing", "speed_at_crossing_sigma", start.SpeedAtCrossing,
+              start.SpeedAtCrossingSigma);
     MaybeMember(json, "ocs", start.Over);
     MaybeMember(json, "returned", start.Returned);
     MaybeMember(json, "rank_gun", start.Rank);
@@ -101,17 +102,26 @@ void WriteManoeuvre(JsonWriter& json, int boat, const Manoeuvre& manoeuvre) {
     json.Member("boat", boat);
     json.Member("kind", NameOf(manoeuvre.Kind));
     json.Member("time", manoeuvre.Time);
+    json.Member("time_sigma", manoeuvre.TimeSigma);
     json.Member("from", manoeuvre.From);
+    json.Member("from_sigma", manoeuvre.FromSigma);
     json.Member("to", manoeuvre.To);
+    json.Member("to_sigma", manoeuvre.ToSigma);
     json.Member("duration", manoeuvre.Duration);
+    json.Member("duration_sigma", manoeuvre.DurationSigma);
     json.Member("rate", manoeuvre.Rate);
+    json.Member("rate_sigma", manoeuvre.RateSigma);
     json.Member("speed_before", manoeuvre.SpeedBefore);
+    json.Member("speed_before_sigma", manoeuvre.SpeedBeforeSigma);
     json.Member("speed_min", manoeuvre.SpeedLeast);
+    json.Member("speed_min_sigma", manoeuvre.SpeedLeastSigma);
     json.Member("speed_after", manoeuvre.SpeedAfter);
+    json.Member("speed_after_sigma", manoeuvre.SpeedAfterSigma);
     WithSigma(json, "loss_metres", "loss_sigma", manoeuvre.LossMetres, manoeuvre.LossSigma);
     WithSigma(json, "loss_seconds", "loss_seconds_sigma", manoeuvre.LossSeconds,
               manoeuvre.LossSecondsSigma);
     json.Member("shift", manoeuvre.Shift);
+    json.Member("shift_sigma", manoeuvre.ShiftSigma);
     json.Key("reason");
     manoeuvre.Why == NoLoss::None ? json.Null() : json.String(NameOf(manoeuvre.Why));
     json.EndObject();
@@ -126,13 +136,14 @@ void WriteLeg(JsonWriter& json, const std::optional<LegMadeGood>& made) {
     json.Member("vmc", made->Vmc);
     json.Member("vmc_sigma", made->Sigma);
     WithSigma(json, "vmg", "vmg_sigma", made->Vmg, made->Sigma);
-    MaybeMember(json, "efficiency", made->Efficiency);
-    MaybeMember(json, "port", made->PortShare);
-    MaybeMember(json, "starboard", made->StarboardShare);
+    WithSigma(json, "efficiency", "efficiency_sigma", made->Efficiency, made->EfficiencySigma);
+    WithSigma(json, "port", "port_sigma", made->PortShare, made->ShareSigma);
+    WithSigma(json, "starboard", "starboard_sigma", made->StarboardShare, made->ShareSigma);
     json.Member("sailed", made->Sailed);
-    json.Member("sailed_sigma", made->SpeedSigma * KnotMetres * made->Seconds);
+    json.Member("sailed_sigma", made->SailedSigma);
     json.Member("straight", made->Straight);
-    WithSigma(json, "overstood", "overstood_sigma", made->Overstood, made->PlaceSigma);
+    json.Member("straight_sigma", made->StraightSigma);
+    WithSigma(json, "overstood", "overstood_sigma", made->Overstood, made->OverstoodSigma);
     json.EndObject();
 }
 
@@ -143,7 +154,9 @@ void WritePoint(JsonWriter& json, std::string_view name, const std::optional<Pol
     json.Member("angle", point->Angle);
     json.Member("angle_sigma", point->Sigma);
     json.Member("speed", point->Speed);
+    json.Member("speed_sigma", point->SpeedSigma);
     json.Member("vmg", point->Vmg);
+    json.Member("vmg_sigma", point->VmgSigma);
     json.EndObject();
 }
 
@@ -161,7 +174,7 @@ void WriteCurve(JsonWriter& json, const PolarCurve& curve) {
             json.Member("angle", cell.Angle);
             json.Member("stretches", cell.Stretches);
             WithSigma(json, "median", "median_sigma", cell.Median, cell.Sigma);
-            MaybeMember(json, "best_tenth", cell.BestTenth);
+            WithSigma(json, "best_tenth", "best_tenth_sigma", cell.BestTenth, cell.BestTenthSigma);
             json.EndObject();
         }
         from = to;
@@ -223,12 +236,14 @@ void WriteRanking(JsonWriter& json, const CoachAnswers& coach, const std::vector
 void WriteGaps(JsonWriter& json, const CoachAnswers& coach) {
     json.Key("gaps");
     json.BeginArray();
-    for (const auto& curve : coach.Gaps) {
+    for (int boat = 1; boat <= coach.Gaps.Count(); ++boat) {
         json.BeginArray();
-        for (const GapPoint& point : curve) {
+        for (const GapPoint& point : coach.Gaps[boat]) {
+            const int leader = coach.Progress.LeaderAt(point.Time).value_or(boat);
             json.BeginObject();
             json.Member("time", point.Time);
             json.Member("seconds", point.Seconds);
+            json.Member("seconds_sigma", coach.Progress.GapSecondsSigma(boat, leader, point.Time));
             json.EndObject();
         }
         json.EndArray();

@@ -5,27 +5,10 @@
 #include <tuple>
 
 #include "support/asked_fleet.h"
+#include "support/estimate_errors.h"
 
 namespace keelview {
 namespace {
-
-/// How far estimates lie off the truth.
-struct Errors {
-    double Squares = 0, Sum = 0;
-    int Count = 0, WithinTwo = 0, WithinHalf = 0;
-
-    void Add(double error, double sigma) {
-        Squares += error * error;
-        Sum += error;
-        WithinTwo += std::abs(error) <= 2 * sigma;
-        WithinHalf += std::abs(error) <= sigma / 2;
-        ++Count;
-    }
-    double Rms() const { return std::sqrt(Squares / Count); }
-    double Mean() const { return Sum / Count; }
-    /// Sigmas are as large as the errors: most lie within two of them, and not too many within half of one.
-    bool SigmasHold() const { return WithinTwo >= 0.9 * Count && WithinHalf <= 0.6 * Count; }
-};
 
 /// A fleet and all that is worked out of it.
 struct Judged {
@@ -389,44 +372,6 @@ TEST(CoachNumbers, APlantedFaultHasItsLossInItsPartOfTheDebrief) {
         }
         EXPECT_GT(lost, 4 * 15);
         EXPECT_GT(inPart, 0.9 * lost) << static_cast<int>(fault);
-    }
-}
-
-TEST(CoachNumbers, TheNoiseOfTracksMovesGapsAndPartsOfLossesAsFarAsTheirSigmasSay) {
-    for (const bool own : {false, true}) {
-        Errors gaps, metres, turns, speed, distance;
-        for (unsigned seed = 1; seed <= 3; ++seed) {
-            FleetPlan plan{.Seed = seed, .Boats = 6, .Swing = 4, .Current = {0.6, -0.2}, .Last = 1700};
-            const CoachAnswers truth = AnswersOf(SimulatedFleet(plan));
-            plan.Noise = 2;
-            plan.OwnVelocity = own;
-            const CoachAnswers seen = AnswersOf(SimulatedFleet(plan));
-            for (double t = 20; t < 1600; t += 35) {
-                const auto order = seen.Progress.OrderAt(t);
-                const int leader = order.front().Boat;
-                for (const RankedBoat& boat : order) {
-                    const auto gap = truth.Progress.GapSeconds(boat.Boat, leader, t);
-                    if (boat.Boat == leader || !gap || !boat.GapSeconds || boat.ToGo == 0) continue;
-                    gaps.Add(*boat.GapSeconds - *gap, boat.GapSecondsSigma);
-                    const double apart =
-                        *truth.Progress.ToGo(boat.Boat, t) - *truth.Progress.ToGo(leader, t);
-                    metres.Add(boat.GapMetres - apart, boat.GapMetresSigma);
-                }
-            }
-            for (int leg = 1; leg <= 3; ++leg)
-                for (int boat = 1; boat <= 6; ++boat) {
-                    const auto& one = seen.Losses[leg].Boats[boat];
-                    const auto& same = truth.Losses[leg].Boats[boat];
-                    if (boat == seen.Losses[leg].BestBoat || !one || !one->IsSplit) continue;
-                    turns.Add(one->Turns.Seconds - same->Turns.Seconds, one->Turns.Sigma);
-                    speed.Add(one->Speed.Seconds - same->Speed.Seconds, one->Speed.Sigma);
-                    distance.Add(one->Distance.Seconds - same->Distance.Seconds, one->Distance.Sigma);
-                }
-        }
-        EXPECT_TRUE(gaps.SigmasHold() && metres.SigmasHold()) << own;
-        EXPECT_LT(metres.Rms(), 1.5);
-        for (const Errors& part : {turns, speed, distance})
-            EXPECT_GE(part.WithinTwo, 0.9 * part.Count) << own;
     }
 }
 
