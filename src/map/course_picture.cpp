@@ -11,6 +11,7 @@ namespace keelview {
 
 namespace {
 
+constexpr int LayLineWidth = 2;  // soft edges leave too little of a line of one pixel on a sea of mid blue
 constexpr Colour LayLineColour = Rgb(192, 192, 255);
 constexpr double LabelPoints = 9.0;
 constexpr double LineLabelPoints = 12.0;
@@ -59,11 +60,13 @@ class CourseDrawing {
         const double length = app_.area.AreaSpan / 2 * projection_.PerLatMinute();
         const double wind = app_.now.WindNow.DirectionTrue - app_.view.ScreenUpDirection;
         map_.Style = DrawStyle::Dotted;
+        map_.DrawWidth = LayLineWidth;
         for (const double offWind : {first, 180 - layAngle, 180 + layAngle}) {
             const Point end = PointBeside(from, offWind + wind, length);
             map_.Line(from.X, from.Y, end.X, end.Y, ReadableOn(app_.shown.SeaColour, LayLineColour));
         }
         map_.Style = DrawStyle::Solid;
+        map_.DrawWidth = 1;
     }
 
     void DrawDisk(const Point& at) { map_.Circle(at.X, at.Y, EntryDiskRadius, Black); }
