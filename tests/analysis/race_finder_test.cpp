@@ -3,108 +3,11 @@
 #include <gtest/gtest.h>
 
 #include <array>
-#include <cstdio>
-#include <cstdlib>
 
-#include "support/simulated_regatta.h"
+#include "support/found_and_true.h"
 
 namespace keelview {
 namespace {
-
-constexpr std::array Layouts{Layout::WindwardLeeward, Layout::Gate, Layout::Triangle, Layout::Trapezoid,
-                             Layout::Passage};
-constexpr std::array<const char*, 5> LayoutNames{"windward-leeward", "with gate", "triangle", "trapezoid",
-                                                 "passage"};
-
-RaceFinding Find(const SimulatedRegatta& regatta) {
-    return FindRaces(regatta.Boats, regatta.Scale, FinderHints());
-}
-
-/// How far the marks of a race lie from the true ones that they are nearest to, metres; the largest.
-double LargestMarkError(const SimulatedRegatta& regatta, const FoundRace& race) {
-    double largest = 0;
-    for (const Position& found : race.Marks) {
-        double nearest = 1e9;
-        for (const Way& mark : regatta.Marks)
-            nearest = std::min(nearest, (regatta.Water().To(found) - mark).Length());
-        largest = std::max(largest, nearest);
-    }
-    return largest;
-}
-
-std::string CourseText(const FoundRace& race) {
-    std::string text;
-    for (const std::string& entry : race.Course) text += (text.empty() ? "" : ", ") + entry;
-    return text;
-}
-
-/// What 100 seeds of one layout come to.
-struct Tally {
-    int Seeds = 0, Races = 0, Guns = 0, Marks = 0, Courses = 0;
-    std::vector<double> GunErrors, MarkErrors;
-};
-
-RegattaPlan PlanOf(Layout layout, unsigned seed) {
-    constexpr std::array sizes{5, 8, 12, 20, 35, 50};
-    return {.Course = layout,
-            .Seed = seed,
-            .Boats = sizes[seed % sizes.size()],
-            .Noise = 1.0 + seed % 3,
-            .Every = seed % 4 == 0 ? 3 : 1,
-            .Retire = static_cast<int>(seed % 3),
-            .OddGun = seed % 20 == 7};
-}
-
-void Count(const RegattaPlan& plan, Tally& tally, bool told) {
-    const SimulatedRegatta regatta(plan);
-    const RaceFinding finding = Find(regatta);
-    ++tally.Seeds;
-    if (finding.Races.size() != 1) {
-        if (told) {
-            std::printf("  seed %u boats %d: %zu races\n", plan.Seed, plan.Boats, finding.Races.size());
-            for (const auto& each : finding.Missing) std::printf("    %s\n", each.English.c_str());
-        }
-        return;
-    }
-    ++tally.Races;
-    const FoundRace& race = finding.Races.front();
-    const double gun = std::abs(race.Gun - regatta.Guns.front());
-    const double marks = LargestMarkError(regatta, race);
-    tally.GunErrors.push_back(gun);
-    tally.MarkErrors.push_back(marks);
-    const bool course = CourseText(race) == regatta.Course;
-    tally.Guns += gun <= 5;
-    tally.Marks += marks <= 15;
-    tally.Courses += course;
-    if (told && (gun > 5 || marks > 15 || !course))
-        std::printf(
-            "  seed %u boats %d noise %.0f every %d: gun %+d, marks %.1f, %s instead of %s (%.2f) wind "
-            "%+.0f\n",
-            plan.Seed, plan.Boats, plan.Noise, plan.Every, race.Gun - regatta.Guns.front(), marks,
-            CourseText(race).c_str(), regatta.Course.c_str(), race.Confidence,
-            std::remainder(race.Wind.value_or(0) - regatta.Wind, 360.0));
-}
-
-/// KEELVIEW_FINDER_SEEDS=100 tries so many seeds of each layout, names each miss and prints the table of
-/// docs/finder.md.
-TEST(RaceFinder, FindsGunMarksAndCourseOfEachLayout) {
-    const char* const asked = std::getenv("KEELVIEW_FINDER_SEEDS");
-    const unsigned seeds = asked ? static_cast<unsigned>(std::atoi(asked)) : 6;
-    Tally all;
-    for (std::size_t layout = 0; layout < Layouts.size(); ++layout) {
-        Tally tally;
-        for (unsigned seed = 1; seed <= seeds; ++seed)
-            Count(PlanOf(Layouts[layout], seed), tally, asked != nullptr);
-        if (asked)
-            std::printf("| %s | %d | %d | %d | %d |\n", LayoutNames[layout], tally.Races, tally.Guns,
-                        tally.Marks, tally.Courses);
-        all.Seeds += tally.Seeds, all.Guns += tally.Guns, all.Marks += tally.Marks;
-        all.Courses += tally.Courses;
-    }
-    EXPECT_GE(all.Guns, 0.95 * all.Seeds);
-    EXPECT_GE(all.Marks, 0.9 * all.Seeds);
-    EXPECT_GE(all.Courses, 0.8 * all.Seeds);
-}
 
 TEST(RaceFinder, FindsEachRaceOfADayAndTakesBuoysForMarks) {
     const SimulatedRegatta day({.Course = Layout::WindwardLeeward, .Seed = 3, .Races = 2, .Buoys = true});

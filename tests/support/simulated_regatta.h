@@ -2,17 +2,15 @@
 
 #include <algorithm>
 #include <cmath>
-#include <random>
 #include <string>
 #include <utility>
 #include <vector>
 
 #include "analysis/plane.h"
 #include "racedata/gps_track.h"
+#include "support/regatta_course.h"
 
 namespace keelview {
-
-enum class Layout { WindwardLeeward, Gate, Triangle, Trapezoid, Passage };
 
 /// What a regatta is like whose truths are to be found again.
 struct RegattaPlan {
@@ -28,6 +26,7 @@ struct RegattaPlan {
     bool Gaps = false;    ///< each track has holes of a minute
     bool Buoys = false;   ///< recorders lie at the marks
     bool Fleets = false;  ///< the second half of the boats starts five minutes later
+    bool Training = false;  ///< nobody starts: boats go round the marks by themselves, and meet between
 };
 
 /// A regatta sailed by a small simulation of its own: boats mill about behind the line, run at it as the
@@ -43,12 +42,14 @@ class SimulatedRegatta {
     double Wind = 0.0;                       ///< degrees, of the middle
     std::vector<std::vector<int>> Finishes;  ///< of each race: the boats, from 1, in their order
 
-    explicit SimulatedRegatta(const RegattaPlan& plan) : plan_(plan), engine_(plan.Seed * 7919 + 13) {
+    explicit SimulatedRegatta(const RegattaPlan& plan) : plan_(plan), dice_(plan.Seed) {
         Wind = Between(0, 360);
         phase_ = Between(0, 6);
         swing_ = Between(2, 7);
         lineLength_ = std::max(70.0, plan.Boats * 6.0);
-        LayCourse();
+        laid_ = CourseLayer(Wind, dice_).Lay(plan.Course);
+        Marks = laid_.Marks;
+        Course = laid_.Text;
         const double first = Between(240, 420);
         double gun = 60 * std::ceil(first / 60);
         if (plan.OddGun) gun += std::floor(Between(12, 49));
@@ -62,7 +63,8 @@ class SimulatedRegatta {
             SailAway(static_cast<int>(gun));
             gun += 480;
         }
-        for (int race = 0; race < plan.Races; ++race) {
+        if (plan.Training) Train(static_cast<int>(gun));
+        for (int race = 0; race < plan.Races && !plan.Training; ++race) {
             Guns.push_back(static_cast<int>(gun));
             gun = SailRace(static_cast<int>(gun));
         }
@@ -74,10 +76,6 @@ class SimulatedRegatta {
   private:
     static constexpr Position Middle{35 * 60 + 17, 139 * 60 + 29};
 
-    struct Rounding {
-        std::vector<Way> Marks;  ///< one, or the two of a gate: left and right of who comes
-        double In = 0.0, Turn = 0.0;
-    };
     struct Sailor {
         Way At;
         double Heading = 0, Speed = 0.8, Skill = 1;
@@ -93,101 +91,16 @@ class SimulatedRegatta {
         int StopAfter = 10;
         double Home = 0;
         double Widest = 300;  // metres beside the target
+        double Shore = 60;    // metres that it keeps off land
         std::vector<Way> Places;
     };
 
-    double Random() { return static_cast<double>(engine_()) / 4294967296.0; }
-    double Between(double low, double high) { return low + (high - low) * Random(); }
-    double Gauss() {
-        double sum = -6;
-        for (int i = 0; i < 12; ++i) sum += Random();
-        return sum;
-    }
+    double Random() { return dice_.Random(); }
+    double Between(double low, double high) { return dice_.Between(low, high); }
     Way Upwind(double metres, double right = 0) const {
         return Towards(Wind) * metres + Towards(Wind + 90) * right;
     }
     double WindAt(int t) const { return Wind + swing_ * std::sin(t / 170.0 + phase_); }
-
-    // The course.
-
-    void Round(std::vector<Way> marks) {
-        Rounding rounding;
-        rounding.Marks = std::move(marks);
-        roundings_.push_back(std::move(rounding));
-    }
-    Way MiddleOf(const Rounding& rounding) const {
-        return (rounding.Marks.front() + rounding.Marks.back()) * 0.5;
-    }
-    int NumberOf(Way mark) {
-        for (std::size_t i = 0; i < Marks.size(); ++i)
-            if (Marks[i] == mark) return static_cast<int>(i) + 1;
-        Marks.push_back(mark);
-        return static_cast<int>(Marks.size());
-    }
-
-    void LayCourse() {
-        const double leg = Between(550, 1000);
-        const Way top = Upwind(leg, Between(-30, 30));
-        const Way bottom = Upwind(Between(80, 140), Between(-20, 20));
-        bool startLine = false;
-        switch (plan_.Course) {
-            case Layout::WindwardLeeward:
-                for (const Way& mark : {top, bottom, top}) Round({mark});
-                startLine = true;
-                break;
-            case Layout::Gate: {
-                const double half = Between(22, 38);
-                const std::vector<Way> gate{bottom + Upwind(0, half), bottom + Upwind(0, -half)};
-                Round({top}), Round(gate), Round({top}), Round(gate);
-                finish_ = Upwind(0.75 * leg);
-                break;
-            }
-            case Layout::Triangle: {
-                const Way wing = Upwind(leg / 2, -0.55 * leg);
-                for (const Way& mark : {top, wing, bottom, top, bottom}) Round({mark});
-                finish_ = Upwind(1.15 * leg, 60);
-                break;
-            }
-            case Layout::Trapezoid: {
-                const Way wing = top + Towards(Wind - 105) * (0.7 * leg);
-                const Way low = wing + Towards(Wind + 180) * (0.8 * leg);
-                for (const Way& mark : {top, wing, low, wing, low}) Round({mark});
-                finish_ = low + Towards(Wind + 105) * 320;
-                break;
-            }
-            case Layout::Passage: {
-                Way at;
-                double course = Wind + Between(-20, 20);
-                for (int mark = 0; mark < 5; ++mark) {
-                    at = at + Towards(course) * Between(900, 1700);
-                    Round({at});
-                    const double turn = Between(45, 110);
-                    course += mark == 3 && Random() < 0.5 ? turn : -turn;
-                }
-                finish_ = at + Towards(course) * Between(500, 900);
-                break;
-            }
-        }
-        if (startLine) finish_ = {};
-        Way before;
-        Course = "L1";
-        for (std::size_t i = 0; i < roundings_.size(); ++i) {
-            Rounding& each = roundings_[i];
-            const Way here = MiddleOf(each);
-            const Way next = i + 1 < roundings_.size() ? MiddleOf(roundings_[i + 1]) : finish_;
-            each.In = (here - before).Bearing();
-            each.Turn = std::remainder((next - here).Bearing() - each.In, 360.0);
-            // Where the way leads straight back marks are left to port.
-            if (each.Turn > 150) each.Turn -= 360;
-            before = here;
-            std::string name;
-            for (const Way& mark : each.Marks)
-                name += (name.empty() ? "MK" : "/MK") + std::to_string(NumberOf(mark));
-            Course += ", " + name;
-        }
-        finishAhead_ = Towards((finish_ - before).Bearing());
-        Course += startLine ? ", L1" : ", L2";
-    }
 
     // Sailing.
 
@@ -203,10 +116,31 @@ class SimulatedRegatta {
         sailor.Speed += (speed - sailor.Speed) * 0.22;
         sailor.At = sailor.At + Towards(sailor.Heading) * sailor.Speed;
     }
-    /// Sails to a place as the wind lets it: straight, by tacks or by gybes.
+    /// The land that a boat would be on, or closer to than it likes, if it went on straight for a while.
+    const Island* LandAhead(const Sailor& sailor, double heading, double metres) const {
+        for (const Island& island : laid_.Islands) {
+            const Way off = island.At - sailor.At;
+            const double ahead = std::clamp(off.Along(Towards(heading)), 0.0, metres);
+            if (ahead > 0 && (off - Towards(heading) * ahead).Length() < island.Radius + sailor.Shore)
+                return &island;
+        }
+        return nullptr;
+    }
+    /// The heading next to another one that leads past the land ahead.
+    double PastLand(const Sailor& sailor, double heading, double metres) const {
+        const Island* const island = LandAhead(sailor, heading, metres);
+        if (!island) return heading;
+        const Way off = island->At - sailor.At;
+        const double wide = std::asin(std::min(1.0, (island->Radius + sailor.Shore) / off.Length())) / DegToRad;
+        const double left = TurnBetween(off.Bearing(), heading);
+        return off.Bearing() + (left < 0 ? -1 : 1) * (wide + 0.5);
+    }
+    /// Sails to a place as the wind and the land let it: straight, by tacks or by gybes.
     void SailTo(Sailor& sailor, Way target, int t) {
-        constexpr double up = 44, down = 152;
+        constexpr double up = 44, down = 152, lookOut = 70;
         const double wind = WindAt(t);
+        const Way straight = target - sailor.At;
+        target = sailor.At + Towards(PastLand(sailor, straight.Bearing(), straight.Length())) * straight.Length();
         const double off = std::remainder((target - sailor.At).Bearing() - wind, 360.0);
         double angle = off;
         const double limit = std::abs(off) < up ? up : down;
@@ -216,6 +150,11 @@ class SimulatedRegatta {
             if (t >= sailor.NextTack || (wide && t + 60 > sailor.NextTack)) {
                 sailor.Tack = -sailor.Tack;
                 sailor.NextTack = t + static_cast<int>(Between(50, 150));
+            }
+            if (LandAhead(sailor, wind + sailor.Tack * limit, lookOut) &&
+                !LandAhead(sailor, wind - sailor.Tack * limit, lookOut)) {
+                sailor.Tack = -sailor.Tack;
+                sailor.NextTack = t + 40;
             }
             angle = sailor.Tack * limit;
         } else {
@@ -250,7 +189,7 @@ class SimulatedRegatta {
     }
 
     Way Waypoint(Sailor& sailor) const {
-        const Rounding& rounding = roundings_[sailor.Leg];
+        const RegattaCourse::Rounding& rounding = laid_.Roundings[sailor.Leg];
         const bool gate = rounding.Marks.size() > 1;
         const Way mark = rounding.Marks[gate ? static_cast<std::size_t>(sailor.Side) : 0];
         double turn = rounding.Turn;
@@ -261,9 +200,9 @@ class SimulatedRegatta {
     }
 
     void Race(Sailor& sailor, int t) {
-        if (sailor.Leg == roundings_.size()) {
-            SailTo(sailor, finish_ + finishAhead_ * 40 + FinishSide(sailor), t);
-            const double past = (sailor.At - finish_).Along(finishAhead_);
+        if (sailor.Leg == laid_.Roundings.size()) {
+            SailTo(sailor, laid_.Finish + laid_.FinishAhead * 40 + FinishSide(sailor), t);
+            const double past = (sailor.At - laid_.Finish).Along(laid_.FinishAhead);
             if (past >= 0) sailor.Over = t;
             return;
         }
@@ -278,7 +217,7 @@ class SimulatedRegatta {
         sailor.NextTack = t + static_cast<int>(Between(30, 120));
     }
     Way FinishSide(const Sailor& sailor) const {
-        return Towards(finishAhead_.Bearing() + 90) * (40 * std::sin(sailor.Skill * 1000));
+        return Towards(laid_.FinishAhead.Bearing() + 90) * (40 * std::sin(sailor.Skill * 1000));
     }
 
     void Prepare(int race) {
@@ -295,6 +234,7 @@ class SimulatedRegatta {
             sailor.StopAfter = static_cast<int>(Between(3, 20));
             sailor.Home = Between(0, 360);
             sailor.Widest = Between(150, 420);
+            if (!laid_.Islands.empty()) sailor.Shore = Between(20, 100);
             sailor.Tack = Random() < 0.5 ? 1 : -1;
             sailor.Delay = Random() < 0.75 ? 0.5 - 2.5 * std::log(1 - Random()) : Between(4, 20);
             sailor.Quits = 1 << 30;
@@ -319,7 +259,7 @@ class SimulatedRegatta {
             }
             return;
         }
-        if (t - gun > sailor.Quits && sailor.Leg < roundings_.size()) {
+        if (t - gun > sailor.Quits && sailor.Leg < laid_.Roundings.size()) {
             sailor.Over = t;
             sailor.StopAfter = 0;
             return Move(sailor, sailor.Home, 1.5);
@@ -343,7 +283,7 @@ class SimulatedRegatta {
         }
         std::vector<std::pair<int, int>> order;
         for (std::size_t i = 0; i < sailors_.size(); ++i)
-            if (sailors_[i].Over >= 0 && sailors_[i].Leg == roundings_.size())
+            if (sailors_[i].Over >= 0 && sailors_[i].Leg == laid_.Roundings.size())
                 order.emplace_back(sailors_[i].Over, static_cast<int>(i) + 1);
         std::ranges::sort(order);
         Finishes.emplace_back();
@@ -377,6 +317,53 @@ class SimulatedRegatta {
         Return(gun + 300);
     }
 
+    // Training.
+
+    /// Drills up to the first mark and back to the coach, who lies below the last one: all go off within
+    /// the same two minutes, each when it likes, some for two rounds; then they talk.
+    void Train(int begin) {
+        const Way coach = Upwind(-60);
+        std::vector<Way> way{Marks.front(), Marks.back(), Marks.front(), Marks.back()};
+        for (int drill = 0; drill < 5; ++drill) {
+            for (Sailor& sailor : sailors_) {
+                sailor.Leg = Random() < 0.5 ? 0 : 2;
+                sailor.Delay = Between(0, 120);
+                sailor.Berth = Between(5, 15);
+                sailor.Slot = Between(-25, 25);
+            }
+            int home = 0;
+            for (const int until = begin + 1800; now_ < until && home < std::ssize(sailors_);) 
+                home = Drill(way, coach, begin);
+            begin = now_ + 150;
+            for (; now_ < begin; ++now_)
+                for (Sailor& sailor : sailors_) Wait(sailor, coach);
+        }
+    }
+    void Wait(Sailor& sailor, Way at) {
+        sailor.Places.push_back(sailor.At);
+        const Way off = at + Upwind(0, sailor.Slot) - sailor.At;
+        Move(sailor, off.Bearing(), off.Length() < 12 ? 0.3 : 1.9);
+    }
+    /// A second of a drill; how many boats are back from it.
+    int Drill(const std::vector<Way>& way, Way coach, int begin) {
+        int home = 0;
+        for (Sailor& sailor : sailors_) {
+            const bool back = sailor.Leg == way.size();
+            home += back;
+            if (back || now_ < begin + sailor.Delay) {
+                Wait(sailor, coach);
+                continue;
+            }
+            sailor.Places.push_back(sailor.At);
+            const double side = sailor.Leg % 2 == 0 ? 1 : -1;  // marks are left to port
+            const Way target = way[sailor.Leg] + Upwind(side * sailor.Berth / 2, side * sailor.Berth);
+            SailTo(sailor, target, now_);
+            if ((target - sailor.At).Length() < 4 + 1.6 * sailor.Speed) ++sailor.Leg;
+        }
+        ++now_;
+        return home;
+    }
+
     // Recording.
 
     bool IsHole(std::size_t boat, std::size_t t) const {
@@ -389,7 +376,7 @@ class SimulatedRegatta {
         for (std::size_t t = boat % static_cast<std::size_t>(plan_.Every); t < places.size();
              t += static_cast<std::size_t>(plan_.Every)) {
             if (IsHole(boat, t)) continue;
-            const Position at = water.From(places[t] + Way{Gauss(), Gauss()} * plan_.Noise);
+            const Position at = water.From(places[t] + Way{dice_.Gauss(), dice_.Gauss()} * plan_.Noise);
             track.TrackLat.Add(at.Lat);
             track.TrackLon.Add(at.Lon);
             track.TrackTime.Add(static_cast<double>(t));
@@ -404,10 +391,9 @@ class SimulatedRegatta {
     }
 
     const RegattaPlan plan_;
-    std::mt19937 engine_;
+    Dice dice_;
     double phase_ = 0, swing_ = 0, lineLength_ = 100;
-    std::vector<Rounding> roundings_;
-    Way finish_, finishAhead_;
+    RegattaCourse laid_;
     std::vector<Sailor> sailors_;
     int now_ = 0;
 };

@@ -1,0 +1,151 @@
+#include "analysis/race_draft.h"
+
+#include <algorithm>
+#include <cmath>
+
+#include "analysis/medians.h"
+#include "base/angles.h"
+
+namespace keelview {
+
+namespace {
+
+constexpr int AfterGun = 20;      // seconds in which no mark is looked for
+constexpr int LongestBeat = 900;  // seconds that the first leg's turns are taken from
+
+/// The wind as the turns of a beat tell it: the direction that most of them go through, within 60 degrees
+/// of the way of the fleet; nothing where there are too few of them.
+std::optional<double> WindOf(const SailedDay& day, const FoundStart& start) {
+    Way ahead;
+    for (const int boat : start.Boats) {
+        const WayBySecond& way = day.Ways[static_cast<std::size_t>(boat)];
+        const auto from = way.At(start.Gun + 10), to = way.At(start.Gun + 130);
+        if (from && to) ahead = ahead + (*to - *from);
+    }
+    const Way normal = start.Line.Ahead();
+    const double middle = (ahead * (1 / std::max(ahead.Length(), 1e-9)) + normal).Bearing();
+    std::vector<double> off;
+    for (const int boat : start.Boats)
+        for (const Corner& corner : day.Corners[static_cast<std::size_t>(boat)]) {
+            if (corner.Time < start.Gun + AfterGun || corner.Time > start.Gun + LongestBeat) continue;
+            const double turn = std::abs(corner.Turn);
+            const double angle = TurnBetween(middle, corner.Middle());
+            if (turn > 60 && turn < 125 && std::abs(angle) < 60) off.push_back(angle);
+        }
+    if (off.size() < std::max<std::size_t>(3, start.Boats.size() / 3)) return {};
+    double best = 0;
+    int most = 0;
+    for (double about = -55; about <= 55; about += 2.5) {
+        const auto near = static_cast<int>(
+            std::ranges::count_if(off, [&](double each) { return std::abs(each - about) < 12; }));
+        if (near > most) most = near, best = about;
+    }
+    std::erase_if(off, [&](double each) { return std::abs(each - best) > 18; });
+    return WrapDirection(std::fmod(middle + MedianOf(std::move(off)) + 720, 360));
+}
+
+/// The corners of a start's boats from the gun to the end, each boat counted from 0 among them.
+std::vector<Corner> CornersOf(const SailedDay& day, const RaceDraft& draft) {
+    std::vector<Corner> corners;
+    for (std::size_t i = 0; i < draft.Start.Boats.size(); ++i)
+        for (Corner corner : day.Corners[static_cast<std::size_t>(draft.Start.Boats[i])])
+            if (corner.Time > draft.Start.Gun + AfterGun && corner.Time < draft.End) {
+                corner.Boat = static_cast<int>(i);
+                corners.push_back(corner);
+            }
+    return corners;
+}
+
+void FindFinishOf(const SailedDay& day, RaceDraft& draft) {
+    std::vector<Finisher> finishers;
+    for (std::size_t i = 0; i < draft.Course.Times.size(); ++i) {
+        const auto& times = draft.Course.Times[i];
+        if (times.empty() || times.size() < draft.Course.Places.size() || !times.back()) continue;
+        const auto boat = static_cast<std::size_t>(draft.Start.Boats[i]);
+        finishers.push_back({&day.Ways[boat], &day.Corners[boat], *times.back()});
+    }
+    draft.Finish = FindFinish(finishers, draft.Start.Line, draft.Wind, draft.End);
+}
+
+bool HasLine(const FoundFinish& finish) {
+    return finish.Where == FoundFinish::Kind::StartLine || finish.Where == FoundFinish::Kind::OwnLine;
+}
+
+/// Metres from a line to a place.
+double DistanceTo(const FoundLine& line, Way at) {
+    const double length = (line.Right - line.Left).Length();
+    const Way nearest =
+        line.Left + line.Along() * std::clamp((at - line.Left).Along(line.Along()), 0.0, length);
+    return (at - nearest).Length();
+}
+
+/// Boats that have finished turn away, which looks like one more mark. So a last place that they have not
+/// been at before, or a gate, gives way to a line where there is one.
+void PreferLine(const SailedDay& day, RaceDraft& draft) {
+    constexpr double samePlace = 100;  // metres between two lines
+    if (draft.Course.Places.size() < 2) return;
+    const int last = draft.Course.Places.back();
+    const std::vector<int> places = PlacesOf(draft.Marks);
+    const bool isGate = std::ranges::count(places, last) > 1;
+    if (!isGate && std::ranges::count(draft.Course.Places, last) > 1) return;
+    RaceDraft other = draft;
+    other.Course.Places.pop_back();
+    for (auto& times : other.Course.Times)
+        if (times.size() > other.Course.Places.size()) times.resize(other.Course.Places.size());
+    FindFinishOf(day, other);
+    if (!HasLine(other.Finish)) return;
+    const auto middle = [](const FoundLine& line) { return (line.Left + line.Right) * 0.5; };
+    const bool same = (middle(other.Finish.Line) - middle(draft.Finish.Line)).Length() < samePlace;
+    bool beside = false;
+    for (std::size_t mark = 0; mark < places.size(); ++mark)
+        beside |= places[mark] == last && DistanceTo(other.Finish.Line, draft.Marks[mark].At) < samePlace;
+    if (!HasLine(draft.Finish) || (same && beside)) draft = other;
+}
+
+void FindCourseOf(const SailedDay& day, RaceDraft& draft) {
+    std::vector<const WayBySecond*> fleet;
+    fleet.reserve(draft.Start.Boats.size());
+    for (const int boat : draft.Start.Boats) fleet.push_back(&day.Ways[static_cast<std::size_t>(boat)]);
+    draft.Marks = FindMarks(CornersOf(day, draft), fleet, draft.Wind, day.Lying);
+    FleetVisits visits;
+    for (const int boat : draft.Start.Boats) {
+        const auto i = static_cast<std::size_t>(boat);
+        visits.push_back(
+            VisitsOf(day.Ways[i], day.Corners[i], draft.Marks, draft.Start.Gun + AfterGun, draft.End));
+    }
+    draft.Course = FindCourse(visits, static_cast<int>(draft.Marks.size()));
+    FindFinishOf(day, draft);
+    PreferLine(day, draft);
+    if (draft.Finish.Where != FoundFinish::Kind::StartLine || draft.Start.HintedLine) return;
+    draft.Start.Line = LineOfBoth(draft.Start.Line, draft.Finish.Stops);
+}
+
+double ConfidenceOf(const RaceDraft& draft) {
+    const FoundStart& start = draft.Start;
+    const double size = std::min(1.0, 0.4 + 0.15 * static_cast<double>(start.Boats.size() - 1));
+    const double sharp = start.HintedGun ? 1.0 : std::clamp(1.3 - start.Spread / 100, 0.5, 1.0);
+    const double finish =
+        draft.Finish.Where == FoundFinish::Kind::None ? 0.6 : 0.7 + 0.3 * draft.Finish.Share;
+    const double agree =
+        0.5 + 0.5 * static_cast<double>(draft.Course.Agreeing) / static_cast<double>(start.Boats.size());
+    if (draft.Course.Places.empty()) return 0;
+    return size * std::sqrt(std::min(1.0, start.Share / 0.8)) * sharp * draft.Course.Support * agree *
+           finish;
+}
+
+}  // namespace
+
+RaceDraft DraftRace(const SailedDay& day, const FoundStart& start, int end,
+                    const std::optional<double>& wind) {
+    RaceDraft draft;
+    draft.Start = start;
+    draft.End = end;
+    draft.Wind = WindOf(day, start);
+    draft.WindTold = !draft.Wind && wind;
+    if (draft.WindTold) draft.Wind = wind;
+    FindCourseOf(day, draft);
+    draft.Confidence = ConfidenceOf(draft);
+    return draft;
+}
+
+}  // namespace keelview
