@@ -58,6 +58,14 @@ bool RaceChanges::MakeGate(const CourseKey& other) {
     return true;
 }
 
+void RaceChanges::ToggleGate(int entry) {
+    const bool apart = ParseCourseKey(app_.race.CourseOrder[entry]).IsGate();
+    if (apart && app_.race.CourseOrder.Count() >= MaxClickedEntries)
+        Refuse(TooManyEntries);
+    else if (keelview::ToggleGate(app_.race, entry))
+        CourseChanged();
+}
+
 void RaceChanges::Remove(const CourseKey& entry) {
     if (entry.IsLine)
         app_.race.Lines.Erase(entry.Number);

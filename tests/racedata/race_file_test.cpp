@@ -230,6 +230,23 @@ TEST_F(RaceFileTest, TimesSetByHandAreReadForTheCellsOfTheRace) {
         << saved;
 }
 
+TEST_F(RaceFileTest, AGateIsTakenApartAndMadeAgainWithWhatWasSetByHand) {
+    const std::string file =
+        "LG, 4.7\r\nBN, boat1.trk, A\r\nCRS, L1, MK1, MK2/MK3, MK1\r\nPT, 1, 2, 90\r\nPT, 1, 3, 200\r\n"
+        "PT, 1, 4, 300\r\nLL, 45,160\r\nBT,3\r\n";
+    Read(file);
+    EXPECT_EQ(Saved(), file);
+    for (const int none : {1, 2, 4}) EXPECT_FALSE(ToggleGate(race, none)) << none;
+    EXPECT_EQ(Saved(), file);
+    EXPECT_TRUE(ToggleGate(race, 3));
+    EXPECT_NE(
+        Saved().find("CRS, L1, MK1, MK2, MK3, MK1\r\nPT, 1, 2, 90\r\nPT, 1, 3, 200\r\nPT, 1, 5, 300\r\nLL"),
+        std::string::npos);
+    race.HandPasses.Add({1, 4, 250});  // of the mark that becomes the gate's second one
+    EXPECT_TRUE(ToggleGate(race, 4));
+    EXPECT_EQ(Saved(), file);
+}
+
 TEST(CourseKey, NamesALineOrAMarkWithinTheLimits) {
     using Case = std::tuple<const char*, bool, int>;
     for (const auto& [text, line, number] :
