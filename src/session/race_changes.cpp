@@ -84,7 +84,7 @@ void RaceChanges::ClearCourse() {
 bool RaceChanges::TakeFound(const FoundRace& found, CivilTime clock) {
     const RaceControl before = app_.race;
     TakeFoundRace(found, clock, app_.race);
-    if (saver_.Save()) return true;
+    if (saver_.SaveAnew()) return true;
     app_.race = before;
     return false;
 }

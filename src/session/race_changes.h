@@ -43,7 +43,7 @@ class RaceChanges {
     void ClearCourse();
 
     /// Gives the race the times, marks, lines, course and wind that were found in its tracks, and writes it
-    /// in one step; `clock` as TakeFoundRace has it. False, and nothing
+    /// in one step, the old file kept beside it; `clock` as TakeFoundRace has it. False, and nothing
     /// changed, where it cannot be written. Its tracks are to be loaded anew then, as its period is
     /// another.
     bool TakeFound(const FoundRace& found, CivilTime clock);

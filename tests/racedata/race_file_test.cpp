@@ -247,6 +247,29 @@ TEST_F(RaceFileTest, AGateIsTakenApartAndMadeAgainWithWhatWasSetByHand) {
     EXPECT_EQ(Saved(), file);
 }
 
+TEST_F(RaceFileTest, AFileThatIsWrittenAnewStaysBesideTheNewOne) {
+    Read(Sample);
+    const auto writeAnew = [this](const char* title) {
+        race.RaceTitle1 = title;
+        return SaveRaceFileAnew(tree.Root(), race);
+    };
+    EXPECT_FALSE(writeAnew("Summer Cup"));
+    EXPECT_EQ(tree.Read("raceadmin/R2.txt.bak"), Sample);
+    const std::string second = tree.Read("raceadmin/R2.txt");
+    EXPECT_FALSE(writeAnew("Winter Cup"));
+    EXPECT_EQ(tree.Read("raceadmin/R2.txt.bak"), second);
+    const std::string third = tree.Read("raceadmin/R2.txt");
+    EXPECT_TRUE(second.find("Summer Cup") != std::string::npos &&
+                third.find("Winter Cup") != std::string::npos);
+    std::filesystem::remove(tree.Root() / "raceadmin/R2.txt.bak");
+    std::filesystem::create_directories(tree.Root() / "raceadmin/R2.txt.bak/taken");
+    EXPECT_TRUE(writeAnew("Lost Cup"));
+    EXPECT_EQ(tree.Read("raceadmin/R2.txt"), third);
+    race.RaceFileName = "New.txt";
+    EXPECT_FALSE(writeAnew("New Cup"));
+    EXPECT_TRUE(!tree.Read("raceadmin/New.txt").empty() && tree.Read("raceadmin/New.txt.bak").empty());
+}
+
 TEST(CourseKey, NamesALineOrAMarkWithinTheLimits) {
     using Case = std::tuple<const char*, bool, int>;
     for (const auto& [text, line, number] :
