@@ -8,6 +8,7 @@
 #include <utility>
 
 #include "analysis/clock_offsets.h"
+#include "analysis/found_race_entry.h"
 #include "analysis/plan_names.h"
 #include "base/angles.h"
 #include "base/numbers.h"
@@ -120,10 +121,6 @@ void CompareClocks(RacePlan& plan) {
     for (const PlannedBoat* boat : boats) tracks.push_back(&boat->Track);
     const auto clocks = ProposeClocks(tracks);
     for (std::size_t i = 0; i < boats.size(); ++i) boats[i]->ProposedClock = clocks[i];
-}
-
-UnixMs ClockMs(const PlannedBoat& boat) {
-    return static_cast<UnixMs>(std::round(boat.ClockOffset * 1000));
 }
 
 std::vector<const PlannedBoat*> TakenBoats(const RacePlan& plan) {
@@ -294,6 +291,14 @@ CivilTime LocalSecond(const RacePlan& plan, UnixMs time) {
     return static_cast<CivilTime>(std::floor(static_cast<double>(time) / 1000 + plan.TimeDiff * 3600));
 }
 
+UnixMs MomentOf(const RacePlan& plan, CivilTime local) {
+    return local * 1000 - static_cast<UnixMs>(plan.TimeDiff * 3600 * 1000);
+}
+
+UnixMs ClockMs(const PlannedBoat& boat) {
+    return static_cast<UnixMs>(std::round(boat.ClockOffset * 1000));
+}
+
 std::string BoatFileOf(const RacePlan& plan, const PlannedBoat& boat) {
     const std::string& target = plan.Files[boat.File].Target;
     return boat.Track.Alone ? target : target + "#" + std::to_string(boat.Track.Number);
@@ -305,12 +310,13 @@ RaceControl PlannedRace(const RacePlan& plan) {
     race.RaceTitle1 = plan.Title;
     race.BoatLength = StandardBoatLength;
     race.TimeDiff = plan.TimeDiff;
-    if (plan.Start) race.Start = RaceTime(*plan.Start);
-    if (plan.Finish) race.Finish = RaceTime(*plan.Finish);
-    for (const PlannedBoat* boat : TakenBoats(plan))
-        race.Boats.Add({BoatFileOf(plan, *boat), boat->Name, boat->ClockOffset});
     race.Marks = plan.Marks;
     race.Lines = plan.StartLine;
+    if (plan.Found) TakeFoundRace(*plan.Found, 0, race);
+    race.Start = plan.Start ? RaceTime(*plan.Start) : RaceTime();
+    race.Finish = plan.Finish ? RaceTime(*plan.Finish) : RaceTime();
+    for (const PlannedBoat* boat : TakenBoats(plan))
+        race.Boats.Add({BoatFileOf(plan, *boat), boat->Name, boat->ClockOffset});
     return race;
 }
 

@@ -7,6 +7,7 @@
 
 #include "analysis/fleet.h"
 #include "analysis/found_tracks.h"
+#include "analysis/race_finder.h"
 #include "racedata/race_control.h"
 
 namespace keelview {
@@ -52,6 +53,7 @@ struct RacePlan {
     std::optional<CivilTime> Finish;     ///< local; the end of the plan, where there is a start
     OneBased<Mark, MaxMarks> Marks;      ///< places that the files name, on the race's water
     OneBased<Line, MaxLines> StartLine;  ///< its ends as a device was told them: one at most
+    std::optional<FoundRace> Found;      ///< once somebody takes it: its marks, lines, course and wind
 };
 
 /// Plans a race of what was found in files. The order in which they were handed in does not matter; a
@@ -66,6 +68,11 @@ void MoveClock(RacePlan& plan, double timeDiff);
 
 /// A moment on the clock of the plan, whole seconds.
 CivilTime LocalSecond(const RacePlan& plan, UnixMs time);
+/// The way back.
+UnixMs MomentOf(const RacePlan& plan, CivilTime local);
+
+/// The clock offset of a boat, as it is added to the times of its fixes.
+UnixMs ClockMs(const PlannedBoat& boat);
 
 /// What a race control file calls the recording of a boat: "regatta.csv#3".
 std::string BoatFileOf(const RacePlan& plan, const PlannedBoat& boat);

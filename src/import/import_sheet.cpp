@@ -24,7 +24,7 @@ namespace keelview {
 
 namespace {
 
-constexpr QSize Size(1180, 620);
+constexpr QSize Size(1400, 860);
 constexpr int UnusedHeight = 110;
 
 QString Qt8(std::string_view text) {
@@ -94,9 +94,8 @@ void ImportSheet::LayOut() {
 
     auto* const halves = new QSplitter(this);
     boats_ = new BoatTable(halves, voice_);
-    chart_ = new TrackChart(halves);
-    halves->setStretchFactor(0, 3);
-    halves->setStretchFactor(1, 1);
+    proposal_ = new ProposalPanel(halves, voice_);
+    halves->setSizes({Size.width() * 11 / 20, Size.width() * 9 / 20});
     all->addWidget(halves, 1);
     unusedHead_ = new QLabel(Qt8(voice_.In({"Not used:", "使用しないファイル:"})), this);
     unused_ = new QListWidget(this);
@@ -133,8 +132,10 @@ void ImportSheet::Connect() {
     connect(ok_, &QPushButton::clicked, this, [this] { Ok_Clicked(); });
     connect(timeDiff_, &QLineEdit::textEdited, this, [this] { TimeDiff_Typed(); });
     connect(boats_, &QTableWidget::itemSelectionChanged, this,
-            [this] { chart_->ShowPlan(plan_, boats_->currentRow()); });
+            [this] { proposal_->ShowPlan(plan_, boats_->currentRow()); });
     boats_->OnSet = [this](int row) { Boat_Set(row); };
+    proposal_->OnSet = [this] { ShowFields(); };
+    searcher_.OnFound = [this](DayFinding finding) { proposal_->ShowFinding(std::move(finding)); };
 }
 
 std::string ImportSheet::MakeRace(const std::vector<std::filesystem::path>& paths) {
@@ -183,6 +184,7 @@ void ImportSheet::Add(const std::vector<std::filesystem::path>& paths) {
         paths_ = std::move(all);
         plan_ = *std::move(plan);
         ShowAll();
+        Search();
     }
     if (leaves_) QDialog::reject();
 }
@@ -190,7 +192,7 @@ void ImportSheet::Add(const std::vector<std::filesystem::path>& paths) {
 void ImportSheet::ShowAll() {
     ShowFields();
     boats_->ShowPlan(plan_);
-    chart_->ShowPlan(plan_, boats_->currentRow());
+    proposal_->ShowPlan(plan_, boats_->currentRow());
     unused_->clear();
     for (const UnusedFile& file : plan_.Unused) unused_->addItem(Qt8(UnusedText(voice_, file)));
     unusedHead_->setVisible(!plan_.Unused.empty());
@@ -200,20 +202,34 @@ void ImportSheet::ShowAll() {
 void ImportSheet::ShowFields() {
     Propose(*title_, plan_.Title);
     Propose(*raceFile_, plan_.RaceFileName);
-    Propose(*start_, TimeText(plan_.Start));
-    Propose(*finish_, TimeText(plan_.Finish));
+    const bool found = proposal_->Taken() != nullptr;
+    const RaceControl times = proposal_->TimesOfTaken();
+    Propose(*start_, found ? times.Start.Text() : TimeText(plan_.Start));
+    Propose(*finish_, found ? times.Finish.Text() : TimeText(plan_.Finish));
     Propose(*timeDiff_, NumberText(plan_.TimeDiff));
     if (plan_.Boats.empty()) return period_->clear();
     period_->setText(Qt8(voice_.Str({"Period ", "期間 "}) + DateTimeText(LocalSecond(plan_, plan_.Begin)) +
                          " - " + TimeOfDayText(LocalSecond(plan_, plan_.End))));
 }
 
+/// Looks for races in what is taken now.
+void ImportSheet::Search() {
+    if (plan_.Boats.empty()) return;
+    proposal_->TellSearch();
+    searcher_.Begin(plan_);
+}
+
 void ImportSheet::Boat_Set(int row) {
+    const PlannedBoat& boat = plan_.Boats[static_cast<std::size_t>(row)];
+    const auto sailed = [&boat] { return std::pair(boat.Taken, ClockMs(boat)); };
+    const auto before = sailed();
     boats_->Take(row, plan_);
+    if (sailed() == before) return ShowAll();  // a name alone
     const double typed = plan_.TimeDiff;
     SettleCourseAndTimes(plan_);
     if (timeDiff_->isModified()) MoveClock(plan_, typed);
     ShowAll();
+    Search();
 }
 
 void ImportSheet::TimeDiff_Typed() {
@@ -221,6 +237,7 @@ void ImportSheet::TimeDiff_Typed() {
     if (!hours) return;
     MoveClock(plan_, *hours);
     ShowAll();
+    Search();
 }
 
 bool ImportSheet::TakeTime(const QLineEdit& field, const Text& trouble, std::optional<CivilTime>& time) {
@@ -232,6 +249,7 @@ bool ImportSheet::TakeTime(const QLineEdit& field, const Text& trouble, std::opt
 }
 
 bool ImportSheet::TakeFields() {
+    if (!proposal_->CourseStands()) return false;
     if (!ParseTimeDiff(timeDiff_->text().toStdString())) {
         voice_.Say({"Incorrect time difference", "時差が正しくありません"}, TextOf(*timeDiff_));
         return false;
@@ -249,6 +267,8 @@ bool ImportSheet::TakeFields() {
             {"The finish must be after the start", "フィニッシュはスタートより後の日時にしてください"});
         return false;
     }
+    plan_.Found.reset();
+    if (const FoundRace* const found = proposal_->Taken()) plan_.Found = *found;
     plan_.Title = TextOf(*title_);
     plan_.RaceFileName = SafeFileName(TextOf(*raceFile_));
     if (!IsRaceFileName(plan_.RaceFileName)) plan_.RaceFileName += ".txt";
@@ -282,8 +302,8 @@ bool ImportSheet::Write(bool replace) {
 }
 
 void ImportSheet::SetBusy(bool busy) {
-    for (QWidget* const each : std::initializer_list<QWidget*>{addFiles_, addFolder_, ok_, boats_, title_,
-                                                               raceFile_, start_, finish_, timeDiff_})
+    for (QWidget* const each : std::initializer_list<QWidget*>{
+             addFiles_, addFolder_, ok_, boats_, proposal_, title_, raceFile_, start_, finish_, timeDiff_})
         each->setEnabled(!busy);
 }
 

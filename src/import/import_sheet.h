@@ -15,14 +15,16 @@
 #include "analysis/race_plan.h"
 #include "import/background_work.h"
 #include "import/boat_table.h"
-#include "import/track_chart.h"
+#include "import/plan_searcher.h"
+#include "import/proposal_panel.h"
 #include "session/app_state.h"
 #include "session/voice.h"
 
 namespace keelview {
 
-/// The sheet that makes a race of a heap of track files: shows what was found in them, lets the person
-/// correct it, and writes the race. Until OK nothing is written, and on a fault nothing stays.
+/// The sheet that makes a race of a heap of track files: shows what was found in them, and the race that
+/// they hold, lets the person correct it, and writes the race. Until OK nothing is written, and on a fault
+/// nothing stays.
 class ImportSheet : public QDialog {
   public:
     ImportSheet(const Settings& settings, Services& services);
@@ -42,6 +44,7 @@ class ImportSheet : public QDialog {
     void Add(const std::vector<std::filesystem::path>& paths);
     void ShowAll();
     void ShowFields();
+    void Search();
     void Boat_Set(int row);
     void TimeDiff_Typed();
     void Ok_Clicked();
@@ -67,7 +70,7 @@ class ImportSheet : public QDialog {
     QLineEdit* timeDiff_ = nullptr;
     QLabel* period_ = nullptr;
     BoatTable* boats_ = nullptr;
-    TrackChart* chart_ = nullptr;
+    ProposalPanel* proposal_ = nullptr;
     QLabel* unusedHead_ = nullptr;
     QListWidget* unused_ = nullptr;
     QPushButton* addFiles_ = nullptr;
@@ -77,6 +80,7 @@ class ImportSheet : public QDialog {
     QPushButton* cancel_ = nullptr;
     QPushButton* ok_ = nullptr;
     std::unique_ptr<BackgroundWork> work_;
+    PlanSearcher searcher_;
 };
 
 }  // namespace keelview

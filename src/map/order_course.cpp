@@ -10,6 +10,10 @@ namespace keelview {
 namespace {
 
 constexpr int RowHeight = 12;  // of an entry in the course panel
+constexpr Text GateHint{
+    "Shift + click joins a mark to the one\nbefore it: a gate. On a gate it takes\nthe two apart.",
+    "Shift + クリックで直前のマークと合わせて\nゲートにします。ゲート上では2つの\nマークに戻します。"};
+constexpr double GateHintWidth = 230.0, GateHintHeight = 45.0;
 
 /// What a click would take: "MK3", or a line by its negative number, "LINE-2".
 std::string HoverName(const CourseKey& entry) {
@@ -21,6 +25,24 @@ std::string HoverName(const CourseKey& entry) {
 OrderCourse::OrderCourse(const AppState& app, RaceDisp& form, RaceChanges& changes)
     : app_(app), form_(form), changes_(changes) {
     form_.Command8.OnClick = [this] { changes_.ClearCourse(); };
+    form_.List1.OnMouseDown = [this](const MouseEvent& event) { List1_MouseDown(event); };
+    form_.List1.OnMouseMove = [this](const MouseEvent&) { List1_MouseMove(); };
+    form_.List1.OnMouseLeave = [this] { form_.Text7.Hide(); };
+}
+
+void OrderCourse::List1_MouseDown(const MouseEvent& event) {
+    const int entry = form_.List1.ListIndex() + 1;
+    if (event.Shift && app_.race.CourseOrder.Holds(entry)) changes_.ToggleGate(entry);
+}
+
+void OrderCourse::List1_MouseMove() {
+    if (!form_.Check3.Value()) return;
+    const double left = form_.Picture1.Left() + form_.Picture9.Left() - GateHintWidth - 5;
+    ShowHint(form_.Text7, GateHint.In(app_.settings.UseEnglish),
+             {.Left = left,
+              .Top = form_.Picture1.Top() + form_.Picture9.Top(),
+              .Width = GateHintWidth,
+              .Height = GateHintHeight});
 }
 
 void OrderCourse::Enter() {

@@ -8,7 +8,8 @@
 namespace keelview {
 
 /// Command5: clicks put marks and lines in order, whatever the button. The course stands in a panel on the
-/// map meanwhile, whose Command8 empties it.
+/// map meanwhile, whose Command8 empties it. With Shift a mark is joined to the one before it to a gate, on
+/// the map and in the panel, where Shift takes a gate apart, too.
 class OrderCourse : public MapTool {
   public:
     OrderCourse(const AppState& app, RaceDisp& form, RaceChanges& changes);
@@ -23,6 +24,9 @@ class OrderCourse : public MapTool {
     void ShowCoursePanel();
 
   private:
+    void List1_MouseDown(const MouseEvent& event);
+    void List1_MouseMove();
+
     const AppState& app_;
     RaceDisp& form_;
     RaceChanges& changes_;

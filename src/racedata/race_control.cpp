@@ -66,4 +66,43 @@ std::string CourseKeyText(const CourseKey& entry) {
     return entry.IsGate() ? text + "/MK" + std::to_string(entry.OtherMark) : text;
 }
 
+namespace {
+
+/// The gate of two entries of a course; nothing where they are not two marks.
+std::optional<CourseKey> GateOf(const CourseKey& first, const CourseKey& second) {
+    for (const CourseKey& key : {first, second})
+        if (key.IsLine || key.IsGate() || key.Number == 0) return {};
+    if (first.Number == second.Number) return {};
+    return CourseKey{.IsLine = false, .Number = first.Number, .OtherMark = second.Number};
+}
+
+/// Moves what was set by hand for the entries behind one by so many places.
+void MoveHandPasses(RaceControl& race, int behind, int places) {
+    for (HandPass& pass : race.HandPasses)
+        if (pass.Entry > behind) pass.Entry += places;
+}
+
+}  // namespace
+
+bool ToggleGate(RaceControl& race, int entry) {
+    auto& course = race.CourseOrder;
+    const CourseKey key = ParseCourseKey(course[entry]);
+    if (key.IsGate()) {
+        if (course.IsFull()) return false;
+        course[entry] = CourseKeyText({.IsLine = false, .Number = key.Number});
+        course.Insert(entry + 1, CourseKeyText({.IsLine = false, .Number = key.OtherMark}));
+        MoveHandPasses(race, entry, 1);
+        return true;
+    }
+    if (entry == 1) return false;
+    const auto gate = GateOf(ParseCourseKey(course[entry - 1]), key);
+    if (!gate) return false;
+    course[entry - 1] = CourseKeyText(*gate);
+    course.Erase(entry);
+    for (int i = race.HandPasses.Count(); i >= 1; --i)
+        if (race.HandPasses[i].Entry == entry) race.HandPasses.Erase(i);
+    MoveHandPasses(race, entry, -1);
+    return true;
+}
+
 }  // namespace keelview

@@ -201,6 +201,11 @@ CourseKey ParseCourseKey(const std::string& key);
 /// The way back: "L1", "MK3" or "MK3/MK4".
 std::string CourseKeyText(const CourseKey& entry);
 
+/// Takes a gate of the course apart into its two marks, one behind the other, or joins a mark to the mark
+/// before it. What was set by hand stays with its entries; that of two which become one is what the first
+/// had. False, and nothing changed, where there is no such pair of marks, or no room for one more entry.
+bool ToggleGate(RaceControl& race, int entry);
+
 /// There is something to put into an order: more than one mark or line.
 inline bool CourseCanBeSet(const RaceControl& race) {
     return race.Marks.Count() + race.Lines.Count() > 1;

@@ -420,4 +420,16 @@ std::error_code SaveRaceFile(const std::filesystem::path& appPath, const RaceCon
     return WriteFileAtomically(path, *bytes);
 }
 
+std::error_code SaveRaceFileAnew(const std::filesystem::path& appPath, const RaceControl& race) {
+    const auto path = RacePath(appPath, race.RaceFileName);
+    if (!race.RaceFileName.empty() && IsFile(path)) {
+        const std::optional<std::string> old = ReadWholeFile(path, FileLimit);
+        if (!old) return std::make_error_code(std::errc::io_error);
+        auto kept = path;
+        kept += ".bak";
+        if (const auto error = WriteFileAtomically(kept, *old)) return error;
+    }
+    return SaveRaceFile(appPath, race);
+}
+
 }  // namespace keelview

@@ -44,4 +44,8 @@ bool ReadRaceFileForDistribution(const std::filesystem::path& appPath, RaceContr
 /// already is left alone. Does nothing with an empty name. On failure the old file stands.
 std::error_code SaveRaceFile(const std::filesystem::path& appPath, const RaceControl& race);
 
+/// The same over what a person may want back: the file as it is stays beside the new one with ".bak" behind
+/// its name, in place of what was there. Where it cannot be kept nothing is written.
+std::error_code SaveRaceFileAnew(const std::filesystem::path& appPath, const RaceControl& race);
+
 }  // namespace keelview

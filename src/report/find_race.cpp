@@ -6,15 +6,13 @@
 #include "analysis/found_race_entry.h"
 #include "analysis/race_finder.h"
 #include "analysis/race_numbers.h"
-#include "base/files.h"
 #include "base/numbers.h"
+#include "racedata/race_file.h"
 #include "report/json_writer.h"
 
 namespace keelview {
 
 namespace {
-
-constexpr std::uintmax_t FileLimit = 16U << 20U;
 
 void WritePlace(JsonWriter& json, const Position& at) {
     json.BeginArray();
@@ -83,18 +81,6 @@ std::string TextOf(const RaceFinding& finding, CivilTime clock) {
     return json.Text();
 }
 
-/// Writes a race over its file; the old bytes are kept beside it first.
-std::string Replace(const std::filesystem::path& tree, const RaceControl& race) {
-    const auto path = FindBelow(FindBelow(tree, "raceadmin"), race.RaceFileName);
-    const auto old = ReadWholeFile(path, FileLimit);
-    if (!old) return "cannot read race file " + race.RaceFileName;
-    auto kept = path;
-    kept += ".bak";
-    if (const auto error = WriteFileAtomically(kept, *old)) return "nothing written: " + error.message();
-    if (const auto error = SaveRaceFile(tree, race)) return "nothing written: " + error.message();
-    return {};
-}
-
 }  // namespace
 
 FindReport FindRaceOf(const std::filesystem::path& tree, const std::string& raceFile, bool write) {
@@ -111,7 +97,8 @@ FindReport FindRaceOf(const std::filesystem::path& tree, const std::string& race
         return report;
     }
     TakeFoundRace(*surest, day.Clock, numbers.race);
-    report.Trouble = Replace(tree, numbers.race);
+    if (const auto error = SaveRaceFileAnew(tree, numbers.race))
+        report.Trouble = "nothing written: " + error.message();
     return report;
 }
 

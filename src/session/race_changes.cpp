@@ -58,6 +58,14 @@ bool RaceChanges::MakeGate(const CourseKey& other) {
     return true;
 }
 
+void RaceChanges::ToggleGate(int entry) {
+    const bool apart = ParseCourseKey(app_.race.CourseOrder[entry]).IsGate();
+    if (apart && app_.race.CourseOrder.Count() >= MaxClickedEntries)
+        Refuse(TooManyEntries);
+    else if (keelview::ToggleGate(app_.race, entry))
+        CourseChanged();
+}
+
 void RaceChanges::Remove(const CourseKey& entry) {
     if (entry.IsLine)
         app_.race.Lines.Erase(entry.Number);
@@ -76,7 +84,7 @@ void RaceChanges::ClearCourse() {
 bool RaceChanges::TakeFound(const FoundRace& found, CivilTime clock) {
     const RaceControl before = app_.race;
     TakeFoundRace(found, clock, app_.race);
-    if (saver_.Save()) return true;
+    if (saver_.SaveAnew()) return true;
     app_.race = before;
     return false;
 }

@@ -34,6 +34,8 @@ class RaceChanges {
     /// Makes a gate of the mark at the end of the course and another one. False, and nothing changed, where
     /// either is none.
     bool MakeGate(const CourseKey& other);
+    /// Takes a gate of the course apart, or joins a mark to the one before it (keelview::ToggleGate).
+    void ToggleGate(int entry);
     /// Takes a mark or line away; the numbers of the following ones fall by one. As its entries would mean
     /// others then, the course is emptied.
     void Remove(const CourseKey& entry);
@@ -41,8 +43,9 @@ class RaceChanges {
     void ClearCourse();
 
     /// Gives the race the times, marks, lines, course and wind that were found in its tracks, and writes it
-    /// in one step; `clock` as TakeFoundRace has it. False, and nothing changed, where it cannot be
-    /// written. Its tracks are to be loaded anew then, as its period is another.
+    /// in one step, the old file kept beside it; `clock` as TakeFoundRace has it. False, and nothing
+    /// changed, where it cannot be written. Its tracks are to be loaded anew then, as its period is
+    /// another.
     bool TakeFound(const FoundRace& found, CivilTime clock);
 
     /// When a boat passed an entry of the course, as the person says: at a second, or (nothing) not at all.

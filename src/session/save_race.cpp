@@ -4,13 +4,12 @@
 #include <utility>
 
 #include "base/files.h"
-#include "racedata/race_file.h"
 
 namespace keelview {
 
-bool RaceSaver::Save() {
+bool RaceSaver::SaveBy(Writer& write) {
     if (app_.race.RaceFileName.empty()) return true;
-    const std::error_code error = SaveRaceFile(app_.settings.AppPath, app_.race);
+    const std::error_code error = write(app_.settings.AppPath, app_.race);
     if (!error) {
         failureTold_ = false;
         return true;

@@ -1,8 +1,10 @@
 #pragma once
 
+#include <filesystem>
 #include <string>
 #include <system_error>
 
+#include "racedata/race_file.h"
 #include "session/app_state.h"
 #include "session/voice.h"
 
@@ -20,7 +22,9 @@ class RaceSaver {
     /// Writes the open race. Does nothing with an empty RaceFileName. A file that cannot be written leaves
     /// the old one whole; the person is told once until a save succeeds, and the program goes on. True if
     /// nothing is left unsaved.
-    bool Save();
+    bool Save() { return SaveBy(SaveRaceFile); }
+    /// The same, and the old file stays beside the new one (SaveRaceFileAnew).
+    bool SaveAnew() { return SaveBy(SaveRaceFileAnew); }
 
     /// Writes the open race under the name that the person gave, with ".txt" behind it unless it is there;
     /// from then on that file is the open one. The file of another race is written over only where the
@@ -36,6 +40,9 @@ class RaceSaver {
     void Forget() { failureTold_ = false; }
 
   private:
+    using Writer = std::error_code(const std::filesystem::path& appPath, const RaceControl& race);
+    bool SaveBy(Writer& write);
+
     AppState& app_;
     const Voice& voice_;
     bool failureTold_ = false;

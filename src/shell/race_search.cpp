@@ -14,10 +14,9 @@ namespace {
 constexpr Text NoneFound{"No race was found in the tracks.", "航跡からレースが見つかりませんでした。"};
 constexpr Text TakeIt{
     "This race was found in the tracks. Shall it take the place of the times, marks, lines and course of "
-    "the "
-    "race? This cannot be undone.",
+    "the race? The race file as it is now will be kept beside it, with .bak behind its name.",
     "航跡から次のレースが見つかりました。このレースの日時・マーク・ライン・コースと置き換えますか？"
-    "元には戻せません。"};
+    "今のレースファイルは、名前の後に .bak を付けて残します。"};
 
 std::string LinesOf(const std::vector<Sentence>& sentences, bool english) {
     std::string text;

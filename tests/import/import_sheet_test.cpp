@@ -16,6 +16,7 @@
 #include "shell/program.h"
 #include "support/album.h"
 #include "support/qt_driver.h"
+#include "support/regatta_files.h"
 #include "support/sailed_race.h"
 #include "support/test_world.h"
 #include "support/told_recordings.h"
@@ -37,14 +38,20 @@ struct ImportTest : testing::Test, TestWorld {
         tree.Write("stick/IMG.JPG", "\xFF\xD8\xFF\xE0 no track");
     }
 
-    /// Does something with the sheet as soon as it has read its files and shows so many boats.
+    /// Does something with the sheet as soon as it has read its files, looked for races, and shows so many
+    /// boats.
     static void WhenReady(std::function<void(QWidget& sheet)> act, int rows = 1) {
         QTimer::singleShot(10, qApp, [act = std::move(act), rows] {
             QWidget* const sheet = QApplication::activeModalWidget();
             const auto* const ok = sheet ? sheet->findChild<QPushButton*>("Ok") : nullptr;
-            const bool ready = ok && ok->isEnabled() && Table(*sheet).rowCount() >= rows;
+            const bool ready =
+                ok && ok->isEnabled() && Table(*sheet).rowCount() >= rows && !IsSearching(*sheet);
             ready ? act(*sheet) : WhenReady(act, rows);
         });
+    }
+    static bool IsSearching(QWidget& sheet) {
+        const QString notes = sheet.findChild<QPlainTextEdit*>("Notes")->toPlainText();
+        return notes.startsWith("Looking") || notes.startsWith("航跡からレースを探");
     }
     static QTableWidget& Table(QWidget& sheet) { return *sheet.findChild<QTableWidget*>(); }
     static void Press(QWidget& sheet, const char* button) {
@@ -189,6 +196,68 @@ TEST_F(ImportTest, WhatCannotBeWrittenIsToldAndLeavesNothing) {
     EXPECT_EQ(ImportSheet(app.settings, services).MakeRace({tree.Root() / "stick"}), "");
     EXPECT_TRUE(dialogs.AllAnswered());
     EXPECT_EQ(Written(), "mine.txt ");
+}
+
+/// A point of the chart where something can be taken hold of, as the pointer tells, from below or above.
+QPoint GripOn(QWidget& chart, bool fromAbove) {
+    for (int i = 0; i < chart.height(); i += 3)
+        for (int x = 0; x < chart.width(); x += 3) {
+            const QPoint at(x, fromAbove ? i : chart.height() - 1 - i);
+            QTest::mouseMove(&chart, at);
+            if (chart.cursor().shape() == Qt::OpenHandCursor) return at;
+        }
+    ADD_FAILURE() << "nothing to take hold of";
+    return {};
+}
+
+void DragOn(QWidget& chart, const QPoint& from, const QPoint& to) {
+    QTest::mousePress(&chart, Qt::LeftButton, {}, from);
+    QTest::mouseMove(&chart, to);
+    QTest::mouseRelease(&chart, Qt::LeftButton, {}, to);
+}
+
+TEST_F(ImportTest, TheRaceThatWasFoundIsCorrectedOnTheChartAndTaken) {
+    const SimulatedRegatta regatta({.Seed = 3, .Boats = 6});
+    WriteRecordings(regatta, tree, "day/s");
+    const std::string gun = DateTimeText(RaceTree::Start + regatta.Guns.front());
+    const auto marks = static_cast<int>(regatta.Marks.size());
+    for (const char* how : {"left", "taken", "corrected"}) {
+        WhenReady([&](QWidget& sheet) {
+            auto& chart = *sheet.findChild<QWidget*>("TrackChart");
+            auto& take = *sheet.findChild<QCheckBox*>("TakeRace");
+            auto& course = *sheet.findChild<QLineEdit*>("Course");
+            auto& start = *sheet.findChild<QLineEdit*>("Start");
+            EXPECT_TRUE(!take.isChecked() && start.text().isEmpty());
+            EXPECT_EQ(sheet.findChild<QComboBox*>("WhichRace")->count(), 1);
+            if (how == std::string("taken")) take.click();
+            if (how == std::string("corrected")) {
+                const QString before = course.text();
+                const QPoint top = GripOn(chart, true);
+                DragOn(chart, top, top + QPoint(0, 12));
+                EXPECT_TRUE(take.isChecked() && course.text() == before);
+                Press(sheet, "AddMark");
+                QTest::mouseClick(&chart, Qt::LeftButton, {}, {5, chart.height() / 2});
+                EXPECT_EQ(course.text().count(QString("MK%1").arg(marks + 1)), 1);
+                QTest::mouseClick(&chart, Qt::RightButton, {}, {5, chart.height() / 2});
+                EXPECT_EQ(course.text(), before);
+                Enter(sheet, "Course", "L1 MK9");
+                dialogs.AnswerOk();
+                Press(sheet, "Ok");
+                EXPECT_NE(Said().find("MK9"), std::string::npos);
+                Enter(sheet, "Course", "l1 mk2 L1");
+            }
+            EXPECT_EQ(start.text().toStdString(), take.isChecked() ? gun : "");
+            Enter(sheet, "RaceFile", how);
+            Press(sheet, "Ok");
+        });
+        EXPECT_EQ(ImportSheet(app.settings, services).MakeRace({tree.Root() / "day"}),
+                  how + std::string(".txt"));
+        const std::string file = tree.Read("raceadmin/" + std::string(how) + ".txt");
+        EXPECT_EQ(file.find("CRS, " + regatta.Course) != std::string::npos, how == std::string("taken"));
+        EXPECT_EQ(file.find("CRS, L1, MK2, L1") != std::string::npos, how == std::string("corrected"));
+        EXPECT_EQ(file.find("ST, " + gun) == std::string::npos, how == std::string("left"));
+    }
+    EXPECT_TRUE(dialogs.AllAnswered());
 }
 
 TEST_F(ImportTest, TheSheetsLookAsEver) {

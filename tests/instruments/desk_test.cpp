@@ -8,7 +8,7 @@
 #include "session/livery.h"
 #include "shell/race_search.h"
 #include "support/album.h"
-#include "support/simulated_regatta.h"
+#include "support/regatta_files.h"
 #include "support/test_desk.h"
 
 namespace keelview {
@@ -182,15 +182,9 @@ TEST_F(DeskTest, EachViewIsCapturedWithTheBoatsTheOverviewAndTheColours) {
 TEST_F(DeskTest, TheRaceThatItsTracksHoldIsFilledInWhereThePersonSaysSo) {
     const SimulatedRegatta regatta({.Seed = 3, .Boats = 6});
     std::string lines;
-    for (int boat = 1; boat <= regatta.Boats.Boats.Count(); ++boat) {
-        const Track& track = regatta.Boats.Boats[boat];
-        std::string fixes;
-        for (int fix = 1; fix <= track.Count(); ++fix)
-            fixes += RaceTree::TrackLine(track.At(fix),
-                                         RaceTree::Start + static_cast<int>(track.TrackTime[fix]));
-        tree.Write("gpsdat/s" + std::to_string(boat) + ".trk", fixes);
+    WriteRecordings(regatta, tree, "gpsdat/s");
+    for (int boat = 1; boat <= regatta.Boats.Boats.Count(); ++boat)
         lines += "BN, s" + std::to_string(boat) + ".trk, Boat " + std::to_string(boat) + "\r\n";
-    }
     tree.Race("R1.txt", lines + "MK, 2117.2, 8369\r\nCRS, MK1\r\n");
     Open();
     desk->OnFindRace = [this] { OfferFoundRace(desk->session); };
@@ -205,6 +199,7 @@ TEST_F(DeskTest, TheRaceThatItsTracksHoldIsFilledInWhereThePersonSaysSo) {
     EXPECT_TRUE(FileHolds("ST, " + DateTimeText(RaceTree::Start + regatta.Guns.front())));
     EXPECT_EQ(FinishOrder(app.passes), regatta.Finishes.front());
     EXPECT_FALSE(FileHolds("MK, 2117.2, 8369"));
+    EXPECT_EQ(tree.Read("raceadmin/R1.txt.bak"), before);
 }
 
 TEST_F(DeskTest, TwoBoatsThatNeverRacedGiveNone) {

@@ -279,6 +279,32 @@ TEST_F(MapTest, ClicksPutTheCourseTogether) {
     EXPECT_FALSE(Form().Picture9.Visible());
 }
 
+TEST_F(MapTest, ShiftJoinsMarksToAGateAndTakesItApartInThePanel) {
+    Open();
+    SetMarks({{300, 300}, {500, 500}, {560, 500}});
+    driver::Click(Form().Command5);
+    for (const QPoint& at : {QPoint(300, 300), QPoint(500, 500)}) ClickMap(at);
+    driver::ClickAt(Map(), {560, 500}, Qt::LeftButton, Qt::ShiftModifier);
+    EXPECT_TRUE(FileHolds("CRS, MK1, MK2/MK3")) << File();
+    EXPECT_EQ(Form().List1.Item(1), "2  MK2/MK3");
+    const auto between = [this] {  // of the marks of a pair, a dotted yellow line
+        return CountPixels(Map().Image(), 510, 498, 550, 502, [](int red, int green, int blue) {
+            return red > 200 && green > 200 && blue < 90;
+        });
+    };
+    const int ofGate = between();
+    EXPECT_GT(ofGate, 10);
+    driver::ClickRow(Form().List1, 1);
+    EXPECT_TRUE(FileHolds("CRS, MK1, MK2/MK3")) << "a click without Shift chooses nothing";
+    driver::ClickRow(Form().List1, 1, Qt::ShiftModifier);
+    EXPECT_TRUE(FileHolds("CRS, MK1, MK2, MK3")) << File();
+    EXPECT_LT(between(), ofGate / 3);
+    driver::ClickRow(Form().List1, 0, Qt::ShiftModifier);  // no mark before it
+    EXPECT_TRUE(FileHolds("CRS, MK1, MK2, MK3"));
+    driver::ClickRow(Form().List1, 1, Qt::ShiftModifier);
+    EXPECT_TRUE(FileHolds("CRS, MK1/MK2, MK3")) << File();
+}
+
 TEST_F(MapTest, ARightClickRemovesTheNearestAndEmptiesTheCourse) {
     Open();
     SetMarks({{300, 300}, {500, 300}, {700, 300}});

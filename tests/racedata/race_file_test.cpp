@@ -230,6 +230,46 @@ TEST_F(RaceFileTest, TimesSetByHandAreReadForTheCellsOfTheRace) {
         << saved;
 }
 
+TEST_F(RaceFileTest, AGateIsTakenApartAndMadeAgainWithWhatWasSetByHand) {
+    const std::string file =
+        "LG, 4.7\r\nBN, boat1.trk, A\r\nCRS, L1, MK1, MK2/MK3, MK1\r\nPT, 1, 2, 90\r\nPT, 1, 3, 200\r\n"
+        "PT, 1, 4, 300\r\nLL, 45,160\r\nBT,3\r\n";
+    Read(file);
+    EXPECT_EQ(Saved(), file);
+    for (const int none : {1, 2, 4}) EXPECT_FALSE(ToggleGate(race, none)) << none;
+    EXPECT_EQ(Saved(), file);
+    EXPECT_TRUE(ToggleGate(race, 3));
+    EXPECT_NE(
+        Saved().find("CRS, L1, MK1, MK2, MK3, MK1\r\nPT, 1, 2, 90\r\nPT, 1, 3, 200\r\nPT, 1, 5, 300\r\nLL"),
+        std::string::npos);
+    race.HandPasses.Add({1, 4, 250});  // of the mark that becomes the gate's second one
+    EXPECT_TRUE(ToggleGate(race, 4));
+    EXPECT_EQ(Saved(), file);
+}
+
+TEST_F(RaceFileTest, AFileThatIsWrittenAnewStaysBesideTheNewOne) {
+    Read(Sample);
+    const auto writeAnew = [this](const char* title) {
+        race.RaceTitle1 = title;
+        return SaveRaceFileAnew(tree.Root(), race);
+    };
+    EXPECT_FALSE(writeAnew("Summer Cup"));
+    EXPECT_EQ(tree.Read("raceadmin/R2.txt.bak"), Sample);
+    const std::string second = tree.Read("raceadmin/R2.txt");
+    EXPECT_FALSE(writeAnew("Winter Cup"));
+    EXPECT_EQ(tree.Read("raceadmin/R2.txt.bak"), second);
+    const std::string third = tree.Read("raceadmin/R2.txt");
+    EXPECT_TRUE(second.find("Summer Cup") != std::string::npos &&
+                third.find("Winter Cup") != std::string::npos);
+    std::filesystem::remove(tree.Root() / "raceadmin/R2.txt.bak");
+    std::filesystem::create_directories(tree.Root() / "raceadmin/R2.txt.bak/taken");
+    EXPECT_TRUE(writeAnew("Lost Cup"));
+    EXPECT_EQ(tree.Read("raceadmin/R2.txt"), third);
+    race.RaceFileName = "New.txt";
+    EXPECT_FALSE(writeAnew("New Cup"));
+    EXPECT_TRUE(!tree.Read("raceadmin/New.txt").empty() && tree.Read("raceadmin/New.txt.bak").empty());
+}
+
 TEST(CourseKey, NamesALineOrAMarkWithinTheLimits) {
     using Case = std::tuple<const char*, bool, int>;
     for (const auto& [text, line, number] :
