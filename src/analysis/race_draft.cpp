@@ -110,8 +110,8 @@ void FindCourseOf(const SailedDay& day, RaceDraft& draft) {
     FleetVisits visits;
     for (const int boat : draft.Start.Boats) {
         const auto i = static_cast<std::size_t>(boat);
-        visits.push_back(
-            VisitsOf(day.Ways[i], day.Corners[i], draft.Marks, draft.Start.Gun + AfterGun, draft.End));
+        visits.push_back(VisitsOf(day.Ways[i], day.Corners[i], draft.Marks, draft.Wind,
+                                  draft.Start.Gun + AfterGun, draft.End));
     }
     draft.Course = FindCourse(visits, static_cast<int>(draft.Marks.size()));
     FindFinishOf(day, draft);
@@ -120,7 +120,15 @@ void FindCourseOf(const SailedDay& day, RaceDraft& draft) {
     draft.Start.Line = LineOfBoth(draft.Start.Line, draft.Finish.Stops);
 }
 
-double ConfidenceOf(const RaceDraft& draft) {
+/// Metres by which the fixes of a race scatter, of the middle boat.
+double NoiseOf(const SailedDay& day, const FoundStart& start) {
+    std::vector<double> noises;
+    for (const int boat : start.Boats) noises.push_back(day.Ways[static_cast<std::size_t>(boat)].Noise());
+    return MedianOf(std::move(noises));
+}
+
+double ConfidenceOf(const SailedDay& day, const RaceDraft& draft) {
+    constexpr double usualNoise = 3, leastClear = 0.5, forNoise = 0.02;
     const FoundStart& start = draft.Start;
     const double size = std::min(1.0, 0.4 + 0.15 * static_cast<double>(start.Boats.size() - 1));
     const double sharp = start.HintedGun ? 1.0 : std::clamp(1.3 - start.Spread / 100, 0.5, 1.0);
@@ -128,9 +136,10 @@ double ConfidenceOf(const RaceDraft& draft) {
         draft.Finish.Where == FoundFinish::Kind::None ? 0.6 : 0.7 + 0.3 * draft.Finish.Share;
     const double agree =
         0.5 + 0.5 * static_cast<double>(draft.Course.Agreeing) / static_cast<double>(start.Boats.size());
+    const double clear = std::clamp(1 - forNoise * (NoiseOf(day, start) - usualNoise), leastClear, 1.0);
     if (draft.Course.Places.empty()) return 0;
-    return size * std::sqrt(std::min(1.0, start.Share / 0.8)) * sharp * draft.Course.Support * agree *
-           finish;
+    return clear * size * std::sqrt(std::min(1.0, start.Share / 0.8)) * sharp * draft.Course.Support *
+           agree * finish;
 }
 
 }  // namespace
@@ -144,7 +153,7 @@ RaceDraft DraftRace(const SailedDay& day, const FoundStart& start, int end,
     draft.WindTold = !draft.Wind && wind;
     if (draft.WindTold) draft.Wind = wind;
     FindCourseOf(day, draft);
-    draft.Confidence = ConfidenceOf(draft);
+    draft.Confidence = ConfidenceOf(day, draft);
     return draft;
 }
 
