@@ -20,10 +20,10 @@ constexpr double LeastOfOther = 0.25;  // of those at the other one, at the less
 constexpr double WidestGate = 130;     // metres
 constexpr double NarrowestGate = 18;   // metres
 constexpr double SameVisit = 60;       // seconds
-constexpr double MostScatter = 17;     // metres
+constexpr double MostScatter = 20;     // metres
 constexpr double LeastOneWay = 0.72;
 constexpr double Waist = 40;  // metres: all boats come by so close at a mark, whether they turn or not
-constexpr double LeastOfChanges = 0.7, LeastLarge = 25, LeastCourse = 20;
+constexpr double LeastOfChanges = 0.7, LeastLarge = 25, LeastOfHairpin = 40, LeastCourse = 20;
 constexpr int LegReach = 180;
 constexpr double LeastPassing = 0.78, LeastLike = 0.9;     // of the boats, and of their passings, at a mark
 constexpr double LeastOfTacks = 0.75, LeastTurning = 0.3;  // of the boats, that turn at a mark
@@ -33,7 +33,8 @@ constexpr double LeastApart = 30;                          // metres
 constexpr double WaistApart = 350;                         // metres from another mark
 constexpr int Late = 120;     // seconds that boats may come by before and behind those that turn
 constexpr int LeadsOn = 100;  // seconds from the last tack or gybe to the mark that it leads to
-constexpr int MostMarks = 24;
+constexpr int MostMarks = 48;
+constexpr double LeastScore = 0.06;
 constexpr double TrackedNear = 60;  // metres from a mark at which something lying is it
 constexpr double InnerShare = 0.75;
 constexpr double Berth = 4;  // metres that the closest boats leave
@@ -106,7 +107,7 @@ class MarkSearch {
             std::ranges::pop_heap(seeds);
             const auto [score, seed] = seeds.back();
             seeds.pop_back();
-            if (score < std::max(1.2, LeastOfGate * boats)) break;
+            if (score < std::max(0.8, LeastScore * boats)) break;
             if (taken_[seed]) continue;
             const double now = ScoreAt(seed);
             if (now < score) {
@@ -223,6 +224,7 @@ FoundMark MarkOf(const std::vector<Corner>& turns, double boats) {
 struct Candidate {
     std::vector<Corner> Turns;
     FoundMark Mark;
+    std::vector<Corner> Rounding;  ///< those that turn about
     FoundMark OfGate;       ///< as the turns alone tell it: the others may have gone round its partner
     double Changes = 0.0;   ///< the share of the boats that go to another angle off the wind here
     bool Certain = false;   ///< a mark by itself
@@ -366,15 +368,21 @@ Candidate CandidateOf(std::vector<Corner> turns, const std::vector<Corner>& othe
     std::erase_if(changing, [&](const Corner& corner) { return !large(corner); });
     candidate.Changes = BoatsOf(changing) / boats;
     candidate.Changing = passes && candidate.Changes >= LeastOfAll && IsSharp(candidate.Mark);
-    const bool leg = passes && passed.Like >= LeastLike && std::abs(passed.Course) >= LeastCourse;
+    const bool leg = passes && std::abs(passed.Course) >= LeastCourse;
+    const bool close = leg && passed.Like >= LeastLike;
     const double same = BoatsOf(turns) / boats;
     const double small = BoatsOf(OfKind(turns, CornerKind::Change, wind)) / boats;
     const bool most = same >= LeastOfTacks && MarkOf(turns, boats).Scatter <= MostScatter;
     const bool bends = passed.Bends && small >= LeastTurning;
-    candidate.Certain = candidate.Changing || (leg && (most || bends));
-    candidate.ByWaist = leg && !candidate.Certain && passed.Waist && BoatsOf(both) / boats >= LeastTurning;
+    candidate.Certain = candidate.Changing || (leg && most) || (close && bends);
+    candidate.ByWaist =
+        close && !candidate.Certain && passed.Waist && BoatsOf(both) / boats >= LeastTurning;
     candidate.Certain |= candidate.ByWaist;
-    candidate.OfGate = candidate.Mark;
+    candidate.Rounding = changing;
+    std::erase_if(candidate.Rounding,
+                  [](const Corner& corner) { return std::abs(corner.Turn) < LeastOfHairpin; });
+    candidate.OfGate = MarkOf(candidate.Rounding, boats);
+    candidate.OfGate.OneWay = candidate.Mark.OneWay;
     if (passes) {
         candidate.Mark.At = passed.At;
         candidate.Mark.ToPort = passed.ToPort;
@@ -423,11 +431,13 @@ bool MakeGate(const Candidate& one, const Candidate& two) {
     const FoundMark& a = one.OfGate;
     const FoundMark& b = two.OfGate;
     const double apart = (a.At - b.At).Length();
-    const auto [lesser, other] = std::minmax(one.Changes, two.Changes);
+    if (one.Rounding.empty() || two.Rounding.empty()) return false;
+    const auto [lesser, other] = std::minmax(a.Share, b.Share);
     return IsSharp(a) && IsSharp(b) && a.ToPort != b.ToPort && apart > NarrowestGate &&
            apart < WidestGate && std::abs(TurnBetween(a.In, b.In)) < 75 &&
            lesser >= std::max(LeastOfGate, LeastOfOther * other) && lesser + other >= LeastOfAll &&
-           std::min(BoatsOf(one.Turns), BoatsOf(two.Turns)) > 1 && TakeOneOfTwo(one.Turns, two.Turns);
+           std::min(BoatsOf(one.Rounding), BoatsOf(two.Rounding)) > 1 &&
+           TakeOneOfTwo(one.Rounding, two.Rounding);
 }
 
 std::vector<Candidate> CandidatesIn(const std::vector<Corner>& corners,
