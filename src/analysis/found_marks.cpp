@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <tuple>
 #include <unordered_map>
 
 #include "analysis/mark_passing.h"
@@ -31,8 +32,9 @@ constexpr int BendReach = 60, BendApart = 10;              // seconds from a pas
 constexpr double LeastBend = 12;                           // degrees
 constexpr double LeastApart = 30;                          // metres
 constexpr double WaistApart = 350;                         // metres from another mark
-constexpr int Late = 120;     // seconds that boats may come by before and behind those that turn
-constexpr int LeadsOn = 100;  // seconds from the last tack or gybe to the mark that it leads to
+constexpr int Late = 120;  // seconds that boats may come by before and behind those that turn
+constexpr int LeadsOn = 100,
+              TackLeadsOn = 170;  // seconds from the last tack or gybe to the mark that it leads to
 constexpr int MostMarks = 48;
 constexpr double LeastScore = 0.06;
 constexpr double TrackedNear = 60;  // metres from a mark at which something lying is it
@@ -227,6 +229,7 @@ struct Candidate {
     std::vector<Corner> Rounding;  ///< those that turn about
     FoundMark OfGate;       ///< as the turns alone tell it: the others may have gone round its partner
     double Changes = 0.0;   ///< the share of the boats that go to another angle off the wind here
+    bool Tacks = false;     ///< most turns are tacks
     bool Certain = false;   ///< a mark by itself
     bool ByWaist = false;   ///< only as all boats come by
     bool Changing = false;  ///< it is one by its changes, not by tacks or gybes
@@ -388,16 +391,18 @@ Candidate CandidateOf(std::vector<Corner> turns, const std::vector<Corner>& othe
         candidate.Mark.ToPort = passed.ToPort;
     }
     candidate.Mark.Changing = candidate.Changing;
+    candidate.Tacks = 2 * withoutTacks.size() < turns.size();
     candidate.Turns = std::move(turns);
     return candidate;
 }
 
 /// True if most boats that turn at one place are at another one soon after it.
 bool LeadsTo(const Candidate& from, const Candidate& to) {
+    const int seconds = from.Tacks ? TackLeadsOn : LeadsOn;
     int count = 0;
     for (const Corner& corner : from.Turns)
         count += std::ranges::any_of(to.Turns, [&](const Corner& next) {
-            return next.Boat == corner.Boat && next.Time > corner.Time && next.Time < corner.Time + LeadsOn;
+            return next.Boat == corner.Boat && next.Time > corner.Time && next.Time < corner.Time + seconds;
         });
     return 2 * count > static_cast<int>(from.Turns.size());
 }
@@ -405,19 +410,18 @@ bool LeadsTo(const Candidate& from, const Candidate& to) {
 /// True if boats take one of two places or the other in the same phase of the race, and hardly both at
 /// once.
 bool TakeOneOfTwo(const std::vector<Corner>& a, const std::vector<Corner>& b) {
+    const auto& [lesser, more] = a.size() < b.size() ? std::tie(a, b) : std::tie(b, a);
     std::vector<double> times, others;
-    for (const Corner& corner : a) times.push_back(corner.Time);
-    for (const Corner& corner : b) others.push_back(corner.Time);
-    const auto within = [](const std::vector<double>& some, const std::vector<double>& all) {
-        const double middle = MedianOf(some);
-        return middle > QuantileOf(all, 0.05) - SameVisit && middle < QuantileOf(all, 0.95) + SameVisit;
-    };
-    if (!within(times, others) || !within(others, times)) return false;
+    for (const Corner& corner : lesser) times.push_back(corner.Time);
+    for (const Corner& corner : more) others.push_back(corner.Time);
+    const double middle = MedianOf(std::move(times));
+    if (middle < QuantileOf(others, 0.05) - SameVisit || middle > QuantileOf(others, 0.95) + SameVisit)
+        return false;
     int both = 0;
     for (const Corner& one : a)
         for (const Corner& other : b)
             both += one.Boat == other.Boat && std::abs(one.Time - other.Time) < SameVisit;
-    return 4 * both <= static_cast<int>(std::min(a.size(), b.size()));
+    return 2 * both <= static_cast<int>(std::min(a.size(), b.size()));
 }
 
 /// What lies beside a better mark and is left on the same side is a part of its roundings.
