@@ -12,7 +12,8 @@ namespace {
 
 constexpr int CourseReach = 8;                      // seconds to either side of a course
 constexpr int CornerReach = 14;                     // seconds from a corner to its two courses
-constexpr double LeastTurn = 25;                    // degrees
+constexpr double LeastTurn = 15;                    // degrees, and
+constexpr double ForNoise = 6, UsualNoise = 3;      // more of them for each metre of noise beyond these
 constexpr double LeastSpeed = 0.5;                  // metres a second
 constexpr double OnTheWind = 80, OffTheWind = 100;  // degrees off it of tacks and of gybes
 
@@ -43,8 +44,8 @@ struct Courses {
 };
 
 /// True if no turn about this second is larger.
-bool IsPeak(const std::vector<double>& turns, std::size_t i) {
-    if (turns[i] < LeastTurn || turns[i] <= turns[i - 1] || turns[i] < turns[i + 1]) return false;
+bool IsPeak(const std::vector<double>& turns, std::size_t i, double least) {
+    if (turns[i] < least || turns[i] <= turns[i - 1] || turns[i] < turns[i + 1]) return false;
     for (std::size_t k = i - CornerReach; k <= i + CornerReach; ++k)
         if (turns[k] > turns[i]) return false;
     return true;
@@ -59,8 +60,9 @@ std::vector<Corner> FindCorners(const WayBySecond& way, int boat) {
     const std::size_t count = courses.Degrees.size();
     std::vector<double> turns(count);
     for (std::size_t i = 0; i < count; ++i) turns[i] = std::abs(courses.TurnAt(i));
+    const double least = LeastTurn + ForNoise * std::max(way.Noise() - UsualNoise, 0.0);
     for (std::size_t i = CornerReach; i + CornerReach < count; ++i) {
-        if (!IsPeak(turns, i)) continue;
+        if (!IsPeak(turns, i, least)) continue;
         const int t = way.First() + static_cast<int>(i);
         const auto place = way.Mean(t - 2, t + 2);
         if (place)

@@ -7,7 +7,7 @@
 
 namespace keelview {
 
-/// A place where a boat leaves a steady course for another one, at any angle from 25 degrees on.
+/// A place where a boat leaves a steady course for another one, at any angle from 15 degrees on.
 struct Corner {
     int Boat = 0;        ///< from 0
     int Time = 0;        ///< second at which half of the turn is done

@@ -8,7 +8,8 @@ namespace keelview {
 
 namespace {
 
-constexpr double LeftOut = 1.0, NotDue = 0.7, WrongSide = 0.3, SailedBy = 0.35, GaveUp = 0.6;
+constexpr double LeftOut = 1.0, NotDue = 0.7, Unlike = 0.3, UnlikeNotDue = 0.25, SailedBy = 0.35,
+                 GaveUp = 0.6;
 constexpr double ForEachLeft = 0.05;  // more for each entry that a boat that gave up did not see
 constexpr double NearBy = 40;         // metres
 constexpr int SameVisit = 75;         // seconds between turns of one rounding
@@ -57,9 +58,12 @@ class Alignment {
     }
     double MatchCost(std::size_t visit) const {
         const Visit& each = visits_[visit - 1];
-        return !each.Turns ? SailedBy : each.WrongSide ? WrongSide : 0.0;
+        return !each.Turns ? SailedBy : each.Unlike ? Unlike : 0.0;
     }
-    double ExtraCost(std::size_t visit) const { return visits_[visit - 1].Turns ? NotDue : 0.0; }
+    double ExtraCost(std::size_t visit) const {
+        const Visit& each = visits_[visit - 1];
+        return !each.Turns ? 0.0 : each.Unlike ? UnlikeNotDue : NotDue;
+    }
 
     void Fill(std::size_t entry, std::size_t visit) {
         double cost = entry == 0 && visit == 0 ? 0.0 : std::numeric_limits<double>::infinity();
@@ -154,7 +158,8 @@ std::vector<int> PlacesOf(const std::vector<FoundMark>& marks) {
 }
 
 std::vector<Visit> VisitsOf(const WayBySecond& way, const std::vector<Corner>& corners,
-                            const std::vector<FoundMark>& marks, int from, int to) {
+                            const std::vector<FoundMark>& marks, const std::optional<double>& wind,
+                            int from, int to) {
     const std::vector<int> places = PlacesOf(marks);
     std::vector<Visit> visits;
     for (const Corner& corner : corners) {
@@ -165,7 +170,9 @@ std::vector<Visit> VisitsOf(const WayBySecond& way, const std::vector<Corner>& c
             if (away >= nearest) continue;
             if (nearest < MarkReach) visits.pop_back();
             nearest = away;
-            visits.push_back({places[mark], corner.Time, true, (corner.Turn < 0) != marks[mark].ToPort});
+            const bool unlike = (corner.Turn < 0) != marks[mark].ToPort ||
+                                (marks[mark].Changing && KindOf(corner, wind) == CornerKind::Tack);
+            visits.push_back({places[mark], corner.Time, true, unlike});
         }
     }
     for (std::size_t mark = 0; mark < marks.size(); ++mark) {
@@ -190,7 +197,7 @@ std::vector<Visit> VisitsOf(const WayBySecond& way, const std::vector<Corner>& c
         if (!apart.empty() && apart.back().Place == visit.Place &&
             visit.Time - apart.back().Time < SameVisit) {
             apart.back().Turns |= visit.Turns;
-            apart.back().WrongSide &= visit.WrongSide;
+            apart.back().Unlike &= visit.Unlike;
         } else {
             apart.push_back(visit);
         }

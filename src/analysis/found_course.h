@@ -9,10 +9,10 @@ namespace keelview {
 
 /// One boat at a place of the course, a mark or a gate.
 struct Visit {
-    int Place = 0;       ///< from 0
-    int Time = 0;        ///< second
-    bool Turns = false;  ///< it turned there; else it sailed by
-    bool WrongSide = false;
+    int Place = 0;        ///< from 0
+    int Time = 0;         ///< second
+    bool Turns = false;   ///< it turned there; else it sailed by
+    bool Unlike = false;  ///< it turned the other way than most do there, or tacked where most do not
 };
 
 /// The visits of each boat, in the order of time.
@@ -24,7 +24,8 @@ std::vector<int> PlacesOf(const std::vector<FoundMark>& marks);
 /// The visits of a boat to the marks from one second to another: the corners near them, and where it sailed
 /// by within 40 m without a turn.
 std::vector<Visit> VisitsOf(const WayBySecond& way, const std::vector<Corner>& corners,
-                            const std::vector<FoundMark>& marks, int from, int to);
+                            const std::vector<FoundMark>& marks, const std::optional<double>& wind,
+                            int from, int to);
 
 /// An order of places, and what speaks for it.
 struct FoundCourse {

@@ -73,6 +73,16 @@ FoundFinish AtLine(const std::vector<Finisher>& boats, const std::vector<int>& s
     return finish;
 }
 
+/// True if a finish lies along the start line or beside its ends: boats of which none started there finish
+/// where the line goes on.
+bool IsSameLine(const FoundLine& finish, const FoundLine& start) {
+    constexpr double mostAhead = 25, mostBeyond = 45;  // metres
+    const Way off = (finish.Left + finish.Right) * 0.5 - (start.Left + start.Right) * 0.5;
+    return std::abs(off.Along(start.Ahead())) < mostAhead &&
+           std::abs(off.Along(start.Along())) < (start.Right - start.Left).Length() / 2 + mostBeyond &&
+           std::abs(finish.Along().Along(start.Along())) > 0.8;
+}
+
 /// The direction of length 1 in which most boats sail at the end, along the wind where it is near that.
 Way LastWay(const std::vector<Finisher>& boats, const std::vector<int>& stops,
             const std::optional<double>& wind) {
@@ -127,8 +137,12 @@ FoundFinish FindFinish(const std::vector<Finisher>& boats, const FoundLine& star
     if (places.size() < 2) return {};
     FoundFinish own = AtLine(boats, stops, LineAcross(places, LastWay(boats, stops, wind)),
                              FoundFinish::Kind::OwnLine, to);
-    if (own.Share >= MostOf) return own;
-    return {};
+    if (own.Share < MostOf) return {};
+    if (!IsSameLine(own.Line, start)) return own;
+    own.Where = FoundFinish::Kind::StartLine;
+    own.Line = start;
+    own.Stops = std::move(places);
+    return own;
 }
 
 FoundLine LineOfBoth(const FoundLine& start, const std::vector<Way>& stops) {

@@ -2,9 +2,10 @@
 
 #include <algorithm>
 #include <cmath>
-#include <cstdlib>
+#include <tuple>
 #include <unordered_map>
 
+#include "analysis/mark_passing.h"
 #include "analysis/medians.h"
 #include "base/angles.h"
 
@@ -20,18 +21,22 @@ constexpr double LeastOfOther = 0.25;  // of those at the other one, at the less
 constexpr double WidestGate = 130;     // metres
 constexpr double NarrowestGate = 18;   // metres
 constexpr double SameVisit = 60;       // seconds
-constexpr double MostScatter = 17;     // metres
+constexpr double MostScatter = 20;     // metres
 constexpr double LeastOneWay = 0.72;
-constexpr double LeastOfTacks = 0.75,
-                 LeastOfFew = 0.85;    // of the boats, where they tack or gybe at the mark
-constexpr double Few = 10;             // boats
-constexpr double ScatterOfTacks = 13;  // metres
-constexpr double Waist = 35;  // metres: all boats come by so close at a mark, whether they turn or not
-constexpr double LeastOfWaist = 0.4, AllOfWaist = 0.9;
-constexpr double WaistApart = 350;  // metres from another mark
-constexpr int Late = 120;           // seconds that boats may come by before and behind those that turn
-constexpr int LeadsOn = 100;        // seconds from the last tack or gybe to the mark that it leads to
-constexpr int MostMarks = 24;
+constexpr double Waist = 40;  // metres: all boats come by so close at a mark, whether they turn or not
+constexpr double LeastOfChanges = 0.7, LeastLarge = 25, LeastOfHairpin = 40, LeastCourse = 20;
+constexpr int LegReach = 180;
+constexpr double LeastPassing = 0.78, LeastLike = 0.9;     // of the boats, and of their passings, at a mark
+constexpr double LeastOfTacks = 0.75, LeastTurning = 0.3;  // of the boats, that turn at a mark
+constexpr int BendReach = 60, BendApart = 10;              // seconds from a passing
+constexpr double LeastBend = 12;                           // degrees
+constexpr double LeastApart = 30;                          // metres
+constexpr double WaistApart = 350;                         // metres from another mark
+constexpr int Late = 120;  // seconds that boats may come by before and behind those that turn
+constexpr int LeadsOn = 100,
+              TackLeadsOn = 170;  // seconds from the last tack or gybe to the mark that it leads to
+constexpr int MostMarks = 48;
+constexpr double LeastScore = 0.06;
 constexpr double TrackedNear = 60;  // metres from a mark at which something lying is it
 constexpr double InnerShare = 0.75;
 constexpr double Berth = 4;  // metres that the closest boats leave
@@ -93,35 +98,40 @@ class MarkSearch {
         best_.resize(static_cast<std::size_t>(boats_));
     }
 
-    std::vector<std::vector<std::size_t>> Run(int boats) {
-        std::vector<std::vector<std::size_t>> places;
+    /// The turns of each place, all to one side, and those to the other side there.
+    std::vector<std::pair<std::vector<Corner>, std::vector<Corner>>> Run(int boats) {
+        std::vector<std::pair<std::vector<Corner>, std::vector<Corner>>> places;
         std::vector<std::pair<double, std::size_t>> seeds;
         seeds.reserve(corners_.size());
-        for (std::size_t i = 0; i < corners_.size(); ++i) seeds.emplace_back(ScoreAt(corners_[i].At), i);
+        for (std::size_t i = 0; i < corners_.size(); ++i) seeds.emplace_back(ScoreAt(i), i);
         std::ranges::make_heap(seeds);
         while (!seeds.empty() && places.size() < MostMarks) {
             std::ranges::pop_heap(seeds);
             const auto [score, seed] = seeds.back();
             seeds.pop_back();
-            if (score < std::max(1.2, LeastOfGate * boats)) break;
+            if (score < std::max(0.8, LeastScore * boats)) break;
             if (taken_[seed]) continue;
-            const double now = ScoreAt(corners_[seed].At);
+            const double now = ScoreAt(seed);
             if (now < score) {
                 seeds.emplace_back(now, seed);
                 std::ranges::push_heap(seeds);
                 continue;
             }
-            places.push_back(TakeAt(corners_[seed].At));
+            places.push_back(TakeAt(seed));
         }
         return places;
     }
 
   private:
-    /// The weights of the boats that turn about a place.
-    double ScoreAt(Way at) {
+    bool SameSide(std::size_t a, std::size_t b) const {
+        return (corners_[a].Turn < 0) == (corners_[b].Turn < 0);
+    }
+
+    /// The weights of the boats that turn about a corner, to its side.
+    double ScoreAt(std::size_t seed) {
         std::vector<int> seen;
-        squares_.ForEachNear(at, Near, [&](std::size_t i) {
-            if (taken_[i]) return;
+        squares_.ForEachNear(corners_[seed].At, Near, [&](std::size_t i) {
+            if (taken_[i] || !SameSide(i, seed)) return;
             double& best = best_[static_cast<std::size_t>(corners_[i].Boat)];
             if (best == 0) seen.push_back(corners_[i].Boat);
             best = std::max(best, weights_[i]);
@@ -131,22 +141,26 @@ class MarkSearch {
         return score;
     }
 
-    /// The turns about a place, whose middle is sought from there; they make no other place.
-    std::vector<std::size_t> TakeAt(Way at) {
+    /// The turns about a place, whose middle is sought from a corner; they make no other place.
+    std::pair<std::vector<Corner>, std::vector<Corner>> TakeAt(std::size_t seed) {
+        Way at = corners_[seed].At;
         for (int round = 0; round < 3; ++round) {
             std::vector<double> easts, norths;
             squares_.ForEachNear(at, Near + 5, [&](std::size_t i) {
-                if (taken_[i]) return;
+                if (taken_[i] || !SameSide(i, seed)) return;
                 easts.push_back(corners_[i].At.East);
                 norths.push_back(corners_[i].At.North);
             });
             if (!easts.empty()) at = {MedianOf(std::move(easts)), MedianOf(std::move(norths))};
         }
-        std::vector<std::size_t> turns;
+        std::pair<std::vector<Corner>, std::vector<Corner>> turns;
         squares_.ForEachNear(at, Taken, [&](std::size_t i) {
-            if (taken_[i]) return;
-            taken_[i] = true;
-            turns.push_back(i);
+            if (!SameSide(i, seed)) {
+                if ((corners_[i].At - at).Length() <= Near) turns.second.push_back(corners_[i]);
+            } else if (!taken_[i]) {
+                taken_[i] = true;
+                turns.first.push_back(corners_[i]);
+            }
         });
         return turns;
     }
@@ -212,7 +226,10 @@ FoundMark MarkOf(const std::vector<Corner>& turns, double boats) {
 struct Candidate {
     std::vector<Corner> Turns;
     FoundMark Mark;
+    std::vector<Corner> Rounding;  ///< those that turn about
+    FoundMark OfGate;       ///< as the turns alone tell it: the others may have gone round its partner
     double Changes = 0.0;   ///< the share of the boats that go to another angle off the wind here
+    bool Tacks = false;     ///< most turns are tacks
     bool Certain = false;   ///< a mark by itself
     bool ByWaist = false;   ///< only as all boats come by
     bool Changing = false;  ///< it is one by its changes, not by tacks or gybes
@@ -236,28 +253,101 @@ std::vector<Corner> OfKind(const std::vector<Corner>& turns, CornerKind kind,
     return some;
 }
 
-/// True if a boat comes within some metres of a place between two moments.
-bool ComesBy(const WayBySecond& way, Way place, double metres, int from, int to) {
-    constexpr double fastest = 10;  // metres a second
-    for (int t = std::max(from, way.First()); t <= std::min(to, way.Last());) {
-        const auto at = way.At(t);
-        const double away = at ? (*at - place).Length() : metres + 2 * fastest;
-        if (away <= metres) return true;
-        t += std::max(1, static_cast<int>((away - metres) / fastest));
+/// How the boats pass a place where some of them turn: those at their turns, the others where they come
+/// near while others turn.
+std::vector<Passing> PassingsAt(const std::vector<const WayBySecond*>& fleet,
+                                const std::vector<Corner>& turns, Way place) {
+    std::vector<Passing> passings;
+    std::vector<bool> turned(fleet.size());
+    for (const Corner& corner : turns) {
+        const auto boat = static_cast<std::size_t>(corner.Boat);
+        passings.push_back({fleet[boat], corner.Time});
+        turned[boat] = true;
     }
-    return false;
-}
-
-/// How many boats come by a place while others turn there.
-int ComingBy(const std::vector<const WayBySecond*>& fleet, const std::vector<Corner>& turns, Way place) {
     const auto [first, last] = std::ranges::minmax(turns, {}, &Corner::Time);
-    return static_cast<int>(std::ranges::count_if(fleet, [&](const WayBySecond* way) {
-        return ComesBy(*way, place, Waist, first.Time - Late, last.Time + Late);
-    }));
+    for (std::size_t boat = 0; boat < fleet.size(); ++boat) {
+        if (turned[boat]) continue;
+        const auto when = NearestSecond(*fleet[boat], place, Waist, first.Time - Late, last.Time + Late);
+        if (when) passings.push_back({fleet[boat], *when});
+    }
+    return passings;
 }
 
-Candidate CandidateOf(std::vector<Corner> turns, const std::vector<int>& lastTurns,
-                      const std::vector<const WayBySecond*>& fleet, const std::optional<double>& wind) {
+/// What the passings at a place tell of a mark there.
+struct PassedPlace {
+    Way At;               ///< where the mark fits best
+    bool ToPort = false;  ///< it is left to port
+    double Share = 0.0;   ///< of the boats, that leave it as boats leave a mark
+    double Like = 0.0;    ///< of the passings that are such
+    double Bend = 0.0;    ///< degrees between the ways to it and from it, of the middle boat
+    bool Bends = false;   ///< nearly all bend the same way
+    bool Waist = false;   ///< boats that were apart before it or are apart behind it
+    double Course = 0.0;  ///< degrees between the fleet's way of some minutes before it and behind it
+};
+
+/// How far apart boats are so many seconds from their passings: of four in five, from the middle one.
+double ApartAt(const std::vector<Passing>& passings, int seconds) {
+    std::vector<Way> offs;
+    std::vector<double> easts, norths, away;
+    for (const Passing& each : passings) {
+        const auto at = each.Sails->At(each.About), then = each.Sails->At(each.About + seconds);
+        if (!at || !then) continue;
+        offs.push_back(*then - *at);
+        easts.push_back(offs.back().East), norths.push_back(offs.back().North);
+    }
+    const Way middle{MedianOf(std::move(easts)), MedianOf(std::move(norths))};
+    for (const Way& off : offs) away.push_back((off - middle).Length());
+    return QuantileOf(std::move(away), 0.8);
+}
+
+PassedPlace PassedAt(const std::vector<Passing>& passings, const std::vector<Corner>& turns,
+                     const FoundMark& mark, double boats) {
+    PassedPlace place;
+    std::vector<double> bends;
+    for (const Passing& each : passings) {
+        const auto in = each.Sails->Velocity(each.About - BendReach, each.About - BendApart);
+        const auto out = each.Sails->Velocity(each.About + BendApart, each.About + BendReach);
+        if (in && out) bends.push_back(TurnBetween(in->Bearing(), out->Bearing()));
+    }
+    const double low = QuantileOf(bends, 0.2), high = QuantileOf(bends, 0.8);
+    place.Bend = MedianOf(std::move(bends));
+    place.Bends = std::abs(place.Bend) >= LeastBend && low * high > 0;
+    place.Waist =
+        std::max(ApartAt(passings, -BendReach * 2 / 3), ApartAt(passings, BendReach * 2 / 3)) >= LeastApart;
+    Way before, behind;
+    for (const Passing& each : passings) {
+        const auto from = each.Sails->At(each.About - LegReach), at = each.Sails->At(each.About);
+        const auto to = each.Sails->At(each.About + LegReach);
+        if (from && at && to) before = before + (*at - *from), behind = behind + (*to - *at);
+    }
+    place.Course = TurnBetween(before.Bearing(), behind.Bearing());
+    std::vector<Way> places;
+    places.reserve(turns.size());
+    for (const Corner& corner : turns) places.push_back(corner.At);
+    double best = -1;
+    for (const bool toPort : {true, false}) {
+        if (mark.OneWay >= LeastOneWay ? toPort != mark.ToPort
+                                       : std::abs(place.Bend) >= LeastBend && toPort != (place.Bend < 0))
+            continue;
+        const Way at = FitMark(passings, places, toPort, mark.At);
+        const auto berths = BerthsAt(passings, at);
+        const double like = MarkLike(berths, toPort);
+        if (like <= best) continue;
+        best = like;
+        place.At = at, place.ToPort = toPort, place.Like = like;
+        std::vector<const WayBySecond*> seen;
+        for (std::size_t i = 0; i < passings.size(); ++i)
+            if (berths[i] && IsMarkLike(*berths[i], toPort) &&
+                std::ranges::find(seen, passings[i].Sails) == seen.end())
+                seen.push_back(passings[i].Sails);
+        place.Share = std::min(1.0, static_cast<double>(seen.size()) / boats);
+    }
+    return place;
+}
+
+Candidate CandidateOf(std::vector<Corner> turns, const std::vector<Corner>& others,
+                      const std::vector<int>& lastTurns, const std::vector<const WayBySecond*>& fleet,
+                      const std::optional<double>& wind) {
     Candidate candidate;
     const double boats = BoatsAt(turns, lastTurns);
     candidate.Changes = BoatsOf(OfKind(turns, CornerKind::Change, wind)) / boats;
@@ -265,32 +355,54 @@ Candidate CandidateOf(std::vector<Corner> turns, const std::vector<int>& lastTur
     std::erase_if(withoutTacks,
                   [&](const Corner& corner) { return KindOf(corner, wind) == CornerKind::Tack; });
     candidate.Mark = MarkOf(withoutTacks, boats);
-    candidate.Changing = candidate.Changes >= LeastOfAll && IsSharp(candidate.Mark);
-    candidate.Certain = candidate.Changing;
-    for (const bool toPort : {true, false}) {
-        std::vector<Corner> some = turns;
-        std::erase_if(some, [&](const Corner& corner) { return (corner.Turn < 0) != toPort; });
-        const FoundMark mark = MarkOf(some, boats);
-        const bool nearlyAll = boats >= Few && mark.Share >= LeastOfFew && mark.Scatter <= MostScatter;
-        const bool waist = mark.Share >= LeastOfWaist && mark.Scatter <= ScatterOfTacks &&
-                           BoatsOf(some) > 2 && ComingBy(fleet, some, mark.At) >= AllOfWaist * boats;
-        const bool most =
-            mark.Share >= (boats < Few ? LeastOfFew : LeastOfTacks) && mark.Scatter <= ScatterOfTacks;
-        if (candidate.Certain || !(nearlyAll || most || waist)) continue;
-        candidate.Mark = mark;
-        candidate.ByWaist = !nearlyAll && !most;
-        candidate.Certain = true;
+    if (withoutTacks.empty()) candidate.Mark = MarkOf(turns, boats);
+    std::vector<Corner> both = turns;
+    both.insert(both.end(), others.begin(), others.end());
+    const auto unlike = std::ranges::count_if(
+        others, [&](const Corner& corner) { return KindOf(corner, wind) != CornerKind::Tack; });
+    const auto like = std::ssize(withoutTacks);
+    candidate.Mark.OneWay =
+        static_cast<double>(like) / static_cast<double>(std::max<std::ptrdiff_t>(like + unlike, 1));
+    const PassedPlace passed =
+        PassedAt(PassingsAt(fleet, both, candidate.Mark.At), turns, candidate.Mark, boats);
+    const bool passes = passed.Share >= LeastPassing && passed.Like >= LeastOfChanges;
+    const auto large = [&](const Corner& corner) { return std::abs(corner.Turn) >= LeastLarge; };
+    std::vector<Corner> changing = OfKind(turns, CornerKind::Change, wind);
+    std::erase_if(changing, [&](const Corner& corner) { return !large(corner); });
+    candidate.Changes = BoatsOf(changing) / boats;
+    candidate.Changing = passes && candidate.Changes >= LeastOfAll && IsSharp(candidate.Mark);
+    const bool leg = passes && std::abs(passed.Course) >= LeastCourse;
+    const bool close = leg && passed.Like >= LeastLike;
+    const double same = BoatsOf(turns) / boats;
+    const double small = BoatsOf(OfKind(turns, CornerKind::Change, wind)) / boats;
+    const bool most = same >= LeastOfTacks && MarkOf(turns, boats).Scatter <= MostScatter;
+    const bool bends = passed.Bends && small >= LeastTurning;
+    candidate.Certain = candidate.Changing || (leg && most) || (close && bends);
+    candidate.ByWaist =
+        close && !candidate.Certain && passed.Waist && BoatsOf(both) / boats >= LeastTurning;
+    candidate.Certain |= candidate.ByWaist;
+    candidate.Rounding = changing;
+    std::erase_if(candidate.Rounding,
+                  [](const Corner& corner) { return std::abs(corner.Turn) < LeastOfHairpin; });
+    candidate.OfGate = MarkOf(candidate.Rounding, boats);
+    candidate.OfGate.OneWay = candidate.Mark.OneWay;
+    if (passes) {
+        candidate.Mark.At = passed.At;
+        candidate.Mark.ToPort = passed.ToPort;
     }
+    candidate.Mark.Changing = candidate.Changing;
+    candidate.Tacks = 2 * withoutTacks.size() < turns.size();
     candidate.Turns = std::move(turns);
     return candidate;
 }
 
 /// True if most boats that turn at one place are at another one soon after it.
 bool LeadsTo(const Candidate& from, const Candidate& to) {
+    const int seconds = from.Tacks ? TackLeadsOn : LeadsOn;
     int count = 0;
     for (const Corner& corner : from.Turns)
         count += std::ranges::any_of(to.Turns, [&](const Corner& next) {
-            return next.Boat == corner.Boat && next.Time > corner.Time && next.Time < corner.Time + LeadsOn;
+            return next.Boat == corner.Boat && next.Time > corner.Time && next.Time < corner.Time + seconds;
         });
     return 2 * count > static_cast<int>(from.Turns.size());
 }
@@ -298,37 +410,38 @@ bool LeadsTo(const Candidate& from, const Candidate& to) {
 /// True if boats take one of two places or the other in the same phase of the race, and hardly both at
 /// once.
 bool TakeOneOfTwo(const std::vector<Corner>& a, const std::vector<Corner>& b) {
+    const auto& [lesser, more] = a.size() < b.size() ? std::tie(a, b) : std::tie(b, a);
     std::vector<double> times, others;
-    for (const Corner& corner : a) times.push_back(corner.Time);
-    for (const Corner& corner : b) others.push_back(corner.Time);
-    const auto within = [](const std::vector<double>& some, const std::vector<double>& all) {
-        const double middle = MedianOf(some);
-        return middle > QuantileOf(all, 0.05) - SameVisit && middle < QuantileOf(all, 0.95) + SameVisit;
-    };
-    if (!within(times, others) || !within(others, times)) return false;
+    for (const Corner& corner : lesser) times.push_back(corner.Time);
+    for (const Corner& corner : more) others.push_back(corner.Time);
+    const double middle = MedianOf(std::move(times));
+    if (middle < QuantileOf(others, 0.05) - SameVisit || middle > QuantileOf(others, 0.95) + SameVisit)
+        return false;
     int both = 0;
     for (const Corner& one : a)
         for (const Corner& other : b)
             both += one.Boat == other.Boat && std::abs(one.Time - other.Time) < SameVisit;
-    return 4 * both <= static_cast<int>(std::min(a.size(), b.size()));
+    return 2 * both <= static_cast<int>(std::min(a.size(), b.size()));
 }
 
 /// What lies beside a better mark and is left on the same side is a part of its roundings.
 bool IsBeside(const FoundMark& mark, const std::vector<FoundMark>& better) {
     return std::ranges::any_of(better, [&](const FoundMark& other) {
-        return other.ToPort == mark.ToPort && (other.At - mark.At).Length() < MarkReach;
+        return (other.At - mark.At).Length() < (other.ToPort == mark.ToPort ? MarkReach : Near);
     });
 }
 
 bool MakeGate(const Candidate& one, const Candidate& two) {
-    const FoundMark& a = one.Mark;
-    const FoundMark& b = two.Mark;
+    const FoundMark& a = one.OfGate;
+    const FoundMark& b = two.OfGate;
     const double apart = (a.At - b.At).Length();
-    const auto [lesser, other] = std::minmax(one.Changes, two.Changes);
+    if (one.Rounding.empty() || two.Rounding.empty()) return false;
+    const auto [lesser, other] = std::minmax(a.Share, b.Share);
     return IsSharp(a) && IsSharp(b) && a.ToPort != b.ToPort && apart > NarrowestGate &&
            apart < WidestGate && std::abs(TurnBetween(a.In, b.In)) < 75 &&
            lesser >= std::max(LeastOfGate, LeastOfOther * other) && lesser + other >= LeastOfAll &&
-           std::min(BoatsOf(one.Turns), BoatsOf(two.Turns)) > 1 && TakeOneOfTwo(one.Turns, two.Turns);
+           std::min(BoatsOf(one.Rounding), BoatsOf(two.Rounding)) > 1 &&
+           TakeOneOfTwo(one.Rounding, two.Rounding);
 }
 
 std::vector<Candidate> CandidatesIn(const std::vector<Corner>& corners,
@@ -341,12 +454,8 @@ std::vector<Candidate> CandidatesIn(const std::vector<Corner>& corners,
         last = std::max(last, corner.Time);
     }
     std::vector<Candidate> all;
-    for (const auto& places : MarkSearch(corners, boats, wind).Run(boats)) {
-        std::vector<Corner> turns;
-        turns.reserve(places.size());
-        for (const std::size_t i : places) turns.push_back(corners[i]);
-        all.push_back(CandidateOf(std::move(turns), lastTurns, fleet, wind));
-    }
+    for (auto& [turns, others] : MarkSearch(corners, boats, wind).Run(boats))
+        all.push_back(CandidateOf(std::move(turns), others, lastTurns, fleet, wind));
     // The last tacks and gybes before a mark lie together, too.
     std::vector<bool> leads;
     leads.reserve(all.size());
@@ -384,6 +493,9 @@ std::vector<FoundMark> FindMarks(const std::vector<Corner>& corners,
             FoundMark& two = keep(i);
             FoundMark& one = keep(k);
             if (one.Partner >= 0 || two.Partner >= 0) continue;
+            one = all[k].OfGate;
+            two = all[i].OfGate;
+            one.Changing = two.Changing = true;
             one.Partner = number[i];
             two.Partner = number[k];
         }

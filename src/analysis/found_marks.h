@@ -10,13 +10,14 @@ namespace keelview {
 /// A place where many boats turn, each of them at any time.
 struct FoundMark {
     Way At;
-    double Share = 0.0;    ///< of the boats that have turned here
-    double Scatter = 0.0;  ///< metres about the middle of the turns, of half of them
-    bool ToPort = false;   ///< most leave it to port
-    double OneWay = 0.0;   ///< the share of the turns that leave it on the same side
-    double In = 0.0;       ///< middle course before it, degrees
-    int Partner = -1;      ///< the other mark of a gate, from 0; -1 for none
-    bool Tracked = false;  ///< something that lies still was recorded here
+    double Share = 0.0;     ///< of the boats that have turned here
+    double Scatter = 0.0;   ///< metres about the middle of the turns, of half of them
+    bool ToPort = false;    ///< most leave it to port
+    double OneWay = 0.0;    ///< the share of the turns that leave it on the same side
+    double In = 0.0;        ///< middle course before it, degrees
+    bool Changing = false;  ///< most boats change to another angle off the wind here
+    int Partner = -1;       ///< the other mark of a gate, from 0; -1 for none
+    bool Tracked = false;   ///< something that lies still was recorded here
 };
 
 /// Where the turns of a race lie together, those of most boats first. A turn to another angle off the wind

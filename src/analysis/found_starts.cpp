@@ -128,37 +128,94 @@ Moment LookAt(const std::vector<WayBySecond>& fleet, int t) {
     return moment;
 }
 
-/// How fast the boats of a moment make way ahead at second t: the middle one, as a share of what each of
-/// them makes once all are under way.
-double PaceAt(const std::vector<WayBySecond>& fleet, const Moment& moment, int t) {
+/// How the boats of a start come under way.
+struct Run {
+    int Goes = 0;  ///< second at which the middle boat has begun it
+    int Rest = 0, Fast = 0;
+};
+
+/// The seconds to either side of a velocity: more of them where the fixes scatter.
+int ReachFor(const WayBySecond& way) {
+    return 3 + static_cast<int>(way.Noise() / 2);
+}
+
+/// The usual speed of a boat behind a moment, metres a second.
+double SpeedBehind(const WayBySecond& way, int t) {
+    std::vector<double> speeds;
+    const int reach = ReachFor(way);
+    for (int s = t + 20; s <= t + Leaves; s += 8)
+        if (const auto velocity = way.Velocity(s - reach, s + reach)) speeds.push_back(velocity->Length());
+    return MedianOf(std::move(speeds));
+}
+
+/// How fast the boats of a moment sail in a direction at second t: the middle one, as a share of what each
+/// of them does once all are under way.
+double PaceAt(const std::vector<WayBySecond>& fleet, const Moment& moment, const std::vector<double>& usual,
+              Way direction, int t) {
     std::vector<double> shares;
+    for (std::size_t i = 0; i < moment.Boats.size(); ++i) {
+        const WayBySecond& way = fleet[static_cast<std::size_t>(moment.Boats[i])];
+        const int reach = ReachFor(way);
+        const auto velocity = way.Velocity(t - reach, t + reach);
+        if (velocity && usual[i] > 0) shares.push_back(velocity->Along(direction) / usual[i]);
+    }
+    return MedianOf(std::move(shares));
+}
+
+std::optional<Run> RunOf(const std::vector<WayBySecond>& fleet, const Moment& moment,
+                         const std::vector<double>& usual, Way direction, int from) {
+    constexpr double underWay = 0.85, begun = 0.5, still = 0.15;  // of the usual speed
+    Run run;
+    const auto pace = [&](int t) { return PaceAt(fleet, moment, usual, direction, t); };
+    run.Fast = from - Sweep;
+    while (run.Fast < from + Sweep && pace(run.Fast) < underWay) ++run.Fast;
+    if (run.Fast == from + Sweep) return {};
+    run.Goes = run.Fast;
+    while (run.Goes > run.Fast - Sweep && pace(run.Goes) > begun) --run.Goes;
+    if (run.Goes == run.Fast - Sweep) return {};
+    run.Rest = run.Goes;
+    while (run.Rest > run.Goes - Sweep && pace(run.Rest) > still) --run.Rest;
+    return run;
+}
+
+/// The direction of length 1 in which the boats of a moment sail from one second to another.
+Way DirectionOf(const std::vector<WayBySecond>& fleet, const Moment& moment, int from, int to) {
+    Way sum;
+    for (const int boat : moment.Boats) {
+        const WayBySecond& way = fleet[static_cast<std::size_t>(boat)];
+        const auto begin = way.At(from), end = way.At(to);
+        if (begin && end) sum = sum + (*end - *begin);
+    }
+    return sum * (1 / std::max(sum.Length(), 1e-9));
+}
+
+/// The run at the line: looked for along the way ahead first, then along the one tack on which most begin
+/// it.
+std::optional<Run> RunOf(const std::vector<WayBySecond>& fleet, const Moment& moment) {
+    constexpr int onOneTack = 20;  // seconds
+    std::vector<double> ahead, usual;
     for (const int boat : moment.Boats) {
         const WayBySecond& way = fleet[static_cast<std::size_t>(boat)];
         const auto from = way.At(moment.Time + 20), to = way.At(moment.Time + Leaves);
-        const auto velocity = way.Velocity(t - 3, t + 3);
-        if (!from || !to || !velocity) continue;
-        const double usual = (*to - *from).Along(moment.Normal) / (Leaves - 20);
-        if (usual > 0) shares.push_back(velocity->Along(moment.Normal) / usual);
+        ahead.push_back(from && to ? (*to - *from).Along(moment.Normal) / (Leaves - 20) : 0.0);
+        usual.push_back(SpeedBehind(way, moment.Time));
     }
-    return MedianOf(std::move(shares));
+    const auto first = RunOf(fleet, moment, ahead, moment.Normal, moment.Time);
+    if (!first) return {};
+    const Way tack = DirectionOf(fleet, moment, first->Goes, first->Goes + onOneTack);
+    const auto second = RunOf(fleet, moment, usual, tack, first->Goes);
+    return second ? second : first;
 }
 
 /// The gun: the middle boat begins its run at the line a quarter of a minute before it, and guns go at
 /// whole minutes where that is near.
 std::optional<int> GunOf(const std::vector<WayBySecond>& fleet, const Moment& moment,
                          const StartHints& hints, FoundStart& start) {
-    constexpr double run = 14, nearMinute = 14;                   // seconds
-    constexpr double underWay = 0.85, begun = 0.5, still = 0.15;  // of the usual way
-    int fast = moment.Time - Sweep;
-    while (fast < moment.Time + Sweep && PaceAt(fleet, moment, fast) < underWay) ++fast;
-    if (fast == moment.Time + Sweep) return {};
-    int goes = fast;
-    while (goes > fast - Sweep && PaceAt(fleet, moment, goes) > begun) --goes;
-    if (goes == fast - Sweep) return {};
-    int rest = goes;
-    while (rest > goes - Sweep && PaceAt(fleet, moment, rest) > still) --rest;
-    start.Spread = fast - rest;
-    const double gun = goes + run;
+    constexpr double runs = 14, nearMinute = 14;  // seconds
+    const auto run = RunOf(fleet, moment);
+    if (!run) return {};
+    start.Spread = run->Fast - run->Rest;
+    const double gun = run->Goes + runs;
     const double minute = hints.MinuteAt + 60 * std::round((gun - hints.MinuteAt) / 60);
     start.AtMinute = std::abs(minute - gun) <= nearMinute;
     return static_cast<int>(std::lround(start.AtMinute ? minute : gun));

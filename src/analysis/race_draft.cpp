@@ -102,25 +102,86 @@ void PreferLine(const SailedDay& day, RaceDraft& draft) {
     if (!HasLine(draft.Finish) || (same && beside)) draft = other;
 }
 
+void OrderMarks(const SailedDay& day, RaceDraft& draft) {
+    FleetVisits visits;
+    for (const int boat : draft.Start.Boats) {
+        const auto i = static_cast<std::size_t>(boat);
+        visits.push_back(VisitsOf(day.Ways[i], day.Corners[i], draft.Marks, draft.Wind,
+                                  draft.Start.Gun + AfterGun, draft.End));
+    }
+    draft.Course = FindCourse(visits, static_cast<int>(draft.Marks.size()));
+    FindFinishOf(day, draft);
+}
+
+/// Where the course leads: from the middle of the start line by its places to the finish, where it has one.
+std::vector<Way> WayPoints(const RaceDraft& draft) {
+    const std::vector<int> places = PlacesOf(draft.Marks);
+    std::vector<Way> points{(draft.Start.Line.Left + draft.Start.Line.Right) * 0.5};
+    for (const int place : draft.Course.Places) {
+        const auto mark = static_cast<std::size_t>(std::ranges::find(places, place) - places.begin());
+        const int partner = draft.Marks[mark].Partner;
+        const Way other = draft.Marks[partner < 0 ? mark : static_cast<std::size_t>(partner)].At;
+        points.push_back((draft.Marks[mark].At + other) * 0.5);
+    }
+    if (HasLine(draft.Finish)) points.push_back((draft.Finish.Line.Left + draft.Finish.Line.Right) * 0.5);
+    return points;
+}
+
+/// The mark for which boats hardly leave the straight way between its neighbours, wherever it stands in the
+/// course, and at which most of them do not change to another angle off the wind: where they happened to
+/// tack, to gybe or to sail round land. Nothing where there is none.
+std::optional<std::size_t> NeedlessMark(const RaceDraft& draft) {
+    constexpr double needless = 1.06;  // of the straight way
+    const std::vector<int> places = PlacesOf(draft.Marks);
+    const std::vector<Way> points = WayPoints(draft);
+    std::optional<std::size_t> straightest;
+    double least = needless;
+    for (std::size_t mark = 0; mark < draft.Marks.size(); ++mark) {
+        if (draft.Marks[mark].Changing || draft.Marks[mark].Partner >= 0) continue;
+        double longest = 0;
+        for (std::size_t entry = 0; entry < draft.Course.Places.size(); ++entry) {
+            if (draft.Course.Places[entry] != places[mark]) continue;
+            if (entry + 2 >= points.size()) continue;
+            const Way before = points[entry], here = points[entry + 1], next = points[entry + 2];
+            const double straight = std::max((next - before).Length(), 1.0);
+            longest = std::max(longest, ((here - before).Length() + (next - here).Length()) / straight);
+        }
+        if (longest > 0 && longest < least) least = longest, straightest = mark;
+    }
+    return straightest;
+}
+
+/// Takes a mark that is none of a gate away.
+void RemoveMark(RaceDraft& draft, std::size_t mark) {
+    draft.Marks.erase(draft.Marks.begin() + static_cast<std::ptrdiff_t>(mark));
+    for (FoundMark& each : draft.Marks)
+        if (each.Partner > static_cast<int>(mark)) --each.Partner;
+}
+
 void FindCourseOf(const SailedDay& day, RaceDraft& draft) {
     std::vector<const WayBySecond*> fleet;
     fleet.reserve(draft.Start.Boats.size());
     for (const int boat : draft.Start.Boats) fleet.push_back(&day.Ways[static_cast<std::size_t>(boat)]);
     draft.Marks = FindMarks(CornersOf(day, draft), fleet, draft.Wind, day.Lying);
-    FleetVisits visits;
-    for (const int boat : draft.Start.Boats) {
-        const auto i = static_cast<std::size_t>(boat);
-        visits.push_back(
-            VisitsOf(day.Ways[i], day.Corners[i], draft.Marks, draft.Start.Gun + AfterGun, draft.End));
+    OrderMarks(day, draft);
+    while (const auto mark = NeedlessMark(draft)) {
+        RemoveMark(draft, *mark);
+        OrderMarks(day, draft);
     }
-    draft.Course = FindCourse(visits, static_cast<int>(draft.Marks.size()));
-    FindFinishOf(day, draft);
     PreferLine(day, draft);
     if (draft.Finish.Where != FoundFinish::Kind::StartLine || draft.Start.HintedLine) return;
     draft.Start.Line = LineOfBoth(draft.Start.Line, draft.Finish.Stops);
 }
 
-double ConfidenceOf(const RaceDraft& draft) {
+/// Metres by which the fixes of a race scatter, of the middle boat.
+double NoiseOf(const SailedDay& day, const FoundStart& start) {
+    std::vector<double> noises;
+    for (const int boat : start.Boats) noises.push_back(day.Ways[static_cast<std::size_t>(boat)].Noise());
+    return MedianOf(std::move(noises));
+}
+
+double ConfidenceOf(const SailedDay& day, const RaceDraft& draft) {
+    constexpr double usualNoise = 3, leastClear = 0.5, forNoise = 0.02;
     const FoundStart& start = draft.Start;
     const double size = std::min(1.0, 0.4 + 0.15 * static_cast<double>(start.Boats.size() - 1));
     const double sharp = start.HintedGun ? 1.0 : std::clamp(1.3 - start.Spread / 100, 0.5, 1.0);
@@ -128,9 +189,10 @@ double ConfidenceOf(const RaceDraft& draft) {
         draft.Finish.Where == FoundFinish::Kind::None ? 0.6 : 0.7 + 0.3 * draft.Finish.Share;
     const double agree =
         0.5 + 0.5 * static_cast<double>(draft.Course.Agreeing) / static_cast<double>(start.Boats.size());
+    const double clear = std::clamp(1 - forNoise * (NoiseOf(day, start) - usualNoise), leastClear, 1.0);
     if (draft.Course.Places.empty()) return 0;
-    return size * std::sqrt(std::min(1.0, start.Share / 0.8)) * sharp * draft.Course.Support * agree *
-           finish;
+    return clear * size * std::sqrt(std::min(1.0, start.Share / 0.8)) * sharp * draft.Course.Support *
+           agree * finish;
 }
 
 }  // namespace
@@ -144,7 +206,7 @@ RaceDraft DraftRace(const SailedDay& day, const FoundStart& start, int end,
     draft.WindTold = !draft.Wind && wind;
     if (draft.WindTold) draft.Wind = wind;
     FindCourseOf(day, draft);
-    draft.Confidence = ConfidenceOf(draft);
+    draft.Confidence = ConfidenceOf(day, draft);
     return draft;
 }
 

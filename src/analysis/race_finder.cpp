@@ -49,15 +49,17 @@ bool StartAgain(const RaceDraft& draft, const std::vector<FoundStart>& starts) {
 /// The race that a start begins. What looks like the next start of its boats may be another race or a
 /// moment of this one: the first end that explains the race about as well as any other holds.
 RaceDraft BestDraft(const SailedDay& day, const FinderHints& hints, const std::vector<FoundStart>& starts,
-                std::size_t which) {
-    constexpr double asGood = 0.85;
+                    std::size_t which) {
+    constexpr double asGood = 0.85, better = 1.15;
     constexpr double strong = 0.9, leastStrong = 0.8;  // of the boats: surely another start
     constexpr std::size_t mostEnds = 4;
     std::vector<int> ends;
+    std::vector<bool> weak;  // of each end: fewer boats than here
     bool bounded = false;
     for (std::size_t next = which + 1; next < starts.size() && ends.size() < mostEnds && !bounded; ++next) {
         if (!ShareBoats(starts[which], starts[next])) continue;
         ends.push_back(starts[next].Gun - BeforeNext);
+        weak.push_back(starts[next].Share < leastStrong * starts[which].Share);
         bounded = starts[next].Share >= strong * std::max(starts[which].Share, leastStrong);
     }
     if (!bounded) ends.push_back(day.Last());
@@ -70,8 +72,17 @@ RaceDraft BestDraft(const SailedDay& day, const FinderHints& hints, const std::v
         if (recalled || StartAgain(draft, starts)) draft.Course = {}, draft.Confidence = 0;
         best = std::max(best, draft.Confidence);
     }
-    return *std::ranges::find_if(drafts,
-                                 [&](const RaceDraft& draft) { return draft.Confidence >= asGood * best; });
+    weak.resize(ends.size());
+    for (std::size_t i = 0; i < drafts.size(); ++i) {
+        const double behind =
+            i + 1 < drafts.size()
+                ? std::ranges::max_element(drafts.begin() + static_cast<std::ptrdiff_t>(i) + 1,
+                                           drafts.end(), {}, &RaceDraft::Confidence)
+                      ->Confidence
+                : 0.0;
+        if (drafts[i].Confidence >= (weak[i] ? better * behind : asGood * best)) return drafts[i];
+    }
+    return drafts.back();
 }
 
 /// True if a start lies within a race that was found of the same boats.

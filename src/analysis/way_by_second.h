@@ -21,6 +21,9 @@ class WayBySecond {
     int First() const { return first_; }  ///< second of the first place
     int Last() const { return first_ + static_cast<int>(sums_.size()) - 2; }
 
+    /// Metres by which its places scatter from one fix to the next, each way.
+    double Noise() const { return noise_; }
+
     /// Metres on the plane; nothing where there is no place.
     std::optional<Way> At(int t) const { return Mean(t, t); }
 
@@ -46,6 +49,7 @@ class WayBySecond {
     void Add(const std::optional<Way>& place);
 
     int first_ = 0;
+    double noise_ = 0.0;
     std::vector<Way> sums_;    // of the places before each second
     std::vector<int> counts_;  // how many those are
 };

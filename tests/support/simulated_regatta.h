@@ -18,14 +18,14 @@ struct RegattaPlan {
     unsigned Seed = 1;
     int Boats = 10;
     int Races = 1;
-    double Noise = 2.0;   ///< of places, metres each way
-    int Every = 1;        ///< seconds between fixes
-    int Retire = 1;       ///< boats that give up on the way
-    bool OddGun = false;  ///< the gun goes at no whole minute
-    bool Recall = false;  ///< a start before it, that all come back from
-    bool Gaps = false;    ///< each track has holes of a minute
-    bool Buoys = false;   ///< recorders lie at the marks
-    bool Fleets = false;  ///< the second half of the boats starts five minutes later
+    double Noise = 2.0;     ///< of places, metres each way
+    int Every = 1;          ///< seconds between fixes
+    int Retire = 1;         ///< boats that give up on the way
+    bool OddGun = false;    ///< the gun goes at no whole minute
+    bool Recall = false;    ///< a start before it, that all come back from
+    bool Gaps = false;      ///< each track has holes of a minute
+    bool Buoys = false;     ///< recorders lie at the marks
+    bool Fleets = false;    ///< the second half of the boats starts five minutes later
     bool Training = false;  ///< nobody starts: boats go round the marks by themselves, and meet between
 };
 
@@ -87,11 +87,12 @@ class SimulatedRegatta {
         double Slot = 0, Hold = 30;  // metres along the line, and behind it
         Way Target;                  // before the gun
         bool Going = false, Started = false;
-        int Over = -1;  // second of the finish, or of giving up
+        int Out = -1;  // second of the finish, or of giving up
         int StopAfter = 10;
         double Home = 0;
         double Widest = 300;  // metres beside the target
         double Shore = 60;    // metres that it keeps off land
+        double Over = 0;      // degrees beyond a lay line that it thinks it needs
         std::vector<Way> Places;
     };
 
@@ -131,7 +132,8 @@ class SimulatedRegatta {
         const Island* const island = LandAhead(sailor, heading, metres);
         if (!island) return heading;
         const Way off = island->At - sailor.At;
-        const double wide = std::asin(std::min(1.0, (island->Radius + sailor.Shore) / off.Length())) / DegToRad;
+        const double wide =
+            std::asin(std::min(1.0, (island->Radius + sailor.Shore) / off.Length())) / DegToRad;
         const double left = TurnBetween(off.Bearing(), heading);
         return off.Bearing() + (left < 0 ? -1 : 1) * (wide + 0.5);
     }
@@ -140,11 +142,12 @@ class SimulatedRegatta {
         constexpr double up = 44, down = 152, lookOut = 70;
         const double wind = WindAt(t);
         const Way straight = target - sailor.At;
-        target = sailor.At + Towards(PastLand(sailor, straight.Bearing(), straight.Length())) * straight.Length();
+        target = sailor.At +
+                 Towards(PastLand(sailor, straight.Bearing(), straight.Length())) * straight.Length();
         const double off = std::remainder((target - sailor.At).Bearing() - wind, 360.0);
         double angle = off;
-        const double limit = std::abs(off) < up ? up : down;
-        if (std::abs(off) < up || std::abs(off) > down) {
+        const double limit = std::abs(off) < 90 ? up : down;
+        if (std::abs(off) < up + sailor.Over || std::abs(off) > down - sailor.Over) {
             const double across = target.Along(Towards(wind + 90)) - sailor.At.Along(Towards(wind + 90));
             const bool wide = std::abs(across) > sailor.Widest && across * sailor.Tack < 0;
             if (t >= sailor.NextTack || (wide && t + 60 > sailor.NextTack)) {
@@ -203,7 +206,7 @@ class SimulatedRegatta {
         if (sailor.Leg == laid_.Roundings.size()) {
             SailTo(sailor, laid_.Finish + laid_.FinishAhead * 40 + FinishSide(sailor), t);
             const double past = (sailor.At - laid_.Finish).Along(laid_.FinishAhead);
-            if (past >= 0) sailor.Over = t;
+            if (past >= 0) sailor.Out = t;
             return;
         }
         const Way target = Waypoint(sailor);
@@ -214,6 +217,7 @@ class SimulatedRegatta {
         ++sailor.Leg;
         sailor.Berth = Between(5, 15);
         sailor.Side = Random() < 0.5 ? 0 : 1;
+        sailor.Over = Between(0, 4);
         sailor.NextTack = t + static_cast<int>(Between(30, 120));
     }
     Way FinishSide(const Sailor& sailor) const {
@@ -230,10 +234,11 @@ class SimulatedRegatta {
             sailor.Slot = Between(-0.45, 0.45) * lineLength_;
             sailor.Hold = Between(20, 36);
             sailor.Target = {};
-            sailor.Over = -1;
+            sailor.Out = -1;
             sailor.StopAfter = static_cast<int>(Between(3, 20));
             sailor.Home = Between(0, 360);
             sailor.Widest = Between(150, 420);
+            sailor.Over = Between(0, 4);
             if (!laid_.Islands.empty()) sailor.Shore = Between(20, 100);
             sailor.Tack = Random() < 0.5 ? 1 : -1;
             sailor.Delay = Random() < 0.75 ? 0.5 - 2.5 * std::log(1 - Random()) : Between(4, 20);
@@ -245,8 +250,8 @@ class SimulatedRegatta {
 
     void StepRace(Sailor& sailor, int t, int gun) {
         sailor.Places.push_back(sailor.At);
-        if (sailor.Over >= 0) {
-            if (t < sailor.Over + sailor.StopAfter) return Move(sailor, sailor.Heading, sailor.Speed);
+        if (sailor.Out >= 0) {
+            if (t < sailor.Out + sailor.StopAfter) return Move(sailor, sailor.Heading, sailor.Speed);
             return Move(sailor, sailor.Home, 1.0);
         }
         if (!sailor.Started) {
@@ -260,7 +265,7 @@ class SimulatedRegatta {
             return;
         }
         if (t - gun > sailor.Quits && sailor.Leg < laid_.Roundings.size()) {
-            sailor.Over = t;
+            sailor.Out = t;
             sailor.StopAfter = 0;
             return Move(sailor, sailor.Home, 1.5);
         }
@@ -273,7 +278,7 @@ class SimulatedRegatta {
     double SailRace(int gun) {
         Prepare(static_cast<int>(Guns.size()) - 1);
         const auto out = [&] {
-            return std::ranges::all_of(sailors_, [](const Sailor& sailor) { return sailor.Over >= 0; });
+            return std::ranges::all_of(sailors_, [](const Sailor& sailor) { return sailor.Out >= 0; });
         };
         int t = now_;
         for (int last = 1 << 30; t < last && t < gun + 9000; ++t) {
@@ -283,8 +288,8 @@ class SimulatedRegatta {
         }
         std::vector<std::pair<int, int>> order;
         for (std::size_t i = 0; i < sailors_.size(); ++i)
-            if (sailors_[i].Over >= 0 && sailors_[i].Leg == laid_.Roundings.size())
-                order.emplace_back(sailors_[i].Over, static_cast<int>(i) + 1);
+            if (sailors_[i].Out >= 0 && sailors_[i].Leg == laid_.Roundings.size())
+                order.emplace_back(sailors_[i].Out, static_cast<int>(i) + 1);
         std::ranges::sort(order);
         Finishes.emplace_back();
         for (const auto& [time, boat] : order) Finishes.back().push_back(boat);
@@ -332,7 +337,7 @@ class SimulatedRegatta {
                 sailor.Slot = Between(-25, 25);
             }
             int home = 0;
-            for (const int until = begin + 1800; now_ < until && home < std::ssize(sailors_);) 
+            for (const int until = begin + 1800; now_ < until && home < std::ssize(sailors_);)
                 home = Drill(way, coach, begin);
             begin = now_ + 150;
             for (; now_ < begin; ++now_)

@@ -1,0 +1,106 @@
+#include "analysis/mark_passing.h"
+
+#include <algorithm>
+#include <array>
+#include <cmath>
+#include <utility>
+
+namespace keelview {
+
+namespace {
+
+constexpr int Before = 26, Step = 2;  // seconds about a passing
+constexpr double Usual = 9;           // metres that boats keep off a mark
+constexpr double MostOff = 25;        // metres from it, that count
+constexpr double WrongSide = -5, Widest = 28;
+constexpr double TurnWeight = 1.0;
+constexpr double Fastest = 10;  // metres a second
+
+/// The places of a passing; empty with gaps.
+std::vector<Way> PlacesOf(const Passing& boat) {
+    std::vector<Way> places;
+    const int smooth = 1 + static_cast<int>(boat.Sails->Noise() / 2.5);
+    for (int t = boat.About - Before; t <= boat.About + Before; t += Step)
+        if (const auto at = boat.Sails->Mean(t - smooth, t + smooth)) places.push_back(*at);
+    return places;
+}
+
+/// Metres to the nearest point of a way, positive where a place is to port of it.
+double BerthOf(const std::vector<Way>& places, Way place) {
+    double least = 1e18, side = 1;
+    for (std::size_t i = 1; i < places.size(); ++i) {
+        const Way leg = places[i] - places[i - 1], off = place - places[i - 1];
+        const double share = std::clamp(off.Along(leg) / std::max(leg.Square(), 1e-9), 0.0, 1.0);
+        const double square = (off - leg * share).Square();
+        if (square < least) least = square, side = off.Across(leg) > 0 ? -1 : 1;
+    }
+    return side * std::sqrt(least);
+}
+
+double CostOf(const std::vector<std::vector<Way>>& ways, const std::vector<Way>& turns, double side,
+              Way at) {
+    double cost = 0;
+    for (const auto& places : ways) cost += std::min(std::abs(side * BerthOf(places, at) - Usual), MostOff);
+    for (const Way& turn : turns) cost += TurnWeight * std::min((turn - at).Length(), MostOff);
+    return cost;
+}
+
+}  // namespace
+
+std::optional<int> NearestSecond(const WayBySecond& way, Way place, double metres, int from, int to) {
+    std::optional<int> when;
+    double least = metres;
+    for (int t = std::max(from, way.First()); t <= std::min(to, way.Last());) {
+        const auto at = way.At(t);
+        const double away = at ? (*at - place).Length() : 2 * Fastest + least;
+        if (away < least) least = away, when = t;
+        t += std::max(1, static_cast<int>((away - least) / Fastest));
+    }
+    return when;
+}
+
+std::vector<std::optional<double>> BerthsAt(const std::vector<Passing>& boats, Way place) {
+    std::vector<std::optional<double>> berths;
+    for (const Passing& boat : boats) {
+        const std::vector<Way> places = PlacesOf(boat);
+        berths.push_back(places.size() > 1 ? std::optional(BerthOf(places, place)) : std::nullopt);
+    }
+    return berths;
+}
+
+bool IsMarkLike(double berth, bool toPort) {
+    const double off = toPort ? berth : -berth;
+    return off > WrongSide && off < Widest;
+}
+
+double MarkLike(const std::vector<std::optional<double>>& berths, bool toPort) {
+    int like = 0, all = 0;
+    for (const auto& berth : berths) {
+        if (!berth) continue;
+        ++all;
+        like += IsMarkLike(*berth, toPort);
+    }
+    return all > 0 ? static_cast<double>(like) / all : 0.0;
+}
+
+Way FitMark(const std::vector<Passing>& boats, const std::vector<Way>& turns, bool toPort, Way from) {
+    std::vector<std::vector<Way>> ways;
+    for (const Passing& boat : boats)
+        if (auto places = PlacesOf(boat); places.size() > 1) ways.push_back(std::move(places));
+    const double side = toPort ? 1 : -1;
+    Way best = from;
+    double least = CostOf(ways, turns, side, best);
+    for (const double step : {5.0, 1.5}) {
+        const Way middle = best;
+        const int reach = step > 2 ? 4 : 3;
+        for (int east = -reach; east <= reach; ++east)
+            for (int north = -reach; north <= reach; ++north) {
+                const Way at = middle + Way{east * step, north * step};
+                const double cost = CostOf(ways, turns, side, at);
+                if (cost < least) least = cost, best = at;
+            }
+    }
+    return best;
+}
+
+}  // namespace keelview
