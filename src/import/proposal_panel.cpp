@@ -152,8 +152,8 @@ CivilTime ProposalPanel::Clock() const {
 void ProposalPanel::ShowPlan(const RacePlan& plan, int chosen) {
     plan_ = &plan;
     chart_->ShowPlan(plan, chosen);
-    for (int i = 0; i < which_->count() && i < static_cast<int>(races_.size()); ++i)
-        which_->setItemText(i, Qt8(RaceText(races_[static_cast<std::size_t>(i)])));
+    for (int i = 0; i < which_->count(); ++i)
+        which_->setItemText(i, Qt8(RaceText(static_cast<std::size_t>(i))));
     ShowChart(false);
 }
 
@@ -200,7 +200,7 @@ void ProposalPanel::Correct(const std::function<void(FoundRace&)>& change) {
     if (which < 0) return;
     change(races_[static_cast<std::size_t>(which)]);
     corrected_ = true;
-    which_->setItemText(which, Qt8(RaceText(*Current())));
+    which_->setItemText(which, Qt8(RaceText(static_cast<std::size_t>(which))));
     const QSignalBlocker quiet(*take_);
     take_->setChecked(true);
     ShowCurrent(false);
@@ -237,7 +237,7 @@ void ProposalPanel::Race_Chosen() {
 
 void ProposalPanel::ShowRaces() {
     which_->clear();
-    for (const FoundRace& race : races_) which_->addItem(Qt8(RaceText(race)));
+    for (std::size_t i = 0; i < races_.size(); ++i) which_->addItem(Qt8(RaceText(i)));
     if (races_.empty()) take_->setChecked(false);
 }
 
@@ -293,13 +293,16 @@ std::string ProposalPanel::NamesOf(const std::vector<int>& boats) const {
     return names;
 }
 
-/// "12:35:00  L1 MK1 MK2 L1  78 %", with the day where the plan has several.
-std::string ProposalPanel::RaceText(const FoundRace& race) const {
+/// "1/2   12:35:00   78 %   L1 MK1 MK2 L1", with the day where the plan has several.
+std::string ProposalPanel::RaceText(std::size_t which) const {
+    const FoundRace& race = races_[which];
     const CivilTime gun = Clock() + race.Gun;
     const bool oneDay = plan_ == nullptr || DateText(LocalSecond(*plan_, plan_->Begin)) ==
                                                 DateText(LocalSecond(*plan_, plan_->End));
-    return (oneDay ? TimeOfDayText(gun) : DateTimeText(gun)) + "  " + WholeText(race.Confidence * 100) +
-           " %  " + CourseText(race);
+    std::string text =
+        races_.size() > 1 ? std::to_string(which + 1) + "/" + std::to_string(races_.size()) + "   " : "";
+    text += oneDay ? TimeOfDayText(gun) : DateTimeText(gun);
+    return text + "   " + WholeText(race.Confidence * 100) + " %   " + CourseText(race);
 }
 
 std::string ProposalPanel::NotesText() const {

@@ -64,7 +64,7 @@ class ProposalPanel : public QWidget {
     void ShowCurrent(bool fit);
     void ShowChart(bool fit);
     std::string NamesOf(const std::vector<int>& boats) const;
-    std::string RaceText(const FoundRace& race) const;
+    std::string RaceText(std::size_t which) const;
     std::string NotesText() const;
 
     const Voice& voice_;
