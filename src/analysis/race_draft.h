@@ -10,7 +10,8 @@
 
 namespace keelview {
 
-/// One race as it is being worked out: what follows its start up to a moment. Boats are counted from 0 here.
+/// One race as it is being worked out: what follows its start up to a moment. Boats are counted from 0
+/// here.
 struct RaceDraft {
     FoundStart Start;
     int End = 0;  ///< the last second that is looked at
@@ -22,8 +23,9 @@ struct RaceDraft {
     double Confidence = 0.0;  ///< 0 to 1; 0 where no mark was found
 };
 
-/// Works out the race that a start begins and that is over at `end`: the wind by the tacks of its first leg,
-/// else `wind`, marks, course, finish, and how sure all that is.
-RaceDraft DraftRace(const SailedDay& day, const FoundStart& start, int end, const std::optional<double>& wind);
+/// Works out the race that a start begins and that is over at `end`: the wind by the tacks of its first
+/// leg, else `wind`, marks, course, finish, and how sure all that is.
+RaceDraft DraftRace(const SailedDay& day, const FoundStart& start, int end,
+                    const std::optional<double>& wind);
 
 }  // namespace keelview

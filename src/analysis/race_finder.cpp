@@ -49,7 +49,7 @@ bool StartAgain(const RaceDraft& draft, const std::vector<FoundStart>& starts) {
 /// The race that a start begins. What looks like the next start of its boats may be another race or a
 /// moment of this one: the first end that explains the race about as well as any other holds.
 RaceDraft BestDraft(const SailedDay& day, const FinderHints& hints, const std::vector<FoundStart>& starts,
-                std::size_t which) {
+                    std::size_t which) {
     constexpr double asGood = 0.85;
     constexpr double strong = 0.9, leastStrong = 0.8;  // of the boats: surely another start
     constexpr std::size_t mostEnds = 4;

@@ -54,6 +54,11 @@ void ProposalPanel::LayOut() {
     which_->setSizeAdjustPolicy(QComboBox::AdjustToMinimumContentsLengthWithIcon);
     head->addWidget(take_);
     head->addWidget(which_, 1);
+    all_ = new QCheckBox(Qt8(voice_.In({"A&ll, a file each", "全レースを別ファイルに(&L)"})), this);
+    all_->setObjectName("AllRaces");
+    all_->setToolTip(Qt8(voice_.In({"Each race of the day gets a race file of its own, with its number",
+                                    "その日の各レースを番号付きの別々のレースファイルにします"})));
+    head->addWidget(all_);
     all->addLayout(head);
     chart_ = new TrackChart(this);
     all->addWidget(chart_, 1);
@@ -99,6 +104,9 @@ void ProposalPanel::Connect() {
     connect(take_, &QCheckBox::toggled, this, [this] {
         if (OnSet) OnSet();
     });
+    connect(all_, &QCheckBox::toggled, this, [this](bool on) {
+        if (on) take_->setChecked(true);
+    });
     connect(which_, &QComboBox::activated, this, [this] { Race_Chosen(); });
     connect(asFound_, &QPushButton::clicked, this, [this] { Adopt(); });
     connect(course_, &QLineEdit::textEdited, this, [this] { Course_Typed(); });
@@ -139,10 +147,12 @@ const FoundRace* ProposalPanel::Taken() const {
     return take_->isChecked() ? Current() : nullptr;
 }
 
-RaceControl ProposalPanel::TimesOfTaken() const {
-    RaceControl times;
-    if (Taken() != nullptr) TakeFoundRace(*Taken(), Clock(), times);
-    return times;
+bool ProposalPanel::TakesAll() const {
+    return Taken() != nullptr && races_.size() > 1 && all_->isChecked();
+}
+
+void ProposalPanel::Fill(const FoundRace& found, RaceControl& race) const {
+    TakeFoundRace(found, Clock(), race);
 }
 
 CivilTime ProposalPanel::Clock() const {
@@ -239,6 +249,7 @@ void ProposalPanel::ShowRaces() {
     which_->clear();
     for (std::size_t i = 0; i < races_.size(); ++i) which_->addItem(Qt8(RaceText(i)));
     if (races_.empty()) take_->setChecked(false);
+    all_->setVisible(races_.size() > 1);
 }
 
 void ProposalPanel::ShowCourse() {

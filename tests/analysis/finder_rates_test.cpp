@@ -41,8 +41,8 @@ struct Tally {
             for (const Sentence& each : finding.Missing) missed += " " + each.English + ";";
         }
         if (told && !missed.empty())
-            std::printf("  seed %u, %d boats, noise %.0f, every %d s:%s\n", plan.Seed, plan.Boats, plan.Noise,
-                        plan.Every, missed.c_str());
+            std::printf("  seed %u, %d boats, noise %.0f, every %d s:%s\n", plan.Seed, plan.Boats,
+                        plan.Noise, plan.Every, missed.c_str());
     }
 };
 
@@ -64,7 +64,8 @@ TEST_P(FinderRates, FindsGunMarksAndCourse) {
     Tally tally;
     for (unsigned seed = first; seed <= last; ++seed) tally.Count(PlanOf(layout, seed), told);
     if (told)
-        std::printf("| %s | %d | %d | %d | %d |\n", name, tally.Races, tally.Guns, tally.Marks, tally.Courses);
+        std::printf("| %s | %d | %d | %d | %d |\n", name, tally.Races, tally.Guns, tally.Marks,
+                    tally.Courses);
     EXPECT_GE(tally.Guns, 0.9 * tally.Seeds);
     EXPECT_GE(tally.Marks, 0.5 * tally.Seeds);
     EXPECT_GE(tally.Courses, 0.6 * tally.Seeds);

@@ -5,7 +5,6 @@
 #include <filesystem>
 
 #include "analysis/plan_search.h"
-#include "analysis/race_plan_writing.h"
 #include "support/regatta_files.h"
 
 namespace keelview {
@@ -139,12 +138,10 @@ TEST(RaceProposal, AFoundRaceThatIsTakenGoesIntoThePlannedRace) {
     ASSERT_EQ(day.Found.Races.size(), 1U);
     EXPECT_EQ(day.Clock + day.Found.Races[0].Gun, RaceTree::Start + regatta.Guns.front());
     EXPECT_EQ(day.Found.Races[0].Boats.size(), 6U);
-    EXPECT_TRUE(PlannedRace(plan).Marks.Empty());
-    plan.Found = day.Found.Races[0];
-    plan.Start = RaceTree::Start + regatta.Guns.front() + 5;  // as a person types it
-    const RaceControl race = PlannedRace(plan);
-    EXPECT_EQ(race.Start.At(), plan.Start);
-    EXPECT_TRUE(race.Finish.Empty());
+    RaceControl race = PlannedRace(plan);
+    EXPECT_TRUE(race.Marks.Empty());
+    TakeFoundRace(day.Found.Races[0], day.Clock, race);
+    EXPECT_EQ(race.Start.At(), RaceTree::Start + regatta.Guns.front());
     EXPECT_EQ(race.Marks.Count(), static_cast<int>(regatta.Marks.size()));
     std::string course;
     for (const std::string& entry : race.CourseOrder) course += (course.empty() ? "" : ", ") + entry;

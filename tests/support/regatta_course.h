@@ -150,7 +150,8 @@ class CourseLayer {
         for (std::size_t i = 0; i < laid_.Roundings.size(); ++i) {
             RegattaCourse::Rounding& each = laid_.Roundings[i];
             const Way here = MiddleOf(each);
-            const Way next = i + 1 < laid_.Roundings.size() ? MiddleOf(laid_.Roundings[i + 1]) : laid_.Finish;
+            const Way next =
+                i + 1 < laid_.Roundings.size() ? MiddleOf(laid_.Roundings[i + 1]) : laid_.Finish;
             each.In = (here - before).Bearing();
             each.Turn = std::remainder((next - here).Bearing() - each.In, 360.0);
             // Where the way leads straight back marks are left to port.

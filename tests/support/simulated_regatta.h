@@ -18,14 +18,14 @@ struct RegattaPlan {
     unsigned Seed = 1;
     int Boats = 10;
     int Races = 1;
-    double Noise = 2.0;   ///< of places, metres each way
-    int Every = 1;        ///< seconds between fixes
-    int Retire = 1;       ///< boats that give up on the way
-    bool OddGun = false;  ///< the gun goes at no whole minute
-    bool Recall = false;  ///< a start before it, that all come back from
-    bool Gaps = false;    ///< each track has holes of a minute
-    bool Buoys = false;   ///< recorders lie at the marks
-    bool Fleets = false;  ///< the second half of the boats starts five minutes later
+    double Noise = 2.0;     ///< of places, metres each way
+    int Every = 1;          ///< seconds between fixes
+    int Retire = 1;         ///< boats that give up on the way
+    bool OddGun = false;    ///< the gun goes at no whole minute
+    bool Recall = false;    ///< a start before it, that all come back from
+    bool Gaps = false;      ///< each track has holes of a minute
+    bool Buoys = false;     ///< recorders lie at the marks
+    bool Fleets = false;    ///< the second half of the boats starts five minutes later
     bool Training = false;  ///< nobody starts: boats go round the marks by themselves, and meet between
 };
 
@@ -131,7 +131,8 @@ class SimulatedRegatta {
         const Island* const island = LandAhead(sailor, heading, metres);
         if (!island) return heading;
         const Way off = island->At - sailor.At;
-        const double wide = std::asin(std::min(1.0, (island->Radius + sailor.Shore) / off.Length())) / DegToRad;
+        const double wide =
+            std::asin(std::min(1.0, (island->Radius + sailor.Shore) / off.Length())) / DegToRad;
         const double left = TurnBetween(off.Bearing(), heading);
         return off.Bearing() + (left < 0 ? -1 : 1) * (wide + 0.5);
     }
@@ -140,7 +141,8 @@ class SimulatedRegatta {
         constexpr double up = 44, down = 152, lookOut = 70;
         const double wind = WindAt(t);
         const Way straight = target - sailor.At;
-        target = sailor.At + Towards(PastLand(sailor, straight.Bearing(), straight.Length())) * straight.Length();
+        target = sailor.At +
+                 Towards(PastLand(sailor, straight.Bearing(), straight.Length())) * straight.Length();
         const double off = std::remainder((target - sailor.At).Bearing() - wind, 360.0);
         double angle = off;
         const double limit = std::abs(off) < up ? up : down;
@@ -332,7 +334,7 @@ class SimulatedRegatta {
                 sailor.Slot = Between(-25, 25);
             }
             int home = 0;
-            for (const int until = begin + 1800; now_ < until && home < std::ssize(sailors_);) 
+            for (const int until = begin + 1800; now_ < until && home < std::ssize(sailors_);)
                 home = Drill(way, coach, begin);
             begin = now_ + 150;
             for (; now_ < begin; ++now_)
