@@ -255,7 +255,7 @@ void ProposalPanel::ShowRaces() {
 void ProposalPanel::ShowCourse() {
     const FoundRace* const race = Current();
     wrongEntry_.clear();
-    course_->setText(race != nullptr ? Qt8(CourseText(*race)) : QString());
+    course_->setText(race != nullptr ? Qt8(CourseAsTyped(*race)) : QString());
 }
 
 void ProposalPanel::ShowLaps() {
@@ -313,7 +313,7 @@ std::string ProposalPanel::RaceText(std::size_t which) const {
     std::string text =
         races_.size() > 1 ? std::to_string(which + 1) + "/" + std::to_string(races_.size()) + "   " : "";
     text += oneDay ? TimeOfDayText(gun) : DateTimeText(gun);
-    return text + "   " + WholeText(race.Confidence * 100) + " %   " + CourseText(race);
+    return text + "   " + WholeText(race.Confidence * 100) + " %   " + CourseAsTyped(race);
 }
 
 std::string ProposalPanel::NotesText() const {

@@ -74,9 +74,9 @@ TEST(RaceProposal, WhatIsAddedAndRemovedLeavesACourseThatNamesWhatIsThere) {
     for (const auto& each : cases) {
         FoundRace race = TwoLaps();
         each.change(race);
-        EXPECT_EQ(CourseText(race), each.course) << each.what;
+        EXPECT_EQ(CourseAsTyped(race), each.course) << each.what;
         EXPECT_EQ(LapsOf(race), each.laps) << each.what;
-        EXPECT_EQ(TakeCourse(race, CourseText(race)), "") << each.what;
+        EXPECT_EQ(TakeCourse(race, CourseAsTyped(race)), "") << each.what;
     }
 }
 
@@ -96,7 +96,7 @@ TEST(RaceProposal, ACourseIsTakenAsItIsTypedOrNotAtAll) {
     for (const auto& each : cases) {
         FoundRace race = TwoLaps();
         EXPECT_EQ(TakeCourse(race, each.typed), each.wrong);
-        EXPECT_EQ(CourseText(race), *each.wrong == '\0' ? each.course : CourseText(TwoLaps()));
+        EXPECT_EQ(CourseAsTyped(race), *each.wrong == '\0' ? each.course : CourseAsTyped(TwoLaps()));
     }
     FoundRace race = TwoLaps();
     std::string longest;
