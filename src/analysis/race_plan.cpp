@@ -8,7 +8,6 @@
 #include <utility>
 
 #include "analysis/clock_offsets.h"
-#include "analysis/found_race_entry.h"
 #include "analysis/plan_names.h"
 #include "base/angles.h"
 #include "base/numbers.h"
@@ -310,13 +309,12 @@ RaceControl PlannedRace(const RacePlan& plan) {
     race.RaceTitle1 = plan.Title;
     race.BoatLength = StandardBoatLength;
     race.TimeDiff = plan.TimeDiff;
-    race.Marks = plan.Marks;
-    race.Lines = plan.StartLine;
-    if (plan.Found) TakeFoundRace(*plan.Found, 0, race);
-    race.Start = plan.Start ? RaceTime(*plan.Start) : RaceTime();
-    race.Finish = plan.Finish ? RaceTime(*plan.Finish) : RaceTime();
+    if (plan.Start) race.Start = RaceTime(*plan.Start);
+    if (plan.Finish) race.Finish = RaceTime(*plan.Finish);
     for (const PlannedBoat* boat : TakenBoats(plan))
         race.Boats.Add({BoatFileOf(plan, *boat), boat->Name, boat->ClockOffset});
+    race.Marks = plan.Marks;
+    race.Lines = plan.StartLine;
     return race;
 }
 

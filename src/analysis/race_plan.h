@@ -7,7 +7,6 @@
 
 #include "analysis/fleet.h"
 #include "analysis/found_tracks.h"
-#include "analysis/race_finder.h"
 #include "racedata/race_control.h"
 
 namespace keelview {
@@ -53,7 +52,6 @@ struct RacePlan {
     std::optional<CivilTime> Finish;     ///< local; the end of the plan, where there is a start
     OneBased<Mark, MaxMarks> Marks;      ///< places that the files name, on the race's water
     OneBased<Line, MaxLines> StartLine;  ///< its ends as a device was told them: one at most
-    std::optional<FoundRace> Found;      ///< once somebody takes it: its marks, lines, course and wind
 };
 
 /// Plans a race of what was found in files. The order in which they were handed in does not matter; a

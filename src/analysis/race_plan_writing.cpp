@@ -20,8 +20,8 @@ fs::path TargetPath(const fs::path& tree, const std::string& name) {
     return FindBelow(tree, "gpsdat/" + name);
 }
 
-fs::path RacePath(const fs::path& tree, const RacePlan& plan) {
-    return FindBelow(tree, "raceadmin/" + plan.RaceFileName);
+fs::path RacePath(const fs::path& tree, const std::string& name) {
+    return FindBelow(tree, "raceadmin/" + name);
 }
 
 /// True if there are two files and they hold the same.
@@ -84,16 +84,23 @@ void SettleTargets(const fs::path& tree, RacePlan& plan) {
     }
 }
 
-bool RaceFileExists(const fs::path& tree, const RacePlan& plan) {
-    return IsFile(RacePath(tree, plan));
+bool RaceFileExists(const fs::path& tree, const std::string& raceFileName) {
+    return IsFile(RacePath(tree, raceFileName));
 }
 
 PlanTrouble WritePlannedRace(const fs::path& tree, const RacePlan& plan, bool replace,
                              const StepProgress& progress) {
+    return WritePlannedRaces(tree, plan, {PlannedRace(plan)}, replace, progress);
+}
+
+PlanTrouble WritePlannedRaces(const fs::path& tree, const RacePlan& plan,
+                              const std::vector<RaceControl>& races, bool replace,
+                              const StepProgress& progress) {
     const auto boats = std::ranges::count_if(plan.Boats, &PlannedBoat::Taken);
     if (boats == 0 || boats > MaxBoats) return Trouble(std::errc::invalid_argument);
-    if (!replace && RaceFileExists(tree, plan))
-        return Trouble(std::errc::file_exists, RacePath(tree, plan));
+    for (const RaceControl& race : races)
+        if (!replace && RaceFileExists(tree, race.RaceFileName))
+            return Trouble(std::errc::file_exists, RacePath(tree, race.RaceFileName));
     const std::set<std::size_t> files = FilesInUse(plan);
     Written written;
     int done = 0;
@@ -102,8 +109,12 @@ PlanTrouble WritePlannedRace(const fs::path& tree, const RacePlan& plan, bool re
             return Trouble(std::errc::operation_canceled);
         if (auto trouble = CopyRecording(tree, plan.Files[file], written); trouble.Error) return trouble;
     }
-    if (const std::error_code error = SaveRaceFile(tree, PlannedRace(plan)))
-        return {error, RacePath(tree, plan)};
+    for (const RaceControl& race : races) {
+        fs::path path = RacePath(tree, race.RaceFileName);
+        const bool isNew = !IsFile(path);
+        if (const std::error_code error = SaveRaceFile(tree, race)) return {error, path};
+        if (isNew) written.Add(std::move(path));
+    }
     written.Keep();
     return {};
 }

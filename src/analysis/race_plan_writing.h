@@ -1,7 +1,9 @@
 #pragma once
 
 #include <filesystem>
+#include <string>
 #include <system_error>
+#include <vector>
 
 #include "analysis/race_plan.h"
 
@@ -11,8 +13,8 @@ namespace keelview {
 /// bytes there keeps its name, and will not be written again.
 void SettleTargets(const std::filesystem::path& tree, RacePlan& plan);
 
-/// True if there is a race file of the plan's name: writing would replace it.
-bool RaceFileExists(const std::filesystem::path& tree, const RacePlan& plan);
+/// True if there is a race file of that name: writing would replace it.
+bool RaceFileExists(const std::filesystem::path& tree, const std::string& raceFileName);
 
 /// Why a planned race was not written.
 struct PlanTrouble {
@@ -27,5 +29,11 @@ struct PlanTrouble {
 /// it is replaced as a whole.
 PlanTrouble WritePlannedRace(const std::filesystem::path& tree, const RacePlan& plan, bool replace,
                              const StepProgress& progress);
+
+/// The same of several races of a plan's boats, each with a file of its own. Files that were replaced
+/// before a fault stay so.
+PlanTrouble WritePlannedRaces(const std::filesystem::path& tree, const RacePlan& plan,
+                              const std::vector<RaceControl>& races, bool replace,
+                              const StepProgress& progress);
 
 }  // namespace keelview

@@ -164,7 +164,7 @@ void Remove(FoundRace& race, const CourseKey& entry) {
     race.Course = std::move(course);
 }
 
-std::string CourseText(const FoundRace& race) {
+std::string CourseAsTyped(const FoundRace& race) {
     std::string text;
     for (const std::string& entry : race.Course) text += (text.empty() ? "" : " ") + entry;
     return text;

@@ -43,7 +43,7 @@ bool AddLine(FoundRace& race, const Position& from, const Position& to);
 void Remove(FoundRace& race, const CourseKey& entry);
 
 /// "L1 MK1 MK2/MK3 L1".
-std::string CourseText(const FoundRace& race);
+std::string CourseAsTyped(const FoundRace& race);
 
 /// Takes a course in that form, commas as good as blanks, letters of any case. Returns the first entry that
 /// names nothing of the race or stands beyond the longest course; nothing is changed then. Empty: taken.

@@ -41,10 +41,6 @@ void Propose(QLineEdit& field, std::string_view text) {
     if (!field.isModified()) field.setText(Qt8(text));
 }
 
-std::string TimeText(const std::optional<CivilTime>& time) {
-    return time ? DateTimeText(*time) : std::string();
-}
-
 std::vector<std::filesystem::path> LocalPaths(const QMimeData& data) {
     std::vector<std::filesystem::path> paths;
     for (const QUrl& url : data.urls())
@@ -143,7 +139,7 @@ std::string ImportSheet::MakeRace(const std::vector<std::filesystem::path>& path
     show();
     if (!paths.empty()) Add(paths);
     if (services_.platform.Ending() || leaves_ || !isVisible()) return {};
-    return exec() == Accepted ? plan_.RaceFileName : std::string();
+    return exec() == Accepted ? written_ : std::string();
 }
 
 void ImportSheet::reject() {
@@ -202,10 +198,10 @@ void ImportSheet::ShowAll() {
 void ImportSheet::ShowFields() {
     Propose(*title_, plan_.Title);
     Propose(*raceFile_, plan_.RaceFileName);
-    const bool found = proposal_->Taken() != nullptr;
-    const RaceControl times = proposal_->TimesOfTaken();
-    Propose(*start_, found ? times.Start.Text() : TimeText(plan_.Start));
-    Propose(*finish_, found ? times.Finish.Text() : TimeText(plan_.Finish));
+    RaceControl race = PlannedRace(plan_);
+    if (const FoundRace* const found = proposal_->Taken()) proposal_->Fill(*found, race);
+    Propose(*start_, race.Start.Text());
+    Propose(*finish_, race.Finish.Text());
     Propose(*timeDiff_, NumberText(plan_.TimeDiff));
     if (plan_.Boats.empty()) return period_->clear();
     period_->setText(Qt8(voice_.Str({"Period ", "期間 "}) + DateTimeText(LocalSecond(plan_, plan_.Begin)) +
@@ -240,59 +236,85 @@ void ImportSheet::TimeDiff_Typed() {
     Search();
 }
 
-bool ImportSheet::TakeTime(const QLineEdit& field, const Text& trouble, std::optional<CivilTime>& time) {
+bool ImportSheet::TakeTime(const QLineEdit& field, const Text& trouble, RaceTime& time) {
     const std::string text = TextOf(field);
-    time = ParseDateTime(text);
-    if (time || text.empty()) return true;
+    const auto at = ParseDateTime(text);
+    time = at ? RaceTime(*at) : RaceTime();
+    if (at || text.empty()) return true;
     voice_.Say(trouble, text);
     return false;
 }
 
-bool ImportSheet::TakeFields() {
+/// The race as it is planned, found and typed. False, and the person is told, for what is typed wrong.
+bool ImportSheet::TakeFields(RaceControl& race) {
     if (!proposal_->CourseStands()) return false;
     if (!ParseTimeDiff(timeDiff_->text().toStdString())) {
         voice_.Say({"Incorrect time difference", "時差が正しくありません"}, TextOf(*timeDiff_));
         return false;
     }
+    plan_.Title = TextOf(*title_);
+    plan_.RaceFileName = SafeFileName(TextOf(*raceFile_));
+    if (!IsRaceFileName(plan_.RaceFileName)) plan_.RaceFileName += ".txt";
+    race = PlannedRace(plan_);
+    if (const FoundRace* const found = proposal_->Taken()) proposal_->Fill(*found, race);
     if (!TakeTime(*start_,
                   {"Incorrect start date or time", "スタートの日付、時間の入力スタイルが正しくありません"},
-                  plan_.Start) ||
+                  race.Start) ||
         !TakeTime(
             *finish_,
             {"Incorrect finish date or time", "フィニッシュの日付、時間の入力スタイルが正しくありません"},
-            plan_.Finish))
+            race.Finish))
         return false;
-    if (plan_.Start && plan_.Finish && *plan_.Finish <= *plan_.Start) {
+    if (race.Start.At() && race.Finish.At() && *race.Finish.At() <= *race.Start.At()) {
         voice_.Say(
             {"The finish must be after the start", "フィニッシュはスタートより後の日時にしてください"});
         return false;
     }
-    plan_.Found.reset();
-    if (const FoundRace* const found = proposal_->Taken()) plan_.Found = *found;
-    plan_.Title = TextOf(*title_);
-    plan_.RaceFileName = SafeFileName(TextOf(*raceFile_));
-    if (!IsRaceFileName(plan_.RaceFileName)) plan_.RaceFileName += ".txt";
     return true;
+}
+
+/// All races of the day as their files are to hold them, the one that is shown first.
+std::vector<RaceControl> ImportSheet::RacesOfTheDay(const RaceControl& shown) const {
+    std::vector<RaceControl> races;
+    const std::string stem = shown.RaceFileName.substr(0, shown.RaceFileName.rfind('.'));
+    int number = 0;
+    for (const FoundRace& found : proposal_->Races()) {
+        RaceControl race = shown;
+        const bool isShown = &found == proposal_->Taken();
+        if (!isShown) proposal_->Fill(found, race);
+        ++number;
+        race.RaceTitle1 += " R" + std::to_string(number);
+        race.RaceFileName = stem + "_" + std::to_string(number) + ".txt";
+        races.insert(isShown ? races.begin() : races.end(), std::move(race));
+    }
+    return races;
 }
 
 void ImportSheet::Ok_Clicked() {
     const auto taken = std::ranges::count_if(plan_.Boats, &PlannedBoat::Taken);
     if (taken == 0) return voice_.Say({"No boat is ticked", "艇が選択されていません"});
     if (taken > MaxBoats) return voice_.Say(TooManyBoats);
-    if (!TakeFields()) return;
-    const bool replace = RaceFileExists(settings_.AppPath, plan_);
+    RaceControl shown;
+    if (!TakeFields(shown)) return;
+    const std::vector<RaceControl> races =
+        proposal_->TakesAll() ? RacesOfTheDay(shown) : std::vector{shown};
+    const bool replace = std::ranges::any_of(races, [this](const RaceControl& race) {
+        return RaceFileExists(settings_.AppPath, race.RaceFileName);
+    });
     if (replace && !voice_.Ask({"A race file of this name exists. Replace it?",
                                 "同名のレースファイルがあります。置き換えますか？"}))
         return;
-    if (Write(replace)) accept();
+    if (!Write(races, replace)) return;
+    written_ = races.front().RaceFileName;
+    accept();
 }
 
-/// True if the race was written; the person is told why it was not, unless they stopped it.
-bool ImportSheet::Write(bool replace) {
+/// True if the races were written; the person is told why it was not, unless they stopped it.
+bool ImportSheet::Write(const std::vector<RaceControl>& races, bool replace) {
     PlanTrouble trouble;
     SetBusy(true);
     work_->Do([&](const StepProgress& progress) {
-        trouble = WritePlannedRace(settings_.AppPath, plan_, replace, progress);
+        trouble = WritePlannedRaces(settings_.AppPath, plan_, races, replace, progress);
     });
     SetBusy(false);
     if (trouble.Error && trouble.Error != std::errc::operation_canceled)

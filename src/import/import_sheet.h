@@ -23,8 +23,8 @@
 namespace keelview {
 
 /// The sheet that makes a race of a heap of track files: shows what was found in them, and the race that
-/// they hold, lets the person correct it, and writes the race. Until OK nothing is written, and on a fault
-/// nothing stays.
+/// they hold, lets the person correct it, and writes the race, or each race of the day. Until OK nothing is
+/// written, and on a fault nothing stays.
 class ImportSheet : public QDialog {
   public:
     ImportSheet(const Settings& settings, Services& services);
@@ -48,9 +48,10 @@ class ImportSheet : public QDialog {
     void Boat_Set(int row);
     void TimeDiff_Typed();
     void Ok_Clicked();
-    bool TakeFields();
-    bool TakeTime(const QLineEdit& field, const Text& trouble, std::optional<CivilTime>& time);
-    bool Write(bool replace);
+    bool TakeFields(RaceControl& race);
+    bool TakeTime(const QLineEdit& field, const Text& trouble, RaceTime& time);
+    std::vector<RaceControl> RacesOfTheDay(const RaceControl& shown) const;
+    bool Write(const std::vector<RaceControl>& races, bool replace);
     void SetBusy(bool busy);
 
     void dragEnterEvent(QDragEnterEvent* event) override;
@@ -61,6 +62,7 @@ class ImportSheet : public QDialog {
     Voice voice_;
     std::vector<std::filesystem::path> paths_;  // all that was handed in
     RacePlan plan_;
+    std::string written_;  // the race file that is to be opened
     bool leaves_ = false;  // as soon as the work at hand is done
 
     QLineEdit* title_ = nullptr;

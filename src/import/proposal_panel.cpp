@@ -54,6 +54,11 @@ void ProposalPanel::LayOut() {
     which_->setSizeAdjustPolicy(QComboBox::AdjustToMinimumContentsLengthWithIcon);
     head->addWidget(take_);
     head->addWidget(which_, 1);
+    all_ = new QCheckBox(Qt8(voice_.In({"A&ll, a file each", "全レースを別ファイルに(&L)"})), this);
+    all_->setObjectName("AllRaces");
+    all_->setToolTip(Qt8(voice_.In({"Each race of the day gets a race file of its own, with its number",
+                                    "その日の各レースを番号付きの別々のレースファイルにします"})));
+    head->addWidget(all_);
     all->addLayout(head);
     chart_ = new TrackChart(this);
     all->addWidget(chart_, 1);
@@ -99,6 +104,9 @@ void ProposalPanel::Connect() {
     connect(take_, &QCheckBox::toggled, this, [this] {
         if (OnSet) OnSet();
     });
+    connect(all_, &QCheckBox::toggled, this, [this](bool on) {
+        if (on) take_->setChecked(true);
+    });
     connect(which_, &QComboBox::activated, this, [this] { Race_Chosen(); });
     connect(asFound_, &QPushButton::clicked, this, [this] { Adopt(); });
     connect(course_, &QLineEdit::textEdited, this, [this] { Course_Typed(); });
@@ -139,10 +147,12 @@ const FoundRace* ProposalPanel::Taken() const {
     return take_->isChecked() ? Current() : nullptr;
 }
 
-RaceControl ProposalPanel::TimesOfTaken() const {
-    RaceControl times;
-    if (Taken() != nullptr) TakeFoundRace(*Taken(), Clock(), times);
-    return times;
+bool ProposalPanel::TakesAll() const {
+    return Taken() != nullptr && races_.size() > 1 && all_->isChecked();
+}
+
+void ProposalPanel::Fill(const FoundRace& found, RaceControl& race) const {
+    TakeFoundRace(found, Clock(), race);
 }
 
 CivilTime ProposalPanel::Clock() const {
@@ -152,8 +162,8 @@ CivilTime ProposalPanel::Clock() const {
 void ProposalPanel::ShowPlan(const RacePlan& plan, int chosen) {
     plan_ = &plan;
     chart_->ShowPlan(plan, chosen);
-    for (int i = 0; i < which_->count() && i < static_cast<int>(races_.size()); ++i)
-        which_->setItemText(i, Qt8(RaceText(races_[static_cast<std::size_t>(i)])));
+    for (int i = 0; i < which_->count(); ++i)
+        which_->setItemText(i, Qt8(RaceText(static_cast<std::size_t>(i))));
     ShowChart(false);
 }
 
@@ -200,7 +210,7 @@ void ProposalPanel::Correct(const std::function<void(FoundRace&)>& change) {
     if (which < 0) return;
     change(races_[static_cast<std::size_t>(which)]);
     corrected_ = true;
-    which_->setItemText(which, Qt8(RaceText(*Current())));
+    which_->setItemText(which, Qt8(RaceText(static_cast<std::size_t>(which))));
     const QSignalBlocker quiet(*take_);
     take_->setChecked(true);
     ShowCurrent(false);
@@ -237,14 +247,15 @@ void ProposalPanel::Race_Chosen() {
 
 void ProposalPanel::ShowRaces() {
     which_->clear();
-    for (const FoundRace& race : races_) which_->addItem(Qt8(RaceText(race)));
+    for (std::size_t i = 0; i < races_.size(); ++i) which_->addItem(Qt8(RaceText(i)));
     if (races_.empty()) take_->setChecked(false);
+    all_->setVisible(races_.size() > 1);
 }
 
 void ProposalPanel::ShowCourse() {
     const FoundRace* const race = Current();
     wrongEntry_.clear();
-    course_->setText(race != nullptr ? Qt8(CourseText(*race)) : QString());
+    course_->setText(race != nullptr ? Qt8(CourseAsTyped(*race)) : QString());
 }
 
 void ProposalPanel::ShowLaps() {
@@ -293,13 +304,16 @@ std::string ProposalPanel::NamesOf(const std::vector<int>& boats) const {
     return names;
 }
 
-/// "12:35:00  L1 MK1 MK2 L1  78 %", with the day where the plan has several.
-std::string ProposalPanel::RaceText(const FoundRace& race) const {
+/// "1/2   12:35:00   78 %   L1 MK1 MK2 L1", with the day where the plan has several.
+std::string ProposalPanel::RaceText(std::size_t which) const {
+    const FoundRace& race = races_[which];
     const CivilTime gun = Clock() + race.Gun;
     const bool oneDay = plan_ == nullptr || DateText(LocalSecond(*plan_, plan_->Begin)) ==
                                                 DateText(LocalSecond(*plan_, plan_->End));
-    return (oneDay ? TimeOfDayText(gun) : DateTimeText(gun)) + "  " + WholeText(race.Confidence * 100) +
-           " %  " + CourseText(race);
+    std::string text =
+        races_.size() > 1 ? std::to_string(which + 1) + "/" + std::to_string(races_.size()) + "   " : "";
+    text += oneDay ? TimeOfDayText(gun) : DateTimeText(gun);
+    return text + "   " + WholeText(race.Confidence * 100) + " %   " + CourseAsTyped(race);
 }
 
 std::string ProposalPanel::NotesText() const {

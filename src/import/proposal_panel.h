@@ -19,7 +19,8 @@
 namespace keelview {
 
 /// The chart of a plan with the race that was found in its tracks: of several the person chooses one,
-/// corrects it on the chart and by its course, and ticks that it be taken. What was not found is told.
+/// corrects it on the chart and by its course, and ticks that it be taken, or all of them. What was not
+/// found is told.
 class ProposalPanel : public QWidget {
   public:
     ProposalPanel(QWidget* parent, const Voice& voice);
@@ -34,10 +35,13 @@ class ProposalPanel : public QWidget {
     /// was found can be had by a button then.
     void ShowFinding(DayFinding finding);
 
-    /// The race as it is now, if the person takes it; else null.
+    /// The race that is shown as it is now, if the person takes it; else null.
     const FoundRace* Taken() const;
-    /// Its times as its race file is to hold them, on the plan's clock.
-    RaceControl TimesOfTaken() const;
+    /// The person takes not it alone, but all of the day.
+    bool TakesAll() const;
+    const std::vector<FoundRace>& Races() const { return races_; }
+    /// Gives a race what was found of one of them, on the plan's clock (TakeFoundRace).
+    void Fill(const FoundRace& found, RaceControl& race) const;
 
     /// False, and the person is told, where the course that is typed for it names nothing of the race.
     bool CourseStands();
@@ -64,7 +68,7 @@ class ProposalPanel : public QWidget {
     void ShowCurrent(bool fit);
     void ShowChart(bool fit);
     std::string NamesOf(const std::vector<int>& boats) const;
-    std::string RaceText(const FoundRace& race) const;
+    std::string RaceText(std::size_t which) const;
     std::string NotesText() const;
 
     const Voice& voice_;
@@ -81,6 +85,7 @@ class ProposalPanel : public QWidget {
 
     QCheckBox* take_ = nullptr;
     QComboBox* which_ = nullptr;
+    QCheckBox* all_ = nullptr;
     TrackChart* chart_ = nullptr;
     std::vector<QPushButton*> tools_;
     QPushButton* asFound_ = nullptr;

@@ -6,7 +6,6 @@
 #include <QWheelEvent>
 #include <algorithm>
 #include <cmath>
-#include <utility>
 
 #include "base/angles.h"
 #include "base/point.h"
@@ -170,7 +169,8 @@ void TrackChart::mouseMoveEvent(QMouseEvent* event) {
     pointer_ = event->position();
     if (held_ && OnMove) OnMove(*held_, EarthAt(pointer_));
     if (water_) {
-        const Position before = EarthAt(*std::exchange(water_, pointer_));
+        const Position before = EarthAt(*water_);
+        water_ = pointer_;
         const Position now = EarthAt(pointer_);
         middle_ = {middle_.Lat + before.Lat - now.Lat, middle_.Lon + before.Lon - now.Lon};
         moved_ = true;

@@ -35,13 +35,12 @@ std::vector<GateOnWay> GatesOf(const AppState& app) {
     std::vector<GateOnWay> gates;
     for (int entry = 1; entry <= app.race.CourseOrder.Count(); ++entry) {
         const CourseKey key = ParseCourseKey(app.race.CourseOrder[entry]);
-        if (!key.IsGate() || !app.race.Marks.Holds(key.Number) || !app.race.Marks.Holds(key.OtherMark))
-            continue;
+        const auto to = app.race.Marks.Holds(key.OtherMark) ? MiddleOf(app.race, key) : std::nullopt;
+        if (!to) continue;
         const auto from =
             entry > 1 ? MiddleOf(app.race, ParseCourseKey(app.race.CourseOrder[entry - 1])) : std::nullopt;
-        const Position to = *MiddleOf(app.race, key);
         const double way =
-            from ? BearingOf((to.Lon - from->Lon) * app.scale.LonScale, to.Lat - from->Lat) : 0.0;
+            from ? BearingOf((to->Lon - from->Lon) * app.scale.LonScale, to->Lat - from->Lat) : 0.0;
         gates.push_back({key, from && std::abs(TurnBetween(app.now.WindNow.DirectionTrue, way)) > 90});
     }
     return gates;

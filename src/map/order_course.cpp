@@ -1,5 +1,6 @@
 #include "map/order_course.h"
 
+#include <algorithm>
 #include <string>
 
 #include "analysis/nearest_entry.h"
@@ -9,7 +10,8 @@ namespace keelview {
 
 namespace {
 
-constexpr int RowHeight = 12;  // of an entry in the course panel
+constexpr int RowHeight = 12;          // of an entry in the course panel
+constexpr double LeastListWidth = 75;  // there
 constexpr Text GateHint{
     "Shift + click joins a mark to the one\nbefore it: a gate. On a gate it takes\nthe two apart.",
     "Shift + クリックで直前のマークと合わせて\nゲートにします。ゲート上では2つの\nマークに戻します。"};
@@ -78,14 +80,18 @@ void OrderCourse::ShowCoursePanel() {
     const int count = app_.race.CourseOrder.Count();
     constexpr double LeastHeight = 15.0;
     const double height = count > 0 ? count * RowHeight : LeastHeight;
-    form_.Picture9.Move(form_.Picture1.Width() - 100, 10, 90, height + 55);
-    form_.Label4.Move(8, 5, 97, 17);
-    form_.List1.Move(5, 20, 75, count * RowHeight + 10);
-    form_.Command8.Move(5, height + 30, 76, 17);
     form_.List1.SetRowHeight(RowHeight);
     form_.List1.Clear();
-    for (int entry = 1; entry <= count; ++entry)
-        form_.List1.AddItem(std::to_string(entry) + "  " + app_.race.CourseOrder[entry]);
+    double wide = LeastListWidth;
+    for (int entry = 1; entry <= count; ++entry) {
+        const std::string row = std::to_string(entry) + "  " + app_.race.CourseOrder[entry];
+        form_.List1.AddItem(row);
+        wide = std::max(wide, form_.Text7.TextWidth(row) + 12);  // a gate of large numbers
+    }
+    form_.Picture9.Move(form_.Picture1.Width() - wide - 25, 10, wide + 15, height + 55);
+    form_.Label4.Move(8, 5, 97, 17);
+    form_.List1.Move(5, 20, wide, count * RowHeight + 10);
+    form_.Command8.Move(5, height + 30, wide + 1, 17);
     form_.Picture9.Show();
     // Over the finish list, but below the label of the boat under the pointer.
     form_.Picture9.Raise();

@@ -5,7 +5,6 @@
 #include <filesystem>
 
 #include "analysis/plan_search.h"
-#include "analysis/race_plan_writing.h"
 #include "support/regatta_files.h"
 
 namespace keelview {
@@ -75,9 +74,9 @@ TEST(RaceProposal, WhatIsAddedAndRemovedLeavesACourseThatNamesWhatIsThere) {
     for (const auto& each : cases) {
         FoundRace race = TwoLaps();
         each.change(race);
-        EXPECT_EQ(CourseText(race), each.course) << each.what;
+        EXPECT_EQ(CourseAsTyped(race), each.course) << each.what;
         EXPECT_EQ(LapsOf(race), each.laps) << each.what;
-        EXPECT_EQ(TakeCourse(race, CourseText(race)), "") << each.what;
+        EXPECT_EQ(TakeCourse(race, CourseAsTyped(race)), "") << each.what;
     }
 }
 
@@ -97,7 +96,7 @@ TEST(RaceProposal, ACourseIsTakenAsItIsTypedOrNotAtAll) {
     for (const auto& each : cases) {
         FoundRace race = TwoLaps();
         EXPECT_EQ(TakeCourse(race, each.typed), each.wrong);
-        EXPECT_EQ(CourseText(race), *each.wrong == '\0' ? each.course : CourseText(TwoLaps()));
+        EXPECT_EQ(CourseAsTyped(race), *each.wrong == '\0' ? each.course : CourseAsTyped(TwoLaps()));
     }
     FoundRace race = TwoLaps();
     std::string longest;
@@ -139,12 +138,10 @@ TEST(RaceProposal, AFoundRaceThatIsTakenGoesIntoThePlannedRace) {
     ASSERT_EQ(day.Found.Races.size(), 1U);
     EXPECT_EQ(day.Clock + day.Found.Races[0].Gun, RaceTree::Start + regatta.Guns.front());
     EXPECT_EQ(day.Found.Races[0].Boats.size(), 6U);
-    EXPECT_TRUE(PlannedRace(plan).Marks.Empty());
-    plan.Found = day.Found.Races[0];
-    plan.Start = RaceTree::Start + regatta.Guns.front() + 5;  // as a person types it
-    const RaceControl race = PlannedRace(plan);
-    EXPECT_EQ(race.Start.At(), plan.Start);
-    EXPECT_TRUE(race.Finish.Empty());
+    RaceControl race = PlannedRace(plan);
+    EXPECT_TRUE(race.Marks.Empty());
+    TakeFoundRace(day.Found.Races[0], day.Clock, race);
+    EXPECT_EQ(race.Start.At(), RaceTree::Start + regatta.Guns.front());
     EXPECT_EQ(race.Marks.Count(), static_cast<int>(regatta.Marks.size()));
     std::string course;
     for (const std::string& entry : race.CourseOrder) course += (course.empty() ? "" : ", ") + entry;

@@ -260,6 +260,36 @@ TEST_F(ImportTest, TheRaceThatWasFoundIsCorrectedOnTheChartAndTaken) {
     EXPECT_TRUE(dialogs.AllAnswered());
 }
 
+TEST_F(ImportTest, EachRaceOfADayGetsAFileOfItsOwnOrNone) {
+    const SimulatedRegatta regatta({.Seed = 5, .Boats = 8, .Races = 2, .Retire = 0});
+    WriteRecordings(regatta, tree, "day/s");
+    WhenReady([&](QWidget& sheet) {
+        auto& which = *sheet.findChild<QComboBox*>("WhichRace");
+        auto& all = *sheet.findChild<QCheckBox*>("AllRaces");
+        ASSERT_EQ(which.count(), 2);
+        EXPECT_TRUE(all.isVisible());
+        which.setCurrentIndex(1);
+        emit which.activated(1);
+        all.click();
+        Enter(sheet, "RaceFile", "Day");
+        tree.Write("raceadmin/Day_1.txt", "T1, Mine");
+        dialogs.AnswerYesNo(false);
+        Press(sheet, "Ok");
+        EXPECT_EQ(Written(), "Day_1.txt ");
+        std::filesystem::remove(tree.Root() / "raceadmin/Day_1.txt");
+        Press(sheet, "Ok");
+    });
+    EXPECT_EQ(ImportSheet(app.settings, services).MakeRace({tree.Root() / "day"}), "Day_2.txt");
+    for (const int race : {0, 1}) {
+        const std::string file = tree.Read("raceadmin/Day_" + std::to_string(race + 1) + ".txt");
+        EXPECT_NE(file.find("ST, " + DateTimeText(RaceTree::Start + regatta.Guns.at(race))),
+                  std::string::npos);
+        EXPECT_NE(file.find("CRS, L1, MK1"), std::string::npos);
+        EXPECT_NE(file.find(" R" + std::to_string(race + 1)), std::string::npos);
+    }
+    EXPECT_EQ(tree.Files("raceadmin"), "Day_1.txt Day_2.txt ");
+}
+
 TEST_F(ImportTest, TheSheetsLookAsEver) {
     for (const bool english : {true, false}) {
         app.settings.UseEnglish = english;
