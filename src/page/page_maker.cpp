@@ -204,7 +204,7 @@ Page MakePage(const PageOrder& order, const std::filesystem::path& program) {
     page.Missing = files.TakeMissing();
     auto html = ReadWholeFile(program);
     // The race first, as a title may look like a slot.
-    if (html && Fill(RaceSlot, Base85(Gzipped(files.Bytes())), *html) &&
+    if (html && Fill(RaceSlot, Base128(Gzipped(files.Bytes())), *html) &&
         Fill(TitleSlot, HtmlText(title), *html))
         page.Html = *std::move(html);
     else
