@@ -23,10 +23,13 @@ PREFERENCES = {
     "network.connectivity-service.enabled": False,
     "privacy.reduceTimerPrecision": False,
 }
-# What the browser keeps of requests and complaints, in its own window.
+# What the browser keeps of requests, but for its own, and of complaints.
 LISTEN = """
     globalThis.asked = [];
-    Services.obs.addObserver((channel) => asked.push(channel.QueryInterface(Ci.nsIChannel).URI.spec), 'http-on-modify-request');
+    Services.obs.addObserver((request) => {
+        const { loadInfo, URI } = request.QueryInterface(Ci.nsIChannel);
+        if (!loadInfo.triggeringPrincipal.isSystemPrincipal) asked.push(URI.spec);
+    }, 'http-on-modify-request');
     Services.io.offline = true;
 """
 COMPLAINTS = """
@@ -57,14 +60,19 @@ class FirefoxPage(OpenedPage):
         (self.profile / "user.js").write_text(
             "".join(f"user_pref({json.dumps(name)}, {json.dumps(value)});\n" for name, value in wanted.items()))
         self.program = subprocess.Popen(
-            ["firefox-esr", "--headless", "--no-remote", "--marionette", "--profile", self.profile,
+            ["firefox-esr", "--headless", "--no-remote", "--marionette", "--remote-allow-system-access", "--profile", self.profile,
              "--window-size", f"{max(width, 500)},{height + 200}"],
             stdout=subprocess.DEVNULL, stderr=subprocess.DEVNULL)
-        self.connect(port)
-        self.command("WebDriver:NewSession")
-        self.own(LISTEN)
-        self.own(SIZE, width, height)
-        super().__init__(file, link, before)
+        try:
+            self.connect(port)
+            self.command("WebDriver:NewSession")
+            self.own(LISTEN)
+            self.own(SIZE, width, height)
+            super().__init__(file, link, before)
+        except BaseException:
+            self.program.kill()
+            self.program.wait()
+            raise
 
     def connect(self, port):
         end = time.monotonic() + 60
@@ -117,6 +125,7 @@ class FirefoxPage(OpenedPage):
             self.program.wait(timeout=30)
         except (OSError, RuntimeError, subprocess.TimeoutExpired):
             self.program.kill()
+            self.program.wait()
         self.wire.close()
         shutil.rmtree(self.profile, ignore_errors=True)
 
