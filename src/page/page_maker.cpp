@@ -155,6 +155,10 @@ std::filesystem::path FindPageProgram(const std::vector<std::filesystem::path>& 
     return {};
 }
 
+std::string PageFileName(std::string_view raceFile) {
+    return std::string(raceFile.substr(0, raceFile.rfind('.'))) + ".html";
+}
+
 std::string Gzipped(std::string_view bytes) {
     z_stream packer{};
     constexpr int gzip = 15 + 16;
