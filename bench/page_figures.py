@@ -1,5 +1,5 @@
 #!/usr/bin/env python3
-"""What a page takes in headless Chromium, beside the desktop's programs: page_figures.py [BUILD [PROGRAM]]
+"""What a page takes in headless Chromium, or in Firefox, beside the desktop's programs: page_figures.py [BUILD [PROGRAM [BROWSER]]]
 
 The first picture of the demo page from the script's start; a frame in auto trace of 50 boats with their names; a race of
 50 boats with 20,000 fixes each. Times are milliseconds by the clock; the desktop's frame is that of bench/display_bench,
@@ -16,7 +16,7 @@ from pathlib import Path
 
 ROOT = Path(__file__).resolve().parent.parent
 sys.path.insert(0, str(ROOT / "tests" / "page"))
-from browser import Page  # noqa: E402
+from browser import browser_named  # noqa: E402
 
 FRAMES = 200
 
@@ -65,6 +65,7 @@ def frame(page):
 def main():
     build = Path(sys.argv[1] if len(sys.argv) > 1 else ROOT / "build/release")
     program = Path(sys.argv[2] if len(sys.argv) > 2 else ROOT / "build/page/keelview-page.html")
+    Page = browser_named(sys.argv[3] if len(sys.argv) > 3 else "chromium")
     with tempfile.TemporaryDirectory() as folder:
         scratch = Path(folder)
         demo, fleet, long = scratch / "demo", scratch / "fleet", scratch / "long"

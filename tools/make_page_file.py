@@ -1,8 +1,9 @@
 #!/usr/bin/env python3
 """Makes the file that a race is put into to be a page: make_page_file.py PROGRAM.wasm OUT.html
 
-Takes web/page.html and fills its slots with the style sheet, the modules of the script as one, the program and its
-pictures. The slots {{title}} and {{race}} stay. The page's policy lets run what has these hashes, and nothing else.
+Takes web/page.html and fills its slots with the script that unpacks, and with the block that it unpacks: the style
+sheet, all other modules of the script as one, the pictures and the program. The slots {{title}} and {{race}} stay. The
+page's policy lets run what has these hashes, and nothing else.
 """
 
 import base64
@@ -17,14 +18,15 @@ from pathlib import Path
 ROOT = Path(__file__).resolve().parent.parent
 WEB = ROOT / "web"
 # In the order in which they need each other.
+BOOT = ["blocks", "boot"]
 MODULES = ["memory", "letters", "controls", "system", "person", "desk", "start"]
 PICTURES = ["blue_p.png", "seven.png", "logo_en.png", "logo_ja.png"]
 
 
-def script():
-    """All modules as one text, without what only a reader needs."""
+def script(modules):
+    """The modules as one text, without what only a reader needs."""
     lines = []
-    for module in MODULES:
+    for module in modules:
         text = (WEB / f"{module}.js").read_text(encoding="utf-8")
         text = re.sub(r"/\*\*.*?\*/", "", text, flags=re.DOTALL)
         for line in text.splitlines():
@@ -40,22 +42,36 @@ def style():
     return "\n".join(line.strip() for line in text.splitlines() if line.strip())
 
 
-def pictures():
-    """Name and content of each behind their sizes, 4 bytes each, the low one first."""
-    packed = b""
-    for name in PICTURES:
-        content = (WEB / "pictures" / name).read_bytes()
-        packed += struct.pack("<II", len(name), len(content)) + name.encode() + content
-    return packed
+def base128(content):
+    """As src/base/html.h has it."""
+    bits = int.from_bytes(content, "big") << -len(content) * 8 % 7
+    digits = bytearray()
+    count = (len(content) * 8 + 6) // 7
+    for at in range(0, count, 4096):  # the high ones first; not one by one, as each takes as long as its number is
+        run = min(4096, count - at)
+        part = bits >> 7 * (count - at - run) & (1 << 7 * run) - 1
+        digits += bytes(part >> 7 * k & 127 for k in reversed(range(run)))
+    rare, text, at = b"\0\r<", [], 0
+    while at < count:
+        sign = digits[at]
+        at += 1
+        if sign in rare and at == count:
+            sign += 128
+        elif sign in rare:
+            sign = 256 + 128 * rare.index(sign) + digits[at]
+            at += 1
+        text.append(chr(sign))
+    return "".join(text)
 
 
-def block(content):
-    """Packed by zopfli, which gives the same bytes each time and fewer of them than others."""
+def block(files):
+    """The files as one text. Zopfli gives the same bytes each time and fewer of them than others."""
+    content = b"".join(struct.pack("<II", len(name), len(bytes_)) + name.encode() + bytes_ for name, bytes_ in files)
     with tempfile.NamedTemporaryFile() as file:
         file.write(content)
         file.flush()
         packed = subprocess.run(["zopfli", "-c", file.name], check=True, capture_output=True).stdout
-    return base64.b85encode(packed).decode().replace("<", ",")
+    return base128(packed)
 
 
 def hash_of(text):
@@ -64,21 +80,23 @@ def hash_of(text):
 
 def main():
     program, out = map(Path, sys.argv[1:])
+    boot, main_script = script(BOOT), script(MODULES)
+    files = [("style.css", style().encode()), ("script.js", main_script.encode())]
+    files += [(name, (WEB / "pictures" / name).read_bytes()) for name in PICTURES]
+    files.append(("keelview.wasm", program.read_bytes()))
     slots = {
-        "script-hash": hash_of(script()),
+        "boot-hash": hash_of(boot),
+        "script-hash": hash_of(main_script),
         "style-hash": hash_of(style()),
-        "style": style(),
-        "script": script(),
-        "program": block(program.read_bytes()),
-        "pictures": block(pictures()),
+        "boot": boot,
+        "program": block(files),
     }
     page = re.sub(r"\{\{(.*?)\}\}", lambda slot: slots.get(slot[1], slot[0]),
                   (WEB / "page.html").read_text(encoding="utf-8"))
     out.write_text(page, encoding="utf-8", newline="\n")
-    for name, text in slots.items():
-        if not name.endswith("hash"):
-            print(f"{name}: {len(text)} bytes")
-    print(f"{out}: {len(page)} bytes")
+    for name, content in files:
+        print(f"{name}: {len(content)} bytes")
+    print(f"{out}: {out.stat().st_size} bytes")
 
 
 if __name__ == "__main__":

@@ -8,45 +8,8 @@ import { Person } from './person.js';
 import { System, say } from './system.js';
 
 const folder = '/race/';
-const assets = 'assets/';
+const wasm = 'keelview.wasm';
 const documents = 'attachment/';
-
-const signs = '0123456789ABCDEFGHIJKLMNOPQRSTUVWXYZabcdefghijklmnopqrstuvwxyz!#$%&()*+-;,=>?@^_`{|}~';
-
-/** The bytes of a text of 85 signs, as src/base/html.h has it. @param {string} text */
-function unpack85(text) {
-    const digitOf = new Uint8Array(128);
-    for (let i = 0; i < signs.length; ++i) digitOf[signs.charCodeAt(i)] = i;
-    const bytes = new Uint8Array(Math.floor((text.length * 4) / 5));
-    for (let at = 0, to = 0; to < bytes.length; at += 5) {
-        let four = 0;
-        for (let k = at; k < at + 5; ++k) four = four * 85 + (k < text.length ? digitOf[text.charCodeAt(k)] : 84);
-        for (let shift = 24; shift >= 0 && to < bytes.length; shift -= 8) bytes[to++] = four / 2 ** shift;
-    }
-    return bytes;
-}
-
-/** The bytes of a block of data in the page. @param {string} id @returns {Promise<Uint8Array>} */
-async function block(id) {
-    const packed = unpack85(document.getElementById(id)?.textContent?.trim() ?? '');
-    const Unpacker = /** @type {any} */ (globalThis).DecompressionStream;
-    const plain = new Blob([packed]).stream().pipeThrough(new Unpacker('gzip'));
-    return new Uint8Array(await new Response(plain).arrayBuffer());
-}
-
-/** The files of a block: the sizes of name and content, 4 bytes each, the low one first; name and content.
- * @param {Uint8Array} bytes */
-function* files(bytes) {
-    const view = new DataView(bytes.buffer, bytes.byteOffset, bytes.byteLength);
-    const reader = new TextDecoder();
-    for (let at = 0; at + 8 <= bytes.length; ) {
-        const name = view.getUint32(at, true);
-        const size = view.getUint32(at + 4, true);
-        at += 8;
-        yield { name: reader.decode(bytes.subarray(at, at + name)), bytes: bytes.slice(at + name, at + name + size) };
-        at += name + size;
-    }
-}
 
 /** @param {Uint8Array} bytes */
 async function decode(bytes) {
@@ -64,8 +27,8 @@ async function decode(bytes) {
 /** The page's own program: everything that is done in it goes through here. */
 class Page {
     constructor() {
-        /** When the script and the loading of the race began, milliseconds. */
-        this.began = performance.now();
+        /** When the page's script and the loading of the race began, milliseconds. */
+        this.began = 0;
         this.loads = 0;
         const root = /** @type {HTMLElement} */ (document.getElementById('desk'));
         this.memory = new Memory();
@@ -127,13 +90,20 @@ class Page {
         });
     }
 
-    async start() {
-        const [code, own, race] = await Promise.all(['program', 'pictures', 'race'].map(block));
-        for (const { name, bytes } of files(own)) this.system.pictures.set(name, await decode(bytes));
-        const { instance } = await WebAssembly.instantiate(/** @type {BufferSource} */ (code), this.imports());
-        const { program } = Object.assign(this.memory, { program: instance.exports });
+    /** Shows the race.
+     * @param {Map<string, Uint8Array>} own the program and what belongs to it
+     * @param {Promise<Map<string, Uint8Array>>} race
+     * @param {number} began when the page's script did, milliseconds */
+    async start(own, race, began) {
+        this.began = began;
+        const made = WebAssembly.instantiate(/** @type {BufferSource} */ (own.get(wasm)), this.imports());
+        const pictures = [...own].filter(([name]) => name.endsWith('.png'));
+        await Promise.all(
+            pictures.map(async ([name, bytes]) => this.system.pictures.set(name, await decode(bytes))),
+        );
+        const { program } = Object.assign(this.memory, { program: (await made).instance.exports });
         program._initialize();
-        for (const { name, bytes } of files(race)) {
+        for (const [name, bytes] of await race) {
             if (name.startsWith(documents)) this.documents.push({ name: name.slice(documents.length), bytes });
             else this.memory.give((at, size) => this.addFile(at, size, bytes), folder + name);
         }
@@ -205,9 +175,4 @@ class Page {
     }
 }
 
-const page = new Page();
-Object.assign(window, { keelview: page });
-page.start().catch((error) => {
-    console.error(error);
-    say('Keelview', `This browser cannot show the race: ${error.message}`);
-});
+Object.assign(window, { keelview: new Page() });

@@ -43,18 +43,29 @@ std::string Base64(std::string_view bytes) {
     return out;
 }
 
-std::string Base85(std::string_view bytes) {
-    constexpr std::string_view signs =
-        "0123456789ABCDEFGHIJKLMNOPQRSTUVWXYZabcdefghijklmnopqrstuvwxyz!#$%&()*+-;,=>?@^_`{|}~";
+std::string Base128(std::string_view bytes) {
+    constexpr std::string_view rare("\0\r<", 3);
+    const std::size_t count = (8 * bytes.size() + 6) / 7;
+    const auto byte = [&](std::size_t at) {
+        return at < bytes.size() ? static_cast<unsigned char>(bytes[at]) : 0U;
+    };
+    const auto seven = [&](std::size_t number) {
+        const std::size_t bit = 7 * number;
+        return (byte(bit / 8) << 8U | byte(bit / 8 + 1)) >> (9 - bit % 8) & 127U;
+    };
     std::string out;
-    out.reserve((bytes.size() + 3) / 4 * 5);
-    for (std::size_t at = 0; at < bytes.size(); at += 4) {
-        std::uint32_t four = 0;
-        for (std::size_t k = 0; k < 4; ++k)
-            four = four << 8U | (at + k < bytes.size() ? static_cast<unsigned char>(bytes[at + k]) : 0U);
-        std::string digits(5, signs[0]);
-        for (std::size_t k = 5; k-- > 0; four /= 85) digits[k] = signs[four % 85];
-        out += digits.substr(0, std::min<std::size_t>(bytes.size() - at, 4) + 1);
+    out.reserve(count);
+    for (std::size_t i = 0; i < count; ++i) {
+        unsigned sign = seven(i);
+        const std::size_t number = rare.find(static_cast<char>(sign));
+        if (number != std::string_view::npos)
+            sign = i + 1 == count ? 128 + sign : 256 + 128 * static_cast<unsigned>(number) + seven(++i);
+        if (sign < 128) {
+            out += static_cast<char>(sign);
+        } else {
+            out += static_cast<char>(0xC0U | sign >> 6U);
+            out += static_cast<char>(0x80U | (sign & 0x3FU));
+        }
     }
     return out;
 }

@@ -201,12 +201,30 @@ DistributionResult BuildPage(const fs::path& appPath, const DistributionOrder& o
                    .AttachMap = order.AttachMap};
     const auto first = std::ranges::find(page.RaceNames, order.StartRace);
     if (first != page.RaceNames.end()) std::rotate(page.RaceNames.begin(), first, first + 1);
-    WrittenPage written = WritePage(page, PagePath(appPath, order.FolderName));
+    WrittenPage written = WritePage(page, PagePath(appPath, order.FolderName + std::string(PageEnd)));
     DistributionResult result;
     result.Error = written.Error;
     (written.Error ? result.FailedAt : result.Folder) = written.At;
     result.Missing = std::move(written.Missing);
     return result;
+}
+
+/// A page for each race in a folder; what they lack.
+std::vector<std::string> BuildPages(const fs::path& appPath, const DistributionOrder& order,
+                                    const fs::path& folder) {
+    std::vector<std::string> missing;
+    MakeFolder(folder);
+    for (const std::string& race : order.RaceNames) {
+        const PageOrder page{.Tree = appPath,
+                             .RaceNames = {race},
+                             .UseEnglish = order.UseEnglish,
+                             .AttachMap = order.AttachMap};
+        WrittenPage written = WritePage(page, folder / PathOf(PageFileName(race)));
+        Check(written.Error, written.At);
+        for (std::string& file : written.Missing)
+            if (std::ranges::find(missing, file) == missing.end()) missing.push_back(std::move(file));
+    }
+    return missing;
 }
 
 /// Packs a finished folder beside itself; the packed file, or nothing, and nothing left of it, if that
@@ -261,19 +279,23 @@ DistributionResult BuildDistribution(const fs::path& appPath, const Distribution
     const fs::path root = distribution / PathOf(order.FolderName);
     const fs::path unfinished = distribution / PathOf(order.FolderName + std::string(UnfinishedMark));
     std::error_code error;
-    if (order.Target == Medium::Page) return BuildPage(appPath, order);
+    if (order.Target == Medium::Page && !order.PageForEach) return BuildPage(appPath, order);
     DistributionResult result;
     try {
         fs::remove_all(unfinished, error);  // of a build that was cut short
         Check(error, unfinished);
-        Build build(appPath, order, unfinished);
-        build.MakeFolders();
-        build.CopyProgram(listing);
-        build.CopyManual();
-        build.WriteSettings();
-        build.CopyRaces();
-        result.Missing = build.TakeMissing();
-        result.For = build.For();
+        if (order.Target == Medium::Page) {
+            result.Missing = BuildPages(appPath, order, unfinished);
+        } else {
+            Build build(appPath, order, unfinished);
+            build.MakeFolders();
+            build.CopyProgram(listing);
+            build.CopyManual();
+            build.WriteSettings();
+            build.CopyRaces();
+            result.Missing = build.TakeMissing();
+            result.For = build.For();
+        }
         fs::rename(unfinished, root, error);
         Check(error, root);
     } catch (const BuildFailure& failure) {

@@ -53,6 +53,9 @@ DistributionForm::DistributionForm(const Settings& settings, Services& services)
     OfferRaces();
     List1.OnMouseDown = [this](const MouseEvent&) { List1_MouseDown(); };
     List2.OnMouseDown = [this](const MouseEvent&) { List2_MouseDown(); };
+    for (OptionButton* medium : {&Option1, &Option2, &Option3})
+        medium->OnClick = [this] { Medium_Click(); };
+    Medium_Click();
     Command1.OnClick = [this] { Command1_Click(); };
     Command2.OnClick = [this] { Close(); };
     Command3.OnClick = [this] { Command3_Click(); };
@@ -83,6 +86,7 @@ void DistributionForm::LayOut() {
             {Option3, {8, 41, 97, 14}, {"PAGE", "ブラウザー用"}},
             {Check1, {136, 336, 137, 17}, {"Attach Map Data", "地図データ添付"}},
             {Check2, {136, 360, 153, 17}, {"Smallest Data Size", "データサイズ最小化"}},
+            {Check3, {136, 360, 169, 17}, {"One Page for Each Race", "レースごとに1ページ"}},
             {Command2, {8, 392, 145, 25}, {"Cancel", "キャンセル"}},
             {Command1, {160, 392, 145, 25}, {"Create Distribution File", "配布ファイル作成"}},
         },
@@ -138,6 +142,10 @@ void DistributionForm::Command1_Click() {
     if (!result.Error) Close();
 }
 
+void DistributionForm::Medium_Click() {
+    Check3.SetEnabled(Target() == Medium::Page);
+}
+
 Medium DistributionForm::Target() const {
     if (Option3.Value()) return Medium::Page;
     return Option2.Value() ? Medium::CdRom : Medium::Web;
@@ -148,6 +156,7 @@ DistributionOrder DistributionForm::Order() const {
             .RaceNames = pendingRaceNames_,
             .StartRace = std::string(Trim(Text1.Text())),
             .Target = Target(),
+            .PageForEach = Check3.Value(),
             .AttachMap = Check1.Value(),
             .MinimiseSize = Check2.Value(),
             .UseEnglish = voice_.English()};
@@ -179,6 +188,7 @@ void DistributionForm::TellResult(const DistributionOrder& order, const Distribu
     std::string said = voice_.Str({"The distribution is ready:", "配布データを作成しました:"}) + "\r\n" +
                        result.Folder.string() + "\r\n";
     if (!result.Packed.empty()) said += result.Packed.string() + "\r\n";
+    const bool onePage = order.Target == Medium::Page && !order.PageForEach;
     said += "\r\n" + (order.Target == Medium::Page
                           ? voice_.Str({"It opens in any browser.", "どのブラウザーでも開けます。"})
                           : SystemsText(result.For, voice_));
@@ -190,9 +200,8 @@ void DistributionForm::TellResult(const DistributionOrder& order, const Distribu
                 voice_.Str({"These files were not found, and are not in it:",
                             "次のファイルがなかったため、含まれていません:"}) +
                 "\r\n" + LinesOfBox(result.Missing);
-    said += "\r\n\r\n" + (order.Target == Medium::Page
-                              ? voice_.Str({"Open it?", "開きますか？"})
-                              : voice_.Str({"Open the folder?", "フォルダーを開きますか？"}));
+    said += "\r\n\r\n" + (onePage ? voice_.Str({"Open it?", "開きますか？"})
+                                  : voice_.Str({"Open the folder?", "フォルダーを開きますか？"}));
     if (services_.dialogs.YesNo(said, settings_.AppTitle))
         OpenDocument(settings_, services_, result.Folder.string());
 }

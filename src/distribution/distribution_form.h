@@ -32,6 +32,7 @@ class DistributionForm : public Form {
     OptionButton Option3{Frame1, "Option3"};            // "PAGE"
     CheckBox Check1{*this, "Check1", {}, true};         // "Attach Map Data"
     CheckBox Check2{*this, "Check2", {}, true};         // hidden: smallest size of a web medium
+    CheckBox Check3{*this, "Check3"};                   // "One Page for Each Race", of a PAGE
     Button Command2{*this, "Command2"};                 // "Cancel"
     Button Command1{*this, "Command1"};                 // "Create Distribution File"
 
@@ -42,6 +43,7 @@ class DistributionForm : public Form {
     void List2_MouseDown();
     void Command1_Click();
     void Command3_Click();
+    void Medium_Click();
     Medium Target() const;
     DistributionOrder Order() const;
     bool MayBuild(const DistributionOrder& order) const;

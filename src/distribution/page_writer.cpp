@@ -21,7 +21,7 @@ WrittenPage WritePage(const PageOrder& order, const fs::path& file) {
 }
 
 fs::path PagePath(const fs::path& appPath, const std::string& name) {
-    return FindBelow(appPath, "distribution") / PathOf(name + ".html");
+    return FindBelow(appPath, "distribution") / PathOf(name);
 }
 
 }  // namespace keelview

@@ -20,7 +20,7 @@ struct WrittenPage {
 /// from that of the running program or from what an installation shares.
 WrittenPage WritePage(const PageOrder& order, const std::filesystem::path& file);
 
-/// Where a page of that name is written: below the folder of the distributions.
+/// Where a page of that file name is written: below the folder of the distributions.
 std::filesystem::path PagePath(const std::filesystem::path& appPath, const std::string& name);
 
 }  // namespace keelview

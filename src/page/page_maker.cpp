@@ -155,6 +155,10 @@ std::filesystem::path FindPageProgram(const std::vector<std::filesystem::path>& 
     return {};
 }
 
+std::string PageFileName(std::string_view raceFile) {
+    return std::string(raceFile.substr(0, raceFile.rfind('.'))) + ".html";
+}
+
 std::string Gzipped(std::string_view bytes) {
     z_stream packer{};
     constexpr int gzip = 15 + 16;
@@ -204,7 +208,7 @@ Page MakePage(const PageOrder& order, const std::filesystem::path& program) {
     page.Missing = files.TakeMissing();
     auto html = ReadWholeFile(program);
     // The race first, as a title may look like a slot.
-    if (html && Fill(RaceSlot, Base85(Gzipped(files.Bytes())), *html) &&
+    if (html && Fill(RaceSlot, Base128(Gzipped(files.Bytes())), *html) &&
         Fill(TitleSlot, HtmlText(title), *html))
         page.Html = *std::move(html);
     else

@@ -17,6 +17,9 @@ inline constexpr std::string_view PageProgramName = "keelview-page.html";
 /// Where that file lies: in one of the folders, the first goes first; an empty path where it is in none.
 std::filesystem::path FindPageProgram(const std::vector<std::filesystem::path>& folders);
 
+/// The name of the page of one race, after its race control file.
+std::string PageFileName(std::string_view raceFile);
+
 /// What a page is to hold.
 struct PageOrder {
     std::filesystem::path Tree;          ///< with raceadmin, gpsdat, winddat, coastline and attachment

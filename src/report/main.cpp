@@ -1,7 +1,7 @@
 // keelview-report TREE RACEFILE [--at SECONDS]... [--only KEY,KEY] [--walk] [--csv TABLE] [--tracks]
 // keelview-report --new TREE RACEFILE FILE... [--replace]
 // keelview-report --find TREE RACEFILE [--write]
-// keelview-report --page OUT.html TREE RACEFILE... [--en | --ja]
+// keelview-report --page OUT.html|FOLDER/ TREE RACEFILE... [--en | --ja]
 // Prints the numbers of a race as one JSON object, or one table of it as CSV for a spreadsheet, or with
 // --tracks what its track files hold; --only prints just the members of those keys. A file that cannot be
 // read is told on standard error. TREE is a folder with raceadmin, gpsdat, winddat and coastline, RACEFILE
@@ -11,7 +11,7 @@
 // track files and folders, copies them into the tree, and prints what was found in them. --find looks for
 // races in the tracks alone and prints them; with --write the surest one is written into the race file.
 // With --page the races become one HTML file that shows them in any browser, in the browser's language or
-// the one that is asked for.
+// the one that is asked for; or, where a folder is named, with a slash at its end, one file each in it.
 
 #include <cstdio>
 #include <filesystem>
@@ -42,7 +42,7 @@ constexpr int WrongUse = 2;
 constexpr std::string_view Usage =
     "usage: keelview-report TREE RACEFILE [--at SECONDS]... [--only KEY,KEY] [--walk] "
     "[--csv TABLE] [--tracks] | --new TREE RACEFILE FILE... [--replace] | --find TREE RACEFILE [--write] | "
-    "--page OUT.html TREE RACEFILE... [--en | --ja]";
+    "--page OUT.html|FOLDER/ TREE RACEFILE... [--en | --ja]";
 
 struct Request {
     std::filesystem::path Tree;
@@ -57,7 +57,7 @@ struct Request {
     bool Write = false;                        ///< and the surest one written
     bool Replace = false;                      ///< even where there is one of its name
     std::vector<std::filesystem::path> Files;  ///< of a new race
-    std::filesystem::path Page;                ///< the file of a page that is to be made
+    std::filesystem::path Page;                ///< the file of a page, or the folder of pages, to be made
     std::optional<bool> UseEnglish;            ///< in the page, whatever the browser speaks
     std::vector<std::string> RaceFiles;        ///< of a page
     std::string Fault;  ///< what is wrong with the command line; empty when nothing is
@@ -172,28 +172,38 @@ int Find(const Request& request) {
     return found.Trouble.empty() ? printed : Complain(found.Trouble);
 }
 
+int WritePage(const Request& request, const std::filesystem::path& program,
+              const std::vector<std::string>& races, const std::filesystem::path& file) {
+    const Page page =
+        MakePage({.Tree = request.Tree, .RaceNames = races, .UseEnglish = request.UseEnglish}, program);
+    if (!page.Trouble.empty()) return Complain("cannot read " + page.Trouble);
+    for (const std::string& missing : page.Missing)
+        std::fprintf(stderr, "keelview-report: not there: %s\n", missing.c_str());
+    const std::error_code error = WriteFileAtomically(file, page.Html);
+    return error ? Complain("cannot write " + file.string() + ": " + error.message()) : 0;
+}
+
 /// The program of a page lies in the tree, beside this program, or among what an installation shares.
-int WritePage(const Request& request, const std::filesystem::path& ownFolder) {
+int WritePages(const Request& request, const std::filesystem::path& ownFolder) {
     const auto program =
         FindPageProgram({request.Tree, ownFolder, ownFolder.parent_path() / "share" / "keelview"});
     if (program.empty())
         return Complain(
             "the program of a page, " + std::string(PageProgramName) +
             ", is neither in the tree nor beside this program: tools/make_page_program makes it");
-    const Page page = MakePage(
-        {.Tree = request.Tree, .RaceNames = request.RaceFiles, .UseEnglish = request.UseEnglish}, program);
-    if (!page.Trouble.empty()) return Complain("cannot read " + page.Trouble);
-    for (const std::string& file : page.Missing)
-        std::fprintf(stderr, "keelview-report: not there: %s\n", file.c_str());
-    const std::error_code error = WriteFileAtomically(request.Page, page.Html);
-    return error ? Complain("cannot write " + request.Page.string() + ": " + error.message()) : 0;
+    if (request.Page.has_filename()) return WritePage(request, program, request.RaceFiles, request.Page);
+    int status = 0;
+    for (const std::string& race : request.RaceFiles)
+        if (status == 0)
+            status = WritePage(request, program, {race}, request.Page / PathOf(PageFileName(race)));
+    return status;
 }
 
 int Run(const std::vector<std::string>& arguments, const std::filesystem::path& ownFolder) {
     const Request request = ReadCommandLine(arguments);
     if (!request.Fault.empty()) return Complain(request.Fault);
     if (request.New) return MakeNew(request);
-    if (!request.Page.empty()) return WritePage(request, ownFolder);
+    if (!request.Page.empty()) return WritePages(request, ownFolder);
     if (!IsFile(FindBelow(FindBelow(request.Tree, "raceadmin"), request.RaceFile)))
         return Complain("no race file " + request.RaceFile + " in " + request.Tree.string() + "/raceadmin");
     if (request.Find) return Find(request);

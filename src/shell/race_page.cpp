@@ -10,11 +10,10 @@ namespace keelview {
 
 void OfferPage(const Settings& settings, const RaceControl& race, Services& services) {
     const Voice voice(settings, services.dialogs);
-    const std::string name = race.RaceFileName.substr(0, race.RaceFileName.rfind('.'));
     services.platform.SetBusyPointer(true);
     const WrittenPage page = WritePage(
         {.Tree = settings.AppPath, .RaceNames = {race.RaceFileName}, .UseEnglish = settings.UseEnglish},
-        PagePath(settings.AppPath, name));
+        PagePath(settings.AppPath, PageFileName(race.RaceFileName)));
     services.platform.SetBusyPointer(false);
     if (page.Error)
         return voice.Say({"The page could not be made:", "ページを作成できません。"},

@@ -153,6 +153,18 @@ TEST_F(DistributionTest, APageIsOneFileWithTheRaceOfItsStartFirst) {
     EXPECT_TRUE(ReadWholeFile(result.Folder)->starts_with("<title>Spring Cup in the afternoon</title>"));
     EXPECT_EQ(result.Missing, std::vector<std::string>{"gpsdat/gone.trk"});
     EXPECT_TRUE(DistributionExists(tree.Root(), "spring Cup"));
+
+    order.PageForEach = true;
+    order.FolderName = "Pages";
+    const DistributionResult pages = Build();
+    EXPECT_EQ(pages.Folder, tree.Root() / "distribution/Pages");
+    EXPECT_EQ(tree.Files(pages.Folder), "R1.html R2.html ");
+    EXPECT_EQ(pages.Missing, std::vector<std::string>{"gpsdat/gone.trk"});
+    fs::remove(tree.Root() / "keelview-page.html");
+    order.FolderName = "None";
+    EXPECT_EQ(Build().FailedAt, "keelview-page.html");
+    EXPECT_FALSE(DistributionExists(tree.Root(), "None"));
+    EXPECT_FALSE(fs::exists(tree.Root() / "distribution/None.unfinished"));
 }
 
 TEST_F(DistributionTest, WithTheProgramForWindowsBesideItServesBothAndIsPackedForBoth) {

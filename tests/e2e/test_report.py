@@ -64,6 +64,9 @@ class Report(unittest.TestCase):
         first = page.read_bytes()
         page.unlink()
         self.assertTrue(first.startswith("<title>&quot;春&quot; の杯</title>".encode()))
+        self.run_report("--page", f"{self.tree / 'pages'}/", self.tree, "R1.txt", "--ja")
+        self.addCleanup(shutil.rmtree, self.tree / "pages")
+        self.assertEqual({file.name: file.read_bytes() for file in (self.tree / "pages").iterdir()}, {"R1.html": first})
         for arguments in (["--page"], ["--page", page, self.tree], ["--page", page, self.tree, "R1.txt", "R9.txt"]):
             ran = self.run_report(*arguments)
             self.assertEqual((ran.returncode, ran.stderr.count("\n")), (2, 1), arguments)

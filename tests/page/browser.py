@@ -1,5 +1,7 @@
-"""A page in headless Chromium, opened by file:// without a network, and led as a person would."""
+"""A page in a headless browser, opened by file:// without a network, and led as a person would."""
 
+import base64
+import hashlib
 import json
 import time
 
@@ -7,40 +9,29 @@ from selenium import webdriver
 from selenium.webdriver.chrome.service import Service
 
 
-class Page:
+def with_script(file, script):
+    """A copy of a page that runs a script before its own."""
+    text = file.read_text(encoding="utf-8")
+    code = base64.b64encode(hashlib.sha256(script.encode()).digest()).decode()
+    text = text.replace("script-src ", f"script-src 'sha256-{code}' ", 1).replace("</head>", f"<script>{script}</script></head>", 1)
+    copy = file.with_name(f"{file.stem}_with_script.html")
+    copy.write_text(text, encoding="utf-8", newline="\n")
+    return copy
+
+
+class OpenedPage:
     """One opened page. What it asks of the network is kept in requests(), what it complains of in complaints()."""
 
-    def __init__(self, file, width, height, touch=False, link="", downloads=None, before=""):
-        options = webdriver.ChromeOptions()
-        options.binary_location = "/usr/bin/chromium"
-        for argument in ("--headless=new", "--no-sandbox", "--disable-gpu", "--hide-scrollbars", "--lang=en"):
-            options.add_argument(argument)
-        options.add_argument(f"--window-size={width},{height}")
-        options.set_capability("goog:loggingPrefs", {"browser": "ALL", "performance": "ALL"})
-        self.driver = webdriver.Chrome(options=options, service=Service("/usr/bin/chromedriver"))
-        self.call("Network.enable")
-        self.call("Network.emulateNetworkConditions", offline=True, latency=0, downloadThroughput=0, uploadThroughput=0)
-        self.call("Emulation.setDeviceMetricsOverride", width=width, height=height, deviceScaleFactor=1, mobile=touch)
-        if touch:
-            self.call("Emulation.setTouchEmulationEnabled", enabled=True, maxTouchPoints=2)
-        if downloads:
-            self.call("Browser.setDownloadBehavior", behavior="allow", downloadPath=str(downloads))
-        if before:
-            self.call("Page.addScriptToEvaluateOnNewDocument", source=before)
-        self.driver.get(file.as_uri() + ("#" + link if link else ""))
+    def __init__(self, file, link, before):
+        self.file = with_script(file, before) if before else file
+        self.go(self.file.as_uri() + ("#" + link if link else ""))
         self.wait(lambda: self.run("return Boolean(window.keelview?.person.window)"))
 
     def __enter__(self):
         return self
 
     def __exit__(self, *_):
-        self.driver.quit()
-
-    def call(self, command, **parameters):
-        return self.driver.execute_cdp_cmd(command, parameters)
-
-    def run(self, script, *arguments):
-        return self.driver.execute_script(script, *arguments)
+        self.close()
 
     def wait(self, holds, seconds=20):
         end = time.monotonic() + seconds
@@ -67,25 +58,10 @@ class Page:
             name)
         return box[0] + across * box[2], box[1] + down * box[3]
 
-    def mouse(self, kind, at, **more):
-        self.call("Input.dispatchMouseEvent", type=kind, x=at[0], y=at[1], **more)
-
     def click(self, name, across=0.5, down=0.5):
         at = self.place(name, across, down)
-        self.mouse("mouseMoved", at)
-        for kind in ("mousePressed", "mouseReleased"):
-            self.mouse(kind, at, button="left", buttons=1, clickCount=1)
-
-    def turn_wheel(self, name, notches, across=0.5, down=0.5):
-        self.mouse("mouseWheel", self.place(name, across, down), deltaX=0, deltaY=100 * notches)
-
-    def key(self, key, code):
-        for kind in ("keyDown", "keyUp"):
-            self.call("Input.dispatchKeyEvent", type=kind, key=key, code=key, windowsVirtualKeyCode=code)
-
-    def touch(self, kind, *points):
-        touched = [{"x": x, "y": y, "id": i} for i, (x, y) in enumerate(points)]
-        self.call("Input.dispatchTouchEvent", type=kind, touchPoints=touched)
+        for kind in ("move", "down", "up"):
+            self.mouse(kind, at)
 
     def is_seen(self, name):
         return self.run("const e = document.getElementById(arguments[0]); return e.offsetParent !== null && e.offsetWidth > 0",
@@ -93,6 +69,58 @@ class Page:
 
     def words(self, name):
         return self.run("return document.getElementById(arguments[0]).textContent", name)
+
+
+class ChromiumPage(OpenedPage):
+    def __init__(self, file, width, height, touch=False, link="", downloads=None, before=""):
+        options = webdriver.ChromeOptions()
+        options.binary_location = "/usr/bin/chromium"
+        for argument in ("--headless=new", "--no-sandbox", "--disable-gpu", "--hide-scrollbars", "--lang=en"):
+            options.add_argument(argument)
+        options.add_argument(f"--window-size={width},{height}")
+        options.set_capability("goog:loggingPrefs", {"browser": "ALL", "performance": "ALL"})
+        self.driver = webdriver.Chrome(options=options, service=Service("/usr/bin/chromedriver"))
+        self.call("Network.enable")
+        self.call("Network.emulateNetworkConditions", offline=True, latency=0, downloadThroughput=0, uploadThroughput=0)
+        self.call("Emulation.setDeviceMetricsOverride", width=width, height=height, deviceScaleFactor=1, mobile=touch)
+        if touch:
+            self.call("Emulation.setTouchEmulationEnabled", enabled=True, maxTouchPoints=2)
+        if downloads:
+            self.call("Browser.setDownloadBehavior", behavior="allow", downloadPath=str(downloads))
+        self.held = False
+        super().__init__(file, link, before)
+
+    def close(self):
+        self.driver.quit()
+
+    def go(self, address):
+        self.driver.get(address)
+
+    def call(self, command, **parameters):
+        return self.driver.execute_cdp_cmd(command, parameters)
+
+    def run(self, script, *arguments):
+        return self.driver.execute_script(script, *arguments)
+
+    def mouse(self, kind, at):
+        """Moves the mouse to a point of the window, or has its left button go down or up there."""
+        self.held = kind == "down" or (kind == "move" and self.held)
+        what = {"move": "mouseMoved", "down": "mousePressed", "up": "mouseReleased"}[kind]
+        button = {} if kind == "move" and not self.held else {"button": "left", "buttons": int(self.held), "clickCount": 1}
+        self.call("Input.dispatchMouseEvent", type=what, x=at[0], y=at[1], **button)
+
+    def turn_wheel(self, name, notches, across=0.5, down=0.5):
+        x, y = self.place(name, across, down)
+        self.call("Input.dispatchMouseEvent", type="mouseWheel", x=x, y=y, deltaX=0, deltaY=100 * notches)
+
+    def key(self, key, code):
+        for kind in ("keyDown", "keyUp"):
+            self.call("Input.dispatchKeyEvent", type=kind, key=key, code=key, windowsVirtualKeyCode=code)
+
+    def touch(self, kind, *points):
+        """Fingers go down at points, move to others or go up ("start", "move", "end")."""
+        touched = [{"x": x, "y": y, "id": i} for i, (x, y) in enumerate(points)]
+        self.call("Input.dispatchTouchEvent", type="touch" + kind.capitalize(), touchPoints=touched)
 
     def requests(self):
         """The addresses that the page has asked for, but for its own."""
@@ -105,3 +133,11 @@ class Page:
 
     def complaints(self):
         return [entry["message"] for entry in self.driver.get_log("browser") if entry["level"] == "SEVERE"]
+
+
+def browser_named(name):
+    """The class of the pages of a browser: chromium, or firefox."""
+    if name == "chromium":
+        return ChromiumPage
+    from firefox import FirefoxPage
+    return FirefoxPage

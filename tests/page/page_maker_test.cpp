@@ -16,26 +16,38 @@
 namespace keelview {
 namespace {
 
-TEST(Base85, ItsSignsAreThoseOfOtherPrograms) {
-    EXPECT_EQ(Base85({}), "");
-    EXPECT_EQ(Base85(std::string(4, '\0')), "00000");
-    EXPECT_EQ(Base85("\xFF\xFF\xFF\xFF"), "|NsC0");
-    EXPECT_EQ(Base85("hello"), "Xk~0{Zv");
-    EXPECT_EQ(Base85("\x01"), "0R");
+std::string FromBase128(std::string_view text) {
+    std::string bytes;
+    unsigned held = 0;
+    unsigned bits = 0;
+    const auto take = [&](unsigned seven) {
+        held = held << 7U | seven;
+        bits += 7;
+        if (bits < 8) return;
+        bits -= 8;
+        bytes += static_cast<char>(held >> bits);
+    };
+    for (std::size_t i = 0; i < text.size(); ++i) {
+        unsigned sign = static_cast<unsigned char>(text[i]);
+        if (sign > 127) sign = (sign & 31U) << 6U | (static_cast<unsigned char>(text[++i]) & 63U);
+        if (sign > 255) take(std::string_view("\0\r<", 3)[sign / 128 - 2]);
+        take(sign & 127U);
+    }
+    return bytes;
 }
 
-std::string FromBase85(std::string_view text) {
-    constexpr std::string_view signs =
-        "0123456789ABCDEFGHIJKLMNOPQRSTUVWXYZabcdefghijklmnopqrstuvwxyz!#$%&()*+-;,=>?@^_`{|}~";
+TEST(Base128, ComesBackAndHasNoSignThatAPageLoses) {
     std::string bytes;
-    for (std::size_t at = 0; at < text.size(); at += 5) {
-        std::uint64_t four = 0;
-        for (std::size_t k = at; k < at + 5; ++k)
-            four = four * 85 + (k < text.size() ? signs.find(text[k]) : 84);
-        for (unsigned shift = 32; shift > 0; shift -= 8) bytes += static_cast<char>(four >> (shift - 8));
+    EXPECT_EQ(Base128(bytes), "");
+    for (unsigned i = 0; i < 700; ++i) {
+        bytes += static_cast<char>(i < 256 ? i : i * i * 2654435761U >> 24U);
+        const std::string text = Base128(bytes);
+        EXPECT_EQ(FromBase128(text), bytes);
+        EXPECT_EQ(text.find_first_of(std::string_view("\0\r<", 3)), std::string::npos);
+        EXPECT_LE(text.size(), bytes.size() * 8 / 7 + 2);
     }
-    bytes.resize(text.size() * 4 / 5);
-    return bytes;
+    for (const char end : {'\0', '\r', '<', 'x'})  // the last sign is these seven bits
+        EXPECT_EQ(FromBase128(Base128(std::string(6, 'x') + end)), std::string(6, 'x') + end);
 }
 
 std::string Unzipped(std::string packed) {
@@ -55,7 +67,7 @@ std::string Unzipped(std::string packed) {
 /// The files of a page by their places in it.
 std::map<std::string, std::string> FilesOf(const std::string& html) {
     const std::size_t begin = html.find("<race>") + 6;
-    const std::string bytes = Unzipped(FromBase85(html.substr(begin, html.find("</race>") - begin)));
+    const std::string bytes = Unzipped(FromBase128(html.substr(begin, html.find("</race>") - begin)));
     std::map<std::string, std::string> files;
     std::size_t at = 0;
     const auto number = [&] {

@@ -7,21 +7,9 @@
 #include "display/qt/convert.h"
 #include "display/qt/native_control.h"
 #include "display/qt/plates.h"
+#include "display/whole_pixels.h"
 
 namespace keelview {
-
-namespace {
-
-// Controls are never larger than this, nor further out; a place that is no number counts as 0.
-int WholePixels(double value) {
-    return std::isfinite(value) ? static_cast<int>(std::lround(std::clamp(value, -1e6, 1e6))) : 0;
-}
-
-int WholeSize(double value) {
-    return std::clamp(WholePixels(value), 0, 16384);
-}
-
-}  // namespace
 
 Control::Control(std::unique_ptr<NativeControl> native) : native_(std::move(native)) {
     native_->Owner = this;

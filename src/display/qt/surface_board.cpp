@@ -5,56 +5,33 @@
 #include <QPaintEvent>
 #include <QPainter>
 #include <algorithm>
-#include <array>
 #include <cmath>
-#include <ranges>
 #include <utility>
 
 #include "display/qt/convert.h"
 #include "display/qt/native_control.h"
-#include "display/raster.h"
-#include "display/stripes.h"
 
 namespace keelview {
 
 namespace {
 
-// How far a line may reach beyond its ends, pixels.
-constexpr double LineRoom = 3.0;
-
 // Told to the board by itself when there is something to show.
 const QEvent::Type ShowChanges = static_cast<QEvent::Type>(QEvent::registerEventType());
 
+Bounds BoundsOf(const QRect& box) {
+    return {{static_cast<double>(box.left()), static_cast<double>(box.top())},
+            {box.right() + 1.0, box.bottom() + 1.0}};
+}
+
 }  // namespace
-
-QRectF SpriteItem::Rect() const {
-    return {std::round(Left), std::round(Top), Width, Height};
-}
-
-Bounds SpriteItem::Reach() const {
-    const QRectF rect = Rect();
-    return {{rect.left(), rect.top()}, {rect.right(), rect.bottom()}};
-}
-
-Bounds LineItem::Reach() const {
-    Bounds box;
-    box.Add(Point{X1, Y1});
-    box.Add(Point{X2, Y2});
-    return box.Grown(LineRoom);
-}
 
 SurfaceBoard::SurfaceBoard(QWidget* parent) : QWidget(parent) {
     setAttribute(Qt::WA_OpaquePaintEvent);
+    Floating->Follow = [this](const Bounds& part) { Follow(part); };
 }
 
-void SurfaceBoard::Remove(const SpriteItem* sprite) {
-    Follow(sprite->Reach());
-    std::erase(sprites_, sprite);
-}
-
-void SurfaceBoard::Remove(const LineItem* line) {
-    Follow(line->Reach());
-    std::erase(lines_, line);
+SurfaceBoard::~SurfaceBoard() {
+    Floating->Follow = nullptr;
 }
 
 void SurfaceBoard::Follow(const Bounds& part) {
@@ -89,53 +66,28 @@ bool SurfaceBoard::event(QEvent* event) {
 }
 
 bool SurfaceBoard::MoveOnSprite(const QPointF& at) {
-    for (const auto& sprite : std::views::reverse(sprites_)) {
-        const SpriteItem& item = *sprite;
-        const QRectF rect = item.Rect();
-        const bool inside = at.x() >= rect.left() && at.x() < rect.right() && at.y() >= rect.top() &&
-                            at.y() < rect.bottom();
-        if (!item.Visible || !inside || !*item.OnMouseMove) continue;
-        MouseEvent told;
-        told.X = std::floor(at.x() - rect.left());
-        told.Y = std::floor(at.y() - rect.top());
-        Fire(*item.OnMouseMove, told);
-        return true;
-    }
-    return false;
+    const SpriteItem* hearer = Floating->HearerAt({at.x(), at.y()});
+    if (hearer == nullptr) return false;
+    Fire(*hearer->OnMouseMove, hearer->MoveAt({at.x(), at.y()}));
+    return true;
 }
 
 const Pixels& SurfaceBoard::WithLines(const QRect& shown) {
-    const auto seen = [&](const LineItem* line) {
-        const Bounds reach = line->Reach();
-        return line->Visible &&
-               QRectF(QPointF(reach.Low.X, reach.Low.Y), QPointF(reach.High.X, reach.High.Y))
-                   .intersects(shown);
-    };
-    if (std::ranges::none_of(lines_, seen)) return *image_;
+    const Bounds part = BoundsOf(shown);
+    if (!Floating->HasLinesIn(part)) return *image_;
     Pixels& under = underSprites_;
     if (under.Width != image_->Width || under.Height != image_->Height) under = *image_;
     const double ratio = under.Ratio = image_->Ratio;
     const int first = std::clamp(static_cast<int>(shown.top() * ratio) - 1, 0, under.Height);
-    const int last = std::clamp(static_cast<int>((shown.bottom() + 1) * ratio) + 2, 0, under.Height);
-    std::copy(image_->Row(first), image_->Row(last), under.Row(first));
-    for (const LineItem* line : lines_) {
-        const bool placed = line->X1 != line->X2 || line->Y1 != line->Y2;
-        if (!placed || !seen(line)) continue;
-        const std::array<Point, 2> ends{{{line->X1, line->Y1}, {line->X2, line->Y2}}};
-        const auto draw = [&](const Point& from, const Point& to, Colour ink) {
-            raster::DrawSegment(under, {(from.X + 0.5) * ratio, (from.Y + 0.5) * ratio},
-                                {(to.X + 0.5) * ratio, (to.Y + 0.5) * ratio},
-                                {.Colour = PixelOf(ink), .Width = ratio});
-        };
-        draw(ends[0], ends[1], line->Ink);
-        for (const LineStripe& stripe : StripesAlong(ends, line->Stripes))
-            draw(stripe.From, stripe.To, stripe.Ink);
-    }
+    const int end = std::clamp(static_cast<int>((shown.bottom() + 1) * ratio) + 2, 0, under.Height);
+    std::copy(image_->Row(first), image_->Row(end), under.Row(first));
+    Floating->DrawLines(under, part, first, end);
     return under;
 }
 
 void SurfaceBoard::PaintSprite(QPainter& painter, const SpriteItem& sprite, const QRect& shown) const {
-    const QRectF rect = sprite.Rect();
+    const Bounds reach = sprite.Reach();
+    const QRectF rect(QPointF(reach.Low.X, reach.Low.Y), QPointF(reach.High.X, reach.High.Y));
     const QRectF part = rect & QRectF(shown);
     if (part.isEmpty()) return;
     const double ratio = sprite.Image->Ratio;
@@ -157,8 +109,8 @@ void SurfaceBoard::paintEvent(QPaintEvent* event) {
     }
     const QRect shown = event->rect();
     painter.drawImage(0, 0, ViewOf(WithLines(shown)));
-    for (const SpriteItem* sprite : sprites_)
-        if (sprite->Visible) PaintSprite(painter, *sprite, shown);
+    for (const SpriteItem* sprite : Floating->SpritesIn(BoundsOf(shown)))
+        PaintSprite(painter, *sprite, shown);
 }
 
 }  // namespace keelview

@@ -4,19 +4,11 @@
 #include <cmath>
 
 #include "display/web/page_calls.h"
+#include "display/whole_pixels.h"
 
 namespace keelview {
 
 namespace {
-
-// Controls are never larger than this, nor further out; a place that is no number counts as 0.
-int WholePixels(double value) {
-    return std::isfinite(value) ? static_cast<int>(std::lround(std::clamp(value, -1e6, 1e6))) : 0;
-}
-
-int WholeSize(double value) {
-    return std::clamp(WholePixels(value), 0, 16384);
-}
 
 bool KnowsItsClicks(ControlKind kind) {
     return kind == ControlKind::Button || kind == ControlKind::CheckBox || kind == ControlKind::Option ||

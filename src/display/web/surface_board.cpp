@@ -1,31 +1,21 @@
 #include "display/web/surface_board.h"
 
 #include <algorithm>
-#include <array>
 #include <cmath>
-#include <ranges>
 #include <utility>
 
 #include "display/raster.h"
 #include "display/raster_blend.h"
-#include "display/stripes.h"
 #include "display/web/page_calls.h"
 
 namespace keelview {
 
 namespace {
 
-// How far a line may reach beyond its ends, pixels.
-constexpr double LineRoom = 3.0;
-
 /// The first and the end of the whole numbers that cover a stretch, within 0 and `size`.
 std::pair<int, int> Covering(double low, double high, int size) {
     return {static_cast<int>(std::clamp(std::floor(low), 0.0, static_cast<double>(size))),
             static_cast<int>(std::clamp(std::ceil(high), 0.0, static_cast<double>(size)))};
-}
-
-bool Meet(const Bounds& a, const Bounds& b) {
-    return a.Low.X < b.High.X && b.Low.X < a.High.X && a.Low.Y < b.High.Y && b.Low.Y < a.High.Y;
 }
 
 Bounds Times(const Bounds& box, double factor) {
@@ -73,31 +63,14 @@ void LayScaled(Pixels& image, const Pixels& picture, const Point& topLeft, doubl
         }
 }
 
-Bounds SpriteItem::Reach() const {
-    const Point at{std::round(Left), std::round(Top)};
-    return {at, {at.X + Width, at.Y + Height}};
-}
-
-Bounds LineItem::Reach() const {
-    Bounds box;
-    box.Add(Point{X1, Y1});
-    box.Add(Point{X2, Y2});
-    return box.Grown(LineRoom);
-}
-
 SurfaceBoard::SurfaceBoard(const Container& parent, std::string_view name, BorderStyle border)
     : NativeControl(ControlKind::Surface, name, &parent, static_cast<int>(border)) {
     Edge = BorderWidth(border);
+    Floating->Follow = [this](const Bounds& part) { Follow(part); };
 }
 
-void SurfaceBoard::Remove(const SpriteItem* sprite) {
-    Follow(sprite->Reach());
-    std::erase(sprites_, sprite);
-}
-
-void SurfaceBoard::Remove(const LineItem* line) {
-    Follow(line->Reach());
-    std::erase(lines_, line);
+SurfaceBoard::~SurfaceBoard() {
+    Floating->Follow = nullptr;
 }
 
 void SurfaceBoard::Follow(const Bounds& part) {
@@ -119,46 +92,22 @@ void SurfaceBoard::Put() {
 }
 
 bool SurfaceBoard::TakeMove(const Point& at) {
-    for (const SpriteItem* sprite : std::views::reverse(sprites_)) {
-        const Bounds reach = sprite->Reach();
-        const bool inside =
-            at.X >= reach.Low.X && at.X < reach.High.X && at.Y >= reach.Low.Y && at.Y < reach.High.Y;
-        if (!sprite->Visible || !inside || !*sprite->OnMouseMove) continue;
-        MouseEvent told;
-        told.X = std::floor(at.X - reach.Low.X);
-        told.Y = std::floor(at.Y - reach.Low.Y);
-        Fire(*sprite->OnMouseMove, told);
-        return true;
-    }
-    return false;
-}
-
-void SurfaceBoard::DrawLineItem(const LineItem& line, int firstRow, int endRow) {
-    const double ratio = whole_.Ratio;
-    const std::array<Point, 2> ends{{{line.X1, line.Y1}, {line.X2, line.Y2}}};
-    const auto draw = [&](const Point& from, const Point& to, Colour ink) {
-        raster::DrawSegment(
-            whole_, {(from.X + 0.5) * ratio, (from.Y + 0.5) * ratio},
-            {(to.X + 0.5) * ratio, (to.Y + 0.5) * ratio},
-            {.Colour = PixelOf(ink), .Width = ratio, .FirstRow = firstRow, .EndRow = endRow});
-    };
-    draw(ends[0], ends[1], line.Ink);
-    for (const LineStripe& stripe : StripesAlong(ends, line.Stripes))
-        draw(stripe.From, stripe.To, stripe.Ink);
+    const SpriteItem* hearer = Floating->HearerAt(at);
+    if (hearer == nullptr) return false;
+    Fire(*hearer->OnMouseMove, hearer->MoveAt(at));
+    return true;
 }
 
 /// The rows of a part as they are to be seen; the image itself where nothing floats over them.
 const Pixels& SurfaceBoard::Composed(const Bounds& shown) {
-    const auto seen = [&](const auto* item) { return item->Visible && Meet(item->Reach(), shown); };
-    if (std::ranges::none_of(lines_, seen) && std::ranges::none_of(sprites_, seen)) return *Image;
+    const std::vector<const SpriteItem*> sprites = Floating->SpritesIn(shown);
+    if (sprites.empty() && !Floating->HasLinesIn(shown)) return *Image;
     if (whole_.Width != Image->Width || whole_.Height != Image->Height) whole_ = *Image;
     const double ratio = whole_.Ratio = Image->Ratio;
     const auto [first, end] = Covering(shown.Low.Y * ratio, shown.High.Y * ratio, whole_.Height);
     std::copy(Image->Row(first), Image->Row(end), whole_.Row(first));
-    for (const LineItem* line : lines_)
-        if (seen(line) && (line->X1 != line->X2 || line->Y1 != line->Y2)) DrawLineItem(*line, first, end);
-    for (const SpriteItem* sprite : sprites_) {
-        if (!seen(sprite)) continue;
+    Floating->DrawLines(whole_, shown, first, end);
+    for (const SpriteItem* sprite : sprites) {
         const Point at{sprite->Reach().Low.X * ratio, sprite->Reach().Low.Y * ratio};
         if (sprite->Image->Ratio == ratio && at.X == std::round(at.X) && at.Y == std::round(at.Y))
             raster::LayOver(whole_, *sprite->Image, static_cast<int>(at.X), static_cast<int>(at.Y));
