@@ -150,19 +150,15 @@ SideTable MadeGoodTable(const SideView& view, double t) {
     table.Title = view.Say({"Made good: ", "区間の成果: "}) + answers.Race.CourseOrder[leg] + " > " +
                   answers.Race.CourseOrder[leg + 1];
     table.Columns = {{view.Say({"Boat", "艇"}), "", true},
-                     {"VMG",
-                      view.Wide ? "-0.00 \xC2\xB1"
-                                  "0.00"
-                                : "-00.0",
-                      false},
+                     {"VMG", view.Wide ? WithSigma(-1, 0.1, 2) : "-00.0", false},
                      {"VMC", view.Wide ? "-0.00" : "-00.0", false},
                      {"VMG/v", "000%", false},
                      {view.Say({"port", "ポート"}), "000%", false}};
     if (view.Wide) {
         table.Columns.push_back({view.Say({"kn", "ノット"}), "00.0", false});
-        table.Columns.push_back({view.Say({"sailed m", "航走m"}), "00000", false});
+        table.Columns.push_back({view.Say({"sailed m", "航走m"}), WithSigma(10000, 10, 0), false});
         table.Columns.push_back({view.Say({"straight", "直線m"}), "00000", false});
-        table.Columns.push_back({view.Say({"overstood m", "行き過ぎm"}), "-000", false});
+        table.Columns.push_back({view.Say({"overstood m", "行き過ぎm"}), WithSigma(-100, 1, 0), false});
     }
     table.NameColumn = 0;
     const auto percent = [](const std::optional<double>& share) {

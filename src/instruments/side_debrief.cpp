@@ -43,7 +43,8 @@ SideTable::Row PartsRow(const SideView& view, const std::string& name, const Sid
 
 void SetColumns(const SideView& view, const Text& first, SideTable& table) {
     table.Columns = {{view.Say(first), "", true}, {view.Say({"lost s", "損失"}), "-0000", false}};
-    for (const Part& part : Parts) table.Columns.push_back({view.Say(part.Name), "-000", false});
+    for (const Part& part : Parts)
+        table.Columns.push_back({view.Say(part.Name), view.Tell(-100, 10, 0), false});
 }
 
 /// What a boat lost on a leg; nullptr where it did not sail all of it.

@@ -144,15 +144,13 @@ SideTable StartsTable(const SideView& view) {
                                        "スタート（号砲時のラインまでm、通過秒）"}),
                     .Columns = {},
                     .Rows = {}};
-    table.Columns = {{view.Say({"Boat", "艇"}), "", true}, {view.Say({"gun", "号砲"}), "-000.0", false}};
+    table.Columns = {{view.Say({"Boat", "艇"}), "", true},
+                     {view.Say({"gun", "号砲"}), view.Tell(-100, 0.1, 1), false}};
     if (view.Wide)
         table.Columns.insert(table.Columns.end(), {{"-5 s", "-000", false}, {"-10 s", "-000", false}});
-    table.Columns.insert(table.Columns.end(), {{view.Say({"cross", "通過"}),
-                                                "00.0 \xC2\xB1"
-                                                "0.0",
-                                                false},
+    table.Columns.insert(table.Columns.end(), {{view.Say({"cross", "通過"}), WithSigma(10, 0.1, 1), false},
                                                {view.Say({"place", "位置"}), "100%", false},
-                                               {view.Say({"kn", "ノット"}), "0.0", false}});
+                                               {view.Say({"kn", "ノット"}), view.Tell(10, 0.1, 1), false}});
     if (view.Wide)
         table.Columns.insert(table.Columns.end(),
                              {{view.Say({"rank 0/30/60", "順位 0/30/60"}), "00/00/00", false}});

@@ -109,11 +109,8 @@ SideTable TurnsTable(const SideView& view) {
                                                    {view.Say({"s", "秒"}), "00", false}});
     table.Columns.insert(table.Columns.end(),
                          {{view.Say({"kn before/least/after", "速度 前/最低/後"}), "", false},
-                          {view.Say({"lost m", "損失m"}),
-                           "-00.0 \xC2\xB1"
-                           "0.0",
-                           false}});
-    if (view.Wide) table.Columns.push_back({view.Say({"lost s", "損失秒"}), "-00.0", false});
+                          {view.Say({"lost m", "損失m"}), WithSigma(-10, 0.1, 1), false}});
+    if (view.Wide) table.Columns.push_back({view.Say({"lost s", "損失秒"}), WithSigma(-10, 0.1, 1), false});
     table.Columns.push_back({view.Say({"shift", "風振れ"}), "-00\xC2\xB0", false});
     if (view.Wide) table.Columns.push_back({"", "", true});
     for (const Manoeuvre& turn : RacedTurns(view.Answers, view.Chosen)) {
