@@ -89,7 +89,7 @@ SideTable BoatTable(const SideView& view, int boat) {
     SideTable table{
         .Title = view.NameOf(boat) + view.Say({", leg by leg", "のレグ別"}), .Columns = {}, .Rows = {}};
     SetColumns(view, {"Leg", "レグ"}, table);
-    table.Columns.push_back({view.Say({"best boat", "最速艇"}), "", true});
+    table.Columns.push_back({view.Say({"best boat", "最速"}), "", true});
     for (int leg = 1; leg <= view.Answers.Losses.Count(); ++leg) {
         const LegDebrief& told = view.Answers.Losses[leg];
         const LegLoss* loss = LossOf(told, boat);
