@@ -33,6 +33,7 @@ SIDE_OUT, SIDE_AWAY = (967, 490), (627, 490)
 IDLE = (1100, 560)  # where no control is
 AUTO_TRACE, NAME, TRACKS, GRAPHS, TABLE_PAGE = (1040, 888), (1040, 856), (1212, 682), (1212, 696), (1212, 710)
 STOP, STEP, FIRST_BEAT, RING = (1040, 696), (1096, 684), (995, 745), (1263, 250)
+TAKE_RACE = (712, 121)
 MENU_EDITOR, MENU_DISTRIBUTION, MENU_RACE, MENU_OK = (295, 481), (295, 505), (295, 553), (60, 467)
 
 
@@ -100,6 +101,13 @@ class Photographer:
         time.sleep(1)
         self.take("data", TABLES[self.language])
 
+    def take_import(self):
+        sheet = self.window("New race from track files|航跡ファイルからレースを作成")
+        time.sleep(4)  # the race is found by then
+        self.click(TAKE_RACE)
+        self.display.xdotool("mousemove", *IDLE)
+        self.take("import", self.box_of(sheet))
+
     def take_menu(self):
         self.window("Keelview|キールビュー")
         self.display.xdotool("key", "Return")  # "Edit Data ?"
@@ -142,6 +150,13 @@ def take_pictures(build, language):
         with VirtualDisplay() as display:
             display.start([tree / "keelview"], **settings)
             Photographer(display, language).take_menu()
+        fleet = Path(folder) / "Enoshima"  # files from somewhere else
+        fleet.mkdir()
+        for track in (tree / "gpsdat").glob("r2_*.trk"):
+            track.rename(fleet / track.name)
+        with VirtualDisplay() as display:
+            display.start([tree / "keelview", fleet], **settings)
+            Photographer(display, language).take_import()
 
 
 if __name__ == "__main__":

@@ -50,7 +50,7 @@ TrackChart::TrackChart(QWidget* parent) : QWidget(parent) {
 void TrackChart::ShowPlan(const RacePlan& plan, int chosen) {
     plan_ = &plan;
     chosen_ = chosen;
-    if (!moved_) Fit();
+    if (!moved_ && shown_.Race == nullptr) Fit();
     tracks_ = {};
     update();
 }

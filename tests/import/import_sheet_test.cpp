@@ -8,6 +8,7 @@
 #include <QMimeData>
 #include <QTest>
 #include <QTimer>
+#include <QWheelEvent>
 #include <memory>
 
 #include "analysis/race_plan_writing.h"
@@ -258,6 +259,76 @@ TEST_F(ImportTest, TheRaceThatWasFoundIsCorrectedOnTheChartAndTaken) {
         EXPECT_EQ(file.find("ST, " + gun) == std::string::npos, how == std::string("left"));
     }
     EXPECT_TRUE(dialogs.AllAnswered());
+}
+
+TEST_F(ImportTest, ACorrectedRaceOutlivesNewSearchesAndGoesWithTheClock) {
+    const SimulatedRegatta regatta({.Seed = 3, .Boats = 6});
+    WriteRecordings(regatta, tree, "day/s");
+    const auto gunAt = [&](int hoursLater) {
+        return DateTimeText(RaceTree::Start + regatta.Guns.front() + 3600 * hoursLater);
+    };
+    WhenReady([&](QWidget& sheet) {
+        auto& chart = *sheet.findChild<QWidget*>("TrackChart");
+        auto& course = *sheet.findChild<QLineEdit*>("Course");
+        auto& start = *sheet.findChild<QLineEdit*>("Start");
+        auto& asFound = *sheet.findChild<QPushButton*>("AsFound");
+        const auto settled = [&] { return QTest::qWaitFor([&] { return !IsSearching(sheet); }, 20000); };
+        const auto pressAt = [&](int x, int y) { QTest::mouseClick(&chart, Qt::LeftButton, {}, {x, y}); };
+        // A second line is the finish; one that is begun and put away, or has no length, is none.
+        Press(sheet, "AddLine");
+        pressAt(20, 20);
+        Press(sheet, "AddLine");
+        Press(sheet, "AddLine");
+        pressAt(20, 20);
+        pressAt(22, 20);
+        EXPECT_FALSE(asFound.isEnabled());
+        pressAt(90, 20);
+        EXPECT_TRUE(asFound.isEnabled() && course.text().endsWith(" L2")) << course.text().toStdString();
+        // Neither another fleet nor another clock takes the correction away.
+        Table(sheet).item(5, 0)->setCheckState(Qt::Unchecked);
+        EXPECT_TRUE(settled() && course.text().endsWith(" L2"));
+        EXPECT_EQ(start.text().toStdString(), gunAt(0));
+        Enter(sheet, "TimeDiff", "7");
+        EXPECT_TRUE(settled() && course.text().endsWith(" L2"));
+        EXPECT_EQ(start.text().toStdString(), gunAt(-2));
+        // By hand it goes again: an end of the line is taken hold of where it was put.
+        Press(sheet, "Remove");
+        pressAt(90, 20);
+        EXPECT_FALSE(course.text().contains("L2"));
+        asFound.click();
+        EXPECT_FALSE(asFound.isEnabled());
+        EXPECT_FALSE(course.text().isEmpty() || course.text().contains("L2"));
+        EXPECT_EQ(start.text().toStdString(), gunAt(-2));
+        Press(sheet, "Cancel");
+    });
+    EXPECT_EQ(ImportSheet(app.settings, services).MakeRace({tree.Root() / "day"}), "");
+    EXPECT_EQ(Written(), "");
+}
+
+TEST_F(ImportTest, TheChartZoomsAndMovesUnderThePointerAndTheRaceWithIt) {
+    WriteRecordings(SimulatedRegatta({.Seed = 3, .Boats = 6}), tree, "day/s");
+    WhenReady([&](QWidget& sheet) {
+        auto& chart = *sheet.findChild<QWidget*>("TrackChart");
+        const auto isGrip = [&](const QPoint& at) {
+            QTest::mouseMove(&chart, at);
+            return chart.cursor().shape() == Qt::OpenHandCursor;
+        };
+        const QPoint top = GripOn(chart, true) + QPoint(0, 5);
+        for (const int turn : {120, 120, -120}) {
+            QWheelEvent wheel(top, chart.mapToGlobal(top), {}, {0, turn}, Qt::NoButton, {},
+                              Qt::NoScrollPhase, false);
+            QApplication::sendEvent(&chart, &wheel);
+            EXPECT_TRUE(isGrip(top)) << turn;
+        }
+        const QPoint water(chart.width() - 5, chart.height() - 5);
+        ASSERT_FALSE(isGrip(water));
+        DragOn(chart, water, water - QPoint(60, 40));
+        EXPECT_TRUE(!isGrip(top) && isGrip(top - QPoint(60, 40)));
+        EXPECT_FALSE(sheet.findChild<QCheckBox*>("TakeRace")->isChecked())
+            << "the race itself was not moved";
+        Press(sheet, "Cancel");
+    });
+    ImportSheet(app.settings, services).MakeRace({tree.Root() / "day"});
 }
 
 TEST_F(ImportTest, EachRaceOfADayGetsAFileOfItsOwnOrNone) {
