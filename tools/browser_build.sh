@@ -19,7 +19,9 @@ browser_object() { echo "$BROWSER_BUILD/objects/${1//\//.}.o"; }
 browser_rules() {
     local libraries=build/libraries speed
     local clang=(clang++-22 --target=wasm32-wasi -Wno-deprecated -flto)
-    local cpp=("${clang[@]}" -std=c++20 -fno-exceptions -fno-rtti -Wframe-larger-than=131072
+    # There are no threads, and nothing is left to be done when all is over.
+    local cpp=("${clang[@]}" -std=c++20 -fno-exceptions -fno-rtti -fno-threadsafe-statics
+        -fno-c++-static-destructors -Wframe-larger-than=131072
         -Werror=frame-larger-than -Isrc "-I$BROWSER_BUILD" -isystem "$libraries/include" -DPUGIXML_NO_EXCEPTIONS
         -DJSON_NOEXCEPTION)
     # minizip reads from memory and decrypts nothing.
