@@ -5,7 +5,7 @@ BROWSER_BUILD=build/browser
 mkdir -p "$BROWSER_BUILD/objects"
 # What takes its time with each fix or pixel is compiled for speed, and all that is done once for each press of a
 # button to be small.
-BROWSER_QUICK='src/(display/(raster|raster_areas|canvas|overlay|web/surface_board|web/letters)|racedata/(packed_track|gps_track)|analysis/(track_[a-z]*|view)|map/(boats|boat_sprite|chart|name_places|track_picture|coast_picture)|display/stripes)\.cpp'
+BROWSER_QUICK='src/(display/(raster|raster_areas|canvas|overlay|web/surface_board|web/letters)|racedata/(packed_track|gps_track)|analysis/(track_[a-z]*|view)|map/(boat_sprite|track_picture|coast_picture)|display/stripes)\.cpp'
 
 # browser_sources FOLDER... : the sources of rooms, one a line, but for what other systems have of them.
 browser_sources() {
