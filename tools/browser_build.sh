@@ -5,7 +5,7 @@ BROWSER_BUILD=build/browser
 mkdir -p "$BROWSER_BUILD/objects"
 # What takes its time with each fix or pixel is compiled for speed, and all that is done once for each press of a
 # button to be small.
-BROWSER_QUICK='src/(display/(raster|raster_areas|canvas|overlay|web/surface_board|web/letters)|racedata/(packed_track|gps_track)|analysis/(track_[a-z]*|view)|map/(boats|boat_sprite|chart|name_places|track_picture|coast_picture)|display/stripes)\.cpp'
+BROWSER_QUICK='src/(display/(raster|raster_areas|canvas|overlay|web/surface_board|web/letters)|racedata/(packed_track|gps_track)|analysis/(track_[a-z]*|view)|map/(boat_sprite|track_picture|coast_picture)|display/stripes)\.cpp'
 
 # browser_sources FOLDER... : the sources of rooms, one a line, but for what other systems have of them.
 browser_sources() {
@@ -19,7 +19,9 @@ browser_object() { echo "$BROWSER_BUILD/objects/${1//\//.}.o"; }
 browser_rules() {
     local libraries=build/libraries speed
     local clang=(clang++-22 --target=wasm32-wasi -Wno-deprecated -flto)
-    local cpp=("${clang[@]}" -std=c++20 -fno-exceptions -fno-rtti -Wframe-larger-than=131072
+    # There are no threads, and nothing is left to be done when all is over.
+    local cpp=("${clang[@]}" -std=c++20 -fno-exceptions -fno-rtti -fno-threadsafe-statics
+        -fno-c++-static-destructors -Wframe-larger-than=131072
         -Werror=frame-larger-than -Isrc "-I$BROWSER_BUILD" -isystem "$libraries/include" -DPUGIXML_NO_EXCEPTIONS
         -DJSON_NOEXCEPTION)
     # minizip reads from memory and decrypts nothing.

@@ -46,6 +46,7 @@ export function element(tag, className = '') {
  * @property {boolean} bold
  * @property {Part | undefined} parent
  * @property {HTMLCanvasElement} [canvas]
+ * @property {CanvasRenderingContext2D} [pen]
  */
 
 export class Controls {
@@ -125,6 +126,7 @@ export class Controls {
         };
         if (kind === 'surface') {
             part.canvas = /** @type {HTMLCanvasElement} */ (element('canvas'));
+            part.pen = /** @type {CanvasRenderingContext2D} */ (part.canvas.getContext('2d', { alpha: false }));
             box.append(part.canvas);
         }
         this.parts.set(address, part);
@@ -198,8 +200,7 @@ export class Controls {
             canvas.style.height = `${height / ratio}px`;
         }
         const bytes = new Uint8ClampedArray(this.memory.program.memory.buffer, at, 4 * width * height);
-        const pen = /** @type {CanvasRenderingContext2D} */ (canvas.getContext('2d', { alpha: false }));
-        pen.putImageData(new ImageData(bytes, width, height), 0, 0, left, top, partWidth, partHeight);
+        part.pen?.putImageData(new ImageData(bytes, width, height), 0, 0, left, top, partWidth, partHeight);
     }
 
     /** What the program asks for. @returns {Record<string, Function>} */

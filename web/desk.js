@@ -41,7 +41,8 @@ const tabs = [
 /** Where controls stand in a narrow page: the part of the page, and the control that they lie in else. */
 const moved = {
     film: [['PicTimeBar', 'window'], ['Frame3', 'Picture7'], ['Text2', 'Picture7'], ['HScroll1', 'Picture7']],
-    below: [['Picture8', 'window'], ['Picture16', 'window'], ['Picture5', 'window'], ['Picture7', 'window']],
+    below: [['Picture8', 'window'], ['Picture16', 'window'], ['Picture5', 'window'], ['Picture7', 'window'],
+        ['Frame5', 'GPIC']],
 };
 
 export class Desk {
@@ -158,5 +159,8 @@ export class Desk {
         for (const each of tabs) this.buttons[each.name].setAttribute('aria-selected', String(each.name === name));
         const view = this.controls.named(tab?.view ?? 'Option9');
         if (view && !view.works.checked) view.works.click();
+        // Beside a list of two columns the panel has no room of its own, and is slid out.
+        const panel = document.getElementById('Picture16');
+        if (name === 'side' && panel?.classList.contains('gone')) this.controls.named('Command14')?.works.click();
     }
 }

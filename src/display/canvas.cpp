@@ -228,7 +228,9 @@ void Canvas::Polygon(std::span<const Point> points) {
 }
 
 void Canvas::Cls() {
-    std::ranges::fill(image_.Bits, GroundPixel());
+    // Where no four pixels are filled at once, a row is copied much faster than it is filled.
+    if (image_.Height > 0) std::fill_n(image_.Row(0), image_.Width, GroundPixel());
+    for (int y = 1; y < image_.Height; ++y) std::copy_n(image_.Row(0), image_.Width, image_.Row(y));
     CurrentX = 0.0;
     CurrentY = 0.0;
     ChangedAll();

@@ -39,7 +39,8 @@ void Frame::SetCaption(std::string_view caption) {
 Surface::Surface(Container& parent, std::string_view name, BorderStyle border)
     : Container(std::make_unique<SurfaceBoard>(parent, name, border)) {
     SurfaceBoard& board = BoardOf(Native());
-    board.Image = &Retained();
+    // The surface is ours to change, though its image is for others to look at.
+    board.Image = const_cast<Pixels*>(&Retained());
     board.ToScale = [this](const Point& at) { return Point{at.X / UnitX(), at.Y / UnitY()}; };
     Surface::Move(0, 0, 0, 0);
 }

@@ -78,6 +78,19 @@ void SurfaceBoard::Follow(const Bounds& part) {
     if (!std::exchange(awaited_, true)) page::PageFollow(static_cast<NativeControl*>(this));
 }
 
+/// Device pixels of the image, without its right and its bottom.
+struct SurfaceBoard::Box {
+    int Left, Top, Right, Bottom;
+
+    /// Calls with the begin of each row, and how long it is.
+    template <class Take>
+    void ForRows(Pixels& image, const Take& take) const {
+        for (int y = Top; y < Bottom && Left < Right; ++y) take(image.Row(y) + Left, Right - Left);
+    }
+};
+
+/// What floats is laid over the image itself, and what it hides is put back afterwards: so the image, which
+/// may be as large as the screen, is not copied for it.
 void SurfaceBoard::Put() {
     awaited_ = false;
     const Bounds dirty = std::exchange(dirty_, {});
@@ -86,9 +99,37 @@ void SurfaceBoard::Put() {
     const auto [left, right] = Covering(dirty.Low.X * ratio, dirty.High.X * ratio, Image->Width);
     const auto [top, bottom] = Covering(dirty.Low.Y * ratio, dirty.High.Y * ratio, Image->Height);
     if (left >= right || top >= bottom) return;
-    const Pixels& shown = Composed(dirty);
-    page::PagePut(static_cast<NativeControl*>(this), shown.Bits.data(), shown.Width, shown.Height, ratio,
+    const std::vector<const SpriteItem*> sprites = Floating->SpritesIn(dirty);
+    const std::vector<Box> boxes = BoxesUnder(sprites, dirty);
+    under_.clear();
+    for (const Box& box : boxes)
+        box.ForRows(*Image,
+                    [&](const Pixel* row, int size) { under_.insert(under_.end(), row, row + size); });
+    Floating->DrawLines(*Image, dirty, top, bottom);
+    for (const SpriteItem* sprite : sprites) LaySprite(*sprite, dirty);
+    page::PagePut(static_cast<NativeControl*>(this), Image->Bits.data(), Image->Width, Image->Height, ratio,
                   left, top, right - left, bottom - top);
+    auto kept = under_.cbegin();
+    for (const Box& box : boxes)
+        box.ForRows(*Image, [&](Pixel* row, int size) {
+            std::copy_n(kept, size, row);
+            kept += size;
+        });
+}
+
+/// Where something will be laid over a part of the image: all its rows where there are lines.
+std::vector<SurfaceBoard::Box> SurfaceBoard::BoxesUnder(const std::vector<const SpriteItem*>& sprites,
+                                                        const Bounds& shown) const {
+    const double ratio = Image->Ratio;
+    std::vector<Box> boxes;
+    const auto add = [&](const Bounds& reach) {
+        const auto [left, right] = Covering(reach.Low.X * ratio, reach.High.X * ratio, Image->Width);
+        const auto [top, bottom] = Covering(reach.Low.Y * ratio, reach.High.Y * ratio, Image->Height);
+        boxes.push_back({left, top, right, bottom});
+    };
+    for (const SpriteItem* sprite : sprites) add(sprite->Reach().Grown(1.0));
+    if (Floating->HasLinesIn(shown)) add({{0, shown.Low.Y}, {Image->Width / ratio, shown.High.Y}});
+    return boxes;
 }
 
 bool SurfaceBoard::TakeMove(const Point& at) {
@@ -98,23 +139,13 @@ bool SurfaceBoard::TakeMove(const Point& at) {
     return true;
 }
 
-/// The rows of a part as they are to be seen; the image itself where nothing floats over them.
-const Pixels& SurfaceBoard::Composed(const Bounds& shown) {
-    const std::vector<const SpriteItem*> sprites = Floating->SpritesIn(shown);
-    if (sprites.empty() && !Floating->HasLinesIn(shown)) return *Image;
-    if (whole_.Width != Image->Width || whole_.Height != Image->Height) whole_ = *Image;
-    const double ratio = whole_.Ratio = Image->Ratio;
-    const auto [first, end] = Covering(shown.Low.Y * ratio, shown.High.Y * ratio, whole_.Height);
-    std::copy(Image->Row(first), Image->Row(end), whole_.Row(first));
-    Floating->DrawLines(whole_, shown, first, end);
-    for (const SpriteItem* sprite : sprites) {
-        const Point at{sprite->Reach().Low.X * ratio, sprite->Reach().Low.Y * ratio};
-        if (sprite->Image->Ratio == ratio && at.X == std::round(at.X) && at.Y == std::round(at.Y))
-            raster::LayOver(whole_, *sprite->Image, static_cast<int>(at.X), static_cast<int>(at.Y));
-        else
-            LayScaled(whole_, *sprite->Image, at, ratio / sprite->Image->Ratio, Times(shown, ratio));
-    }
-    return whole_;
+void SurfaceBoard::LaySprite(const SpriteItem& sprite, const Bounds& shown) {
+    const double ratio = Image->Ratio;
+    const Point at{sprite.Reach().Low.X * ratio, sprite.Reach().Low.Y * ratio};
+    if (sprite.Image->Ratio == ratio && at.X == std::round(at.X) && at.Y == std::round(at.Y))
+        raster::LayOver(*Image, *sprite.Image, static_cast<int>(at.X), static_cast<int>(at.Y));
+    else
+        LayScaled(*Image, *sprite.Image, at, ratio / sprite.Image->Ratio, Times(shown, ratio));
 }
 
 }  // namespace keelview

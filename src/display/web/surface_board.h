@@ -1,6 +1,7 @@
 #pragma once
 
 #include <memory>
+#include <vector>
 
 #include "display/control.h"
 #include "display/floats.h"
@@ -17,7 +18,7 @@ class SurfaceBoard : public NativeControl, public PageFrame {
     ~SurfaceBoard() override;
 
     /// The image to show, and its scale; none while the surface is made, and after it is gone.
-    const Pixels* Image = nullptr;
+    Pixels* Image = nullptr;
     std::function<Point(const Point&)> ToScale;
     const std::shared_ptr<Floats> Floating = std::make_shared<Floats>();
 
@@ -30,10 +31,12 @@ class SurfaceBoard : public NativeControl, public PageFrame {
     Point InScale(const Point& at) const override { return ToScale ? ToScale(at) : at; }
 
   private:
-    const Pixels& Composed(const Bounds& shown);
+    struct Box;
+    std::vector<Box> BoxesUnder(const std::vector<const SpriteItem*>& sprites, const Bounds& shown) const;
+    void LaySprite(const SpriteItem& sprite, const Bounds& shown);
 
-    Bounds dirty_;  // what changed and is not shown yet
-    Pixels whole_;  // the image with all that floats over it, while there is any
+    Bounds dirty_;              // what changed and is not shown yet
+    std::vector<Pixel> under_;  // the pixels below what floats, while it is put
     bool awaited_ = false;
 };
 
