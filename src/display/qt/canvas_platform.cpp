@@ -8,8 +8,11 @@
 #include <QImageReader>
 #include <QPainter>
 #include <QString>
+#include <algorithm>
 #include <cmath>
-#include <optional>
+#include <list>
+#include <map>
+#include <string>
 
 #include "display/qt/convert.h"
 
@@ -20,8 +23,11 @@ namespace {
 // Bytes that the decoded image of a file may take.
 constexpr int ImageMegabytes = 256;
 
-/// Holds one painter open on the image, and the font of the last text: making either anew would take longer
-/// than the text.
+// Fonts of a picture, and widths of texts in each, that are kept.
+constexpr std::size_t MostFonts = 8, MostWidths = 4096;
+
+/// Holds one painter open on the image, its fonts, and how wide texts are in them: making or measuring any
+/// of these anew would take longer than drawing the text.
 class QtPen : public PlatformPen {
   public:
     explicit QtPen(Pixels& image) : pixels_(image) {}
@@ -29,7 +35,11 @@ class QtPen : public PlatformPen {
     double LineHeight(const Lettering& lettering) override { return FontOf(lettering).Metrics.height(); }
 
     double TextWidth(std::string_view text, const Lettering& lettering) override {
-        return FontOf(lettering).Metrics.horizontalAdvance(ToQt(text));
+        Font& font = FontOf(lettering);
+        const auto known = font.Widths.find(text);
+        if (known != font.Widths.end()) return known->second;
+        if (font.Widths.size() >= MostWidths) font.Widths.clear();
+        return font.Widths.emplace(text, font.Metrics.horizontalAdvance(ToQt(text))).first->second;
     }
 
     double DrawText(std::string_view line, const Point& topLeft, const Lettering& lettering,
@@ -37,8 +47,8 @@ class QtPen : public PlatformPen {
         const Font& font = FontOf(lettering);
         const QString text = ToQt(line);
         QPainter& painter = Painter();
-        if (!painterHasFont_) painter.setFont(font.Face);
-        painterHasFont_ = true;
+        if (paintersFont_ != &font) painter.setFont(font.Face);
+        paintersFont_ = &font;
         const QColor ink = ToQt(colour);
         if (painter.pen().color() != ink) painter.setPen(ink);
         painter.drawText(QPointF(std::round(topLeft.X), std::round(topLeft.Y) + font.Metrics.ascent()),
@@ -63,12 +73,17 @@ class QtPen : public PlatformPen {
         Lettering Letters;
         QFont Face;
         QFontMetricsF Metrics;
+        std::map<std::string, double, std::less<>> Widths;
     };
 
-    const Font& FontOf(const Lettering& lettering) {
-        if (font_ && font_->Letters == lettering) return *font_;
-        painterHasFont_ = false;
-        return font_.emplace(lettering);
+    Font& FontOf(const Lettering& lettering) {
+        const auto known = std::ranges::find(fonts_, lettering, &Font::Letters);
+        if (known != fonts_.end()) return *known;
+        if (fonts_.size() >= MostFonts) {
+            fonts_.clear();
+            paintersFont_ = nullptr;
+        }
+        return fonts_.emplace_back(lettering);
     }
 
     QPainter& Painter() {
@@ -83,8 +98,8 @@ class QtPen : public PlatformPen {
     Pixels& pixels_;
     QImage image_;  // the pixels, as the toolkit wants them
     QPainter painter_;
-    std::optional<Font> font_;
-    bool painterHasFont_ = false;
+    std::list<Font> fonts_;
+    const Font* paintersFont_ = nullptr;  // the one that is set in the painter
 };
 
 /// The image of a file or of the program, with `ratio` of its pixels to one of the layout.
