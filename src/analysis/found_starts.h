@@ -35,8 +35,11 @@ struct FoundStart {
     FoundLine Line;
     std::vector<int> Boats;  ///< that took part, from 0
     double Share = 0.0;      ///< of the boats that were there
-    double Spread = 0.0;     ///< seconds in which the middle boat came from rest to full speed
-    bool AtMinute = false;   ///< the gun was taken to the next whole minute
+    /// Of the boats that leave the line behind for good within some minutes, those that do so together.
+    double Together = 0.0;
+    bool Punctual = false;  ///< the first of them is over it as the clock begins a minute
+    double Spread = 0.0;    ///< seconds in which the middle boat came from rest to full speed
+    bool AtMinute = false;  ///< the gun was taken to the next whole minute
     bool HintedGun = false, HintedLine = false;
 };
 
