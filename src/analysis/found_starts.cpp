@@ -278,6 +278,33 @@ bool Includes(const FoundStart& larger, const FoundStart& start) {
     return 4 * both >= 3 * std::ssize(start.Boats);
 }
 
+/// How many leave the line for good at once, of those that do so at all about that time; and whether the
+/// first of them does as a minute begins.
+void TellCrossings(const std::vector<WayBySecond>& fleet, const StartHints& hints, FoundStart& start) {
+    constexpr int about = 150, follow = 60, nearMinute = 4;  // seconds
+    constexpr int atOnce = 30, ofFew = 12;                   // seconds
+    constexpr double beyond = 150, away = 50;                // metres
+    std::vector<int> times;
+    for (const WayBySecond& way : fleet) {
+        const auto time = LastCrossing(way, start.Line, start.Gun - about, start.Gun + about, beyond);
+        const auto at = time ? way.At(*time + follow) : std::nullopt;
+        if (at && (*at - start.Line.Left).Along(start.Line.Ahead()) >= away) times.push_back(*time);
+    }
+    if (times.empty()) return;
+    std::ranges::sort(times);
+    const int within = times.size() < 4 ? ofFew : atOnce;
+    std::ptrdiff_t most = 0;
+    int first = 0;
+    for (const int time : times) {
+        const auto count =
+            std::ranges::count_if(times, [&](int each) { return each >= time && each <= time + within; });
+        if (count > most) most = count, first = time;
+    }
+    start.Together = static_cast<double>(most) / static_cast<double>(times.size());
+    const double over = first - 2 - hints.MinuteAt;
+    start.Punctual = std::abs(over - 60 * std::round(over / 60)) <= nearMinute;
+}
+
 std::optional<FoundStart> StartAt(const std::vector<WayBySecond>& fleet, const Moment& moment,
                                   const StartHints& hints) {
     FoundStart start;
@@ -288,6 +315,7 @@ std::optional<FoundStart> StartAt(const std::vector<WayBySecond>& fleet, const M
     start.Boats = moment.Boats;
     start.Share = moment.Share;
     TakeHints(hints, start);
+    TellCrossings(fleet, hints, start);
     return start;
 }
 

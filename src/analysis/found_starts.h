@@ -35,15 +35,18 @@ struct FoundStart {
     FoundLine Line;
     std::vector<int> Boats;  ///< that took part, from 0
     double Share = 0.0;      ///< of the boats that were there
-    double Spread = 0.0;     ///< seconds in which the middle boat came from rest to full speed
-    bool AtMinute = false;   ///< the gun was taken to the next whole minute
+    /// Of the boats that leave the line behind for good within some minutes, those that do so together.
+    double Together = 0.0;
+    bool Punctual = false;  ///< the first of them is over it as the clock begins a minute
+    double Spread = 0.0;    ///< seconds in which the middle boat came from rest to full speed
+    bool AtMinute = false;  ///< the gun was taken to the next whole minute
     bool HintedGun = false, HintedLine = false;
 };
 
 /// The starts of a day in the order of time. Looked for are moments at which two fifths of the boats and
-/// more, two at least, lie side by side, have come to nothing for two and a half minutes, and go off
-/// the same way for the next one; the line is the one at which their crossings lie closest together, and
-/// the gun the moment before the first of them.
+/// more, two at least, lie side by side, have come to nothing for some minutes, and go off the same way for
+/// the next one. The gun goes 14 s behind the moment at which the middle boat begins its run, or at the
+/// whole minute near that; the line lies at the front of the boats then.
 std::vector<FoundStart> FindStarts(const std::vector<WayBySecond>& fleet, const StartHints& hints);
 
 /// The last second up to `to` at which a boat crosses a line, or what lies within `beyond` metres of its

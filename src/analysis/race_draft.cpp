@@ -182,17 +182,25 @@ double NoiseOf(const SailedDay& day, const FoundStart& start) {
 
 double ConfidenceOf(const SailedDay& day, const RaceDraft& draft) {
     constexpr double usualNoise = 3, leastClear = 0.5, forNoise = 0.02;
+    constexpr double leastTogether = 0.55, forTogether = 0.12, chance = 0.5;
+    constexpr std::size_t fewBoats = 4;
     const FoundStart& start = draft.Start;
-    const double size = std::min(1.0, 0.4 + 0.15 * static_cast<double>(start.Boats.size() - 1));
+    const double size = std::min(1.0, 0.18 * static_cast<double>(start.Boats.size()));
     const double sharp = start.HintedGun ? 1.0 : std::clamp(1.3 - start.Spread / 100, 0.5, 1.0);
     const double finish =
         draft.Finish.Where == FoundFinish::Kind::None ? 0.6 : 0.7 + 0.3 * draft.Finish.Share;
     const double agree =
         0.5 + 0.5 * static_cast<double>(draft.Course.Agreeing) / static_cast<double>(start.Boats.size());
     const double clear = std::clamp(1 - forNoise * (NoiseOf(day, start) - usualNoise), leastClear, 1.0);
+    // Boats that train go off from where they met, too: one by one, and not as a clock says.
+    const double both = start.Together * (1 + start.Share) / 2;
+    const double together =
+        start.HintedGun ? 1.0 : std::clamp((both - leastTogether) / forTogether, 0.0, 1.0);
+    const bool few =
+        start.Boats.size() < fewBoats && !start.HintedGun && !(start.Punctual && HasLine(draft.Finish));
     if (draft.Course.Places.empty()) return 0;
-    return clear * size * std::sqrt(std::min(1.0, start.Share / 0.8)) * sharp * draft.Course.Support *
-           agree * finish;
+    return (few ? chance : 1.0) * together * clear * size * std::sqrt(std::min(1.0, start.Share / 0.8)) *
+           sharp * draft.Course.Support * agree * finish;
 }
 
 }  // namespace

@@ -49,15 +49,15 @@ struct Tally {
 /// The seeds that KEELVIEW_FINDER_SEEDS asks for, as "1-100"; without it a few.
 std::pair<unsigned, unsigned> SeedsAsked() {
     const char* const asked = std::getenv("KEELVIEW_FINDER_SEEDS");
-    unsigned first = 1, last = 6;
+    unsigned first = 1, last = 20;
     if (asked && std::sscanf(asked, "%u-%u", &first, &last) != 2) ADD_FAILURE() << "seeds are FIRST-LAST";
     return {first, last};
 }
 
-class FinderRates : public testing::TestWithParam<std::pair<const char*, Layout>> {};
+class Layouts : public testing::TestWithParam<std::pair<const char*, Layout>> {};
 
 /// With KEELVIEW_FINDER_SEEDS each miss is named, and the row of docs/finder.md printed.
-TEST_P(FinderRates, FindsGunMarksAndCourse) {
+TEST_P(Layouts, FindsGunMarksAndCourse) {
     const auto& [name, layout] = GetParam();
     const bool told = std::getenv("KEELVIEW_FINDER_SEEDS") != nullptr;
     const auto [first, last] = SeedsAsked();
@@ -66,12 +66,24 @@ TEST_P(FinderRates, FindsGunMarksAndCourse) {
     if (told)
         std::printf("| %s | %d | %d | %d | %d |\n", name, tally.Races, tally.Guns, tally.Marks,
                     tally.Courses);
-    EXPECT_GE(tally.Guns, 0.9 * tally.Seeds);
-    EXPECT_GE(tally.Marks, 0.5 * tally.Seeds);
-    EXPECT_GE(tally.Courses, 0.6 * tally.Seeds);
+    EXPECT_GE(tally.Guns, 0.95 * tally.Seeds);
+    EXPECT_GE(tally.Marks, 0.9 * tally.Seeds);
+    EXPECT_GE(tally.Courses, 0.95 * tally.Seeds);
 }
 
-INSTANTIATE_TEST_SUITE_P(Layouts, FinderRates,
+/// Boats that train have no start. Of a day of five drills that all begin within two minutes of each other,
+/// one in seven has a drill that nobody could tell from one.
+TEST(FinderRates, ProposesHardlyAnythingOfTrainings) {
+    int proposed = 0;
+    for (unsigned seed = 1; seed <= 10; ++seed)
+        for (const int boats : {2, 10}) {
+            const SimulatedRegatta day({.Seed = seed, .Boats = boats, .Training = true});
+            proposed += !Find(day).Races.empty();
+        }
+    EXPECT_LE(proposed, 3);
+}
+
+INSTANTIATE_TEST_SUITE_P(FinderRates, Layouts,
                          testing::Values(std::pair("windward-leeward", Layout::WindwardLeeward),
                                          std::pair("with gate", Layout::Gate),
                                          std::pair("triangle", Layout::Triangle),
