@@ -203,6 +203,13 @@ export class Controls {
         part.pen?.putImageData(new ImageData(bytes, width, height), 0, 0, left, top, partWidth, partHeight);
     }
 
+    /** Only once the program has done what it is at, as the browser lays the page out for it.
+     * @param {Part | undefined} part @param {number} chooseAll */
+    focus(part, chooseAll) {
+        part?.works.focus({ preventScroll: true });
+        if (chooseAll) part?.works.select();
+    }
+
     /** What the program asks for. @returns {Record<string, Function>} */
     calls() {
         const { memory, parts } = this;
@@ -232,10 +239,7 @@ export class Controls {
                 else if ('disabled' in works) works.disabled = !enabled;
             },
             PageRaise: (address) => (of(address).box.style.zIndex = String(++this.top)),
-            PageFocus: (address, chooseAll) => {
-                of(address).works.focus({ preventScroll: true });
-                if (chooseAll) of(address).works.select();
-            },
+            PageFocus: (address, chooseAll) => queueMicrotask(() => this.focus(parts.get(address), chooseAll)),
             PageTabStop: (address) => (of(address).box.tabIndex = 0),
             PageBack: (address, bgr) => (of(address).box.style.backgroundColor = css(bgr)),
             PageInk: (address, bgr) => (of(address).box.style.color = css(bgr)),
