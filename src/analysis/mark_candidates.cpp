@@ -160,10 +160,12 @@ PassedPlace PassedAt(const std::vector<Passing>& passings, const std::vector<Cor
         best = like;
         place.At = at, place.ToPort = toPort, place.Like = like;
         std::vector<const WayBySecond*> seen;
-        for (std::size_t i = 0; i < passings.size(); ++i)
-            if (berths[i] && IsMarkLike(*berths[i], toPort) &&
+        for (std::size_t i = 0; i < passings.size(); ++i) {
+            const std::optional<double>& berth = berths[i];
+            if (berth && IsMarkLike(*berth, toPort) &&
                 std::ranges::find(seen, passings[i].Sails) == seen.end())
                 seen.push_back(passings[i].Sails);
+        }
         place.Share = std::min(1.0, static_cast<double>(seen.size()) / boats);
     }
     return place;

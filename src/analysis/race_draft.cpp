@@ -176,6 +176,7 @@ void FindCourseOf(const SailedDay& day, RaceDraft& draft) {
 /// Metres by which the fixes of a race scatter, of the middle boat.
 double NoiseOf(const SailedDay& day, const FoundStart& start) {
     std::vector<double> noises;
+    noises.reserve(start.Boats.size());
     for (const int boat : start.Boats) noises.push_back(day.Ways[static_cast<std::size_t>(boat)].Noise());
     return MedianOf(std::move(noises));
 }
