@@ -86,16 +86,19 @@ std::vector<PartAcross> PartsAcross(const WindEstimate& estimate, double wind) {
 
 std::optional<CurrentEstimate> EstimateCurrent(const WindEstimate& estimate) {
     if (estimate.Samples.empty() || estimate.Sights.size() < FewestTurns) return {};
-    std::vector<double> across;
+    std::vector<double> across, off;
     across.reserve(estimate.Sights.size());
+    off.reserve(estimate.Sights.size());
     Way upwind;
     for (const WindSight& sight : estimate.Sights) {
         const double from = EstimatedWindAt(estimate, sight.Time);
         upwind = upwind + Towards(from);
         across.push_back(sight.Mean.Along(Towards(from + 90)) / KnotMetres);
+        off.push_back(TurnBetween(from, sight.Direction));
     }
     CurrentEstimate current;
     current.Axis = WrapDirection(upwind.Bearing() + 90);
+    current.AxisSigma = ErrAlike * ScatterAbout(0, off) / std::sqrt(static_cast<double>(off.size()));
     current.Across = MedianOf(across);
     current.Turns = static_cast<int>(across.size());
     current.Sigma = MedianSigma(ScatterAbout(current.Across, across), across.size());

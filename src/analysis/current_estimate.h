@@ -10,6 +10,7 @@ namespace keelview {
 /// The current, as the turns of a race tell it.
 struct CurrentEstimate {
     double Axis = 0.0;            ///< degrees true: the mean direction of the wind + 90
+    double AxisSigma = 0.0;       ///< degrees
     double Across = 0.0;          ///< towards that, knots
     double Sigma = 0.0;           ///< knots
     int Turns = 0;                ///< on which it rests

@@ -302,6 +302,7 @@ void WriteCurrent(JsonWriter& json, const CoachAnswers& coach) {
     if (!current) return json.Null();
     json.BeginObject();
     json.Member("axis", current->Axis);
+    json.Member("axis_sigma", current->AxisSigma);
     json.Member("across", current->Across);
     WithSigma(json, "along", "along_sigma", current->Along, current->AlongSigma);
     json.Member("sigma", current->Sigma);

@@ -189,7 +189,7 @@ TEST(CoachNumbers, TheWindIsEstimatedFromTurnsThoughTheCurrentSetsAcross) {
 }
 
 TEST(CoachNumbers, TheCurrentAcrossTheWindIsTheMeanOfBothSidesOfATurn) {
-    Errors errors;
+    Errors errors, axis;
     for (unsigned seed = 1; seed <= 8; ++seed) {
         const double north = 0.2 * seed - 0.9;
         const Judged judged({.Seed = seed,
@@ -201,11 +201,13 @@ TEST(CoachNumbers, TheCurrentAcrossTheWindIsTheMeanOfBothSidesOfATurn) {
         const auto current = EstimateCurrent(judged.Estimate);
         ASSERT_TRUE(current);
         EXPECT_NEAR(TurnBetween(current->Axis, seed > 4 ? 0 : 180), 0, 2);
+        axis.Add(TurnBetween(current->Axis, seed > 4 ? 0 : 180), current->AxisSigma);
         // Right of the upwind way is south; in the mirror, where the wind is west, it is north.
         errors.Add(current->Across - (seed > 4 ? north : -north), current->Sigma);
     }
     EXPECT_LT(errors.Rms(), 0.05);
     EXPECT_GE(errors.WithinTwo, 6);
+    EXPECT_GE(axis.WithinTwo, 7);
     EXPECT_FALSE(EstimateCurrent({}));
 }
 
