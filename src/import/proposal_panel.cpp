@@ -43,6 +43,21 @@ QPushButton* ProposalPanel::ToolButton(const char* name, const Text& caption, co
 void ProposalPanel::LayOut() {
     auto* const all = new QVBoxLayout(this);
     all->setContentsMargins(0, 0, 0, 0);
+    all->addLayout(HeadRow());
+    chart_ = new TrackChart(this);
+    all->addWidget(chart_, 1);
+    all->addLayout(ToolRow());
+    all->addLayout(CourseRow());
+    notes_ = new QPlainTextEdit(this);
+    notes_->setObjectName("Notes");
+    notes_->setReadOnly(true);
+    notes_->setTabChangesFocus(true);
+    notes_->setMinimumHeight(NotesHeight / 2);
+    notes_->setMaximumHeight(NotesHeight);
+    all->addWidget(notes_);
+}
+
+QLayout* ProposalPanel::HeadRow() {
     auto* const head = new QHBoxLayout;
     take_ = new QCheckBox(Qt8(voice_.In({"Take this ra&ce", "このレースを採用(&C)"})), this);
     take_->setObjectName("TakeRace");
@@ -59,10 +74,10 @@ void ProposalPanel::LayOut() {
     all_->setToolTip(Qt8(voice_.In({"Each race of the day gets a race file of its own, with its number",
                                     "その日の各レースを番号付きの別々のレースファイルにします"})));
     head->addWidget(all_);
-    all->addLayout(head);
-    chart_ = new TrackChart(this);
-    all->addWidget(chart_, 1);
+    return head;
+}
 
+QLayout* ProposalPanel::ToolRow() {
     auto* const tools = new QHBoxLayout;
     tools_ = {
         ToolButton("AddMark", {"Add mark", "マーク追加"},
@@ -77,9 +92,11 @@ void ProposalPanel::LayOut() {
     asFound_ = ToolButton("AsFound", {"As found", "元に戻す"},
                           {"Takes back all corrections", "修正をすべて取り消します"});
     tools->addWidget(asFound_);
-    all->addLayout(tools);
+    return tools;
+}
 
-    auto* const courseRow = new QHBoxLayout;
+QLayout* ProposalPanel::CourseRow() {
+    auto* const row = new QHBoxLayout;
     auto* const caption = new QLabel(Qt8(voice_.In({"Co&urse", "コース(&U)"})), this);
     course_ = new QLineEdit(this);
     course_->setObjectName("Course");
@@ -87,17 +104,10 @@ void ProposalPanel::LayOut() {
                                        "ライン・マークの順序。MK3/MK4 はゲートです"})));
     caption->setBuddy(course_);
     laps_ = new QLabel(this);
-    courseRow->addWidget(caption);
-    courseRow->addWidget(course_, 1);
-    courseRow->addWidget(laps_);
-    all->addLayout(courseRow);
-    notes_ = new QPlainTextEdit(this);
-    notes_->setObjectName("Notes");
-    notes_->setReadOnly(true);
-    notes_->setTabChangesFocus(true);
-    notes_->setMinimumHeight(NotesHeight / 2);
-    notes_->setMaximumHeight(NotesHeight);
-    all->addWidget(notes_);
+    row->addWidget(caption);
+    row->addWidget(course_, 1);
+    row->addWidget(laps_);
+    return row;
 }
 
 void ProposalPanel::Connect() {

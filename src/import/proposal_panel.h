@@ -51,6 +51,9 @@ class ProposalPanel : public QWidget {
 
   private:
     void LayOut();
+    QLayout* HeadRow();
+    QLayout* ToolRow();
+    QLayout* CourseRow();
     void Connect();
     QPushButton* ToolButton(const char* name, const Text& caption, const Text& hint);
     void ConnectTool(QPushButton& button, TrackChart::Tool tool);
