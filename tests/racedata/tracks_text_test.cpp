@@ -270,6 +270,60 @@ TEST(Gpx, WhatGivesNoFixIsCounted) {
          "35' lon='9'> => NoTimes", "35' lon='9'><time/> => NoTimes"});
 }
 
+/// So many points, 90 bytes each, a second apart from the first; behind each hundredth stands `between`.
+std::string Points(int first, int count, const std::string& between = {}) {
+    std::string text;
+    for (int point = first; point < first + count; ++point) {
+        char time[32];
+        std::snprintf(time, sizeof time, "2026-10-03T%02d:%02d:%02dZ", point / 3600, point / 60 % 60,
+                      point % 60);
+        text += "<trkpt lat='35.5' lon='139." + std::to_string(1000 + point) + "'>\n  <time>" + time +
+                "</time></trkpt>\n" + (point % 100 == 99 ? between : "");
+    }
+    return text;
+}
+
+// Files beyond the size of a piece are parsed in pieces; one that calls its encoding by another name of the
+// same is parsed as a whole.
+TEST(Gpx, ALongFileReadsTheSameInPiecesAsInOne) {
+    const std::string half = Points(0, 3000), other = Points(3000, 3000),
+                      head = "<trk><name>A</name><trkseg>";
+    const std::string track = head + half + "</trkseg><trkseg>" + other + "</trkseg></trk>";
+    const std::string name = "<name>Late</name>", mark = "<wpt lat='1' lon='2'><name>M</name></wpt>";
+    const auto between = [&](const std::string& text) {
+        return head + Points(0, 6000, text) + "</trkseg></trk></gpx>";
+    };
+    const std::vector<std::string> bodies{
+        track + "<trk><name>B</name><trkseg>" + half + "</trkseg></trk></gpx>",
+        "<metadata><name>Cup</name></metadata>" + track + mark + "</gpx>",
+        track + "<name>Cup</name></gpx>",
+        head + half + "</trkseg>" + name + "<trkseg>" + other + "</trkseg></trk></gpx>",
+        "<trk><trkseg>" + half + "</trkseg>" + name + "</trk></gpx>",
+        between("<!-- " + Points(9000, 40) + "-->"),
+        between("<![CDATA[" + Points(9000, 40) + "]]>"),
+        between("<note text=\"" + Points(9000, 40) + "\"/>"),
+        between("<trkpt lat='1' lon='2'>" + Points(9000, 1) + "</trkpt>"),
+        between("<trkpt2>" + Points(9000, 1) + "</trkpt2>"),
+        between("<trkpt></time></trkpt>"),
+        between("</trkpt>"),
+        head + half + "</trkpt>" + other + "</trkseg></trk></gpx>",
+        between("</trkseg><trkseg>"),
+        between("</trkseg></trk><trk><trkseg>"),
+        track,
+        track.substr(0, track.size() - 40'000),
+        head + half + "</trkseg></trk></gpx>" + other,
+    };
+    for (std::size_t body = 0; body < bodies.size(); ++body) {
+        const auto read = [&](const std::string& encoding) {
+            return Told(
+                ReadTrackFile("<?xml version='1.0' encoding='" + encoding + "'?><gpx>" + bodies[body]));
+        };
+        const std::string pieces = read("UTF-8");
+        EXPECT_TRUE(pieces == read("utf8")) << body << ": " << pieces.substr(0, 200);
+        EXPECT_GT(pieces.size(), 1000U) << body;
+    }
+}
+
 TEST(TcxAndKml, TracksAndPointsInFoldersAreRecordings) {
     ExpectTold(
         {R"(<TrainingCenterDatabase xmlns="x"><Activity><Lap><Trackpoint><Time>@0Z</Time></Trackpoint>

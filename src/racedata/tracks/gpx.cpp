@@ -77,7 +77,7 @@ bool LooksLikeGpx(std::string_view bytes) {
 }
 
 TrackFileContent ReadGpx(std::string_view bytes) {
-    return ReadXmlTracks(bytes, "</time>", ReadElement);
+    return ReadXmlTracks(bytes, {.TimeEnd = "</time>", .PointEnd = "</trkpt>"}, ReadElement);
 }
 
 }  // namespace keelview

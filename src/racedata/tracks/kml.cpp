@@ -80,7 +80,7 @@ bool LooksLikeKml(std::string_view bytes) {
 }
 
 TrackFileContent ReadKml(std::string_view bytes) {
-    return ReadXmlTracks(bytes, "</when>", ReadElement);
+    return ReadXmlTracks(bytes, {.TimeEnd = "</when>", .PointEnd = {}}, ReadElement);
 }
 
 }  // namespace keelview

@@ -32,7 +32,7 @@ bool LooksLikeTcx(std::string_view bytes) {
 }
 
 TrackFileContent ReadTcx(std::string_view bytes) {
-    return ReadXmlTracks(bytes, "</Time>", ReadElement);
+    return ReadXmlTracks(bytes, {.TimeEnd = "</Time>", .PointEnd = {}}, ReadElement);
 }
 
 }  // namespace keelview

@@ -2,6 +2,10 @@
 
 #include <algorithm>
 #include <string>
+#include <utility>
+#include <vector>
+
+#include "base/strings.h"
 
 namespace keelview {
 
@@ -86,16 +90,111 @@ pugi::xml_node NextElement(pugi::xml_node node, bool inside, int& depth) {
     return {};
 }
 
-/// Reads the elements of a document. False, and stopped, where they lie too deep.
-bool ReadElements(const pugi::xml_document& document, ReadXmlElement read, WrittenFixes& fixes) {
+/// Reads the elements of a document but for the first ones, of which each holds the next. False, and
+/// stopped, where they lie too deep.
+bool ReadElements(const pugi::xml_document& document, std::size_t first, ReadXmlElement read,
+                  WrittenFixes& fixes) {
     constexpr int deepest = 200;
     int depth = 1;
     for (pugi::xml_node element = document.document_element(); element;) {
         if (depth > deepest) return false;
-        const bool inside = read(element, fixes);
+        const bool inside = first > 0 || read(element, fixes);
+        if (first > 0) --first;
         element = NextElement(element, inside, depth);
     }
     return true;
+}
+
+constexpr unsigned Options = pugi::parse_cdata | pugi::parse_escapes | pugi::parse_embed_pcdata;
+
+/// Whether a file is UTF-8 and says nothing else.
+bool IsUtf8(std::string_view text) {
+    constexpr std::size_t headSize = 256;
+    std::string_view head = text.substr(0, headSize);
+    if (head.find('\0') != std::string_view::npos || head.starts_with("\xFF\xFE")) return false;
+    if (head.starts_with("\xFE\xFF")) return false;
+    head = head.substr(0, head.find("?>"));
+    const std::size_t at = head.find("encoding");
+    if (at == std::string_view::npos) return true;
+    const std::string_view told = head.substr(at, 15);  // encoding="UTF-8
+    return told.size() == 15 && EqualNoCase(told.substr(10), "utf-8");
+}
+
+/// An XML file in pieces that each end with a point, so that its tree never stands in memory as a whole.
+/// Each piece is parsed inside the elements that were open where it begins.
+class XmlPieces {
+  public:
+    /// `pointEnd` is the tag that ends a point.
+    XmlPieces(std::string_view text, std::string_view pointEnd) : left_(text), pointEnd_(pointEnd) {}
+
+    /// Reads all pieces. False where the whole could read otherwise: for a fault anywhere, for a cut in a
+    /// comment, and where an element tells something of itself behind its first points.
+    bool Read(ReadXmlElement read, WrittenFixes& fixes) {
+        do {
+            if (!ParsePiece() || !AddsPointsAlone()) return false;
+            if (!ReadElements(document_, open_.size(), read, fixes)) return false;
+        } while (!left_.empty() && FindOpen());
+        return left_.empty();
+    }
+
+  private:
+    bool ParsePiece() {
+        constexpr std::size_t pieceSize = std::size_t{1} << 16U;
+        piece_.clear();
+        for (const std::string& name : open_) piece_.append("<").append(name).append(">");
+        const std::size_t end = left_.find(pointEnd_, pieceSize);
+        const std::string_view text = left_.substr(0, end);
+        piece_.append(text);
+        if (end != std::string_view::npos) piece_.append(pointEnd_).append("\n");
+        left_.remove_prefix(std::min(left_.size(), text.size() + pointEnd_.size()));
+        const pugi::xml_parse_result result =
+            document_.load_buffer_inplace(piece_.data(), piece_.size(), Options, pugi::encoding_utf8);
+        if (end == std::string_view::npos) return result.status == pugi::status_ok;
+        return result.status == pugi::status_end_element_mismatch &&
+               static_cast<std::size_t>(result.offset) + 2 >= piece_.size();
+    }
+
+    /// Whether an element that was open already has nothing new but points, and elements as lay open
+    /// before.
+    bool AddsPointsAlone() const {
+        pugi::xml_node element = document_.document_element();
+        for (std::size_t depth = 0; depth < open_.size(); ++depth, element = element.first_child())
+            for (const pugi::xml_node child : element.children())
+                if (child.type() == pugi::node_element && !IsPoint(child) &&
+                    std::ranges::find(open_, child.name()) == open_.end())
+                    return false;
+        return true;
+    }
+
+    /// Notes the elements around the last point; false where the piece ends with none.
+    bool FindOpen() {
+        open_.clear();
+        pugi::xml_node element = document_.document_element();
+        for (; element && !IsPoint(element); element = element.last_child())
+            open_.emplace_back(element.name());
+        return !element.empty();
+    }
+
+    /// The name of a point's tag stands between "</" and ">".
+    bool IsPoint(pugi::xml_node element) const {
+        return element.name() == pointEnd_.substr(2, pointEnd_.size() - 3);
+    }
+
+    std::string_view left_;
+    std::string_view pointEnd_;
+    std::string piece_;
+    std::vector<std::string> open_;  // names of the elements round the place where left_ begins
+    pugi::xml_document document_;
+};
+
+/// Reads the elements of a file whose tree is in memory as a whole.
+TrackFileContent ReadWholeXml(std::string_view bytes, WrittenFixes fixes, ReadXmlElement read) {
+    pugi::xml_document document;
+    const bool whole = document.load_buffer(bytes.data(), bytes.size(), Options);
+    if (!document.document_element()) return {{}, Refusal::Broken, {}, {}, {}};
+    if (!ReadElements(document, 0, read, fixes)) return {{}, Refusal::TooLarge, {}, {}, {}};
+    if (!whole) fixes.Leave(SkipReason::Broken);
+    return fixes.Take();
 }
 
 }  // namespace
@@ -107,18 +206,16 @@ bool IsXmlOf(std::string_view bytes, std::string_view root) {
     return FirstTag(head) == root;
 }
 
-TrackFileContent ReadXmlTracks(std::string_view bytes, std::string_view timeEnd, ReadXmlElement read) {
+TrackFileContent ReadXmlTracks(std::string_view bytes, const XmlTags& tags, ReadXmlElement read) {
     if (TakesTooMuch(bytes)) return {{}, Refusal::TooLarge, {}, {}, {}};
     const std::string_view sound = UpToLastTag(bytes);
-    constexpr unsigned options = pugi::parse_cdata | pugi::parse_escapes | pugi::parse_embed_pcdata;
-    pugi::xml_document document;
-    const bool whole = document.load_buffer(sound.data(), sound.size(), options);
-    if (!document.document_element()) return {{}, Refusal::Broken, {}, {}, {}};
-    WrittenFixes fixes;
-    fixes.MakeRoom(CountOf(timeEnd, sound));
-    if (!ReadElements(document, read, fixes)) return {{}, Refusal::TooLarge, {}, {}, {}};
-    if (!whole) fixes.Leave(SkipReason::Broken);
-    return fixes.Take();
+    WrittenFixes empty;
+    empty.MakeRoom(CountOf(tags.TimeEnd, sound));
+    if (!tags.PointEnd.empty() && IsUtf8(sound)) {
+        WrittenFixes fixes = empty;
+        if (XmlPieces(sound, tags.PointEnd).Read(read, fixes)) return fixes.Take();
+    }
+    return ReadWholeXml(sound, std::move(empty), read);
 }
 
 std::string_view LocalName(pugi::xml_node element) {
