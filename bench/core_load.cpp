@@ -1,4 +1,5 @@
 #include <benchmark/benchmark.h>
+#include <sys/resource.h>
 
 #include <fstream>
 
@@ -14,7 +15,15 @@ long ResidentKilobytes() {
     return pages * 4;
 }
 
-/// `fixes` of each of so many boats, read and derived; `bytes_a_fix` is what the process grew by.
+long PageFaults() {
+    rusage used{};
+    getrusage(RUSAGE_SELF, &used);
+    return used.ru_minflt;
+}
+
+/// `fixes` of each of so many boats, read and derived; `bytes_a_fix` is what the process grew by,
+/// `first_faults` and `later_faults` how often it asked the system for memory in the first load and in each
+/// one after it.
 void Load(benchmark::State& state, int boats) {
     const int fixes = static_cast<int>(state.range(0));
     const TrackTree tree(fixes, boats);
@@ -22,10 +31,19 @@ void Load(benchmark::State& state, int boats) {
     Tracks tracks;
     TrackArea area;
     EarthScale scale;
-    for (auto _ : state) tree.Load(tracks, area, scale);
+    long start = PageFaults(), first = 0, later = 0;
+    for (auto _ : state) {
+        tree.Load(tracks, area, scale);
+        (first == 0 ? first : later) += PageFaults() - start;
+        start = PageFaults();
+    }
     const double all = static_cast<double>(boats) * fixes;
     if (tracks.Boats[boats].Count() != fixes) state.SkipWithError("not all fixes were read");
     state.SetItemsProcessed(static_cast<std::int64_t>(all) * state.iterations());
+    state.counters["first_faults"] = static_cast<double>(first);
+    if (state.iterations() > 1)
+        state.counters["later_faults"] =
+            static_cast<double>(later) / static_cast<double>(state.iterations() - 1);
     state.counters["bytes_a_fix"] = static_cast<double>(ResidentKilobytes() - before) * 1024 / all;
 }
 

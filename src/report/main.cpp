@@ -21,6 +21,7 @@
 #include <vector>
 
 #include "base/files.h"
+#include "base/kept_memory.h"
 #include "base/numbers.h"
 #include "base/paths.h"
 #include "base/strings.h"
@@ -221,6 +222,7 @@ int Run(const std::vector<std::string>& arguments, const std::filesystem::path& 
 }  // namespace keelview
 
 int main(int argc, char** argv) {
+    keelview::KeepMemory();
     keelview::KeepLineEnds(stdout);
     return keelview::Run(keelview::ArgumentsOf(argc, argv), keelview::OwnFolder(argv[0]));
 }

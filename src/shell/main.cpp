@@ -4,6 +4,7 @@
 #include <utility>
 #include <vector>
 
+#include "base/kept_memory.h"
 #include "display/application.h"
 #include "session/app_state.h"
 #include "shell/data_folder.h"
@@ -12,6 +13,7 @@
 
 int main(int argc, char** argv) {
     using namespace keelview;
+    KeepMemory();
     Application application(argc, argv, SettleDataFolder);
     Services services{application.ThePlatform(), application.TheDialogs()};
     const auto app = std::make_unique<AppState>();
