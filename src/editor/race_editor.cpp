@@ -8,6 +8,7 @@
 #include "base/strings.h"
 #include "racedata/race_file.h"
 #include "session/documents.h"
+#include "session/race_claim.h"
 #include "session/settle_date.h"
 
 namespace keelview {
@@ -116,6 +117,7 @@ void RaceEditor::Command6_Click() {
                   "入力した艇は保存されていません。\r\n保存せずに別のレースを読み込みますか？"}))
         return;
     if (!AskFile(FileQuestion::Mode::MustExist, "raceadmin", "txt", "*.*") || !OpenNamed(draft_)) return;
+    ClaimDraft();
     firstTrack_.reset();
     unsaved_ = false;
     ForgetTyped();
@@ -224,6 +226,12 @@ bool RaceEditor::SaveDraft() {
     return false;
 }
 
+/// Tells the person where another program works on this race.
+void RaceEditor::ClaimDraft() {
+    const std::string note = ClaimRace(settings_, services_.platform, draft_.RaceFileName);
+    if (!note.empty()) voice_.SayUnder({}, note);
+}
+
 DraftFields RaceEditor::Fields() const {
     return {.Title1 = Text7.Text(),
             .Title2 = Text8.Text(),
@@ -257,7 +265,10 @@ bool RaceEditor::SaveAs(const std::string& raceFileName) {
         return false;
     }
     const std::string before = std::exchange(draft_.RaceFileName, raceFileName);
-    if (SaveDraft()) return true;
+    if (SaveDraft()) {
+        ClaimDraft();
+        return true;
+    }
     draft_.RaceFileName = before;
     return false;
 }

@@ -148,6 +148,7 @@ class RaceEditor : public Form {
     bool SettleDates();
     bool SaveDraft();
     bool SaveAs(const std::string& raceFileName);
+    void ClaimDraft();
     void SaveAndShow();
     DraftFields Fields() const;
 

@@ -11,6 +11,7 @@
 #include "racedata/race_file.h"
 #include "session/load_notes.h"
 #include "session/period_notes.h"
+#include "session/race_claim.h"
 #include "session/start_gun.h"
 
 namespace keelview {
@@ -118,25 +119,14 @@ bool RaceSession::TellOutcome(const RaceNumbers& loaded, const LoadResult& resul
     add(TroubleText(loaded.race.RaceFileName, result));
     if (trouble) add(PeriodNotes(*trouble, voice_.English()));
     add(LoadNotes(loaded, voice_.English()));
-    if (result.Outcome == LoadOutcome::Sound) add(ClaimNote(loaded.race));
+    if (result.Outcome == LoadOutcome::Sound)
+        add(ClaimRace(app_.settings, services_.platform, loaded.race.RaceFileName));
     if (said.empty()) return false;
     services_.platform.SetBusyPointer(false);
     if (trouble && app_.settings.EditMode && !loaded.race.RaceFileName.empty())
         return OfferTrackTimes(said, *trouble, loaded.race);
     voice_.SayUnder({}, said);
     return false;
-}
-
-/// What there is to know where another program has the race open, too; empty where none has.
-std::string RaceSession::ClaimNote(const RaceControl& race) {
-    if (!app_.settings.EditMode || race.RaceFileName.empty()) return {};
-    const auto file = FindBelow(FindBelow(app_.settings.AppPath, "raceadmin"), race.RaceFileName);
-    if (services_.platform.ClaimFile(file)) return {};
-    return voice_.Str(
-        {"This race is open in another Keelview, too. What is changed there is not seen here, and "
-         "of two changes the later one stays.",
-         "このレースは別のキールビューでも開かれています。そちらでの変更はこちらには表示されず、"
-         "後から保存したものが残ります。"});
 }
 
 /// True if the race file has the times of its tracks now.

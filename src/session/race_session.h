@@ -65,7 +65,6 @@ class RaceSession {
     bool ReadRaceData();
     bool TellOutcome(const RaceNumbers& loaded, const LoadResult& result);
     bool OfferTrackTimes(const std::string& said, const PeriodTrouble& trouble, RaceControl race);
-    std::string ClaimNote(const RaceControl& race);
     std::string TroubleText(const std::string& name, const LoadResult& result) const;
     void ComposeTitle(const RaceControl& race);
     void ResetDisplay();

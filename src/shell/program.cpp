@@ -50,7 +50,9 @@ bool Program::LeaveEditor() {
 }
 
 void Program::LetGoOfEditor() {
-    if (editor_ && editor_->Closed()) editor_.reset();
+    if (!editor_ || !editor_->Closed()) return;
+    editor_.reset();
+    if (!opened_) services_.platform.ClaimFile({});
 }
 
 void Program::ShowDistribution() {

@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <filesystem>
 #include <memory>
 #include <string>
@@ -253,6 +254,25 @@ TEST_F(RaceEditorTest, AnOpenedRaceFillsTheFormAndIsEditedOnDisc) {
     driver::Click(editor->Command11);
     EXPECT_EQ(editor->Text11.Text() + NumberText(editor->List2.ListCount()), "0");
     EXPECT_EQ(tree.Read("raceadmin/R1.txt"), race);
+}
+
+TEST_F(RaceEditorTest, ARaceThatAnotherProgramHasOpenIsToldWhereItIsOpenedAndWhereItIsSaved) {
+    const auto expectTold = [this](const std::string& race) {
+        const auto about = [](const auto& said) { return said.Text.find("open in another Keelview") + 1; };
+        EXPECT_EQ(std::ranges::count_if(dialogs.All(), about), race == "R1.txt" ? 1 : 2);
+        EXPECT_TRUE(dialogs.AllAnswered());
+        EXPECT_EQ(platform.Claimed, tree.Root() / "raceadmin" / race);
+    };
+    tree.Race("R1.txt", "BN, a.trk, Alpha\r\n");
+    platform.FileIsFree = false;
+    dialogs.AnswerOk();
+    PressAndName(editor->Command6, "R1");
+    expectTold("R1.txt");
+    dialogs.AnswerYesNo(true);
+    dialogs.AnswerOk();
+    dialogs.AnswerYesNo(true);
+    PressAndName(editor->Command9, "R2");
+    expectTold("R2.txt");
 }
 
 TEST_F(RaceEditorTest, AFileThatCannotBeWrittenIsToldAndTheFormStays) {

@@ -176,6 +176,7 @@ TEST_F(ProgramTest, ARaceBesideItsTracksTellsBothPeriodsAndCanBePutRight) {
     for (const bool answer : {true, true, true}) dialogs.AnswerYesNo(answer);
     inDialog(editor.Command9);
     EXPECT_TRUE(program->TheEditor() == nullptr && Display().Visible());
+    EXPECT_EQ(platform.Claimed, tree.Root() / "raceadmin/Off.txt");  // the editor has not given it up
     CloseDisplay();
 
     tree.Write("raceadmin/Off.txt", off);
