@@ -9,6 +9,8 @@
 #include <utility>
 
 #include "base/file_names.h"
+#include "base/folders.h"
+#include "base/reach_windows.h"
 #include "base/system_files.h"
 #include "base/system_replace.h"
 
@@ -19,22 +21,6 @@ namespace fs = std::filesystem;
 
 constexpr std::size_t MostAtOnce = 1U << 20U;
 constexpr DWORD ShareAll = FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE;
-
-std::error_code LastError() {
-    return {static_cast<int>(::GetLastError()), std::system_category()};
-}
-
-/// The path in the form that may have any length and whose names are taken as they stand.
-std::wstring Reach(const fs::path& path) {
-    constexpr std::wstring_view Literal = L"\\\\?\\";
-    constexpr std::wstring_view Device = L"\\\\.\\";
-    constexpr std::wstring_view Server = L"\\\\";
-    std::wstring whole(32768, L'\0');
-    whole.resize(::GetFullPathNameW(path.c_str(), static_cast<DWORD>(whole.size()), whole.data(), nullptr));
-    if (whole.empty() || whole.starts_with(Literal) || whole.starts_with(Device)) return whole;
-    if (!whole.starts_with(Server)) return whole.insert(0, Literal);
-    return whole.replace(0, Server.size(), L"\\\\?\\UNC\\");
-}
 
 /// What is open in the system, closed when it goes.
 class Handle {
@@ -127,15 +113,6 @@ std::optional<std::string> Utf8Of(const wchar_t* wide) {
     return text;
 }
 
-std::error_code MakeFolders(const fs::path& folder) {
-    if (folder.empty() || PathExists(folder)) return {};
-    if (folder.has_relative_path())
-        if (const std::error_code error = MakeFolders(folder.parent_path())) return error;
-    if (::CreateDirectoryW(Reach(folder).c_str(), nullptr) != 0 || ::GetLastError() == ERROR_ALREADY_EXISTS)
-        return {};
-    return LastError();
-}
-
 /// Removes what writers that were killed have left in a folder: files aside that nobody has touched for
 /// hours.
 void SweepAsides(const fs::path& folder) {
@@ -183,6 +160,21 @@ fs::path TargetOf(const fs::path& path) {
 }
 
 }  // namespace
+
+std::error_code LastError() {
+    return {static_cast<int>(::GetLastError()), std::system_category()};
+}
+
+std::wstring Reach(const fs::path& path) {
+    constexpr std::wstring_view Literal = L"\\\\?\\";
+    constexpr std::wstring_view Device = L"\\\\.\\";
+    constexpr std::wstring_view Server = L"\\\\";
+    std::wstring whole(32768, L'\0');
+    whole.resize(::GetFullPathNameW(path.c_str(), static_cast<DWORD>(whole.size()), whole.data(), nullptr));
+    if (whole.empty() || whole.starts_with(Literal) || whole.starts_with(Device)) return whole;
+    if (!whole.starts_with(Server)) return whole.insert(0, Literal);
+    return whole.replace(0, Server.size(), L"\\\\?\\UNC\\");
+}
 
 bool SystemTakesName(std::string_view name) {
     return EverySystemTakes(name);

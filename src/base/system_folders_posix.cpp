@@ -2,6 +2,7 @@
 
 #include <chrono>
 
+#include "base/folders.h"
 #include "base/system_files.h"
 #include "base/system_replace.h"
 
@@ -66,7 +67,7 @@ std::error_code ReplaceWholeFile(const fs::path& path, std::string_view bytes) {
     if (error && error != std::errc::no_such_file_or_directory) return error;
     error.clear();
     if (!target.has_parent_path()) target = fs::path(".") / target;
-    fs::create_directories(target.parent_path(), error);
+    error = MakeFolders(target.parent_path());
     if (error) return error;
     SweepAsides(target.parent_path());
     return ReplaceTarget(target, bytes);

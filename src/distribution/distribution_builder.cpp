@@ -5,11 +5,12 @@
 #include <cstdint>
 
 #include "analysis/race_numbers.h"
-#include "base/copy_file.h"
 #include "base/file_names.h"
 #include "base/files.h"
+#include "base/folders.h"
 #include "base/paths.h"
 #include "base/strings.h"
+#include "base/system_files.h"
 #include "base/text_encoding.h"
 #include "distribution/page_writer.h"
 #include "distribution/process.h"
@@ -46,9 +47,7 @@ void Check(const std::error_code& error, const fs::path& at) {
 }
 
 void MakeFolder(const fs::path& folder) {
-    std::error_code error;
-    fs::create_directories(folder, error);
-    Check(error, folder);
+    Check(MakeFolders(folder), folder);
 }
 
 /// True if a file's folder has less room than another file takes.
@@ -235,16 +234,12 @@ fs::path Pack(const fs::path& distribution, const std::string& folderName, bool 
     fs::path unfinished = packed;
     unfinished += UnfinishedMark;
     std::string nothing;
-    std::error_code error;
     const int status =
         RunAndWait({"tar", "--create", "--gzip", "--file", unfinished.string(), "--force-local",
                     "--owner=0", "--group=0", "--directory", distribution.string(), "--", folderName},
                    nothing);
-    if (status == 0) {
-        fs::rename(unfinished, packed, error);
-        if (!error) return packed;
-    }
-    fs::remove(unfinished, error);
+    if (status == 0 && !MoveTo(unfinished, packed)) return packed;
+    RemoveFile(unfinished);
     return {};
 }
 
@@ -266,10 +261,9 @@ std::optional<Text> FolderNameTrouble(std::string_view name) {
 
 bool DistributionExists(const fs::path& appPath, std::string_view folderName) {
     const fs::path distribution = FindBelow(appPath, DistributionFolder);
-    std::error_code error;
     return std::ranges::any_of(
         std::initializer_list<std::string_view>{"", TarEnd, ZipEnd, PageEnd}, [&](std::string_view end) {
-            return fs::exists(FindBelow(distribution, std::string(folderName) + std::string(end)), error);
+            return PathExists(FindBelow(distribution, std::string(folderName) + std::string(end)));
         });
 }
 
@@ -278,12 +272,10 @@ DistributionResult BuildDistribution(const fs::path& appPath, const Distribution
     const fs::path distribution = FindBelow(appPath, DistributionFolder);
     const fs::path root = distribution / PathOf(order.FolderName);
     const fs::path unfinished = distribution / PathOf(order.FolderName + std::string(UnfinishedMark));
-    std::error_code error;
     if (order.Target == Medium::Page && !order.PageForEach) return BuildPage(appPath, order);
     DistributionResult result;
     try {
-        fs::remove_all(unfinished, error);  // of a build that was cut short
-        Check(error, unfinished);
+        Check(RemoveAll(unfinished), unfinished);  // of a build that was cut short
         if (order.Target == Medium::Page) {
             result.Missing = BuildPages(appPath, order, unfinished);
         } else {
@@ -296,10 +288,9 @@ DistributionResult BuildDistribution(const fs::path& appPath, const Distribution
             result.Missing = build.TakeMissing();
             result.For = build.For();
         }
-        fs::rename(unfinished, root, error);
-        Check(error, root);
+        Check(MoveTo(unfinished, root), root);
     } catch (const BuildFailure& failure) {
-        fs::remove_all(unfinished, error);
+        RemoveAll(unfinished);
         result.Error = failure.Error;
         result.FailedAt = failure.At;
         return result;

@@ -11,6 +11,7 @@
 #include "base/files.h"
 #include "base/paths.h"
 #include "base/strings.h"
+#include "base/system_files.h"
 #include "distribution/process.h"
 
 namespace keelview {
@@ -93,8 +94,7 @@ fs::path PlugInFolder(const fs::path& appPath, const fs::path& coreLibrary) {
     const fs::path lib = coreLibrary.parent_path();
     for (const fs::path& folder :
          {appPath / "plugins", lib / "qt6" / "plugins", lib.parent_path() / "plugins"}) {
-        std::error_code ignored;
-        if (fs::is_directory(folder / "platforms", ignored)) return folder;
+        if (PathExists(folder / "platforms")) return folder;
     }
     return {};
 }
@@ -117,11 +117,8 @@ void AddPlugIns(const fs::path& folder, bool minimal, Collector& files) {
 
 /// A file of this name anywhere below a folder.
 std::optional<fs::path> FindDeep(const fs::path& folder, std::string_view name) {
-    std::error_code error;
-    for (fs::recursive_directory_iterator entry(folder, fs::directory_options::skip_permission_denied,
-                                                error);
-         !error && entry != fs::recursive_directory_iterator(); entry.increment(error))
-        if (entry->path().filename() == name && IsFile(entry->path())) return entry->path();
+    for (const fs::path& file : FilesBelow(folder))
+        if (file.filename() == name) return file;
     return std::nullopt;
 }
 

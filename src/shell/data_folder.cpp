@@ -3,8 +3,8 @@
 #include <array>
 #include <system_error>
 
-#include "base/copy_file.h"
 #include "base/files.h"
+#include "base/folders.h"
 #include "base/paths.h"
 #include "racedata/start_files.h"
 
