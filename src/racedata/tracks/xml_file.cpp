@@ -130,26 +130,29 @@ class XmlPieces {
     /// Reads all pieces. False where the whole could read otherwise: for a fault anywhere, for a cut in a
     /// comment, and where an element tells something of itself behind its first points.
     bool Read(ReadXmlElement read, WrittenFixes& fixes) {
-        do {
-            if (!ParsePiece() || !AddsPointsAlone()) return false;
+        for (bool ends = false; !ends;) {
+            ends = left_.find(pointEnd_, PieceSize) == std::string_view::npos;
+            if (!ParsePiece(ends) || !AddsPointsAlone()) return false;
             if (!ReadElements(document_, open_.size(), read, fixes)) return false;
-        } while (!left_.empty() && FindOpen());
-        return left_.empty();
+            if (!ends && !FindOpen()) return false;
+        }
+        return true;
     }
 
   private:
-    bool ParsePiece() {
-        constexpr std::size_t pieceSize = std::size_t{1} << 16U;
+    static constexpr std::size_t PieceSize = std::size_t{1} << 16U;
+
+    /// Parses what is left up to the end of a point; the whole of it if the file ends with this piece.
+    bool ParsePiece(bool ends) {
         piece_.clear();
         for (const std::string& name : open_) piece_.append("<").append(name).append(">");
-        const std::size_t end = left_.find(pointEnd_, pieceSize);
-        const std::string_view text = left_.substr(0, end);
-        piece_.append(text);
-        if (end != std::string_view::npos) piece_.append(pointEnd_).append("\n");
-        left_.remove_prefix(std::min(left_.size(), text.size() + pointEnd_.size()));
+        const std::size_t size = ends ? left_.size() : left_.find(pointEnd_, PieceSize) + pointEnd_.size();
+        piece_.append(left_.substr(0, size)).append("\n");
+        left_.remove_prefix(size);
         const pugi::xml_parse_result result =
             document_.load_buffer_inplace(piece_.data(), piece_.size(), Options, pugi::encoding_utf8);
-        if (end == std::string_view::npos) return result.status == pugi::status_ok;
+        if (ends) return result.status == pugi::status_ok;
+        // Nothing is wrong but that elements are still open at the end.
         return result.status == pugi::status_end_element_mismatch &&
                static_cast<std::size_t>(result.offset) + 2 >= piece_.size();
     }
@@ -166,13 +169,16 @@ class XmlPieces {
         return true;
     }
 
-    /// Notes the elements around the last point; false where the piece ends with none.
+    /// Notes the elements around the last point; false where the piece ends with none, or with a point in
+    /// another one.
     bool FindOpen() {
         open_.clear();
-        pugi::xml_node element = document_.document_element();
+        pugi::xml_node element = document_.last_child();
         for (; element && !IsPoint(element); element = element.last_child())
             open_.emplace_back(element.name());
-        return !element.empty();
+        pugi::xml_node inside = element.last_child();
+        while (inside && !IsPoint(inside)) inside = inside.last_child();
+        return element && !inside;
     }
 
     /// The name of a point's tag stands between "</" and ">".
