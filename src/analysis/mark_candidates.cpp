@@ -145,15 +145,12 @@ PassedPlace PassedAt(const std::vector<Passing>& passings, const std::vector<Cor
         if (from && at && to) before = before + (*at - *from), behind = behind + (*to - *at);
     }
     place.Course = TurnBetween(before.Bearing(), behind.Bearing());
-    std::vector<Way> places;
-    places.reserve(turns.size());
-    for (const Corner& corner : turns) places.push_back(corner.At);
     double best = -1;
     for (const bool toPort : {true, false}) {
         if (mark.OneWay >= LeastOneWay ? toPort != mark.ToPort
                                        : std::abs(place.Bend) >= LeastBend && toPort != (place.Bend < 0))
             continue;
-        const Way at = FitMark(passings, places, toPort, mark.At);
+        const Way at = FitMark(passings, toPort, mark.At);
         const auto berths = BerthsAt(passings, at);
         const double like = MarkLike(berths, toPort);
         if (like <= best) continue;
