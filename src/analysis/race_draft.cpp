@@ -4,6 +4,7 @@
 #include <cmath>
 
 #include "analysis/medians.h"
+#include "analysis/needless_marks.h"
 #include "base/angles.h"
 
 namespace keelview {
@@ -127,30 +128,6 @@ std::vector<Way> WayPoints(const RaceDraft& draft) {
     return points;
 }
 
-/// The mark for which boats hardly leave the straight way between its neighbours, wherever it stands in the
-/// course, and at which most of them do not change to another angle off the wind: where they happened to
-/// tack, to gybe or to sail round land. Nothing where there is none.
-std::optional<std::size_t> NeedlessMark(const RaceDraft& draft) {
-    constexpr double needless = 1.06;  // of the straight way
-    const std::vector<int> places = PlacesOf(draft.Marks);
-    const std::vector<Way> points = WayPoints(draft);
-    std::optional<std::size_t> straightest;
-    double least = needless;
-    for (std::size_t mark = 0; mark < draft.Marks.size(); ++mark) {
-        if (draft.Marks[mark].Changing || draft.Marks[mark].Partner >= 0) continue;
-        double longest = 0;
-        for (std::size_t entry = 0; entry < draft.Course.Places.size(); ++entry) {
-            if (draft.Course.Places[entry] != places[mark]) continue;
-            if (entry + 2 >= points.size()) continue;
-            const Way before = points[entry], here = points[entry + 1], next = points[entry + 2];
-            const double straight = std::max((next - before).Length(), 1.0);
-            longest = std::max(longest, ((here - before).Length() + (next - here).Length()) / straight);
-        }
-        if (longest > 0 && longest < least) least = longest, straightest = mark;
-    }
-    return straightest;
-}
-
 /// Takes a mark that is none of a gate away.
 void RemoveMark(RaceDraft& draft, std::size_t mark) {
     draft.Marks.erase(draft.Marks.begin() + static_cast<std::ptrdiff_t>(mark));
@@ -158,13 +135,22 @@ void RemoveMark(RaceDraft& draft, std::size_t mark) {
         if (each.Partner > static_cast<int>(mark)) --each.Partner;
 }
 
+/// The course as it stands by now.
+LaidCourse LaidOf(const RaceDraft& draft, const std::vector<const WayBySecond*>& fleet,
+                  const std::vector<Corner>& corners) {
+    LaidCourse laid{draft.Marks, draft.Course, fleet, WayPoints(draft), {}};
+    if (draft.Wind) laid.Angles = AnglesOf(corners, *draft.Wind);
+    return laid;
+}
+
 void FindCourseOf(const SailedDay& day, RaceDraft& draft) {
     std::vector<const WayBySecond*> fleet;
     fleet.reserve(draft.Start.Boats.size());
     for (const int boat : draft.Start.Boats) fleet.push_back(&day.Ways[static_cast<std::size_t>(boat)]);
-    draft.Marks = FindMarks(CornersOf(day, draft), fleet, draft.Wind, day.Lying);
+    const std::vector<Corner> corners = CornersOf(day, draft);
+    draft.Marks = FindMarks(corners, fleet, draft.Wind, day.Lying);
     OrderMarks(day, draft);
-    while (const auto mark = NeedlessMark(draft)) {
+    while (const auto mark = NeedlessMark(LaidOf(draft, fleet, corners))) {
         RemoveMark(draft, *mark);
         OrderMarks(day, draft);
     }

@@ -1,0 +1,100 @@
+#include "analysis/needless_marks.h"
+
+#include <algorithm>
+#include <cmath>
+
+#include "analysis/mark_passing.h"
+#include "analysis/medians.h"
+#include "base/angles.h"
+
+namespace keelview {
+
+namespace {
+
+constexpr double Straight = 1.06;  // of the straight way
+constexpr double InTheWay = 1.08;  // of the shortest way that boats can sail
+constexpr double LeastLike = 0.9;  // of the boats
+constexpr std::size_t LeastTurns = 5;
+
+/// How much longer a course gets by a mark, the most where it stands in it several times; 0 where it stands
+/// nowhere but at the end.
+template <class Length>
+double LongerBy(const LaidCourse& laid, int place, Length length) {
+    double longest = 0;
+    for (std::size_t entry = 0; entry < laid.Course.Places.size(); ++entry) {
+        if (laid.Course.Places[entry] != place || entry + 2 >= laid.Points.size()) continue;
+        const Way in = laid.Points[entry + 1] - laid.Points[entry];
+        const Way out = laid.Points[entry + 2] - laid.Points[entry + 1];
+        longest = std::max(longest, (length(in) + length(out)) / std::max(length(in + out), 1.0));
+    }
+    return longest;
+}
+
+bool Repeats(const std::vector<int>& places) {
+    std::vector<int> sorted = places;
+    std::ranges::sort(sorted);
+    return std::ranges::adjacent_find(sorted) != sorted.end();
+}
+
+/// True if nearly all boats that came behind a mark in the course have left it as boats leave marks.
+bool IsPassedClosely(const LaidCourse& laid, std::size_t mark, int place) {
+    std::vector<Passing> passings;
+    std::size_t all = 0;
+    for (std::size_t boat = 0; boat < laid.Course.Times.size(); ++boat) {
+        const auto& times = laid.Course.Times[boat];
+        for (std::size_t entry = 0; entry < times.size(); ++entry) {
+            if (laid.Course.Places[entry] != place) continue;
+            ++all;
+            if (times[entry]) passings.push_back({laid.Fleet[boat], *times[entry]});
+        }
+    }
+    const double like = MarkLike(BerthsAt(passings, laid.Marks[mark].At), laid.Marks[mark].ToPort);
+    return like * static_cast<double>(passings.size()) >= LeastLike * static_cast<double>(all);
+}
+
+bool IsNeedless(const LaidCourse& laid, std::size_t mark, int place) {
+    if (laid.Marks[mark].Changing || laid.Marks[mark].Partner >= 0) return false;
+    const double straight = LongerBy(laid, place, [](Way way) { return way.Length(); });
+    if (straight == 0) return false;
+    if (straight < Straight) return true;
+    if (!laid.Angles) return false;
+    const double sailed = LongerBy(laid, place, [&](Way way) { return laid.Angles->Length(way); });
+    return sailed < InTheWay && (Repeats(laid.Course.Places) || !IsPassedClosely(laid, mark, place));
+}
+
+}  // namespace
+
+double WindAngles::Length(Way way) const {
+    const double length = way.Length();
+    if (length == 0) return 0;
+    const double off = std::abs(TurnBetween(From, way.Bearing()));
+    const double angle = off < Beat ? Beat : off > Run ? Run : off;
+    return length * std::cos(off * DegToRad) / std::cos(angle * DegToRad);
+}
+
+WindAngles AnglesOf(const std::vector<Corner>& corners, double wind) {
+    std::vector<double> tacks, gybes;
+    for (const Corner& corner : corners) {
+        const CornerKind kind = KindOf(corner, wind);
+        if (kind == CornerKind::Tack) tacks.push_back(std::abs(corner.Turn) / 2);
+        if (kind == CornerKind::Gybe) gybes.push_back(std::abs(corner.Turn) / 2);
+    }
+    WindAngles angles{.From = wind};
+    if (tacks.size() >= LeastTurns) angles.Beat = MedianOf(std::move(tacks));
+    if (gybes.size() >= LeastTurns) angles.Run = 180 - MedianOf(std::move(gybes));
+    return angles;
+}
+
+std::optional<std::size_t> NeedlessMark(const LaidCourse& laid) {
+    const std::vector<int> places = PlacesOf(laid.Marks);
+    std::optional<std::size_t> straightest;
+    double least = 0;
+    for (std::size_t mark = 0; mark < laid.Marks.size(); ++mark) {
+        if (!IsNeedless(laid, mark, places[mark])) continue;
+        const double straight = LongerBy(laid, places[mark], [](Way way) { return way.Length(); });
+        if (!straightest || straight < least) least = straight, straightest = mark;
+    }
+    return straightest;
+}
+
+}  // namespace keelview
