@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <utility>
 
 #include "analysis/mark_passing.h"
 #include "analysis/medians.h"
@@ -36,8 +37,9 @@ bool Repeats(const std::vector<int>& places) {
     return std::ranges::adjacent_find(sorted) != sorted.end();
 }
 
-/// True if nearly all boats that came behind a mark in the course have left it as boats leave marks.
-bool IsPassedClosely(const LaidCourse& laid, std::size_t mark, int place) {
+/// The share of the boats that came to a mark, or past it in the course, that have left it as boats leave
+/// marks.
+double PassedClosely(const LaidCourse& laid, std::size_t mark, int place) {
     std::vector<Passing> passings;
     std::size_t all = 0;
     for (std::size_t boat = 0; boat < laid.Course.Times.size(); ++boat) {
@@ -49,17 +51,17 @@ bool IsPassedClosely(const LaidCourse& laid, std::size_t mark, int place) {
         }
     }
     const double like = MarkLike(BerthsAt(passings, laid.Marks[mark].At), laid.Marks[mark].ToPort);
-    return like * static_cast<double>(passings.size()) >= LeastLike * static_cast<double>(all);
+    return like * static_cast<double>(passings.size()) / static_cast<double>(std::max<std::size_t>(all, 1));
 }
 
-bool IsNeedless(const LaidCourse& laid, std::size_t mark, int place) {
+bool IsNeedless(const LaidCourse& laid, std::size_t mark, int place, double passed) {
     if (laid.Marks[mark].Changing || laid.Marks[mark].Partner >= 0) return false;
     const double straight = LongerBy(laid, place, [](Way way) { return way.Length(); });
     if (straight == 0) return false;
     if (straight < Straight) return true;
     if (!laid.Angles) return false;
     const double sailed = LongerBy(laid, place, [&](Way way) { return laid.Angles->Length(way); });
-    return sailed < InTheWay && (Repeats(laid.Course.Places) || !IsPassedClosely(laid, mark, place));
+    return sailed < InTheWay && (Repeats(laid.Course.Places) || passed < LeastLike);
 }
 
 }  // namespace
@@ -87,14 +89,16 @@ WindAngles AnglesOf(const std::vector<Corner>& corners, double wind) {
 
 std::optional<std::size_t> NeedlessMark(const LaidCourse& laid) {
     const std::vector<int> places = PlacesOf(laid.Marks);
-    std::optional<std::size_t> straightest;
-    double least = 0;
+    std::optional<std::size_t> worst;
+    std::pair<double, double> least;
     for (std::size_t mark = 0; mark < laid.Marks.size(); ++mark) {
-        if (!IsNeedless(laid, mark, places[mark])) continue;
+        const double passed = PassedClosely(laid, mark, places[mark]);
+        if (!IsNeedless(laid, mark, places[mark], passed)) continue;
         const double straight = LongerBy(laid, places[mark], [](Way way) { return way.Length(); });
-        if (!straightest || straight < least) least = straight, straightest = mark;
+        const std::pair worth{passed, straight};
+        if (!worst || worth < least) least = worth, worst = mark;
     }
-    return straightest;
+    return worst;
 }
 
 }  // namespace keelview
