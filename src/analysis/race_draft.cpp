@@ -143,16 +143,41 @@ LaidCourse LaidOf(const RaceDraft& draft, const std::vector<const WayBySecond*>&
     return laid;
 }
 
-void FindCourseOf(const SailedDay& day, RaceDraft& draft) {
-    std::vector<const WayBySecond*> fleet;
-    fleet.reserve(draft.Start.Boats.size());
-    for (const int boat : draft.Start.Boats) fleet.push_back(&day.Ways[static_cast<std::size_t>(boat)]);
-    const std::vector<Corner> corners = CornersOf(day, draft);
+void FindMarksOf(const SailedDay& day, const std::vector<const WayBySecond*>& fleet,
+                 const std::vector<Corner>& corners, RaceDraft& draft) {
     draft.Marks = FindMarks(corners, fleet, draft.Wind, day.Lying);
     OrderMarks(day, draft);
     while (const auto mark = NeedlessMark(LaidOf(draft, fleet, corners))) {
         RemoveMark(draft, *mark);
         OrderMarks(day, draft);
+    }
+}
+
+/// Takes away what boats turn behind the last entry that they came to, where they did not come to the end;
+/// false where all did. A boat that has given up counts for no mark that it has not seen.
+bool DropRetired(const FoundCourse& course, std::vector<Corner>& corners) {
+    constexpr int goesOn = 60;  // seconds
+    const auto isBehind = [&](const Corner& corner) {
+        const auto& times = course.Times[static_cast<std::size_t>(corner.Boat)];
+        if (times.size() == course.Places.size()) return false;
+        const auto last = std::ranges::find_if(times.rbegin(), times.rend(),
+                                               [](const auto& time) { return time.has_value(); });
+        return last == times.rend() || corner.Time > **last + goesOn;
+    };
+    return std::erase_if(corners, isBehind) > 0;
+}
+
+void FindCourseOf(const SailedDay& day, RaceDraft& draft) {
+    std::vector<const WayBySecond*> fleet;
+    fleet.reserve(draft.Start.Boats.size());
+    for (const int boat : draft.Start.Boats) fleet.push_back(&day.Ways[static_cast<std::size_t>(boat)]);
+    std::vector<Corner> corners = CornersOf(day, draft);
+    FindMarksOf(day, fleet, corners, draft);
+    if (RaceDraft other = draft; DropRetired(draft.Course, corners)) {
+        FindMarksOf(day, fleet, corners, other);
+        if (other.Course.Places.size() > draft.Course.Places.size() &&
+            other.Course.Agreeing >= draft.Course.Agreeing)
+            draft = std::move(other);
     }
     PreferLine(day, draft);
     if (draft.Finish.Where != FoundFinish::Kind::StartLine || draft.Start.HintedLine) return;
