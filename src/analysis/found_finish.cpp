@@ -74,13 +74,16 @@ FoundFinish AtLine(const std::vector<Finisher>& boats, const std::vector<int>& s
 }
 
 /// True if a finish lies along the start line or beside its ends: boats of which none started there finish
-/// where the line goes on.
+/// where the line goes on. A line on which few boats started close together has no direction of its own.
 bool IsSameLine(const FoundLine& finish, const FoundLine& start) {
-    constexpr double mostAhead = 25, mostBeyond = 45;  // metres
+    constexpr double mostAhead = 25, mostBeyond = 45, shortest = 65;  // metres
+    const auto lengthOf = [](const FoundLine& line) { return (line.Right - line.Left).Length(); };
+    const bool isShort = lengthOf(start) < std::min(shortest, lengthOf(finish));
+    const FoundLine& line = isShort ? finish : start;
     const Way off = (finish.Left + finish.Right) * 0.5 - (start.Left + start.Right) * 0.5;
-    return std::abs(off.Along(start.Ahead())) < mostAhead &&
-           std::abs(off.Along(start.Along())) < (start.Right - start.Left).Length() / 2 + mostBeyond &&
-           std::abs(finish.Along().Along(start.Along())) > 0.8;
+    return std::abs(off.Along(line.Ahead())) < mostAhead &&
+           std::abs(off.Along(line.Along())) < lengthOf(line) / 2 + mostBeyond &&
+           (isShort || std::abs(finish.Along().Along(start.Along())) > 0.8);
 }
 
 /// The direction of length 1 in which most boats sail at the end, along the wind where it is near that.
@@ -98,13 +101,19 @@ Way LastWay(const std::vector<Finisher>& boats, const std::vector<int>& stops,
     return Towards(bearing);
 }
 
+/// The line that boats cross before they stop: in front of the first of them, but for such as give up short
+/// of it or go on for long.
 FoundLine LineAcross(const std::vector<Way>& places, Way ahead) {
+    constexpr double mostAhead = 100, mostAside = 300;  // metres from the middle one
     const Way along{ahead.North, -ahead.East};
     std::vector<double> fronts, sides;
     for (const Way& at : places) fronts.push_back(at.Along(ahead)), sides.push_back(at.Along(along));
+    const auto drop = [](std::vector<double>& all, double most) {
+        std::erase_if(all, [&, middle = MedianOf(all)](double each) { return std::abs(each - middle) > most; });
+    };
+    drop(fronts, mostAhead);
+    drop(sides, mostAside);
     const double front = QuantileOf(fronts, 0.12) - 4;
-    const double middle = MedianOf(sides);
-    std::erase_if(sides, [&](double side) { return std::abs(side - middle) > 300; });
     const auto [low, high] = std::ranges::minmax(sides);
     return {along * (low - EndRoom) + ahead * front, along * (high + EndRoom) + ahead * front};
 }

@@ -37,21 +37,12 @@ bool Repeats(const std::vector<int>& places) {
     return std::ranges::adjacent_find(sorted) != sorted.end();
 }
 
-/// The share of the boats that came to a mark, or past it in the course, that have left it as boats leave
-/// marks.
-double PassedClosely(const LaidCourse& laid, std::size_t mark, int place) {
-    std::vector<Passing> passings;
-    std::size_t all = 0;
-    for (std::size_t boat = 0; boat < laid.Course.Times.size(); ++boat) {
-        const auto& times = laid.Course.Times[boat];
-        for (std::size_t entry = 0; entry < times.size(); ++entry) {
-            if (laid.Course.Places[entry] != place) continue;
-            ++all;
-            if (times[entry]) passings.push_back({laid.Fleet[boat], *times[entry]});
-        }
-    }
-    const double like = MarkLike(BerthsAt(passings, laid.Marks[mark].At), laid.Marks[mark].ToPort);
-    return like * static_cast<double>(passings.size()) / static_cast<double>(std::max<std::size_t>(all, 1));
+/// The least share of the boats that have left a place as boats leave marks, of all its entries.
+double PassedClosely(const LaidCourse& laid, int place) {
+    double least = 1;
+    for (std::size_t entry = 0; entry < laid.Course.Places.size(); ++entry)
+        if (laid.Course.Places[entry] == place) least = std::min(least, RoundedAt(laid, entry));
+    return least;
 }
 
 bool IsNeedless(const LaidCourse& laid, std::size_t mark, int place, double passed) {
@@ -87,12 +78,31 @@ WindAngles AnglesOf(const std::vector<Corner>& corners, double wind) {
     return angles;
 }
 
+double RoundedAt(const LaidCourse& laid, std::size_t entry) {
+    const std::vector<int> places = PlacesOf(laid.Marks);
+    int came = 0, rounded = 0;
+    for (std::size_t boat = 0; boat < laid.Course.Times.size(); ++boat) {
+        const auto& times = laid.Course.Times[boat];
+        if (entry >= times.size()) continue;
+        ++came;
+        if (!times[entry]) continue;
+        for (std::size_t mark = 0; mark < laid.Marks.size(); ++mark) {
+            if (places[mark] != laid.Course.Places[entry]) continue;
+            const auto berth = BerthsAt({{laid.Fleet[boat], *times[entry]}}, laid.Marks[mark].At).front();
+            if (!berth || !IsMarkLike(*berth, laid.Marks[mark].ToPort)) continue;
+            ++rounded;
+            break;
+        }
+    }
+    return came > 0 ? static_cast<double>(rounded) / came : 0.0;
+}
+
 std::optional<std::size_t> NeedlessMark(const LaidCourse& laid) {
     const std::vector<int> places = PlacesOf(laid.Marks);
     std::optional<std::size_t> worst;
     std::pair<double, double> least;
     for (std::size_t mark = 0; mark < laid.Marks.size(); ++mark) {
-        const double passed = PassedClosely(laid, mark, places[mark]);
+        const double passed = PassedClosely(laid, places[mark]);
         if (!IsNeedless(laid, mark, places[mark], passed)) continue;
         const double straight = LongerBy(laid, places[mark], [](Way way) { return way.Length(); });
         const std::pair worth{passed, straight};

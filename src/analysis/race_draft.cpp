@@ -80,15 +80,40 @@ double DistanceTo(const FoundLine& line, Way at) {
     return (at - nearest).Length();
 }
 
+/// Where the course leads: from the middle of the start line by its places to the finish, where it has one.
+std::vector<Way> WayPoints(const RaceDraft& draft) {
+    const std::vector<int> places = PlacesOf(draft.Marks);
+    std::vector<Way> points{(draft.Start.Line.Left + draft.Start.Line.Right) * 0.5};
+    for (const int place : draft.Course.Places) {
+        const auto mark = static_cast<std::size_t>(std::ranges::find(places, place) - places.begin());
+        const int partner = draft.Marks[mark].Partner;
+        const Way other = draft.Marks[partner < 0 ? mark : static_cast<std::size_t>(partner)].At;
+        points.push_back((draft.Marks[mark].At + other) * 0.5);
+    }
+    if (HasLine(draft.Finish)) points.push_back((draft.Finish.Line.Left + draft.Finish.Line.Right) * 0.5);
+    return points;
+}
+
+/// The course as it stands by now.
+LaidCourse LaidOf(const RaceDraft& draft, const std::vector<const WayBySecond*>& fleet,
+                  const std::vector<Corner>& corners) {
+    LaidCourse laid{draft.Marks, draft.Course, fleet, WayPoints(draft), {}};
+    if (draft.Wind) laid.Angles = AnglesOf(corners, *draft.Wind);
+    return laid;
+}
+
 /// Boats that have finished turn away, which looks like one more mark. So a last place that they have not
-/// been at before, or a gate, gives way to a line where there is one.
-void PreferLine(const SailedDay& day, RaceDraft& draft) {
+/// been at before, a gate, or a place that many only sail past, gives way to a line where there is one.
+void PreferLine(const SailedDay& day, const LaidCourse& laid, RaceDraft& draft) {
     constexpr double samePlace = 100;  // metres between two lines
+    constexpr double leastRounded = 0.8;
     if (draft.Course.Places.size() < 2) return;
     const int last = draft.Course.Places.back();
     const std::vector<int> places = PlacesOf(draft.Marks);
     const bool isGate = std::ranges::count(places, last) > 1;
-    if (!isGate && std::ranges::count(draft.Course.Places, last) > 1) return;
+    if (!isGate && std::ranges::count(draft.Course.Places, last) > 1 &&
+        RoundedAt(laid, draft.Course.Places.size() - 1) >= leastRounded)
+        return;
     RaceDraft other = draft;
     other.Course.Places.pop_back();
     for (auto& times : other.Course.Times)
@@ -114,33 +139,11 @@ void OrderMarks(const SailedDay& day, RaceDraft& draft) {
     FindFinishOf(day, draft);
 }
 
-/// Where the course leads: from the middle of the start line by its places to the finish, where it has one.
-std::vector<Way> WayPoints(const RaceDraft& draft) {
-    const std::vector<int> places = PlacesOf(draft.Marks);
-    std::vector<Way> points{(draft.Start.Line.Left + draft.Start.Line.Right) * 0.5};
-    for (const int place : draft.Course.Places) {
-        const auto mark = static_cast<std::size_t>(std::ranges::find(places, place) - places.begin());
-        const int partner = draft.Marks[mark].Partner;
-        const Way other = draft.Marks[partner < 0 ? mark : static_cast<std::size_t>(partner)].At;
-        points.push_back((draft.Marks[mark].At + other) * 0.5);
-    }
-    if (HasLine(draft.Finish)) points.push_back((draft.Finish.Line.Left + draft.Finish.Line.Right) * 0.5);
-    return points;
-}
-
 /// Takes a mark that is none of a gate away.
 void RemoveMark(RaceDraft& draft, std::size_t mark) {
     draft.Marks.erase(draft.Marks.begin() + static_cast<std::ptrdiff_t>(mark));
     for (FoundMark& each : draft.Marks)
         if (each.Partner > static_cast<int>(mark)) --each.Partner;
-}
-
-/// The course as it stands by now.
-LaidCourse LaidOf(const RaceDraft& draft, const std::vector<const WayBySecond*>& fleet,
-                  const std::vector<Corner>& corners) {
-    LaidCourse laid{draft.Marks, draft.Course, fleet, WayPoints(draft), {}};
-    if (draft.Wind) laid.Angles = AnglesOf(corners, *draft.Wind);
-    return laid;
 }
 
 void FindMarksOf(const SailedDay& day, const std::vector<const WayBySecond*>& fleet,
@@ -179,7 +182,7 @@ void FindCourseOf(const SailedDay& day, RaceDraft& draft) {
             other.Course.Agreeing >= draft.Course.Agreeing)
             draft = std::move(other);
     }
-    PreferLine(day, draft);
+    PreferLine(day, LaidOf(draft, fleet, corners), draft);
     if (draft.Finish.Where != FoundFinish::Kind::StartLine || draft.Start.HintedLine) return;
     draft.Start.Line = LineOfBoth(draft.Start.Line, draft.Finish.Stops);
 }
