@@ -19,17 +19,32 @@ constexpr double EndShare = 0.3;   // the same of a line's length: nobody may ha
 constexpr int LookBack = 60;       // seconds of the last way
 constexpr double WithWind = 40;    // degrees off the wind's axis
 
+double SpeedOf(const Finisher& boat, int from, int until) {
+    const auto velocity = boat.Sails->Velocity(from, until);
+    return velocity ? velocity->Length() : 0.0;
+}
+
+/// True if a boat goes on from its last mark more slowly than it has raced, even at its slowest, on the
+/// legs before it: it has finished already.
+bool IsSlowBehindMark(const Finisher& boat) {
+    constexpr int legs = 600;        // seconds
+    constexpr double slowest = 0.2;  // of the time
+    std::vector<double> speeds;
+    for (int t = boat.LastMark - legs; t < boat.LastMark - AfterMark; t += SlowSeconds)
+        if (const double speed = SpeedOf(boat, t, t + SlowSeconds); speed > 0) speeds.push_back(speed);
+    const int from = boat.LastMark + AfterMark;
+    return SpeedOf(boat, from, from + SlowSeconds) < SlowShare * QuantileOf(std::move(speeds), slowest);
+}
+
 /// When a boat stops racing, behind its last mark.
 int StopOf(const Finisher& boat, const std::optional<double>& wind, int to) {
+    if (IsSlowBehindMark(boat)) return std::min(boat.LastMark + AfterMark, boat.Sails->Last());
     int stop = std::min(to, boat.Sails->Last());
     for (const Corner& corner : *boat.Corners)
         if (corner.Time > boat.LastMark + AfterMark && corner.Time < stop &&
             KindOf(corner, wind) == CornerKind::Change && std::abs(corner.Turn) > 35)
             stop = corner.Time;
-    const auto speed = [&](int from, int until) {
-        const auto velocity = boat.Sails->Velocity(from, until);
-        return velocity ? velocity->Length() : 0.0;
-    };
+    const auto speed = [&](int from, int until) { return SpeedOf(boat, from, until); };
     for (int t = boat.LastMark + AfterMark; t < stop; t += 2) {
         const double before = speed(t - SlowSeconds, t);
         if (before > 0.8 && speed(t, t + SlowSeconds) < SlowShare * before &&
@@ -109,7 +124,8 @@ FoundLine LineAcross(const std::vector<Way>& places, Way ahead) {
     std::vector<double> fronts, sides;
     for (const Way& at : places) fronts.push_back(at.Along(ahead)), sides.push_back(at.Along(along));
     const auto drop = [](std::vector<double>& all, double most) {
-        std::erase_if(all, [&, middle = MedianOf(all)](double each) { return std::abs(each - middle) > most; });
+        std::erase_if(all,
+                      [&, middle = MedianOf(all)](double each) { return std::abs(each - middle) > most; });
     };
     drop(fronts, mostAhead);
     drop(sides, mostAside);

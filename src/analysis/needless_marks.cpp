@@ -31,10 +31,13 @@ double LongerBy(const LaidCourse& laid, int place, Length length) {
     return longest;
 }
 
-bool Repeats(const std::vector<int>& places) {
-    std::vector<int> sorted = places;
-    std::ranges::sort(sorted);
-    return std::ranges::adjacent_find(sorted) != sorted.end();
+/// True if boats go round some place of the course more than once; what they only sail past at its end does
+/// not count.
+bool Repeats(const LaidCourse& laid) {
+    std::vector<int> places = laid.Course.Places;
+    if (!places.empty() && RoundedAt(laid, places.size() - 1) < LeastLike) places.pop_back();
+    std::ranges::sort(places);
+    return std::ranges::adjacent_find(places) != places.end();
 }
 
 /// The least share of the boats that have left a place as boats leave marks, of all its entries.
@@ -52,7 +55,7 @@ bool IsNeedless(const LaidCourse& laid, std::size_t mark, int place, double pass
     if (straight < Straight) return true;
     if (!laid.Angles) return false;
     const double sailed = LongerBy(laid, place, [&](Way way) { return laid.Angles->Length(way); });
-    return sailed < InTheWay && (Repeats(laid.Course.Places) || passed < LeastLike);
+    return sailed < InTheWay && (Repeats(laid) || passed < LeastLike);
 }
 
 }  // namespace

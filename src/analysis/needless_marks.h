@@ -31,8 +31,8 @@ struct LaidCourse {
     std::optional<WindAngles> Angles;
 };
 
-/// The share of the boats that came to an entry of the course, or past it, that have left its mark, or one of
-/// its gate, as boats leave marks: on its side, and close.
+/// The share of the boats that came to an entry of the course, or past it, that have left its mark, or one
+/// of its gate, as boats leave marks: on its side, and close.
 double RoundedAt(const LaidCourse& laid, std::size_t entry);
 
 /// A mark that the course does not need, wherever it stands in it; nothing where there is none. Such are a
