@@ -19,6 +19,7 @@ constexpr double EndShare = 0.3;   // the same of a line's length: nobody may ha
 constexpr int LookBack = 60;       // seconds of the last way
 constexpr double WithWind = 40;    // degrees off the wind's axis
 
+/// Metres a second; 0 in a gap.
 double SpeedOf(const Finisher& boat, int from, int until) {
     const auto velocity = boat.Sails->Velocity(from, until);
     return velocity ? velocity->Length() : 0.0;
@@ -33,7 +34,8 @@ bool IsSlowBehindMark(const Finisher& boat) {
     for (int t = boat.LastMark - legs; t < boat.LastMark - AfterMark; t += SlowSeconds)
         if (const double speed = SpeedOf(boat, t, t + SlowSeconds); speed > 0) speeds.push_back(speed);
     const int from = boat.LastMark + AfterMark;
-    return SpeedOf(boat, from, from + SlowSeconds) < SlowShare * QuantileOf(std::move(speeds), slowest);
+    const double behind = SpeedOf(boat, from, from + SlowSeconds);
+    return behind > 0 && behind < SlowShare * QuantileOf(std::move(speeds), slowest);
 }
 
 /// When a boat stops racing, behind its last mark.
