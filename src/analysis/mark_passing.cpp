@@ -13,6 +13,7 @@ constexpr int Before = 26, Step = 2;    // seconds about a passing
 constexpr double Usual = 6;             // metres that boats keep off a mark
 constexpr double MostOff = 25;          // metres from it, that count
 constexpr int LegFrom = 8, LegTo = 32;  // seconds from a passing to its straight ways
+constexpr std::size_t MostFitted = 60;  // passings that a place is told by
 constexpr double MostUneven = 8;        // metres between the berths of both, that count
 constexpr double WrongSide = -5, Widest = 28;
 constexpr double Fastest = 10;  // metres a second
@@ -113,8 +114,10 @@ double MarkLike(const std::vector<std::optional<double>>& berths, bool toPort) {
 
 Way FitMark(const std::vector<Passing>& boats, bool toPort, Way from) {
     std::vector<Rounding> roundings;
-    for (const Passing& boat : boats)
-        if (Rounding each = RoundingOf(boat); each.Places.size() > 1) roundings.push_back(std::move(each));
+    const std::size_t step = 1 + boats.size() / MostFitted;
+    for (std::size_t i = 0; i < boats.size(); i += step)
+        if (Rounding each = RoundingOf(boats[i]); each.Places.size() > 1)
+            roundings.push_back(std::move(each));
     const double side = toPort ? 1 : -1;
     Way best = from;
     double least = CostOf(roundings, side, best);

@@ -2,7 +2,8 @@
 
 #include <algorithm>
 #include <cmath>
-#include <utility>
+#include <functional>
+#include <tuple>
 
 #include "analysis/mark_passing.h"
 #include "analysis/medians.h"
@@ -46,6 +47,12 @@ double PassedClosely(const LaidCourse& laid, int place) {
     for (std::size_t entry = 0; entry < laid.Course.Places.size(); ++entry)
         if (laid.Course.Places[entry] == place) least = std::min(least, RoundedAt(laid, entry));
     return least;
+}
+
+bool AreNeighbours(const std::vector<int>& places, int one, int other) {
+    return std::ranges::adjacent_find(places, [&](int a, int b) {
+               return (a == one && b == other) || (a == other && b == one);
+           }) != places.end();
 }
 
 bool IsNeedless(const LaidCourse& laid, std::size_t mark, int place, double passed) {
@@ -100,18 +107,24 @@ double RoundedAt(const LaidCourse& laid, std::size_t entry) {
     return came > 0 ? static_cast<double>(rounded) / came : 0.0;
 }
 
-std::optional<std::size_t> NeedlessMark(const LaidCourse& laid) {
+std::vector<std::size_t> NeedlessMarks(const LaidCourse& laid) {
     const std::vector<int> places = PlacesOf(laid.Marks);
-    std::optional<std::size_t> worst;
-    std::pair<double, double> least;
+    const auto length = [](Way way) { return way.Length(); };
+    std::vector<std::tuple<double, double, std::size_t>> worths;
     for (std::size_t mark = 0; mark < laid.Marks.size(); ++mark) {
         const double passed = PassedClosely(laid, places[mark]);
-        if (!IsNeedless(laid, mark, places[mark], passed)) continue;
-        const double straight = LongerBy(laid, places[mark], [](Way way) { return way.Length(); });
-        const std::pair worth{passed, straight};
-        if (!worst || worth < least) least = worth, worst = mark;
+        if (IsNeedless(laid, mark, places[mark], passed))
+            worths.emplace_back(passed, LongerBy(laid, places[mark], length), mark);
     }
-    return worst;
+    std::ranges::sort(worths);
+    std::vector<std::size_t> needless;
+    for (const auto& [passed, straight, mark] : worths)
+        if (std::ranges::none_of(needless, [&](std::size_t other) {
+                return AreNeighbours(laid.Course.Places, places[mark], places[other]);
+            }))
+            needless.push_back(mark);
+    std::ranges::sort(needless, std::greater());
+    return needless;
 }
 
 }  // namespace keelview

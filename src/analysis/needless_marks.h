@@ -35,11 +35,12 @@ struct LaidCourse {
 /// of its gate, as boats leave marks: on its side, and close.
 double RoundedAt(const LaidCourse& laid, std::size_t entry);
 
-/// A mark that the course does not need, wherever it stands in it; nothing where there is none. Such are a
-/// place for which boats hardly leave the straight way between its neighbours while most of them do not
+/// Marks that the course does not need, the last first, no two of them one behind the other in it. Such are
+/// a place for which boats hardly leave the straight way between its neighbours while most of them do not
 /// change to another angle off the wind; and a place in the midst of a beat or a run, where boats may tack
 /// or gybe as they like: a course that goes round the same marks again has been laid to the wind and has no
-/// mark there, and in any other course all boats must pass a mark as closely as boats do.
-std::optional<std::size_t> NeedlessMark(const LaidCourse& laid);
+/// mark there, and in any other course all boats must pass a mark as closely as boats do. Of two neighbours
+/// the one goes first that fewer boats pass so.
+std::vector<std::size_t> NeedlessMarks(const LaidCourse& laid);
 
 }  // namespace keelview

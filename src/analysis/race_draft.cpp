@@ -150,8 +150,10 @@ void FindMarksOf(const SailedDay& day, const std::vector<const WayBySecond*>& fl
                  const std::vector<Corner>& corners, RaceDraft& draft) {
     draft.Marks = FindMarks(corners, fleet, draft.Wind, day.Lying);
     OrderMarks(day, draft);
-    while (const auto mark = NeedlessMark(LaidOf(draft, fleet, corners))) {
-        RemoveMark(draft, *mark);
+    for (;;) {
+        const std::vector<std::size_t> needless = NeedlessMarks(LaidOf(draft, fleet, corners));
+        if (needless.empty()) return;
+        for (const std::size_t mark : needless) RemoveMark(draft, mark);
         OrderMarks(day, draft);
     }
 }
