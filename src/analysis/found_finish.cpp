@@ -19,6 +19,12 @@ constexpr double EndShare = 0.3;   // the same of a line's length: nobody may ha
 constexpr int LookBack = 60;       // seconds of the last way
 constexpr double WithWind = 40;    // degrees off the wind's axis
 
+/// Seconds over which the speed of a boat is measured: more of them where its fixes scatter.
+int SecondsFor(const Finisher& boat) {
+    constexpr double usualNoise = 3, forNoise = 3;  // metres, seconds a metre
+    return SlowSeconds + static_cast<int>(forNoise * std::max(boat.Sails->Noise() - usualNoise, 0.0));
+}
+
 /// Metres a second; 0 in a gap.
 double SpeedOf(const Finisher& boat, int from, int until) {
     const auto velocity = boat.Sails->Velocity(from, until);
@@ -30,17 +36,19 @@ double SpeedOf(const Finisher& boat, int from, int until) {
 bool IsSlowBehindMark(const Finisher& boat) {
     constexpr int legs = 600;        // seconds
     constexpr double slowest = 0.2;  // of the time
+    const int seconds = SecondsFor(boat);
     std::vector<double> speeds;
-    for (int t = boat.LastMark - legs; t < boat.LastMark - AfterMark; t += SlowSeconds)
-        if (const double speed = SpeedOf(boat, t, t + SlowSeconds); speed > 0) speeds.push_back(speed);
+    for (int t = boat.LastMark - legs; t < boat.LastMark - AfterMark; t += seconds)
+        if (const double speed = SpeedOf(boat, t, t + seconds); speed > 0) speeds.push_back(speed);
     const int from = boat.LastMark + AfterMark;
-    const double behind = SpeedOf(boat, from, from + SlowSeconds);
+    const double behind = SpeedOf(boat, from, from + seconds);
     return behind > 0 && behind < SlowShare * QuantileOf(std::move(speeds), slowest);
 }
 
 /// When a boat stops racing, behind its last mark.
 int StopOf(const Finisher& boat, const std::optional<double>& wind, int to) {
     if (IsSlowBehindMark(boat)) return std::min(boat.LastMark + AfterMark, boat.Sails->Last());
+    const int seconds = SecondsFor(boat);
     int stop = std::min(to, boat.Sails->Last());
     for (const Corner& corner : *boat.Corners)
         if (corner.Time > boat.LastMark + AfterMark && corner.Time < stop &&
@@ -48,9 +56,9 @@ int StopOf(const Finisher& boat, const std::optional<double>& wind, int to) {
             stop = corner.Time;
     const auto speed = [&](int from, int until) { return SpeedOf(boat, from, until); };
     for (int t = boat.LastMark + AfterMark; t < stop; t += 2) {
-        const double before = speed(t - SlowSeconds, t);
-        if (before > 0.8 && speed(t, t + SlowSeconds) < SlowShare * before &&
-            speed(t + 8, t + 8 + SlowSeconds) < SlowShare * before)
+        const double before = speed(t - seconds, t);
+        if (before > 0.8 && speed(t, t + seconds) < SlowShare * before &&
+            speed(t + 8, t + 8 + seconds) < SlowShare * before)
             return t;
     }
     return stop;

@@ -78,6 +78,16 @@ double BoatsAt(const std::vector<Corner>& turns, const std::vector<int>& lastTur
     return std::max({static_cast<double>(racing), 0.6 * static_cast<double>(lastTurns.size()), 1.0});
 }
 
+/// How boats pass where they turn.
+std::vector<Passing> TurnsOf(const std::vector<const WayBySecond*>& fleet,
+                             const std::vector<Corner>& turns) {
+    std::vector<Passing> passings;
+    passings.reserve(turns.size());
+    for (const Corner& corner : turns)
+        passings.push_back({fleet[static_cast<std::size_t>(corner.Boat)], corner.Time});
+    return passings;
+}
+
 /// How the boats pass a place where some of them turn: those about their turns, the others where they come
 /// near while others turn. A boat passes once in a minute.
 std::vector<Passing> PassingsAt(const std::vector<const WayBySecond*>& fleet,
@@ -243,6 +253,9 @@ MarkCandidate CandidateOf(const TurnPlace& place, const std::vector<int>& lastTu
     candidate.Rounding = kinds.Rounding;
     candidate.OfGate = MarkOf(kinds.Rounding, boats);
     candidate.OfGate.OneWay = candidate.Mark.OneWay;
+    if (!kinds.Rounding.empty())
+        candidate.OfGate.At =
+            FitMark(TurnsOf(fleet, kinds.Rounding), candidate.OfGate.ToPort, candidate.OfGate.At);
     if (passes) {
         candidate.Mark.At = passed.At;
         candidate.Mark.ToPort = passed.ToPort;
