@@ -19,21 +19,46 @@ constexpr double EndShare = 0.3;   // the same of a line's length: nobody may ha
 constexpr int LookBack = 60;       // seconds of the last way
 constexpr double WithWind = 40;    // degrees off the wind's axis
 
+/// Seconds over which the speed of a boat is measured: more of them where its fixes scatter.
+int SecondsFor(const Finisher& boat) {
+    constexpr double usualNoise = 3, forNoise = 3;  // metres, seconds a metre
+    return SlowSeconds + static_cast<int>(forNoise * std::max(boat.Sails->Noise() - usualNoise, 0.0));
+}
+
+/// Metres a second; 0 in a gap.
+double SpeedOf(const Finisher& boat, int from, int until) {
+    const auto velocity = boat.Sails->Velocity(from, until);
+    return velocity ? velocity->Length() : 0.0;
+}
+
+/// True if a boat goes on from its last mark more slowly than it has raced, even at its slowest, on the
+/// legs before it: it has finished already.
+bool IsSlowBehindMark(const Finisher& boat) {
+    constexpr int legs = 600;        // seconds
+    constexpr double slowest = 0.2;  // of the time
+    const int seconds = SecondsFor(boat);
+    std::vector<double> speeds;
+    for (int t = boat.LastMark - legs; t < boat.LastMark - AfterMark; t += seconds)
+        if (const double speed = SpeedOf(boat, t, t + seconds); speed > 0) speeds.push_back(speed);
+    const int from = boat.LastMark + AfterMark;
+    const double behind = SpeedOf(boat, from, from + seconds);
+    return behind > 0 && behind < SlowShare * QuantileOf(std::move(speeds), slowest);
+}
+
 /// When a boat stops racing, behind its last mark.
 int StopOf(const Finisher& boat, const std::optional<double>& wind, int to) {
+    if (IsSlowBehindMark(boat)) return std::min(boat.LastMark + AfterMark, boat.Sails->Last());
+    const int seconds = SecondsFor(boat);
     int stop = std::min(to, boat.Sails->Last());
     for (const Corner& corner : *boat.Corners)
         if (corner.Time > boat.LastMark + AfterMark && corner.Time < stop &&
             KindOf(corner, wind) == CornerKind::Change && std::abs(corner.Turn) > 35)
             stop = corner.Time;
-    const auto speed = [&](int from, int until) {
-        const auto velocity = boat.Sails->Velocity(from, until);
-        return velocity ? velocity->Length() : 0.0;
-    };
+    const auto speed = [&](int from, int until) { return SpeedOf(boat, from, until); };
     for (int t = boat.LastMark + AfterMark; t < stop; t += 2) {
-        const double before = speed(t - SlowSeconds, t);
-        if (before > 0.8 && speed(t, t + SlowSeconds) < SlowShare * before &&
-            speed(t + 8, t + 8 + SlowSeconds) < SlowShare * before)
+        const double before = speed(t - seconds, t);
+        if (before > 0.8 && speed(t, t + seconds) < SlowShare * before &&
+            speed(t + 8, t + 8 + seconds) < SlowShare * before)
             return t;
     }
     return stop;
@@ -74,13 +99,16 @@ FoundFinish AtLine(const std::vector<Finisher>& boats, const std::vector<int>& s
 }
 
 /// True if a finish lies along the start line or beside its ends: boats of which none started there finish
-/// where the line goes on.
+/// where the line goes on. A line on which few boats started close together has no direction of its own.
 bool IsSameLine(const FoundLine& finish, const FoundLine& start) {
-    constexpr double mostAhead = 25, mostBeyond = 45;  // metres
+    constexpr double mostAhead = 25, mostBeyond = 45, shortest = 65;  // metres
+    const auto lengthOf = [](const FoundLine& line) { return (line.Right - line.Left).Length(); };
+    const bool isShort = lengthOf(start) < std::min(shortest, lengthOf(finish));
+    const FoundLine& line = isShort ? finish : start;
     const Way off = (finish.Left + finish.Right) * 0.5 - (start.Left + start.Right) * 0.5;
-    return std::abs(off.Along(start.Ahead())) < mostAhead &&
-           std::abs(off.Along(start.Along())) < (start.Right - start.Left).Length() / 2 + mostBeyond &&
-           std::abs(finish.Along().Along(start.Along())) > 0.8;
+    return std::abs(off.Along(line.Ahead())) < mostAhead &&
+           std::abs(off.Along(line.Along())) < lengthOf(line) / 2 + mostBeyond &&
+           (isShort || std::abs(finish.Along().Along(start.Along())) > 0.8);
 }
 
 /// The direction of length 1 in which most boats sail at the end, along the wind where it is near that.
@@ -98,13 +126,20 @@ Way LastWay(const std::vector<Finisher>& boats, const std::vector<int>& stops,
     return Towards(bearing);
 }
 
+/// The line that boats cross before they stop: in front of the first of them, but for such as give up short
+/// of it or go on for long.
 FoundLine LineAcross(const std::vector<Way>& places, Way ahead) {
+    constexpr double mostAhead = 100, mostAside = 300;  // metres from the middle one
     const Way along{ahead.North, -ahead.East};
     std::vector<double> fronts, sides;
     for (const Way& at : places) fronts.push_back(at.Along(ahead)), sides.push_back(at.Along(along));
+    const auto drop = [](std::vector<double>& all, double most) {
+        std::erase_if(all,
+                      [&, middle = MedianOf(all)](double each) { return std::abs(each - middle) > most; });
+    };
+    drop(fronts, mostAhead);
+    drop(sides, mostAside);
     const double front = QuantileOf(fronts, 0.12) - 4;
-    const double middle = MedianOf(sides);
-    std::erase_if(sides, [&](double side) { return std::abs(side - middle) > 300; });
     const auto [low, high] = std::ranges::minmax(sides);
     return {along * (low - EndRoom) + ahead * front, along * (high + EndRoom) + ahead * front};
 }

@@ -5,6 +5,7 @@
 #include <tuple>
 
 #include "analysis/mark_candidates.h"
+#include "analysis/mark_passing.h"
 #include "analysis/medians.h"
 #include "base/angles.h"
 
@@ -32,6 +33,18 @@ bool LeadsTo(const MarkCandidate& from, const MarkCandidate& to) {
             return next.Boat == corner.Boat && next.Time > corner.Time && next.Time < corner.Time + seconds;
         });
     return 2 * count > static_cast<int>(from.Turns.size());
+}
+
+/// True if most boats that turn at one place come by another one, which lies near, on the same way.
+bool IsOnTheWay(const MarkCandidate& one, const MarkCandidate& other,
+                const std::vector<const WayBySecond*>& fleet) {
+    if ((other.Mark.At - one.Mark.At).Length() >= WaistApart) return false;
+    int count = 0;
+    for (const Corner& corner : one.Turns)
+        count += NearestSecond(*fleet[static_cast<std::size_t>(corner.Boat)], other.Mark.At, MarkReach,
+                               corner.Time - TackLeadsOn, corner.Time + TackLeadsOn)
+                     .has_value();
+    return 2 * count > static_cast<int>(one.Turns.size());
 }
 
 /// True if boats take one of two places or the other in the same phase of the race, and hardly both at
@@ -88,9 +101,8 @@ std::vector<MarkCandidate> CandidatesIn(const std::vector<Corner>& corners,
     leads.reserve(all.size());
     for (const MarkCandidate& each : all)
         leads.push_back(!each.Changing && std::ranges::any_of(all, [&](const MarkCandidate& other) {
-            const bool near = (other.Mark.At - each.Mark.At).Length() < WaistApart;
             return (other.Changing && LeadsTo(each, other)) ||
-                   (each.ByWaist && other.Certain && !other.ByWaist && near);
+                   (each.ByWaist && other.Certain && !other.ByWaist && IsOnTheWay(each, other, fleet));
         }));
     for (std::size_t i = 0; i < all.size(); ++i)
         if (leads[i]) all[i].Certain = false;

@@ -23,6 +23,7 @@ constexpr double LeastOfChanges = 0.7;                  // of the passings, wher
 constexpr double LeastOfAll = 0.45;    // of the boats, that change to another angle off the wind
 constexpr double LeastOfTacks = 0.75;  // or turn the same way
 constexpr double LeastTurning = 0.3;   // or turn, where they come together
+constexpr double LeastAtWaist = 0.15;
 constexpr double LeastLarge = 25, LeastOfHairpin = 40;  // degrees
 constexpr int BendReach = 60, BendApart = 10;           // seconds from a passing
 constexpr double LeastBend = 12;                        // degrees
@@ -77,20 +78,35 @@ double BoatsAt(const std::vector<Corner>& turns, const std::vector<int>& lastTur
     return std::max({static_cast<double>(racing), 0.6 * static_cast<double>(lastTurns.size()), 1.0});
 }
 
-/// How the boats pass a place where some of them turn: those at their turns, the others where they come
-/// near while others turn.
+/// How boats pass where they turn.
+std::vector<Passing> TurnsOf(const std::vector<const WayBySecond*>& fleet,
+                             const std::vector<Corner>& turns) {
+    std::vector<Passing> passings;
+    passings.reserve(turns.size());
+    for (const Corner& corner : turns)
+        passings.push_back({fleet[static_cast<std::size_t>(corner.Boat)], corner.Time});
+    return passings;
+}
+
+/// How the boats pass a place where some of them turn: those about their turns, the others where they come
+/// near while others turn. A boat passes once in a minute.
 std::vector<Passing> PassingsAt(const std::vector<const WayBySecond*>& fleet,
                                 const std::vector<Corner>& turns, Way place) {
     std::vector<Passing> passings;
-    std::vector<bool> turned(fleet.size());
+    std::vector<std::vector<int>> times(fleet.size());
     for (const Corner& corner : turns) {
         const auto boat = static_cast<std::size_t>(corner.Boat);
-        passings.push_back({fleet[boat], corner.Time});
-        turned[boat] = true;
+        const int aside = static_cast<int>(SameVisit) / 2;
+        const int when = NearestSecond(*fleet[boat], place, Waist, corner.Time - aside, corner.Time + aside)
+                             .value_or(corner.Time);
+        if (std::ranges::any_of(times[boat], [&](int other) { return std::abs(other - when) < SameVisit; }))
+            continue;
+        times[boat].push_back(when);
+        passings.push_back({fleet[boat], when});
     }
     const auto [first, last] = std::ranges::minmax(turns, {}, &Corner::Time);
     for (std::size_t boat = 0; boat < fleet.size(); ++boat) {
-        if (turned[boat]) continue;
+        if (!times[boat].empty()) continue;
         const auto when = NearestSecond(*fleet[boat], place, Waist, first.Time - Late, last.Time + Late);
         if (when) passings.push_back({fleet[boat], *when});
     }
@@ -136,8 +152,8 @@ PassedPlace PassedAt(const std::vector<Passing>& passings, const std::vector<Cor
     const double low = QuantileOf(bends, 0.2), high = QuantileOf(bends, 0.8);
     place.Bend = MedianOf(std::move(bends));
     place.Bends = std::abs(place.Bend) >= LeastBend && low * high > 0;
-    place.Waist =
-        std::max(ApartAt(passings, -BendReach * 2 / 3), ApartAt(passings, BendReach * 2 / 3)) >= LeastApart;
+    for (const int seconds : {40, 80, 120})
+        place.Waist |= std::max(ApartAt(passings, -seconds), ApartAt(passings, seconds)) >= LeastApart;
     Way before, behind;
     for (const Passing& each : passings) {
         const auto from = each.Sails->At(each.About - LegReach), at = each.Sails->At(each.About);
@@ -145,15 +161,12 @@ PassedPlace PassedAt(const std::vector<Passing>& passings, const std::vector<Cor
         if (from && at && to) before = before + (*at - *from), behind = behind + (*to - *at);
     }
     place.Course = TurnBetween(before.Bearing(), behind.Bearing());
-    std::vector<Way> places;
-    places.reserve(turns.size());
-    for (const Corner& corner : turns) places.push_back(corner.At);
     double best = -1;
     for (const bool toPort : {true, false}) {
         if (mark.OneWay >= LeastOneWay ? toPort != mark.ToPort
                                        : std::abs(place.Bend) >= LeastBend && toPort != (place.Bend < 0))
             continue;
-        const Way at = FitMark(passings, places, toPort, mark.At);
+        const Way at = FitMark(passings, toPort, mark.At);
         const auto berths = BerthsAt(passings, at);
         const double like = MarkLike(berths, toPort);
         if (like <= best) continue;
@@ -235,11 +248,14 @@ MarkCandidate CandidateOf(const TurnPlace& place, const std::vector<int>& lastTu
     candidate.Changing = passes && BoatsOf(kinds.Large) >= LeastOfAll * boats && IsSharp(candidate.Mark);
     candidate.Certain = candidate.Changing || (leg && most) || (close && bends);
     candidate.ByWaist =
-        close && !candidate.Certain && passed.Waist && BoatsOf(both) >= LeastTurning * boats;
+        close && !candidate.Certain && passed.Waist && BoatsOf(both) >= LeastAtWaist * boats;
     candidate.Certain |= candidate.ByWaist;
     candidate.Rounding = kinds.Rounding;
     candidate.OfGate = MarkOf(kinds.Rounding, boats);
     candidate.OfGate.OneWay = candidate.Mark.OneWay;
+    if (!kinds.Rounding.empty())
+        candidate.OfGate.At =
+            FitMark(TurnsOf(fleet, kinds.Rounding), candidate.OfGate.ToPort, candidate.OfGate.At);
     if (passes) {
         candidate.Mark.At = passed.At;
         candidate.Mark.ToPort = passed.ToPort;

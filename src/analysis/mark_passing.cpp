@@ -9,11 +9,13 @@ namespace keelview {
 
 namespace {
 
-constexpr int Before = 26, Step = 2;  // seconds about a passing
-constexpr double Usual = 9;           // metres that boats keep off a mark
-constexpr double MostOff = 25;        // metres from it, that count
+constexpr int Before = 26, Step = 2;    // seconds about a passing
+constexpr double Usual = 6;             // metres that boats keep off a mark
+constexpr double MostOff = 25;          // metres from it, that count
+constexpr int LegFrom = 8, LegTo = 32;  // seconds from a passing to its straight ways
+constexpr std::size_t MostFitted = 60;  // passings that a place is told by
+constexpr double MostUneven = 8;        // metres between the berths of both, that count
 constexpr double WrongSide = -5, Widest = 28;
-constexpr double TurnWeight = 1.0;
 constexpr double Fastest = 10;  // metres a second
 
 /// The places of a passing; empty with gaps.
@@ -37,11 +39,38 @@ double BerthOf(const std::vector<Way>& places, Way place) {
     return side * std::sqrt(least);
 }
 
-double CostOf(const std::vector<std::vector<Way>>& ways, const std::vector<Way>& turns, double side,
-              Way at) {
+/// A straight way.
+struct Leg {
+    Way At, Ahead;  ///< Ahead of length 1
+
+    double Berth(Way place) const { return -(place - At).Across(Ahead); }
+};
+
+std::optional<Leg> LegOf(const WayBySecond& way, int from, int to) {
+    const auto at = way.Mean(from, to);
+    const auto velocity = way.Velocity(from, to);
+    if (!at || !velocity || velocity->Length() < 0.3) return {};
+    return Leg{*at, *velocity * (1 / velocity->Length())};
+}
+
+/// How one boat passes a mark.
+struct Rounding {
+    std::vector<Way> Places;
+    std::optional<Leg> In, Out;
+};
+
+Rounding RoundingOf(const Passing& boat) {
+    return {PlacesOf(boat), LegOf(*boat.Sails, boat.About - LegTo, boat.About - LegFrom),
+            LegOf(*boat.Sails, boat.About + LegFrom, boat.About + LegTo)};
+}
+
+double CostOf(const std::vector<Rounding>& boats, double side, Way at) {
     double cost = 0;
-    for (const auto& places : ways) cost += std::min(std::abs(side * BerthOf(places, at) - Usual), MostOff);
-    for (const Way& turn : turns) cost += TurnWeight * std::min((turn - at).Length(), MostOff);
+    for (const Rounding& boat : boats) {
+        cost += std::min(std::abs(side * BerthOf(boat.Places, at) - Usual), MostOff);
+        if (boat.In && boat.Out)
+            cost += std::min(std::abs(boat.In->Berth(at) - boat.Out->Berth(at)) / 2, MostUneven);
+    }
     return cost;
 }
 
@@ -83,20 +112,22 @@ double MarkLike(const std::vector<std::optional<double>>& berths, bool toPort) {
     return all > 0 ? static_cast<double>(like) / all : 0.0;
 }
 
-Way FitMark(const std::vector<Passing>& boats, const std::vector<Way>& turns, bool toPort, Way from) {
-    std::vector<std::vector<Way>> ways;
-    for (const Passing& boat : boats)
-        if (auto places = PlacesOf(boat); places.size() > 1) ways.push_back(std::move(places));
+Way FitMark(const std::vector<Passing>& boats, bool toPort, Way from) {
+    std::vector<Rounding> roundings;
+    const std::size_t step = 1 + boats.size() / MostFitted;
+    for (std::size_t i = 0; i < boats.size(); i += step)
+        if (Rounding each = RoundingOf(boats[i]); each.Places.size() > 1)
+            roundings.push_back(std::move(each));
     const double side = toPort ? 1 : -1;
     Way best = from;
-    double least = CostOf(ways, turns, side, best);
+    double least = CostOf(roundings, side, best);
     for (const double step : {5.0, 1.5}) {
         const Way middle = best;
         const int reach = step > 2 ? 4 : 3;
         for (int east = -reach; east <= reach; ++east)
             for (int north = -reach; north <= reach; ++north) {
                 const Way at = middle + Way{east * step, north * step};
-                const double cost = CostOf(ways, turns, side, at);
+                const double cost = CostOf(roundings, side, at);
                 if (cost < least) least = cost, best = at;
             }
     }

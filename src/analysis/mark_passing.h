@@ -29,6 +29,6 @@ double MarkLike(const std::vector<std::optional<double>>& berths, bool toPort);
 /// Moves a mark, by 25 m at most, to where the boats leave it as boats leave marks: on one side and a few
 /// metres off. `turns` are where they turn there: along a way that hardly bends these alone tell where it
 /// is.
-Way FitMark(const std::vector<Passing>& boats, const std::vector<Way>& turns, bool toPort, Way from);
+Way FitMark(const std::vector<Passing>& boats, bool toPort, Way from);
 
 }  // namespace keelview

@@ -4,6 +4,7 @@
 #include <cmath>
 
 #include "analysis/medians.h"
+#include "analysis/needless_marks.h"
 #include "base/angles.h"
 
 namespace keelview {
@@ -79,15 +80,40 @@ double DistanceTo(const FoundLine& line, Way at) {
     return (at - nearest).Length();
 }
 
+/// Where the course leads: from the middle of the start line by its places to the finish, where it has one.
+std::vector<Way> WayPoints(const RaceDraft& draft) {
+    const std::vector<int> places = PlacesOf(draft.Marks);
+    std::vector<Way> points{(draft.Start.Line.Left + draft.Start.Line.Right) * 0.5};
+    for (const int place : draft.Course.Places) {
+        const auto mark = static_cast<std::size_t>(std::ranges::find(places, place) - places.begin());
+        const int partner = draft.Marks[mark].Partner;
+        const Way other = draft.Marks[partner < 0 ? mark : static_cast<std::size_t>(partner)].At;
+        points.push_back((draft.Marks[mark].At + other) * 0.5);
+    }
+    if (HasLine(draft.Finish)) points.push_back((draft.Finish.Line.Left + draft.Finish.Line.Right) * 0.5);
+    return points;
+}
+
+/// The course as it stands by now.
+LaidCourse LaidOf(const RaceDraft& draft, const std::vector<const WayBySecond*>& fleet,
+                  const std::vector<Corner>& corners) {
+    LaidCourse laid{draft.Marks, draft.Course, fleet, WayPoints(draft), {}};
+    if (draft.Wind) laid.Angles = AnglesOf(corners, *draft.Wind);
+    return laid;
+}
+
 /// Boats that have finished turn away, which looks like one more mark. So a last place that they have not
-/// been at before, or a gate, gives way to a line where there is one.
-void PreferLine(const SailedDay& day, RaceDraft& draft) {
+/// been at before, a gate, or a place that many only sail past, gives way to a line where there is one.
+void PreferLine(const SailedDay& day, const LaidCourse& laid, RaceDraft& draft) {
     constexpr double samePlace = 100;  // metres between two lines
+    constexpr double leastRounded = 0.8;
     if (draft.Course.Places.size() < 2) return;
     const int last = draft.Course.Places.back();
     const std::vector<int> places = PlacesOf(draft.Marks);
     const bool isGate = std::ranges::count(places, last) > 1;
-    if (!isGate && std::ranges::count(draft.Course.Places, last) > 1) return;
+    if (!isGate && std::ranges::count(draft.Course.Places, last) > 1 &&
+        RoundedAt(laid, draft.Course.Places.size() - 1) >= leastRounded)
+        return;
     RaceDraft other = draft;
     other.Course.Places.pop_back();
     for (auto& times : other.Course.Times)
@@ -113,44 +139,6 @@ void OrderMarks(const SailedDay& day, RaceDraft& draft) {
     FindFinishOf(day, draft);
 }
 
-/// Where the course leads: from the middle of the start line by its places to the finish, where it has one.
-std::vector<Way> WayPoints(const RaceDraft& draft) {
-    const std::vector<int> places = PlacesOf(draft.Marks);
-    std::vector<Way> points{(draft.Start.Line.Left + draft.Start.Line.Right) * 0.5};
-    for (const int place : draft.Course.Places) {
-        const auto mark = static_cast<std::size_t>(std::ranges::find(places, place) - places.begin());
-        const int partner = draft.Marks[mark].Partner;
-        const Way other = draft.Marks[partner < 0 ? mark : static_cast<std::size_t>(partner)].At;
-        points.push_back((draft.Marks[mark].At + other) * 0.5);
-    }
-    if (HasLine(draft.Finish)) points.push_back((draft.Finish.Line.Left + draft.Finish.Line.Right) * 0.5);
-    return points;
-}
-
-/// The mark for which boats hardly leave the straight way between its neighbours, wherever it stands in the
-/// course, and at which most of them do not change to another angle off the wind: where they happened to
-/// tack, to gybe or to sail round land. Nothing where there is none.
-std::optional<std::size_t> NeedlessMark(const RaceDraft& draft) {
-    constexpr double needless = 1.06;  // of the straight way
-    const std::vector<int> places = PlacesOf(draft.Marks);
-    const std::vector<Way> points = WayPoints(draft);
-    std::optional<std::size_t> straightest;
-    double least = needless;
-    for (std::size_t mark = 0; mark < draft.Marks.size(); ++mark) {
-        if (draft.Marks[mark].Changing || draft.Marks[mark].Partner >= 0) continue;
-        double longest = 0;
-        for (std::size_t entry = 0; entry < draft.Course.Places.size(); ++entry) {
-            if (draft.Course.Places[entry] != places[mark]) continue;
-            if (entry + 2 >= points.size()) continue;
-            const Way before = points[entry], here = points[entry + 1], next = points[entry + 2];
-            const double straight = std::max((next - before).Length(), 1.0);
-            longest = std::max(longest, ((here - before).Length() + (next - here).Length()) / straight);
-        }
-        if (longest > 0 && longest < least) least = longest, straightest = mark;
-    }
-    return straightest;
-}
-
 /// Takes a mark that is none of a gate away.
 void RemoveMark(RaceDraft& draft, std::size_t mark) {
     draft.Marks.erase(draft.Marks.begin() + static_cast<std::ptrdiff_t>(mark));
@@ -158,17 +146,45 @@ void RemoveMark(RaceDraft& draft, std::size_t mark) {
         if (each.Partner > static_cast<int>(mark)) --each.Partner;
 }
 
+void FindMarksOf(const SailedDay& day, const std::vector<const WayBySecond*>& fleet,
+                 const std::vector<Corner>& corners, RaceDraft& draft) {
+    draft.Marks = FindMarks(corners, fleet, draft.Wind, day.Lying);
+    OrderMarks(day, draft);
+    for (;;) {
+        const std::vector<std::size_t> needless = NeedlessMarks(LaidOf(draft, fleet, corners));
+        if (needless.empty()) return;
+        for (const std::size_t mark : needless) RemoveMark(draft, mark);
+        OrderMarks(day, draft);
+    }
+}
+
+/// Takes away what boats turn behind the last entry that they came to, where they did not come to the end;
+/// false where all did. A boat that has given up counts for no mark that it has not seen.
+bool DropRetired(const FoundCourse& course, std::vector<Corner>& corners) {
+    constexpr int goesOn = 60;  // seconds
+    const auto isBehind = [&](const Corner& corner) {
+        const auto& times = course.Times[static_cast<std::size_t>(corner.Boat)];
+        if (times.size() == course.Places.size()) return false;
+        const auto last = std::ranges::find_if(times.rbegin(), times.rend(),
+                                               [](const auto& time) { return time.has_value(); });
+        return last == times.rend() || corner.Time > **last + goesOn;
+    };
+    return std::erase_if(corners, isBehind) > 0;
+}
+
 void FindCourseOf(const SailedDay& day, RaceDraft& draft) {
     std::vector<const WayBySecond*> fleet;
     fleet.reserve(draft.Start.Boats.size());
     for (const int boat : draft.Start.Boats) fleet.push_back(&day.Ways[static_cast<std::size_t>(boat)]);
-    draft.Marks = FindMarks(CornersOf(day, draft), fleet, draft.Wind, day.Lying);
-    OrderMarks(day, draft);
-    while (const auto mark = NeedlessMark(draft)) {
-        RemoveMark(draft, *mark);
-        OrderMarks(day, draft);
+    std::vector<Corner> corners = CornersOf(day, draft);
+    FindMarksOf(day, fleet, corners, draft);
+    if (RaceDraft other = draft; DropRetired(draft.Course, corners)) {
+        FindMarksOf(day, fleet, corners, other);
+        if (other.Course.Places.size() > draft.Course.Places.size() &&
+            other.Course.Agreeing >= draft.Course.Agreeing)
+            draft = std::move(other);
     }
-    PreferLine(day, draft);
+    PreferLine(day, LaidOf(draft, fleet, corners), draft);
     if (draft.Finish.Where != FoundFinish::Kind::StartLine || draft.Start.HintedLine) return;
     draft.Start.Line = LineOfBoth(draft.Start.Line, draft.Finish.Stops);
 }

@@ -4,6 +4,8 @@
 
 #include <array>
 
+#include "analysis/found_race_entry.h"
+#include "analysis/race_numbers.h"
 #include "support/found_and_true.h"
 
 namespace keelview {
@@ -57,6 +59,18 @@ TEST(RaceFinder, HintsOfRecordingsWin) {
     const auto& [left, right] = finding.Races.front().Lines.front();
     EXPECT_TRUE((left == line.first && right == line.second) ||
                 (left == line.second && right == line.first));
+}
+
+/// A real training of two dinghies, round two marks again and again, without a start.
+TEST(RaceFinder, ProposesNothingOfATrainingAndSaysSo) {
+    RaceNumbers numbers;
+    numbers.race.RaceFileName = "Valencia_Snipes.txt";
+    const std::filesystem::path tree = std::filesystem::path(KEELVIEW_DATA) / "demo";
+    LoadRace(tree, numbers);
+    ASSERT_EQ(numbers.tracks.Boats.Count(), 2);
+    const DayFinding day = FindRacesOf(tree, numbers.race);
+    EXPECT_EQ(day.Surest(), nullptr);
+    EXPECT_FALSE(day.Found.Missing.empty());
 }
 
 /// One boat's way by pieces: seconds, degrees, metres a second.
