@@ -27,8 +27,8 @@ bool IsMarkLike(double berth, bool toPort);
 double MarkLike(const std::vector<std::optional<double>>& berths, bool toPort);
 
 /// Moves a mark, by 25 m at most, to where the boats leave it as boats leave marks: on one side and a few
-/// metres off. `turns` are where they turn there: along a way that hardly bends these alone tell where it
-/// is.
+/// metres off, coming and going: the straight ways before and behind it lie as far off. Along a way that
+/// hardly bends that alone tells where it is.
 Way FitMark(const std::vector<Passing>& boats, bool toPort, Way from);
 
 }  // namespace keelview
