@@ -21,8 +21,8 @@ struct Corner {
     double Middle() const { return In + Turn / 2; }
 };
 
-/// The corners of one boat in the order of time. Courses are those of 17 s and a corner's lie 14 s before and
-/// behind it, more where the fixes scatter by more than 3 m; while a boat hardly moves it has none.
+/// The corners of one boat in the order of time. Courses are those of 17 s and a corner's lie 14 s before
+/// and behind it, more where the fixes scatter by more than 3 m; while a boat hardly moves it has none.
 std::vector<Corner> FindCorners(const WayBySecond& way, int boat);
 
 enum class CornerKind {

@@ -146,16 +146,40 @@ void RemoveMark(RaceDraft& draft, std::size_t mark) {
         if (each.Partner > static_cast<int>(mark)) --each.Partner;
 }
 
+/// Takes the entry away that fewest boats have rounded, if most of them only sailed past: where they
+/// happened to turn near a mark that was not due. False where there is none.
+bool DropSailedPast(const LaidCourse& laid, FoundCourse& course) {
+    constexpr double leastRounded = 0.7;
+    const std::vector<int>& places = course.Places;
+    std::size_t worst = 0;
+    double least = leastRounded;
+    for (std::size_t entry = 0; entry < places.size(); ++entry) {
+        const bool between =
+            entry > 0 && entry + 1 < places.size() && places[entry - 1] == places[entry + 1];
+        const double rounded = between ? 1.0 : RoundedAt(laid, entry);
+        if (rounded < least) least = rounded, worst = entry;
+    }
+    if (least == leastRounded) return false;
+    const auto at = static_cast<std::ptrdiff_t>(worst);
+    course.Places.erase(course.Places.begin() + at);
+    for (auto& times : course.Times)
+        if (worst < times.size()) times.erase(times.begin() + at);
+    return true;
+}
+
 void FindMarksOf(const SailedDay& day, const std::vector<const WayBySecond*>& fleet,
                  const std::vector<Corner>& corners, RaceDraft& draft) {
     draft.Marks = FindMarks(corners, fleet, draft.Wind, day.Lying);
     OrderMarks(day, draft);
     for (;;) {
         const std::vector<std::size_t> needless = NeedlessMarks(LaidOf(draft, fleet, corners));
-        if (needless.empty()) return;
+        if (needless.empty()) break;
         for (const std::size_t mark : needless) RemoveMark(draft, mark);
         OrderMarks(day, draft);
     }
+    bool dropped = false;
+    while (DropSailedPast(LaidOf(draft, fleet, corners), draft.Course)) dropped = true;
+    if (dropped) FindFinishOf(day, draft);
 }
 
 /// Takes away what boats turn behind the last entry that they came to, where they did not come to the end;
