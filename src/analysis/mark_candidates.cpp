@@ -140,8 +140,7 @@ double ApartAt(const std::vector<Passing>& passings, int seconds) {
     return QuantileOf(std::move(away), 0.8);
 }
 
-PassedPlace PassedAt(const std::vector<Passing>& passings, const std::vector<Corner>& turns,
-                     const FoundMark& mark, double boats) {
+PassedPlace PassedAt(const std::vector<Passing>& passings, const FoundMark& mark, double boats) {
     PassedPlace place;
     std::vector<double> bends;
     for (const Passing& each : passings) {
@@ -238,8 +237,7 @@ MarkCandidate CandidateOf(const TurnPlace& place, const std::vector<int>& lastTu
     both.insert(both.end(), place.Others.begin(), place.Others.end());
     MarkCandidate candidate;
     candidate.Mark = MarkOfTurns(place, kinds, boats, wind);
-    const PassedPlace passed =
-        PassedAt(PassingsAt(fleet, both, candidate.Mark.At), turns, candidate.Mark, boats);
+    const PassedPlace passed = PassedAt(PassingsAt(fleet, both, candidate.Mark.At), candidate.Mark, boats);
     const bool passes = passed.Share >= LeastPassing && passed.Like >= LeastOfChanges;
     const bool leg = passes && std::abs(passed.Course) >= LeastCourse;
     const bool close = leg && passed.Like >= LeastLike;
