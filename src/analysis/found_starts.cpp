@@ -278,6 +278,27 @@ bool Includes(const FoundStart& larger, const FoundStart& start) {
     return 4 * both >= 3 * std::ssize(start.Boats);
 }
 
+/// How likely some stretch of the two minutes in which boats go off one by one holds as many of them as
+/// some stretch does here, the least likely one; a bound for the scan statistic (J. I. Naus, 1965): each
+/// boat may be the first of them.
+double ChanceOf(const std::vector<int>& times) {
+    constexpr double within = 120;  // seconds
+    const auto boats = static_cast<int>(times.size());
+    double least = 1;
+    for (int first = 0; first < boats; ++first)
+        for (int last = first + 1; last < boats; ++last) {
+            const double share =
+                (times[static_cast<std::size_t>(last)] - times[static_cast<std::size_t>(first)] + 1) /
+                within;
+            if (share >= 1) break;
+            const int others = last - first;
+            double chance = boats * std::pow(1 - share, boats - 1 - others);
+            for (int i = 0; i < others; ++i) chance *= share * (boats - 1 - i) / (i + 1);
+            least = std::min(least, chance);
+        }
+    return least;
+}
+
 /// How many leave the line for good at once, of those that do so at all about that time; and whether the
 /// first of them does as a minute begins.
 void TellCrossings(const std::vector<WayBySecond>& fleet, const StartHints& hints, FoundStart& start) {
@@ -300,6 +321,7 @@ void TellCrossings(const std::vector<WayBySecond>& fleet, const StartHints& hint
             std::ranges::count_if(times, [&](int each) { return each >= time && each <= time + within; });
         if (count > most) most = count, first = time;
     }
+    start.Chance = ChanceOf(times);
     start.Together = static_cast<double>(most) / static_cast<double>(times.size());
     const double over = first - 2 - hints.MinuteAt;
     start.Punctual = std::abs(over - 60 * std::round(over / 60)) <= nearMinute;
@@ -367,6 +389,8 @@ std::vector<FoundStart> FindStarts(const std::vector<WayBySecond>& fleet, const 
                    Includes(other, start);
         });
     });
+    for (FoundStart& start : starts)
+        start.Chance = std::min(1.0, start.Chance * static_cast<double>(starts.size()));
     return starts;
 }
 

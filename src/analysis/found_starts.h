@@ -37,6 +37,9 @@ struct FoundStart {
     double Share = 0.0;      ///< of the boats that were there
     /// Of the boats that leave the line behind for good within some minutes, those that do so together.
     double Together = 0.0;
+    /// How likely some moment of the day looks as much like a start if boats go off by themselves, each at
+    /// any second of two minutes: 0 to 1.
+    double Chance = 1.0;
     bool Punctual = false;  ///< the first of them is over it as the clock begins a minute
     double Spread = 0.0;    ///< seconds in which the middle boat came from rest to full speed
     bool AtMinute = false;  ///< the gun was taken to the next whole minute

@@ -53,7 +53,7 @@ std::optional<Leg> LegOf(const WayBySecond& way, int from, int to) {
     return Leg{*at, *velocity * (1 / velocity->Length())};
 }
 
-/// How one boat passes a mark.
+/// How one boat passes a mark: its ways about it, and the straight ones before it and behind it.
 struct Rounding {
     std::vector<Way> Places;
     std::optional<Leg> In, Out;

@@ -26,9 +26,9 @@ bool IsMarkLike(double berth, bool toPort);
 /// The share of berths that are those of a mark: on the side it is left on, and close.
 double MarkLike(const std::vector<std::optional<double>>& berths, bool toPort);
 
-/// Moves a mark, by 25 m at most, to where the boats leave it as boats leave marks: on one side and a few
-/// metres off, coming and going: the straight ways before and behind it lie as far off. Along a way that
-/// hardly bends that alone tells where it is.
+/// Moves a mark, by 25 m at most, to where the boats leave it as boats leave marks: on one side, a few
+/// metres off, and as far off their straight way before it as off the one behind it, which tells how far
+/// along the way it lies even where that hardly bends. What some boats do otherwise counts to a limit.
 Way FitMark(const std::vector<Passing>& boats, bool toPort, Way from);
 
 }  // namespace keelview

@@ -95,10 +95,12 @@ double RoundedAt(const LaidCourse& laid, std::size_t entry) {
         const auto& times = laid.Course.Times[boat];
         if (entry >= times.size()) continue;
         ++came;
-        if (!times[entry]) continue;
+        const std::optional<int>& time = times[entry];
+        if (!time) continue;
+        const Passing passing{laid.Fleet[boat], *time};
         for (std::size_t mark = 0; mark < laid.Marks.size(); ++mark) {
             if (places[mark] != laid.Course.Places[entry]) continue;
-            const auto berth = BerthsAt({{laid.Fleet[boat], *times[entry]}}, laid.Marks[mark].At).front();
+            const auto berth = BerthsAt({passing}, laid.Marks[mark].At).front();
             if (!berth || !IsMarkLike(*berth, laid.Marks[mark].ToPort)) continue;
             ++rounded;
             break;

@@ -224,6 +224,8 @@ double NoiseOf(const SailedDay& day, const FoundStart& start) {
 double ConfidenceOf(const SailedDay& day, const RaceDraft& draft) {
     constexpr double usualNoise = 3, leastClear = 0.5, forNoise = 0.02;
     constexpr double leastTogether = 0.55, forTogether = 0.12, chance = 0.5;
+    constexpr double leastUnlikely = 0.7, forUnlikely = 0.5;  // powers of ten
+    constexpr double leastMeant = 0.42;
     constexpr std::size_t fewBoats = 4;
     const FoundStart& start = draft.Start;
     const double size = std::min(1.0, 0.18 * static_cast<double>(start.Boats.size()));
@@ -235,8 +237,11 @@ double ConfidenceOf(const SailedDay& day, const RaceDraft& draft) {
     const double clear = std::clamp(1 - forNoise * (NoiseOf(day, start) - usualNoise), leastClear, 1.0);
     // Boats that train go off from where they met, too: one by one, and not as a clock says.
     const double both = start.Together * (1 + start.Share) / 2;
+    const double unlikely = -std::log10(std::max(start.Chance, 1e-9));
+    const double meant = std::clamp(
+        leastMeant + (1 - leastMeant) * (unlikely - leastUnlikely) / forUnlikely, leastMeant, 1.0);
     const double together =
-        start.HintedGun ? 1.0 : std::clamp((both - leastTogether) / forTogether, 0.0, 1.0);
+        start.HintedGun ? 1.0 : std::clamp((both - leastTogether) / forTogether, 0.0, 1.0) * meant;
     const bool few =
         start.Boats.size() < fewBoats && !start.HintedGun && !(start.Punctual && HasLine(draft.Finish));
     if (draft.Course.Places.empty()) return 0;

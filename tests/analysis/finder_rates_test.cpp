@@ -67,20 +67,31 @@ TEST_P(Layouts, FindsGunMarksAndCourse) {
         std::printf("| %s | %d | %d | %d | %d |\n", name, tally.Races, tally.Guns, tally.Marks,
                     tally.Courses);
     EXPECT_GE(tally.Guns, 0.95 * tally.Seeds);
-    EXPECT_GE(tally.Marks, 0.9 * tally.Seeds);
+    EXPECT_GE(tally.Marks, 0.95 * tally.Seeds);
     EXPECT_GE(tally.Courses, 0.95 * tally.Seeds);
 }
 
+/// Where all fixes scatter by ten metres: no smoothing that is fit for good tracks sees the finish then.
+TEST(FinderRates, FindsMostCoursesInNoiseOfTenMetres) {
+    for (const Layout layout : {Layout::Gate, Layout::Triangle}) {
+        Tally tally;
+        for (unsigned seed = 1; seed <= 10; ++seed)
+            tally.Count({.Course = layout, .Seed = seed, .Noise = 10}, false);
+        EXPECT_GE(tally.Guns, 9);
+        EXPECT_GE(tally.Courses, 9);
+    }
+}
+
 /// Boats that train have no start. Of a day of five drills that all begin within two minutes of each other,
-/// one in seven has a drill that nobody could tell from one.
+/// few have a drill that nobody could tell from one.
 TEST(FinderRates, ProposesHardlyAnythingOfTrainings) {
     int proposed = 0;
     for (unsigned seed = 1; seed <= 10; ++seed)
-        for (const int boats : {2, 10}) {
+        for (const int boats : {2, 3, 10}) {
             const SimulatedRegatta day({.Seed = seed, .Boats = boats, .Training = true});
             proposed += !Find(day).Races.empty();
         }
-    EXPECT_LE(proposed, 3);
+    EXPECT_LE(proposed, 2);
 }
 
 INSTANTIATE_TEST_SUITE_P(FinderRates, Layouts,

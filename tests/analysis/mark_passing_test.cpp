@@ -7,7 +7,9 @@
 namespace keelview {
 namespace {
 
-const Plane Water{ComputeEarthScale(35 * 60), {35 * 60, 139 * 60}};
+Plane Water() {
+    return {ComputeEarthScale(35 * 60), {35 * 60, 139 * 60}};
+}
 
 /// A boat's way that comes on one course and goes on another, as far off a mark before it as behind it.
 WayBySecond WayAround(Way mark, double in, double turn, double berth, double noise, Dice& dice) {
@@ -18,12 +20,12 @@ WayBySecond WayAround(Way mark, double in, double turn, double berth, double noi
     for (int t = -60; t <= 60; ++t) {
         const Way at = corner + Towards(t < 0 ? in : in + turn) * (t * speed) +
                        Way{dice.Gauss(), dice.Gauss()} * noise;
-        const Position place = Water.From(at);
+        const Position place = Water().From(at);
         track.TrackLat.Add(place.Lat);
         track.TrackLon.Add(place.Lon);
         track.TrackTime.Add(t);
     }
-    return {track, Water, 1000};
+    return {track, Water(), 1000};
 }
 
 TEST(MarkPassing, AMarkIsFoundWhereverBoatsTurnRoundIt) {
@@ -32,6 +34,8 @@ TEST(MarkPassing, AMarkIsFoundWhereverBoatsTurnRoundIt) {
         const Way mark{40, -25};
         std::vector<WayBySecond> ways;
         std::vector<Passing> passings;
+        ways.reserve(9);
+        passings.reserve(9);
         for (int boat = 0; boat < 9; ++boat)
             ways.push_back(WayAround(mark, 200 + dice.Between(-4, 4), turn, dice.Between(3, 12), 2, dice));
         for (const WayBySecond& way : ways)
@@ -48,9 +52,11 @@ TEST(MarkPassing, AMarkIsFoundWhereverBoatsTurnRoundIt) {
 TEST(MarkPassing, OneBoatThatGoesItsOwnWayMovesNoMark) {
     Dice dice(6);
     std::vector<WayBySecond> ways;
+    ways.reserve(7);
     for (int boat = 0; boat < 6; ++boat) ways.push_back(WayAround({}, 90, -60, 4 + boat, 1, dice));
     ways.push_back(WayAround({20, 30}, 40, 100, 10, 1, dice));
     std::vector<Passing> passings;
+    passings.reserve(ways.size());
     for (const WayBySecond& way : ways) passings.push_back({&way, 0});
     EXPECT_LT(FitMark(passings, true, {10, -10}).Length(), 5);
 }

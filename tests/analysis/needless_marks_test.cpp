@@ -56,7 +56,7 @@ class Fleet {
                     track.TrackLon.Add(at.Lon);
                     track.TrackTime.Add(time);
                 }
-                if (leg < places.size()) times.push_back(static_cast<int>(time));
+                if (leg < places.size()) times.emplace_back(static_cast<int>(time));
             }
             ways_.emplace_back(track, water_, 100000);
         }
