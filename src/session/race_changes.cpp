@@ -77,7 +77,6 @@ void RaceChanges::Remove(const CourseKey& entry) {
 void RaceChanges::ClearCourse() {
     app_.race.HandPasses.Clear();  // they name entries of the course
     app_.race.CourseOrder.Clear();
-    app_.race.HandPasses.Clear();
     CourseChanged();
 }
 
