@@ -58,7 +58,7 @@ class Alignment {
     }
     double MatchCost(std::size_t visit) const {
         const Visit& each = visits_[visit - 1];
-        return !each.Turns ? SailedBy : each.Unlike ? Unlike : 0.0;
+        return each.Suits ? 0.0 : !each.Turns ? SailedBy : each.Unlike ? Unlike : 0.0;
     }
     double ExtraCost(std::size_t visit) const {
         const Visit& each = visits_[visit - 1];
@@ -172,7 +172,7 @@ std::vector<Visit> VisitsOf(const WayBySecond& way, const std::vector<Corner>& c
             nearest = away;
             const bool unlike = (corner.Turn < 0) != marks[mark].ToPort ||
                                 (marks[mark].Changing && KindOf(corner, wind) == CornerKind::Tack);
-            visits.push_back({places[mark], corner.Time, true, unlike});
+            visits.push_back({places[mark], corner.Time, true, marks[mark].Passed, unlike});
         }
     }
     for (std::size_t mark = 0; mark < marks.size(); ++mark) {
@@ -187,7 +187,7 @@ std::vector<Visit> VisitsOf(const WayBySecond& way, const std::vector<Corner>& c
             const bool turned = std::ranges::any_of(visits, [&](const Visit& visit) {
                 return visit.Place == places[mark] && std::abs(visit.Time - when) < SameVisit;
             });
-            if (!turned) visits.push_back({places[mark], when, false, false});
+            if (!turned) visits.push_back({places[mark], when, false, marks[mark].Passed, false});
             nearest = NearBy;
         }
     }

@@ -12,6 +12,7 @@ struct Visit {
     int Place = 0;        ///< from 0
     int Time = 0;         ///< second
     bool Turns = false;   ///< it turned there; else it sailed by
+    bool Suits = false;   ///< it sailed by a mark that is known by that
     bool Unlike = false;  ///< it turned the other way than most do there, or tacked where most do not
 };
 
@@ -38,8 +39,9 @@ struct FoundCourse {
 
 /// The order of places that costs the fleet least. Each boat's visits are laid beside it by a dynamic
 /// programme in which an entry that it left out costs 1, a turn at a place that is not due 0.7, sailing by
-/// without a turn 0.35 and giving up 0.6; a turn unlike those of most there costs 0.3 where it is due and
-/// 0.25 where not. The orders tried are those of the boats, each made better entry by entry.
+/// without a turn 0.35, nothing where the mark is known by that, and giving up 0.6; a turn unlike those of
+/// most there costs 0.3 where it is due and 0.25 where not. The orders tried are those of the boats, each
+/// made better entry by entry.
 FoundCourse FindCourse(const FleetVisits& visits, int places);
 
 }  // namespace keelview

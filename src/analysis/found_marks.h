@@ -16,6 +16,7 @@ struct FoundMark {
     double OneWay = 0.0;    ///< the share of the turns that leave it on the same side
     double In = 0.0;        ///< middle course before it, degrees
     bool Changing = false;  ///< most boats change to another angle off the wind here
+    bool Passed = false;    ///< known by how all boats come by, though few turn
     int Partner = -1;       ///< the other mark of a gate, from 0; -1 for none
     bool Tracked = false;   ///< something that lies still was recorded here
 };

@@ -259,6 +259,7 @@ MarkCandidate CandidateOf(const TurnPlace& place, const std::vector<int>& lastTu
         candidate.Mark.ToPort = passed.ToPort;
     }
     candidate.Mark.Changing = candidate.Changing;
+    candidate.Mark.Passed = candidate.ByWaist;
     candidate.Tacks = 2 * kinds.WithoutTacks.size() < turns.size();
     candidate.Turns = turns;
     return candidate;
