@@ -290,7 +290,7 @@ DistributionResult BuildDistribution(const fs::path& appPath, const Distribution
         }
         Check(MoveTo(unfinished, root), root);
     } catch (const BuildFailure& failure) {
-        static_cast<void>(RemoveAll(unfinished));  // what failed first is told
+        [[maybe_unused]] const auto untold = RemoveAll(unfinished);  // what failed first is told
         result.Error = failure.Error;
         result.FailedAt = failure.At;
         return result;
