@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <array>
 #include <cmath>
+#include <limits>
 #include <utility>
 
 namespace keelview {
@@ -32,9 +33,11 @@ double BerthOf(const std::vector<Way>& places, Way place) {
     double least = 1e18, side = 1;
     for (std::size_t i = 1; i < places.size(); ++i) {
         const Way leg = places[i] - places[i - 1], off = place - places[i - 1];
-        const double share = std::clamp(off.Along(leg) / std::max(leg.Square(), 1e-9), 0.0, 1.0);
-        const double square = (off - leg * share).Square();
-        if (square < least) least = square, side = off.Across(leg) > 0 ? -1 : 1;
+        const double along = off.Along(leg), across = off.Across(leg), whole = leg.Square();
+        const double square = along <= 0       ? off.Square()
+                              : along >= whole ? (place - places[i]).Square()
+                                               : across * across / whole;
+        if (square < least) least = square, side = across > 0 ? -1 : 1;
     }
     return side * std::sqrt(least);
 }
@@ -64,9 +67,11 @@ Rounding RoundingOf(const Passing& boat) {
             LegOf(*boat.Sails, boat.About + LegFrom, boat.About + LegTo)};
 }
 
-double CostOf(const std::vector<Rounding>& boats, double side, Way at) {
+/// What speaks against a place; where that is `most` or more, at least so much.
+double CostOf(const std::vector<Rounding>& boats, double side, Way at, double most) {
     double cost = 0;
     for (const Rounding& boat : boats) {
+        if (cost >= most) break;
         cost += std::min(std::abs(side * BerthOf(boat.Places, at) - Usual), MostOff);
         if (boat.In && boat.Out)
             cost += std::min(std::abs(boat.In->Berth(at) - boat.Out->Berth(at)) / 2, MostUneven);
@@ -81,7 +86,7 @@ std::optional<int> NearestSecond(const WayBySecond& way, Way place, double metre
     double least = metres;
     for (int t = std::max(from, way.First()); t <= std::min(to, way.Last());) {
         const auto at = way.At(t);
-        const double away = at ? (*at - place).Length() : 2 * Fastest + least;
+        const double away = at ? std::sqrt((*at - place).Square()) : 2 * Fastest + least;
         if (away < least) least = away, when = t;
         t += std::max(1, static_cast<int>((away - least) / Fastest));
     }
@@ -120,14 +125,14 @@ Way FitMark(const std::vector<Passing>& boats, bool toPort, Way from) {
             roundings.push_back(std::move(each));
     const double side = toPort ? 1 : -1;
     Way best = from;
-    double least = CostOf(roundings, side, best);
+    double least = CostOf(roundings, side, best, std::numeric_limits<double>::max());
     for (const double step : {5.0, 1.5}) {
         const Way middle = best;
         const int reach = step > 2 ? 4 : 3;
         for (int east = -reach; east <= reach; ++east)
             for (int north = -reach; north <= reach; ++north) {
                 const Way at = middle + Way{east * step, north * step};
-                const double cost = CostOf(roundings, side, at);
+                const double cost = CostOf(roundings, side, at, least);
                 if (cost < least) least = cost, best = at;
             }
     }
