@@ -44,6 +44,7 @@ need_qt() {
         switches+=("-DFEATURE_$feature=OFF")
     done
     local flags="-ffile-prefix-map=$scratch=/qt"
+    rm -f "$scratch/build/CMakeCache.txt" # what is configured twice gets other paths, which stand in the libraries
     cmake -S "$scratch/source" -B "$scratch/build" -G Ninja -DCMAKE_TOOLCHAIN_FILE="$PWD/$toolchain" \
         -DCMAKE_CXX_COMPILER_LAUNCHER="$PWD/$paint_for_speed" \
         -DCMAKE_C_FLAGS="$flags" -DCMAKE_CXX_FLAGS="$flags" "${switches[@]}"
