@@ -1,5 +1,7 @@
 #include "base/kept_memory.h"
 
+#include <cstdlib>  // tells which C library this is
+
 #ifdef __GLIBC__
 #include <malloc.h>
 #endif
