@@ -100,9 +100,13 @@ CourseProgress::CourseProgress(const RaceControl& race, const FleetMotion& fleet
         curve.Finish = FinishTime(passes, boat);
         const BoatProgress progress(legs, fleet.Boats[boat], wind, passes, boat);
         if (!fleet.Boats[boat].IsDense()) return;
-        const double last = fleet.Boats[boat].Span().second;
+        const double last = std::min<double>(fleet.Boats[boat].Span().second, LongestRace);
+        const auto seconds = static_cast<std::size_t>(std::max(0.0, last + 1));
+        curve.ToGo.reserve(seconds);
+        curve.Sigma.reserve(seconds);
+        curve.Least.reserve(seconds);
         double least = std::numeric_limits<double>::infinity();
-        for (int second = 0; second <= std::min<double>(last, LongestRace); ++second) {
+        for (int second = 0; second <= last; ++second) {
             const auto toGo = progress.At(second);
             curve.ToGo.push_back(toGo ? toGo->ToGo : std::numeric_limits<double>::quiet_NaN());
             curve.Sigma.push_back(static_cast<float>(toGo ? toGo->Sigma : 0.0));
