@@ -79,7 +79,8 @@ FoundFile FindTracks(std::string name, std::string_view bytes) {
 
 FoundFile FindTracksAt(std::string name, const std::filesystem::path& source,
                        const ReadingProgress& progress) {
-    TrackFileReading reading = ReadTrackFileAt(source, name, progress);
+    std::string room;
+    TrackFileReading reading = ReadTrackFileAt(source, name, room, progress);
     FoundFile file = FoundIn(std::move(name), std::move(reading));
     file.Source = source;
     return file;

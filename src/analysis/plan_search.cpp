@@ -31,7 +31,8 @@ bool PlanSearch::DoNext() {
 }
 
 void PlanSearch::Read(const File& file) {
-    TrackFileReading read = ReadTrackFileAt(file.Source, file.Name);
+    std::string room;
+    TrackFileReading read = ReadTrackFileAt(file.Source, file.Name, room);
     for (const Wanted& boat : file.Boats) {
         TrackReading& reading = readings_[boat.Boat];
         reading =

@@ -12,4 +12,10 @@ using NumberedWork = std::function<void(int number)>;
 /// told each number on the calling thread, in their order, at about the time that work on it begins.
 void ForEachInParallel(int count, const NumberedWork& work, const NumberedWork& begun = {});
 
+/// Makes what one thread does with the things that fall to it. May be called on several threads at once.
+using Hiring = std::function<NumberedWork()>;
+
+/// The same, where the work of each thread has memory of its own that it keeps from one thing to the next.
+void ForEachByWorkers(int count, const Hiring& hire, const NumberedWork& begun = {});
+
 }  // namespace keelview

@@ -1,5 +1,6 @@
 #include <algorithm>
 #include <atomic>
+#include <functional>
 #include <future>
 #include <system_error>
 #include <thread>
@@ -29,12 +30,19 @@ Helpers StartHelpers(int wanted, const Help& help) {
 }  // namespace
 
 void ForEachInParallel(int count, const NumberedWork& work, const NumberedWork& begun) {
+    ForEachByWorkers(
+        count, [&] { return NumberedWork(std::ref(work)); }, begun);
+}
+
+void ForEachByWorkers(int count, const Hiring& hire, const NumberedWork& begun) {
     std::atomic<int> next{1};
     const auto help = [&] {
+        const NumberedWork work = hire();
         for (int number = next++; number <= count; number = next++) work(number);
     };
     const int threads = std::min(static_cast<int>(std::thread::hardware_concurrency()), count);
     Helpers helpers = StartHelpers(threads - 1, help);
+    const NumberedWork work = hire();
     int told = 0;
     const auto tellUpTo = [&](int number) {
         while (begun && told < number) begun(++told);

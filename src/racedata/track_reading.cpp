@@ -100,9 +100,9 @@ void SetClock(double offset, TrackReading& reading) {
     for (GpsFix& fix : reading.Fixes) fix.Time += late;
 }
 
-void ReadBoatsOf(const TrackFile& file, const OneBased<BoatEntry, MaxBoats>& boats,
+void ReadBoatsOf(const TrackFile& file, const OneBased<BoatEntry, MaxBoats>& boats, std::string& room,
                  OneBased<TrackReading>& readings) {
-    TrackFileReading read = ReadTrackFileAt(file.Path, file.Name);
+    TrackFileReading read = ReadTrackFileAt(file.Path, file.Name, room);
     for (const int boat : file.Boats) {
         std::string_view choice = boats[boat].BoatFile;
         choice = Trim(choice.substr(std::min(choice.size(), file.Name.size() + 1)));
@@ -175,17 +175,16 @@ TrackFileReading ReadTrackBytes(const std::string& name, std::string_view bytes,
 }
 
 TrackFileReading ReadTrackFileAt(const std::filesystem::path& path, const std::string& name,
-                                 const ReadingProgress& progress) {
+                                 std::string& room, const ReadingProgress& progress) {
     TrackFileReading reading;
-    std::string bytes;
     if (FileSize(path).value_or(0) > LargestGuess && !HasTrackExtension(name)) {
         reading = ReadTrackBytes(name, ReadFileHead(path, HeadSize));
         if (IsForeign(reading.Content.Refused)) return reading;
         reading = {};
     }
-    reading.Content.Refused = FetchTrackFile(path, bytes);
+    reading.Content.Refused = FetchTrackFile(path, room);
     if (reading.Content.Refused != Refusal::None) return reading;
-    return ReadTrackBytes(name, bytes, progress);
+    return ReadTrackBytes(name, room, progress);
 }
 
 TrackReading TakeRecording(const TrackFileContent& content, std::string_view choice) {
@@ -215,12 +214,16 @@ OneBased<TrackReading> ReadTracks(const std::filesystem::path& appPath,
                                   const TrackProgress& progress) {
     const OneBased<TrackFile> files = FilesOf(appPath, boats);
     OneBased<TrackReading> readings(boats.Count());
-    const auto read = [&](int file) { ReadBoatsOf(files[file], boats, readings); };
+    const auto hire = [&]() -> NumberedWork {
+        return [&, room = std::string()](int file) mutable {
+            ReadBoatsOf(files[file], boats, room, readings);
+        };
+    };
     const auto tell = [&](int file) {
         for (const int boat : files[file].Boats)
             if (progress) progress(boat);
     };
-    ForEachInParallel(files.Count(), read, tell);
+    ForEachByWorkers(files.Count(), hire, tell);
     return readings;
 }
 

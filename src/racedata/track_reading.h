@@ -57,8 +57,9 @@ TrackFileReading ReadTrackBytes(const std::string& name, std::string_view bytes,
                                 const ReadingProgress& progress = {});
 
 /// Reads a file. Of a large one that begins like no track, such as a photograph, the head alone is read.
+/// `room` is where its bytes are put: handed on from file to file, its memory is asked for once.
 TrackFileReading ReadTrackFileAt(const std::filesystem::path& path, const std::string& name,
-                                 const ReadingProgress& progress = {});
+                                 std::string& room, const ReadingProgress& progress = {});
 
 /// What a file tells of one boat: of the recording with that number, or of this boat (or the first without
 /// regard to case), or of the first one where `choice` is empty.

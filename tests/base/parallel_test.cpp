@@ -2,6 +2,10 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
+#include <array>
+#include <atomic>
+#include <cstddef>
 #include <numeric>
 #include <vector>
 
@@ -15,6 +19,20 @@ TEST(Parallel, WorkIsDoneOnceEachAndToldInOrder) {
     ForEachInParallel(1000, work, [&](int number) { told.push_back(number); });
     EXPECT_EQ(done, all);
     EXPECT_EQ(told, all);
+}
+
+TEST(Parallel, EachWorkerKeepsItsOwnMemory) {
+    std::atomic<int> workers = 0;
+    std::array<std::atomic<int>, 64> done{};
+    const auto hire = [&]() -> NumberedWork {
+        ++workers;
+        return [&, mine = 0](int) mutable { ++done.at(static_cast<std::size_t>(mine++)); };
+    };
+    ForEachByWorkers(static_cast<int>(done.size()), hire);
+    // The n-th thing of a worker is done by at most all of them, and together they do all.
+    EXPECT_TRUE(std::ranges::all_of(done, [&](int times) { return times <= workers; }));
+    EXPECT_EQ(std::accumulate(done.begin(), done.end(), 0), 64);
+    ForEachByWorkers(0, hire, [](int) { FAIL() << "nothing is there to be told"; });
 }
 
 }  // namespace
