@@ -17,13 +17,15 @@ namespace keelview::fuzz {
 namespace {
 
 void RequireSoundTrack(const Track& track) {
-    for (const auto* column :
-         {&track.TrackLat, &track.TrackLon, &track.TrackDist, &track.TrackSpeed, &track.TrackCourse}) {
+    for (const auto* column : {&track.TrackLat, &track.TrackLon, &track.TrackDist}) {
         Require(column->Count() == track.Count(), "each column of a track has its fixes");
         for (const double value : *column) Require(std::isfinite(value), "a track is finite");
     }
-    for (const double course : track.TrackCourse)
+    for (int fix = 1; fix <= track.Count(); ++fix) {
+        Require(std::isfinite(track.TrackSpeed(fix)), "a speed is finite");
+        const double course = track.TrackCourse(fix);
         Require(course >= 0 && course < 360, "a course is 0 up to below 360");
+    }
 }
 
 void LoadTrack(RaceControl& race) {

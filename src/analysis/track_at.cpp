@@ -26,19 +26,19 @@ int FirstSegment(const Track& track, double t) {
 
 TrackMoment MomentOn(const Track& track, int segment, double t) {
     const Position at = PositionOn(track, segment, t);
-    const bool derived = track.TrackSpeed.Count() == track.Count();
+    const bool derived = track.IsDerived();
     return {.Lat = at.Lat,
             .Lon = at.Lon,
-            .Speed = derived ? track.TrackSpeed[segment] : 0.0,
-            .Course = derived ? track.TrackCourse[segment] : 0.0};
+            .Speed = derived ? track.TrackSpeed(segment) : 0.0,
+            .Course = derived ? track.TrackCourse(segment) : 0.0};
 }
 
 double HeadingOn(const Track& track, int segment, double t) {
-    const double course = track.TrackCourse[segment];
+    const double course = track.TrackCourse(segment);
     const double end = track.TrackTime[segment + 1];
     const double turn = std::min(1.0, end - track.TrackTime[segment]);  // seconds
     if (end - t >= turn) return course;
-    return course + WrapDifference(track.TrackCourse[segment + 1] - course) * (1 - (end - t) / turn);
+    return course + WrapDifference(track.TrackCourse(segment + 1) - course) * (1 - (end - t) / turn);
 }
 
 }  // namespace keelview

@@ -3,7 +3,6 @@
 #include <cmath>
 
 #include "analysis/track_at.h"
-#include "base/angles.h"
 
 namespace keelview {
 namespace {
@@ -17,20 +16,12 @@ constexpr double StartAllowance = 120.0;
 
 void DeriveTrack(const EarthScale& scale, Track& track) {
     const int fixes = track.Count();
+    track.Scale = scale;
     track.TrackDist.Assign(fixes, 0.0);
-    track.TrackSpeed.Assign(fixes, 0.0);
-    track.TrackCourse.Assign(fixes, 0.0);
-    const double milesPerMinute = scale.MetresPerLatMinute / MetresPerNauticalMile;
     double total = 0.0;
     for (int fix = 1; fix < fixes; ++fix) {
-        const double north = track.TrackLat[fix + 1] - track.TrackLat[fix];
-        const double east = (track.TrackLon[fix + 1] - track.TrackLon[fix]) * scale.LonScale;
-        const double leg = std::sqrt(east * east + north * north) * milesPerMinute;
-        total += leg;
+        total += track.MilesFrom(fix);
         track.TrackDist[fix + 1] = total;
-        track.TrackCourse[fix] = BearingOf(east, north);
-        const double seconds = track.TrackTime[fix + 1] - track.TrackTime[fix];
-        if (seconds > 0.0) track.TrackSpeed[fix] = leg / seconds * 3600.0;
     }
 }
 

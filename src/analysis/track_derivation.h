@@ -5,8 +5,8 @@
 
 namespace keelview {
 
-/// Gives each track point the distance sailed up to it, and speed and course on the way to the next; the
-/// last point has speed and course 0. Sets TypicalSpeed: the mean of boat 1 from the start to half of the
+/// Gives each track point the distance sailed up to it, and each track the scale that its speeds and
+/// courses follow from. Sets TypicalSpeed: the mean of boat 1 from the start to half of the
 /// race, which can be 0, negative or not finite for a track that does not cover it.
 void DeriveTracks(const RaceControl& race, const EarthScale& scale, Tracks& tracks);
 

@@ -1,6 +1,7 @@
 #include "analysis/track_smoothing.h"
 
 #include <algorithm>
+#include <utility>
 
 #include "base/angles.h"
 
@@ -21,25 +22,24 @@ void SmoothedTrack::GoTo(int fix) {
 
 double SmoothedTrack::Speed() const {
     const double seconds = track_.TrackTime[to_] - track_.TrackTime[from_];
-    if (OwnValues() || !(seconds > 0.0)) return track_.TrackSpeed[fix_];
+    if (OwnValues() || !(seconds > 0.0)) return track_.TrackSpeed(fix_);
     return (track_.TrackDist[to_] - track_.TrackDist[from_]) / seconds * 3600.0;
 }
 
 double SmoothedTrack::Course() const {
     const double north = track_.TrackLat[to_] - track_.TrackLat[from_];
     const double east = (track_.TrackLon[to_] - track_.TrackLon[from_]) * lonScale_;
-    if (OwnValues() || (north == 0.0 && east == 0.0)) return track_.TrackCourse[fix_];
+    if (OwnValues() || (north == 0.0 && east == 0.0)) return track_.TrackCourse(fix_);
     return BearingOf(east, north);
 }
 
 double FastestHeld(const Track& track, double from, double to) {
-    constexpr int Held = 3;
-    const OneBased<double>& speeds = track.TrackSpeed;
-    double fastest = 0.0;
-    for (int fix = Held; fix <= speeds.Count(); ++fix) {
+    double fastest = 0.0, before = 0.0, last = 0.0;  // knots of the two fixes before; none is faster than 0
+    for (int fix = 1; fix <= track.Count(); ++fix) {
+        const double speed = track.TrackSpeed(fix);
         const double time = track.TrackTime[fix];
-        if (time < from || time >= to) continue;
-        fastest = std::max(fastest, std::min({speeds[fix - 2], speeds[fix - 1], speeds[fix]}));
+        if (time >= from && time < to) fastest = std::max(fastest, std::min({before, last, speed}));
+        before = std::exchange(last, speed);
     }
     return fastest;
 }

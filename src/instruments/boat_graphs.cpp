@@ -64,16 +64,22 @@ void DrawLine(Surface& page, const GraphLine& line, Colour colour) {
 
 BoatGraphs::BoatGraphs(const AppState& app, RaceDisp& form) : app_(app), form_(form) {
     for (OptionButton* option : {&form_.Option13, &form_.Option14, &form_.Option15})
-        option->OnClick = [this] { Repaint(Changed::Mode); };
+        option->OnClick = [this] {
+            curves_.Clear();
+            Repaint(Changed::Mode);
+        };
 }
 
 void BoatGraphs::Repaint(Changed changed) {
     const Changed mine =
         Changed::Race | Changed::Boats | Changed::Wind | Changed::Size | Changed::Focus | Changed::Mode;
-    if (app_.shown.ViewMode != ViewKind::Graph || !Any(changed, mine)) return;
+    const bool shown = app_.shown.ViewMode == ViewKind::Graph;
+    if (!shown || Any(changed, Changed::Race | Changed::Boats)) curves_.Clear();
+    if (Any(changed, Changed::Race | Changed::Boats | Changed::Wind)) fastest_.reset();
+    if (!shown || !Any(changed, mine)) return;
+    if (!fastest_) fastest_ = Fastest();
     if (changed != Changed::Focus) {
         PlaceControls();
-        FindFastest();
         PutLinesTogether();
     }
     Draw();
@@ -122,16 +128,17 @@ void BoatGraphs::PlaceControls() {
     if (app_.settings.EditMode) form_.Command12.Show();
 }
 
-void BoatGraphs::FindFastest() {
-    fastest_ = 0.0;
+double BoatGraphs::Fastest() const {
+    double fastest = 0.0;
     for (const Track& track : app_.tracks.Boats)
-        fastest_ = std::max(fastest_, FastestHeld(track, EarliestShown, app_.race.RaceDuration));
-    if (!HasWindFile(app_.race)) return;
+        fastest = std::max(fastest, FastestHeld(track, EarliestShown, app_.race.RaceDuration));
+    if (!HasWindFile(app_.race)) return fastest;
     ForEachPiece(app_.wind, EarliestShown, app_.race.RaceDuration,
-                 [this](const WindSample& begin, const WindSample& end) {
+                 [&](const WindSample& begin, const WindSample& end) {
                      const double knots = std::max(begin.WindSpeed.value_or(0), end.WindSpeed.value_or(0));
-                     fastest_ = std::max(fastest_, knots / SpeedAxis::WindKnots);
+                     fastest = std::max(fastest, knots / SpeedAxis::WindKnots);
                  });
+    return fastest;
 }
 
 void BoatGraphs::DrawGround() {
@@ -233,8 +240,28 @@ void BoatGraphs::DrawBoats() {
 
 /// The lines stay the same until something but the focus changes.
 void BoatGraphs::PutLinesTogether() {
-    lines_.Assign(Times().Empty() ? 0 : app_.tracks.Boats.Count(), {});
-    ForEachInParallel(lines_.Count(), [this](int boat) { lines_[boat] = LinesOf(boat); });
+    const int boats = Times().Empty() ? 0 : app_.tracks.Boats.Count();
+    const bool known = curves_.Count() == boats;
+    curves_.Resize(boats);
+    lines_.Assign(boats, {});
+    ForEachInParallel(boats, [&](int boat) {
+        if (!known) curves_[boat] = CurveOf(boat);
+        lines_[boat] = LinesOf(boat);
+    });
+}
+
+std::vector<BoatGraphs::CurvePoint> BoatGraphs::CurveOf(int boat) const {
+    std::vector<CurvePoint> curve;
+    const Track& track = app_.tracks.Boats[boat];
+    SmoothedTrack smoothed(track, app_.scale.LonScale, SmoothingSeconds());
+    for (int fix = 1; fix <= track.Count(); ++fix) {
+        const double time = track.TrackTime[fix];
+        if (time < EarliestShown || time >= app_.race.RaceDuration) continue;
+        smoothed.GoTo(fix);
+        curve.push_back(
+            {time, static_cast<float>(smoothed.Course()), static_cast<float>(smoothed.Speed())});
+    }
+    return curve;
 }
 
 BoatGraphs::BoatLines BoatGraphs::LinesOf(int boat) const {
@@ -242,14 +269,10 @@ BoatGraphs::BoatLines BoatGraphs::LinesOf(int boat) const {
     const TimeAxis times = Times();
     const CompassAxis compass = Compass();
     const SpeedAxis speeds = Speeds();
-    const Track& track = app_.tracks.Boats[boat];
-    SmoothedTrack smoothed(track, app_.scale.LonScale, SmoothingSeconds());
-    for (int fix = 1; fix <= track.Count(); ++fix) {
-        const double time = track.TrackTime[fix];
-        if (time < EarliestShown || time >= app_.race.RaceDuration) continue;
-        smoothed.GoTo(fix);
-        lines.Course.ToDirection(compass, smoothed.Course() - app_.race.MagVariation, times.Y(time));
-        lines.Speed.To(speeds.X(smoothed.Speed()), times.Y(time));
+    for (const CurvePoint& point : curves_[boat]) {
+        const double y = times.Y(point.Time);
+        lines.Course.ToDirection(compass, point.Course - app_.race.MagVariation, y);
+        lines.Speed.To(speeds.X(point.Speed), y);
     }
     for (GraphLine* line : {&lines.Course, &lines.Speed}) {
         line->End();

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <optional>
+#include <vector>
 
 #include "base/one_based.h"
 #include "instruments/graph_axes.h"
@@ -29,7 +30,7 @@ class BoatGraphs : public Instrument {
 
     TimeAxis Times() const { return {app_.race, form_.GPIC.Height()}; }
     CompassAxis Compass() const { return {app_.race, form_.GPIC.Width()}; }
-    SpeedAxis Speeds() const { return {form_.GPIC.Width(), fastest_}; }
+    SpeedAxis Speeds() const { return {form_.GPIC.Width(), fastest_.value_or(0)}; }
     /// The boat whose line on either chart lies under a point, the nearest one; nothing where none is near.
     std::optional<int> BoatUnder(const Point& at) const;
 
@@ -39,15 +40,20 @@ class BoatGraphs : public Instrument {
     struct BoatLines {
         GraphLine Course, Speed;
     };
+    struct CurvePoint {
+        double Time;          // seconds from the start
+        float Course, Speed;  // degrees true and knots, smoothed as a person chose
+    };
     void Draw();
     void PlaceControls();
-    void FindFastest();
+    double Fastest() const;
     void DrawGround();
     void DrawWindSpeed();
     void DrawDirectionGrid();
     void DrawSpeedGrid();
     void DrawTimeGrid();
     void PutLinesTogether();
+    std::vector<CurvePoint> CurveOf(int boat) const;
     BoatLines LinesOf(int boat) const;
     void DrawBoats();
     void DrawWindDirection(double turn, Colour colour);
@@ -58,8 +64,11 @@ class BoatGraphs : public Instrument {
 
     const AppState& app_;
     RaceDisp& form_;
+    /// What the lines show, by boat; kept while the graphs are shown, so that another size is but drawn.
+    OneBased<std::vector<CurvePoint>> curves_;
     OneBased<BoatLines> lines_;  ///< as they are drawn in whatever colour, by boat
-    double fastest_ = 0.0;       ///< knots that the speeds reach, of boats and half the wind's
+    /// Knots that the speeds reach, of boats and half the wind's; nothing until it is asked for.
+    std::optional<double> fastest_;
 };
 
 }  // namespace keelview

@@ -49,7 +49,7 @@ void TimeBar::DrawZones(const TimeAxis& axis) {
         const int top = std::min(y, ZoneTop);
         const int low = std::max(y, ZoneTop);
         if (top >= first && low <= last) continue;
-        const double offWind = WrapDifference(track.TrackCourse[fix] - race_.WindDirection);
+        const double offWind = WrapDifference(track.TrackCourse(fix) - race_.WindDirection);
         const Colour colour = std::abs(offWind) < 90 ? UpwindColour : DownwindColour;
         if (top < first) bar.FilledBox(ZoneLeft, top, ZoneRight, first - 1, colour);
         if (low > last) bar.FilledBox(ZoneLeft, last + 1, ZoneRight, low, colour);

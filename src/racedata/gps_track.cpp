@@ -141,6 +141,24 @@ void WidenArea(const Track& track, TrackArea& area) {
 
 }  // namespace
 
+double Track::MilesFrom(int fix) const {
+    const double north = TrackLat[fix + 1] - TrackLat[fix];
+    const double east = (TrackLon[fix + 1] - TrackLon[fix]) * Scale.LonScale;
+    return std::sqrt(east * east + north * north) * (Scale.MetresPerLatMinute / MetresPerNauticalMile);
+}
+
+double Track::TrackSpeed(int fix) const {
+    if (fix >= Count()) return 0.0;
+    const double seconds = TrackTime[fix + 1] - TrackTime[fix];
+    return seconds > 0.0 ? MilesFrom(fix) / seconds * 3600.0 : 0.0;
+}
+
+double Track::TrackCourse(int fix) const {
+    if (fix >= Count()) return 0.0;
+    return BearingOf((TrackLon[fix + 1] - TrackLon[fix]) * Scale.LonScale,
+                     TrackLat[fix + 1] - TrackLat[fix]);
+}
+
 void TakeTracks(OneBased<TrackReading> readings, RaceControl& race, Tracks& tracks, TrackArea& area,
                 EarthScale& scale) {
     TrackLoader loader(race, readings, tracks);

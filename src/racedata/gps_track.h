@@ -12,18 +12,18 @@
 
 namespace keelview {
 
-/// One boat's track in columns, by fix. Distance, speed and course have as many elements as the others from
-/// DeriveTracks on, and none before.
+/// One boat's track in columns, by fix. The distance has as many elements as the others from DeriveTracks
+/// on, and none before. Speed and course of a fix are worked out when they are asked for: few of a race's
+/// million fixes are looked at, and a column of each would be a third of all memory that a load asks for.
 struct Track {
     OneBased<double> TrackLat;      ///< minutes of arc, north positive
     OneBased<double> TrackLon;      ///< minutes of arc, east positive, counted on over the date line
     OneBased<double> TrackTime;     ///< seconds from the start, to the millisecond
     OneBased<double> TrackDist;     ///< nautical miles sailed up to the fix
-    OneBased<double> TrackSpeed;    ///< knots from the fix to the next
-    OneBased<double> TrackCourse;   ///< degrees true from the fix to the next
     OneBased<float> TrackOwnSpeed;  ///< over ground as the receiver tells it, knots, NotTold where it tells
                                     ///< none; empty where no fix has speed and course
     OneBased<float> TrackOwnCourse;   ///< the same, degrees true; as many as of TrackOwnSpeed
+    EarthScale Scale;                 ///< that of the race, from DeriveTracks on
     int SkippedFixes = 0;             ///< left out as faulty: no place, or one that no boat reaches
     Refusal Refused = Refusal::None;  ///< why its file gives no track
 
@@ -31,6 +31,15 @@ struct Track {
     int Count() const { return TrackTime.Count(); }
     Position At(int fix) const { return {TrackLat[fix], TrackLon[fix]}; }
     bool HasOwnVelocity() const { return !TrackOwnSpeed.Empty(); }
+    bool IsDerived() const { return TrackDist.Count() == Count(); }
+
+    /// Nautical miles from a fix to the next, which must be there: the straight way on the plane of the
+    /// race.
+    double MilesFrom(int fix) const;
+    /// Knots from a fix to the next; 0 at the last one and where no time passes.
+    double TrackSpeed(int fix) const;
+    /// Degrees true from a fix to the next; 0 at the last one, 90 where both are at one place.
+    double TrackCourse(int fix) const;
 };
 
 /// The tracks of all boats of a race, by boat.

@@ -107,6 +107,12 @@ void WriteScale(JsonWriter& json, const RaceNumbers& numbers) {
     json.EndObject();
 }
 
+double FastestFix(const Track& track) {
+    double fastest = 0.0;
+    for (int fix = 1; fix <= track.Count(); ++fix) fastest = std::max(fastest, track.TrackSpeed(fix));
+    return fastest;
+}
+
 void WriteTimes(JsonWriter& json, const Track& track) {
     const int points = track.Count();
     json.Member("points", points);
@@ -123,7 +129,7 @@ void WriteTimes(JsonWriter& json, const Track& track) {
     json.Member("first_time", track.TrackTime[1]);
     json.Member("last_time", track.TrackTime.Last());
     json.Member("distance", track.TrackDist.Last());
-    json.Member("max_speed", std::ranges::max(track.TrackSpeed));
+    json.Member("max_speed", FastestFix(track));
 }
 
 /// Of each entry the mark that was rounded, where it is a gate; null for any other.

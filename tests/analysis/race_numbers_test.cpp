@@ -143,7 +143,7 @@ class Symmetry : public testing::TestWithParam<unsigned> {
         for (const auto& miles : numbers.passes.MarkPassDist)
             seen.insert(seen.end(), miles.begin(), miles.end());
         for (const Track& track : numbers.tracks.Boats) {
-            seen.insert(seen.end(), track.TrackSpeed.begin(), track.TrackSpeed.end());
+            for (int fix = 1; fix <= track.Count(); ++fix) seen.push_back(track.TrackSpeed(fix));
             for (const double miles : track.TrackDist) seen.push_back(miles * 10);
             for (double t = 0.5; t < 900; t += 61.7) {
                 const int segment = FindSegment(track, t);

@@ -68,20 +68,6 @@ TEST(TrackAt, EveryHintGivesTheSameSegment) {
     EXPECT_TRUE(track.TrackTime[found] <= 15 && 15 < track.TrackTime[found + 1]) << found;
 }
 
-TEST(TrackAt, ABoatStandsOnTheStraightLineBetweenTwoFixes) {
-    Track track;
-    track.TrackLat = {2100, 2104};
-    track.TrackLon = {8400, 8398};
-    track.TrackTime = {10, 30};
-    EXPECT_EQ(MomentOn(track, 1, 15).Speed, 0);  // not derived yet
-    track.TrackSpeed = {6, 0};
-    track.TrackCourse = {340, 20};
-    const TrackMoment now = MomentOn(track, 1, 15);
-    EXPECT_EQ(std::tuple(now.Lat, now.Lon, now.Speed, now.Course), std::tuple(2101, 8399.5, 6, 340));
-    EXPECT_EQ(HeadingOn(track, 1, 29), 340);
-    EXPECT_EQ(HeadingOn(track, 1, 29.75), 370);  // already turning
-}
-
 /// One boat's points (second, latitude, longitude) on a sea where a minute of latitude is a mile and one of
 /// longitude half a mile.
 Tracks Derived(int duration, const std::vector<std::tuple<int, double, double>>& points) {
@@ -98,6 +84,20 @@ Tracks Derived(int duration, const std::vector<std::tuple<int, double, double>>&
     return tracks;
 }
 
+TEST(TrackAt, ABoatStandsOnTheStraightLineBetweenTwoFixes) {
+    // 4 miles north and 3 west in 20 seconds, then 3 east.
+    Track track = Derived(0, {{10, 2100, 8400}, {30, 2104, 8394}, {50, 2108, 8400}}).Boats[1];
+    const TrackMoment now = MomentOn(track, 1, 15);
+    constexpr double course = 323.13010235415598, turn = 2 * 36.86989764584402;
+    EXPECT_EQ(std::tuple(now.Lat, now.Lon), std::tuple(2101, 8398.5));
+    EXPECT_DOUBLE_EQ(now.Speed, 900);
+    EXPECT_DOUBLE_EQ(now.Course, course);
+    EXPECT_DOUBLE_EQ(HeadingOn(track, 1, 29), course);
+    EXPECT_DOUBLE_EQ(HeadingOn(track, 1, 29.75), course + turn * 0.75);  // already turning
+    track.TrackDist.Clear();                                             // not derived yet
+    EXPECT_EQ(MomentOn(track, 1, 15).Speed, 0);
+}
+
 TEST(DeriveTracks, EachPointHasItsMilesAndTheWayToTheNext) {
     // 3 north and 8 / 2 east are 5 miles in half an hour; the fourth fix is at the time of the third.
     const Tracks tracks = Derived(
@@ -109,8 +109,8 @@ TEST(DeriveTracks, EachPointHasItsMilesAndTheWayToTheNext) {
          {Row{0, 10, 53.13010235415598}, Row{5, 0, 90}, Row{5, 0, 270}, Row{6, std::numbers::sqrt2, 225},
           Row{6 + std::numbers::sqrt2, 0, 0}}) {
         EXPECT_DOUBLE_EQ(tracks.Boats[1].TrackDist[++fix], miles);
-        EXPECT_DOUBLE_EQ(tracks.Boats[1].TrackSpeed[fix], knots) << fix;
-        EXPECT_DOUBLE_EQ(tracks.Boats[1].TrackCourse[fix], course) << fix;
+        EXPECT_DOUBLE_EQ(tracks.Boats[1].TrackSpeed(fix), knots) << fix;
+        EXPECT_DOUBLE_EQ(tracks.Boats[1].TrackCourse(fix), course) << fix;
     }
     EXPECT_EQ(Derived(600, {{0, 2100, 8400}}).Boats[1].TrackDist, OneBased<double>{0});
 }

@@ -111,7 +111,7 @@ TEST_F(BoatGraphsTest, TheSpeedsReachTheFastestBoatAndACourseAcrossTheEdgeIsNoLi
     tree.Write("gpsdat/a.trk", track);
     tree.Race("R1.txt", "WD, 90\r\nBN, a.trk, A\r\nBN, b.trk, B\r\n");
     OpenGraphs();
-    const int reach = app.tracks.Boats[2].TrackSpeed[9] > 15 ? 16 : 15;
+    const int reach = app.tracks.Boats[2].TrackSpeed(9) > 15 ? 16 : 15;
     EXPECT_TRUE(LineAt(Knots(14.2, reach), 300, LineColour(2)));
     desk->session.Changes().SetWindDirection(90);
     driver::Settle();
@@ -138,9 +138,9 @@ TEST_F(BoatGraphsTest, SmoothedASpeedIsThatOfTheWayAround) {
         smoothed.GoTo(FindSegment(a, second));
         return smoothed.Speed();
     };
-    EXPECT_NEAR(at(280), a.TrackSpeed[FindSegment(a, 280)], 0.02);
-    EXPECT_NEAR(at(300), (a.TrackSpeed[FindSegment(a, 280)] + a.TrackSpeed[FindSegment(a, 320)]) / 2, 0.1);
-    EXPECT_NEAR(at(320), a.TrackSpeed[FindSegment(a, 320)], 0.02);
+    EXPECT_NEAR(at(280), a.TrackSpeed(FindSegment(a, 280)), 0.02);
+    EXPECT_NEAR(at(300), (a.TrackSpeed(FindSegment(a, 280)) + a.TrackSpeed(FindSegment(a, 320))) / 2, 0.1);
+    EXPECT_NEAR(at(320), a.TrackSpeed(FindSegment(a, 320)), 0.02);
     const Picture raw = Form().GPIC.Image();
     const auto differs = [&] {
         const Picture now = Form().GPIC.Image();

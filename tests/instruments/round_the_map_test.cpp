@@ -38,13 +38,14 @@ TEST_F(TimeBarTest, ZonesLookLikeBoxesPaintedInTheOrderOfTheFixes) {
     WriteRace(1, "WD, 350\r\n");
     Open();
     std::mt19937 random(7);
-    for (double& course : app.tracks.Boats[1].TrackCourse) course = static_cast<double>(random() % 360);
+    for (double& lat : app.tracks.Boats[1].TrackLat) lat += 1e-4 * static_cast<double>(random() % 1000);
+    for (double& lon : app.tracks.Boats[1].TrackLon) lon += 1e-4 * static_cast<double>(random() % 1000);
     desk->session.TheStage().Repaint(Changed::Wind);
     driver::Settle();
     const Picture drawn = Bar().Image();
     const Track& track = app.tracks.Boats[1];
     for (int fix = 2; fix <= track.Count(); ++fix) {
-        const bool upwind = track.TrackCourse[fix] < 80 || track.TrackCourse[fix] > 260;
+        const bool upwind = track.TrackCourse(fix) < 80 || track.TrackCourse(fix) > 260;
         Bar().FilledBox(8, Y(track.TrackTime[fix]), 20, 50, upwind ? White : Rgb(192, 192, 192));
     }
     for (int y = 31; y < drawn.Height(); ++y)
