@@ -7,6 +7,13 @@
 
 namespace keelview {
 
+namespace {
+
+/// Whole numbers below it are written with all their digits: 900000, not 9e+05.
+constexpr double MostPlainWhole = 1e15;
+
+}  // namespace
+
 void JsonWriter::Key(std::string_view name) {
     Separate();
     Quote(name);
@@ -25,7 +32,8 @@ void JsonWriter::Number(double value) {
         return;
     }
     Separate();
-    text_ += ShortestDigits(value);
+    const bool whole = value == std::trunc(value) && std::abs(value) < MostPlainWhole;
+    text_ += whole ? FixedDigits(value, 0) : ShortestDigits(value);
 }
 
 void JsonWriter::Null() {

@@ -6,7 +6,8 @@
 namespace keelview {
 
 /// Puts a JSON text (RFC 8259) together piece by piece: commas set themselves, names are escaped, numbers
-/// have the shortest form that reads back as the same double. Calls must nest as the text does.
+/// have the shortest form that reads back as the same double, whole ones all their digits. Calls must nest
+/// as the text does.
 class JsonWriter {
   public:
     void BeginObject() { Open('{'); }
