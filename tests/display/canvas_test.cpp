@@ -105,7 +105,8 @@ TEST(Canvas, TheScreenIsToldOfEveryPixelThatHasChanged) {
         canvas.ForeColor = canvas.FillColor = canvas.BackColor = colour;
         const Point ways[] = {{any(65), any(45)}, {any(65), any(45)}, {any(65), any(45)}};
         const auto& [from, to, last] = ways;
-        switch (i % 6) {
+        const ColouredLine line{.Points = ways, .Ink = colour};
+        switch (i % 7) {
             case 0:
                 canvas.Line(from.X, from.Y, to.X, to.Y);
                 break;
@@ -121,6 +122,9 @@ TEST(Canvas, TheScreenIsToldOfEveryPixelThatHasChanged) {
             case 4:
                 canvas.Polyline(ways, colour);
                 break;
+            case 5:
+                canvas.Lines({&line, 1});
+                break;
             default:
                 canvas.Cls();
         }
@@ -132,6 +136,18 @@ TEST(Canvas, TheScreenIsToldOfEveryPixelThatHasChanged) {
                     (x + 1 > told.Low.X && x < told.High.X && y + 1 > told.Low.Y && y < told.High.Y))
                     << i << ": " << x << " " << y;
     }
+}
+
+TEST(Canvas, APictureThatIsGivenRoomKeepsWhatItShowed) {
+    struct RoomyCanvas : ToldCanvas {
+        using Canvas::ResizeImage;
+    } canvas;
+    canvas.FilledBox(10, 10, 29, 29, Red);
+    const Pixels before = canvas.Seen();
+    canvas.ResizeImage(90, 30);
+    ASSERT_EQ(std::pair(canvas.Seen().Width, canvas.Seen().Height), std::pair(90, 30));
+    for (int y = 0; y < 30; ++y)
+        EXPECT_TRUE(std::equal(before.Row(y), before.Row(y) + 60, canvas.Seen().Row(y)));
 }
 
 TEST(Timer, RunsWhileItIsEnabledAndHasAnInterval) {

@@ -286,6 +286,8 @@ TEST_F(DistributionFormTest, TheTwoHundredFirstRaceAndTheFiftyFirstPickAreRefuse
     driver::ClickRow(form.List1, 0);
     EXPECT_EQ(Said(), "A distribution holds at most 50 races");
     EXPECT_EQ(form.List2.ListCount(), 50);
+    driver::Click(form.Command2);
+    EXPECT_TRUE(form.Closed());
 }
 
 }  // namespace

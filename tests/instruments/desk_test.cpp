@@ -146,6 +146,14 @@ TEST_F(DeskTest, EscapeLeavesOneThingAfterTheOther) {
         driver::Key(form, Qt::Key_Question);
         EXPECT_EQ(form.Picture15.Visible(), shown);
     }
+    driver::Key(form, Qt::Key_F11);
+    driver::Click(form.Option10);
+    driver::Click(form.Command12);  // wind by hand
+    for (const bool entering : {true, false}) {
+        EXPECT_TRUE((form.Command12.GetBackColor() == Yellow) == entering && form.WholeScreen());
+        driver::Key(form, Qt::Key_Escape);
+    }
+    EXPECT_FALSE(form.WholeScreen());
 }
 
 TEST_F(DeskTest, TheKeyboardGoesOnWhereExitLeads) {

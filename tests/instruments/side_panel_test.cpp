@@ -157,6 +157,13 @@ TEST_F(SidePanelTest, TheMapMarksTheTurnsThatThePanelTellsOfAndTheWindGraphTheWi
     Choose(Form().Option16);
     driver::Settle();
     EXPECT_EQ(signs(), 0);
+
+    Choose(Form().Option19);
+    for (const bool sure : {false, true}) {
+        dialogs.AnswerYesNo(sure);
+        driver::Click(Form().Command16);
+        EXPECT_NEAR(TurnBetween(app.wind[1].WindDirection, sure ? -4 : 10), 0, 2);  // magnetic
+    }
 }
 
 TEST_F(SidePanelTest, AWindThatIsTakenStandsInItsFileAndOneThatCannotBeWrittenChangesNothing) {

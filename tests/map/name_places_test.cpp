@@ -66,6 +66,17 @@ TEST(NamePlaces, TheFirstRankIsShownWhereItAloneWouldBe) {
     }
 }
 
+TEST(NamePlaces, BetweenTwoBoatsANameStandsAtACornerCloseToItsOwn) {
+    Fleet fleet(3, 1, 0);
+    fleet.Around.Boats = {{450, 450}, {510, 450}, {390, 450}};
+    fleet.Wishes.resize(1);
+    const std::vector<PlacedName> names = NamePlaces().Place(fleet.Wishes, fleet.Around);
+    ASSERT_EQ(names.size(), 1U);
+    // Five pixels beside the boat's square, and level with its upper edge.
+    EXPECT_DOUBLE_EQ(names[0].TopLeft.X, 450 + 10 + 5);
+    EXPECT_DOUBLE_EQ(names[0].TopLeft.Y + fleet.Around.FieldHeight, 450 - 10);
+}
+
 TEST(NamePlaces, ANameStaysWhileItsBoatSailsOn) {
     Fleet fleet(1, 1, 0);
     fleet.Around.Boats[1] = {870, 400};  // no room to the right
