@@ -67,6 +67,11 @@ Sailed OddBoats() {
     return {{{5, {}, 100000, 100000}, {-3, {}, 150000, 150000}}, {{0.1, 0, 60, 60}, {-0.01, 0, 60, 60}}};
 }
 
+/// A boat that starts with the gun, on the line.
+Sailed OnTheGun() {
+    return {{{0, 300}}, {{0, 1}}};
+}
+
 TEST(LegStatistics, TablesHoldWhatAPersonReadsOnThePage) {
     const Sailed sailed = ThreeBoats();
     const std::string head = "\xEF\xBB\xBF\"Boat\",\"MK1\",\"MK2\",\"MK3\",\">MK2\",\">MK3\"\r\n";
@@ -96,7 +101,10 @@ TEST(LegStatistics, BestValuesIgnoreBoatsThatMissedAnEntry) {
                ".*.|...|..*| 0 to 0, 5.676 to 6, 5.399 to 6.285,"},
           Case{OddBoats(), StatKind::Time,
                "*...|....| 5 to 5, 99999 to -10, 99999 to 150000, 99999 to 150000,",
-               "....|....| 0 to 0, 99999 to -10, 99999 to -10, 99999 to 0,"}}) {
+               "....|....| 0 to 0, 99999 to -10, 99999 to -10, 99999 to 0,"},
+          Case{OnTheGun(), StatKind::Time, "**| 0 to 0, 300 to 300,", ".*| 0 to 0, 300 to 300,"},
+          Case{OnTheGun(), StatKind::Distance, ".*| 99999 to 0, 1852 to 1852,",
+               ".*| 0 to 0, 1852 to 1852,"}}) {
         const LegStatistics statistics = sailed.Table(kind);
         EXPECT_EQ(Extremes(statistics.Cumulative, kind), cumulative);
         EXPECT_EQ(Extremes(statistics.ByLeg, kind), byLeg);

@@ -6,6 +6,7 @@
 
 #include "analysis/track_at.h"
 #include "analysis/track_derivation.h"
+#include "analysis/track_rhythm.h"
 #include "analysis/wind_at.h"
 
 namespace keelview {
@@ -96,6 +97,19 @@ TEST(TrackAt, ABoatStandsOnTheStraightLineBetweenTwoFixes) {
     EXPECT_DOUBLE_EQ(HeadingOn(track, 1, 29.75), course + turn * 0.75);  // already turning
     track.TrackDist.Clear();                                             // not derived yet
     EXPECT_EQ(MomentOn(track, 1, 15).Speed, 0);
+}
+
+TEST(TrackRhythm, IsTheMiddleIntervalAndWhatIsFarLongerIsAGap) {
+    const auto rhythm = [](std::initializer_list<UnixMs> seconds) {
+        std::vector<GpsFix> fixes;
+        for (const UnixMs second : seconds) fixes.push_back({.Time = second * 1000});
+        return RhythmOf(fixes);
+    };
+    EXPECT_FALSE(rhythm({7, 7}).MedianInterval);
+    EXPECT_EQ(rhythm({0, 1, 3, 7}).MedianInterval, 2);         // of 1, 2 and 4
+    EXPECT_EQ(rhythm({0, 1, 3, 7, 6, 14}).MedianInterval, 3);  // of 1, 2, 4 and 8; a clock that falls back
+    const TrackRhythm gaps = rhythm({0, 4, 8, 12, 52, 56, 97});
+    EXPECT_EQ(std::tuple(gaps.MedianInterval, gaps.Gaps, gaps.LongestGap), std::tuple(4, 1, 41));
 }
 
 TEST(DeriveTracks, EachPointHasItsMilesAndTheWayToTheNext) {

@@ -153,6 +153,8 @@ TEST_F(BoatGraphsTest, SmoothedASpeedIsThatOfTheWayAround) {
     EXPECT_TRUE(differs());
     driver::Click(Form().Option13);
     EXPECT_FALSE(differs());
+    driver::Click(Form().Option14);
+    EXPECT_TRUE(differs());
 }
 
 TEST_F(BoatGraphsTest, WindEnteredByHandIsSortedBetweenGuardsAndWritten) {

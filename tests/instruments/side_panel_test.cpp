@@ -157,6 +157,9 @@ TEST_F(SidePanelTest, TheMapMarksTheTurnsThatThePanelTellsOfAndTheWindGraphTheWi
     Choose(Form().Option16);
     driver::Settle();
     EXPECT_EQ(signs(), 0);
+    EXPECT_TRUE(Form().Line6.Visible());  // the moment, on curves over time
+    Choose(Form().Option20);
+    EXPECT_FALSE(Form().Line6.Visible());
 
     Choose(Form().Option19);
     for (const bool sure : {false, true}) {
