@@ -38,9 +38,9 @@ Cup </g:name></g:metadata><g:wpt lat="35.25" lon="139.5"><g:time>@0Z</g:time><g:
          R"(<gpx creator="Plotter"><name>A</name>
 <rte><rtept lat="5" lon="1"><time>@0</time><course>271.5</course><speed>0.926</speed></rtept>
 <rtept lat="5" lon="2"><time>@1</time><course>-1</course><speed>-1</speed></rtept>
-<rtept lat="5" lon="3"><time>@2</time><course>361</course><speed>1001</speed></rtept></rte>
-<wpt lat="91" lon="1"><name>Off</name></wpt></gpx>)"
-         " => /Plotter: 0 5 1 s1.8 c271.5, 1000 5 2, 2000 5 3, NoPlace 1",
+<rtept lat="5" lon="3"><name>3</name><time>@2</time><course>361</course><speed>1001</speed></rtept></rte>
+<wpt lat="5" lon="4"><time>@3</time></wpt><wpt lat="91" lon="1"><name>Off</name></wpt></gpx>)"
+         " => /Plotter: 0 5 1 s1.8 c271.5, 1000 5 2, 2000 5 3, 3000 5 4, NoPlace 1",
          "<gpx><trk><name>A</name>" + At("0Z") + "</trk><trk><name>A</name>" + At("1Z") +
              "</trk><trk><name>A</name>" + At("1Z") + "<trkpt/></trk><trk><name>\x83\x65\n</name>" +
              At("2Z") + "</trk><trk><name>" + kana + "あ</name>" + At("3Z") +

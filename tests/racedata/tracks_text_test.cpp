@@ -27,7 +27,8 @@ TEST(OwnLines, AreReadInTheUnitAndTheDateOfTheFile) {
          "T N6 E6 03/10/26 12:00:60 1", "T N6 E6 03/10/26 noon 1", "T N6 E6 someday 12:00:01 1",
          "T N6 E6 03/10/2 12:00:01x 1", "T N1e300 E1 03/10/26 12:00:01 1"});
     ExpectTold(fix, "\n", "Keelview: 0 35.5 139.25,",
-               {"", "H header", "T", " T N6 E6 03/10/26 12:00:01 1"});
+               {"", "H header", "T", " T N6 E6 03/10/26 12:00:01 1",
+                "T N6 E6 03/10/26 12:01 1 =>  60000 0.1 0.1,"});
     ExpectTold({"T is the first letter of this text, and nothing else\n => Unknown"});
 }
 
