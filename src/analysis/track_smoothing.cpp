@@ -3,8 +3,6 @@
 #include <algorithm>
 #include <utility>
 
-#include "base/angles.h"
-
 namespace keelview {
 
 void SmoothedTrack::GoTo(int fix) {
@@ -27,10 +25,9 @@ double SmoothedTrack::Speed() const {
 }
 
 double SmoothedTrack::Course() const {
-    const double north = track_.TrackLat[to_] - track_.TrackLat[from_];
-    const double east = (track_.TrackLon[to_] - track_.TrackLon[from_]) * lonScale_;
-    if (OwnValues() || (north == 0.0 && east == 0.0)) return track_.TrackCourse(fix_);
-    return BearingOf(east, north);
+    const bool still =
+        track_.TrackLat[from_] == track_.TrackLat[to_] && track_.TrackLon[from_] == track_.TrackLon[to_];
+    return OwnValues() || still ? track_.TrackCourse(fix_) : track_.CourseBetween(from_, to_);
 }
 
 double FastestHeld(const Track& track, double from, double to) {

@@ -10,9 +10,7 @@ namespace keelview {
 /// stand further apart, a fix has its own values. The track keeps its place while it is read.
 class SmoothedTrack {
   public:
-    /// `lonScale`: of the race's EarthScale.
-    SmoothedTrack(const Track& track, double lonScale, double seconds)
-        : track_(track), lonScale_(lonScale), half_(seconds / 2) {}
+    SmoothedTrack(const Track& track, double seconds) : track_(track), half_(seconds / 2) {}
 
     /// Goes on to a fix: quickest from one to the next.
     void GoTo(int fix);
@@ -23,7 +21,6 @@ class SmoothedTrack {
     bool OwnValues() const { return to_ - from_ < 2; }
 
     const Track& track_;
-    double lonScale_;
     double half_;
     int fix_ = 1;
     int from_ = 1;  // of the way that is taken together

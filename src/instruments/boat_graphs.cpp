@@ -253,7 +253,7 @@ void BoatGraphs::PutLinesTogether() {
 std::vector<BoatGraphs::CurvePoint> BoatGraphs::CurveOf(int boat) const {
     std::vector<CurvePoint> curve;
     const Track& track = app_.tracks.Boats[boat];
-    SmoothedTrack smoothed(track, app_.scale.LonScale, SmoothingSeconds());
+    SmoothedTrack smoothed(track, SmoothingSeconds());
     for (int fix = 1; fix <= track.Count(); ++fix) {
         const double time = track.TrackTime[fix];
         if (time < EarliestShown || time >= app_.race.RaceDuration) continue;
@@ -326,7 +326,7 @@ double BoatGraphs::DistanceTo(int boat, Chart chart, const Point& at) const {
     if (first == 0) return distance;
     const CompassAxis compass = Compass();
     const SpeedAxis speeds = Speeds();
-    SmoothedTrack smoothed(track, app_.scale.LonScale, SmoothingSeconds());
+    SmoothedTrack smoothed(track, SmoothingSeconds());
     std::optional<double> before;
     for (int fix = first; fix <= track.Count(); ++fix) {
         smoothed.GoTo(fix);

@@ -154,9 +154,11 @@ double Track::TrackSpeed(int fix) const {
 }
 
 double Track::TrackCourse(int fix) const {
-    if (fix >= Count()) return 0.0;
-    return BearingOf((TrackLon[fix + 1] - TrackLon[fix]) * Scale.LonScale,
-                     TrackLat[fix + 1] - TrackLat[fix]);
+    return fix < Count() ? CourseBetween(fix, fix + 1) : 0.0;
+}
+
+double Track::CourseBetween(int from, int to) const {
+    return BearingOf((TrackLon[to] - TrackLon[from]) * Scale.LonScale, TrackLat[to] - TrackLat[from]);
 }
 
 void TakeTracks(OneBased<TrackReading> readings, RaceControl& race, Tracks& tracks, TrackArea& area,

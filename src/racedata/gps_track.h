@@ -38,8 +38,10 @@ struct Track {
     double MilesFrom(int fix) const;
     /// Knots from a fix to the next; 0 at the last one and where no time passes.
     double TrackSpeed(int fix) const;
-    /// Degrees true from a fix to the next; 0 at the last one, 90 where both are at one place.
+    /// Degrees true from a fix to the next; 0 at the last one.
     double TrackCourse(int fix) const;
+    /// Degrees true from one fix straight to another, 90 where both are at one place.
+    double CourseBetween(int from, int to) const;
 };
 
 /// The tracks of all boats of a race, by boat.

@@ -133,7 +133,7 @@ TEST_F(BoatGraphsTest, SmoothedASpeedIsThatOfTheWayAround) {
     tree.Race("R1.txt", "BN, a.trk, A\r\n");
     OpenGraphs();
     const Track& a = app.tracks.Boats[1];
-    SmoothedTrack smoothed(a, app.scale.LonScale, 15);
+    SmoothedTrack smoothed(a, 15);
     const auto at = [&](int second) {
         smoothed.GoTo(FindSegment(a, second));
         return smoothed.Speed();
